@@ -1,0 +1,40 @@
+# What every target of the project is built with, and what a builder may choose.
+
+option(VANTREL_BUILD_TESTS "Build the tests" ON)
+option(VANTREL_BUILD_BENCHMARKS "Build the benchmarks, which need Google Benchmark" OFF)
+option(VANTREL_WERROR "Treat warnings as errors" OFF)
+set(VANTREL_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them: address,undefined or thread")
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+
+# Linked (PRIVATE) by every room, tool and test: warnings and the strict Qt macros.
+add_library(vantrel_strict INTERFACE)
+target_compile_options(vantrel_strict INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+  $<$<BOOL:${VANTREL_WERROR}>:-Werror>)
+target_compile_definitions(vantrel_strict INTERFACE
+  QT_NO_CAST_FROM_ASCII
+  QT_NO_CAST_TO_ASCII
+  QT_NO_URL_CAST_FROM_STRING
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+  QT_DEPRECATED_WARNINGS)
+
+if(VANTREL_SANITIZE)
+  add_compile_options(-fsanitize=${VANTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${VANTREL_SANITIZE})
+endif()
+
+# A room is a static library that shows its own folder only to those who link it: what a room does
+# not link it cannot include. Arguments after PUBLIC/PRIVATE go to target_link_libraries as they are.
+function(vantrel_room name)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  add_library(vantrel_${name} STATIC ${ROOM_SOURCES})
+  target_include_directories(vantrel_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(vantrel_${name} PUBLIC ${ROOM_PUBLIC} PRIVATE ${ROOM_PRIVATE} vantrel_strict)
+endfunction()

@@ -1,0 +1,39 @@
+# Tests for Windows on a machine that is none: run under Wine, all in one Windows of their own below
+# the build folder. It is made before the first test and ended after the last.
+
+find_program(VANTREL_WINE wine)
+if(NOT VANTREL_WINE)
+  message(STATUS "No Wine here: the tests can be built but not run")
+endif()
+
+set(wine_run ${PROJECT_SOURCE_DIR}/tools/windows/wine-run --prefix ${CMAKE_BINARY_DIR}/wine)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${wine_run})
+
+get_target_property(qt_core Qt5::Core LOCATION)
+set(library_folders ${qt_core})
+foreach(library libstdc++-6.dll libwinpthread-1.dll)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${library}
+    OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
+  list(APPEND library_folders ${path})
+endforeach()
+foreach(library IN LISTS library_folders)
+  cmake_path(GET library PARENT_PATH folder)
+  file(REAL_PATH ${folder} folder)
+  list(APPEND CMAKE_CROSSCOMPILING_EMULATOR --dlls ${folder})
+endforeach()
+get_target_property(plugin Qt5::QWindowsIntegrationPlugin LOCATION)
+cmake_path(GET plugin PARENT_PATH folder)
+cmake_path(GET folder PARENT_PATH folder)
+list(APPEND CMAKE_CROSSCOMPILING_EMULATOR --plugins ${folder})
+
+add_test(NAME wine_starts COMMAND ${wine_run} --make)
+set_tests_properties(wine_starts PROPERTIES FIXTURES_SETUP wine TIMEOUT 240)
+add_test(NAME wine_ends COMMAND ${wine_run} --end)
+set_tests_properties(wine_ends PROPERTIES FIXTURES_CLEANUP wine TIMEOUT 60)
+
+# vantrel_test_under_wine(<name>): the test needs that Windows, and gets more time to be slow in.
+function(vantrel_test_under_wine name)
+  get_test_property(${name} TIMEOUT seconds)
+  math(EXPR seconds "${seconds} * 3")
+  set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED wine TIMEOUT ${seconds})
+endfunction()

@@ -1,0 +1,51 @@
+#include "DebugCapture.h"
+
+#include <QMutex>
+#include <QMutexLocker>
+
+#include <utility>
+
+namespace {
+
+QMutex mutex;
+QStringList captured;
+QtMessageHandler previous = nullptr;
+
+void capture(QtMsgType /*type*/, const QMessageLogContext & /*context*/, const QString &message)
+{
+    // The offscreen platform says this of windows that are shown; the program does not.
+    if (message.startsWith(QLatin1String("This plugin does not support ")))
+        return;
+    const QMutexLocker lock(&mutex);
+    captured.append(message);
+}
+
+} // namespace
+
+DebugCapture::DebugCapture()
+{
+    take();
+    previous = qInstallMessageHandler(capture);
+}
+
+DebugCapture::~DebugCapture()
+{
+    qInstallMessageHandler(previous);
+}
+
+QStringList DebugCapture::lines() const
+{
+    const QMutexLocker lock(&mutex);
+    return captured;
+}
+
+QStringList DebugCapture::take()
+{
+    const QMutexLocker lock(&mutex);
+    return std::exchange(captured, {});
+}
+
+bool DebugCapture::contains(const QString &text) const
+{
+    return !lines().filter(text).isEmpty();
+}

@@ -1,0 +1,11 @@
+#include "Machine.h"
+
+bool onWindows()
+{
+    return false;
+}
+
+bool underWine()
+{
+    return false;
+}

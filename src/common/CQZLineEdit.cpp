@@ -1,0 +1,17 @@
+#include "CQZLineEdit.h"
+
+#include <QTimer>
+
+CQZLineEdit::CQZLineEdit(QWidget *parent)
+    : QLineEdit(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setContextMenuPolicy(Qt::NoContextMenu);
+}
+
+void CQZLineEdit::focusInEvent(QFocusEvent *event)
+{
+    QLineEdit::focusInEvent(event);
+    // A mouse press that gives the focus would undo a selection made right here.
+    QTimer::singleShot(0, this, &QLineEdit::selectAll);
+}

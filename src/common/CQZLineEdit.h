@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QLineEdit>
+
+/// A line edit that selects its whole text when it gets the focus and has no right-click menu.
+class CQZLineEdit : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit CQZLineEdit(QWidget *parent);
+
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+};

@@ -1,0 +1,113 @@
+#include "CommonDialog.h"
+
+#include "Skin.h"
+
+#include <QIcon>
+#include <QMouseEvent>
+
+namespace {
+
+Qt::CursorShape cursorFor(ResizeDirection direction)
+{
+    switch (direction) {
+    case ResizeDirection::LeftTop:
+    case ResizeDirection::RightBottom:
+        return Qt::SizeFDiagCursor;
+    case ResizeDirection::LeftBottom:
+    case ResizeDirection::RightTop:
+        return Qt::SizeBDiagCursor;
+    case ResizeDirection::Left:
+    case ResizeDirection::Right:
+        return Qt::SizeHorCursor;
+    case ResizeDirection::Up:
+    case ResizeDirection::Down:
+        return Qt::SizeVerCursor;
+    case ResizeDirection::None:
+        break;
+    }
+    return Qt::ArrowCursor;
+}
+
+bool isOneOf(ResizeDirection direction, ResizeDirection a, ResizeDirection b, ResizeDirection c)
+{
+    return direction == a || direction == b || direction == c;
+}
+
+} // namespace
+
+CommonDialog::CommonDialog(QWidget *parent, bool isResizable, bool modal)
+    : QFrame(parent)
+    , resizable(isResizable)
+{
+    setAutoFillBackground(true);
+    setAttribute(Qt::WA_MouseTracking, true);
+    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    if (modal)
+        setWindowModality(Qt::WindowModal);
+    Skin::applyStyleSheet(*this);
+    // A window with a parent shows its parent's icon; reading the picture once is enough.
+    if (parent == nullptr)
+        setWindowIcon(QIcon(QStringLiteral(":/Resources/log.ico")));
+}
+
+void CommonDialog::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton) {
+        leftPressed = true;
+        // On an edge the mouse is not grabbed: a press grabs it implicitly until the release.
+        if (direction == ResizeDirection::None)
+            dragOffset = event->globalPos() - frameGeometry().topLeft();
+    } else if (event->button() != Qt::RightButton) {
+        QWidget::mousePressEvent(event);
+    }
+}
+
+void CommonDialog::mouseMoveEvent(QMouseEvent *event)
+{
+    if (resizable && !leftPressed) {
+        region(event->globalPos());
+    } else if (resizable && direction != ResizeDirection::None) {
+        setGeometry(resizedTo(event->globalPos()));
+        if (QWidget *parent = parentWidget())
+            parent->update();
+    }
+    QWidget::mouseMoveEvent(event);
+}
+
+void CommonDialog::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    leftPressed = false;
+    if (direction != ResizeDirection::None) {
+        releaseMouse();
+        setCursor(Qt::ArrowCursor);
+    }
+}
+
+void CommonDialog::region(const QPoint &globalPos)
+{
+    direction = resizeDirectionAt(*this, globalPos);
+    setCursor(cursorFor(direction));
+}
+
+QRect CommonDialog::resizedTo(const QPoint &globalPos) const
+{
+    using D = ResizeDirection;
+    const QPoint tl = mapToGlobal(rect().topLeft());
+    const QPoint rb = mapToGlobal(rect().bottomRight());
+    QRect geometry(tl, rb);
+    if (isOneOf(direction, D::Left, D::LeftTop, D::LeftBottom)) {
+        if (rb.x() - globalPos.x() > minimumWidth())
+            geometry.setLeft(globalPos.x());
+    } else if (isOneOf(direction, D::Right, D::RightTop, D::RightBottom)) {
+        geometry.setWidth(globalPos.x() - tl.x());
+    }
+    if (isOneOf(direction, D::Up, D::LeftTop, D::RightTop)) {
+        if (rb.y() - globalPos.y() > minimumHeight())
+            geometry.setTop(globalPos.y());
+    } else if (isOneOf(direction, D::Down, D::LeftBottom, D::RightBottom)) {
+        geometry.setHeight(globalPos.y() - tl.y());
+    }
+    return geometry;
+}

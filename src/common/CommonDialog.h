@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ResizeDirection.h"
+
+#include <QFrame>
+#include <QPoint>
+
+/// Base of every window of the program: a frameless top-level frame in the skin's look, which the
+/// user may resize by its edges when it is built so. Moving it is the title bar's job alone.
+class CommonDialog : public QFrame
+{
+    Q_OBJECT
+
+public:
+    /// @p resizable: the edges resize the window. @p modal: it blocks its parent window.
+    CommonDialog(QWidget *parent, bool resizable, bool modal);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+private:
+    void region(const QPoint &globalPos);
+    [[nodiscard]] QRect resizedTo(const QPoint &globalPos) const;
+
+    bool leftPressed = false;
+
+protected:
+    QPoint dragOffset; ///< where in the frame the left button went down beside the edges
+
+private:
+    ResizeDirection direction = ResizeDirection::None; ///< frozen while the left button is held
+    bool resizable;
+};

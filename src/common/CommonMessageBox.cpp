@@ -1,0 +1,149 @@
+#include "CommonMessageBox.h"
+
+#include "Skin.h"
+#include "ui_CommonMessageBox.h"
+
+#include <QCloseEvent>
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QShowEvent>
+
+#include <array>
+
+namespace {
+constexpr int narrowest = 300; // pixels of text
+constexpr int widest = 480;
+} // namespace
+
+CommonMessageBox::CommonMessageBox(const QString &text, QMessageBox::StandardButtons buttons,
+                                   QWidget *parent)
+    : QDialog(parent)
+    , ui(std::make_unique<Ui::CommonMessageBox>())
+{
+    ui->setupUi(this);
+    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    setUpTitleBar();
+    ui->lbText->setText(text);
+    offer(buttons);
+    Skin::applyStyleSheet(*this);
+    fitToText();
+}
+
+CommonMessageBox::~CommonMessageBox() = default;
+
+QMessageBox::StandardButton CommonMessageBox::getClickedButton() const
+{
+    return static_cast<QMessageBox::StandardButton>(clickedButton);
+}
+
+void CommonMessageBox::showEvent(QShowEvent *event)
+{
+    if (!event->spontaneous()) // the system's own showing goes on with the same question
+        clickedButton = QMessageBox::NoButton;
+    QDialog::showEvent(event);
+}
+
+void CommonMessageBox::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cancel))
+        dismiss();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+void CommonMessageBox::closeEvent(QCloseEvent *event)
+{
+    if (isVisible())
+        dismiss();
+    // A subclass may have refused.
+    event->setAccepted(!isVisible());
+}
+
+void CommonMessageBox::on_btnOK_clicked()
+{
+    clickedButton = QMessageBox::Ok;
+    accept();
+}
+
+void CommonMessageBox::on_btnCancel_clicked()
+{
+    clickedButton = QMessageBox::Cancel;
+    reject();
+}
+
+void CommonMessageBox::on_btnYes_clicked()
+{
+    clickedButton = QMessageBox::Yes;
+    accept();
+}
+
+void CommonMessageBox::on_btnNo_clicked()
+{
+    clickedButton = QMessageBox::No;
+    reject();
+}
+
+void CommonMessageBox::setUpTitleBar()
+{
+    ui->mainTitleBar->setMinButtonVisible(false);
+    ui->mainTitleBar->setMaxButtonVisible(false);
+    ui->mainTitleBar->setMaxMinEnabled(false);
+    ui->mainTitleBar->setTitle(tr("Vantrel"));
+}
+
+void CommonMessageBox::offer(QMessageBox::StandardButtons buttons)
+{
+    struct Offer
+    {
+        QMessageBox::StandardButton button;
+        QPushButton *widget;
+        bool affirms;
+    };
+    const std::array<Offer, 4> offers{{{QMessageBox::Yes, ui->btnYes, true},
+                                       {QMessageBox::Ok, ui->btnOK, true},
+                                       {QMessageBox::No, ui->btnNo, false},
+                                       {QMessageBox::Cancel, ui->btnCancel, false}}};
+    const auto known = QMessageBox::Yes | QMessageBox::Ok | QMessageBox::No | QMessageBox::Cancel;
+    if (!(buttons & known))
+        buttons = QMessageBox::Ok;
+
+    QPushButton *defaultButton = nullptr;
+    QPushButton *lastShown = nullptr;
+    int shown = 0;
+    for (const Offer &offer : offers) {
+        const bool wanted = buttons.testFlag(offer.button);
+        offer.widget->setVisible(wanted);
+        if (!wanted)
+            continue;
+        ++shown;
+        lastShown = offer.widget;
+        if (defaultButton == nullptr)
+            defaultButton = offer.widget;
+        if (!offer.affirms)
+            escapeButton = offer.widget; // Cancel, which comes last, goes before No
+    }
+    if (shown == 1)
+        escapeButton = lastShown;
+    defaultButton->setDefault(true);
+    defaultButton->setFocus();
+}
+
+void CommonMessageBox::fitToText()
+{
+    ensurePolished();
+    ui->lbText->ensurePolished();
+    const QFontMetrics metrics = ui->lbText->fontMetrics();
+    const int natural = metrics.size(Qt::TextExpandTabs, ui->lbText->text()).width();
+    ui->lbText->setMinimumWidth(qBound(narrowest, natural, widest));
+    const int width = layout()->totalSizeHint().width();
+    // Not adjustSize(), which cuts a long text at two thirds of the screen.
+    resize(width, layout()->totalHeightForWidth(width));
+}
+
+void CommonMessageBox::dismiss()
+{
+    if (escapeButton != nullptr)
+        escapeButton->click();
+    else
+        reject();
+}

@@ -1,0 +1,50 @@
+#include "QCheckBoxHeader.h"
+
+#include <QCheckBox>
+#include <QPainter>
+
+namespace {
+constexpr int boxLeftOfCentre = 6;
+constexpr int boxTop = 12; // from the header's top, however high the header is
+} // namespace
+
+QCheckBoxHeader::QCheckBoxHeader(int column, Qt::Orientation orientation, QWidget *parent)
+    : QHeaderView(orientation, parent)
+    , checkColumn(column)
+    , checkBox(new QCheckBox(this))
+{
+    checkBox->setAccessibleName(tr("All rows"));
+    connect(checkBox, &QCheckBox::clicked, this, &QCheckBoxHeader::onCheckBoxClicked);
+    setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+QCheckBoxHeader::~QCheckBoxHeader()
+{
+    delete checkBox;
+}
+
+void QCheckBoxHeader::setChecked(bool checked)
+{
+    checkBox->setChecked(checked);
+}
+
+void QCheckBoxHeader::paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const
+{
+    painter->save();
+    QHeaderView::paintSection(painter, rect, logicalIndex);
+    painter->restore();
+    if (logicalIndex == checkColumn) {
+        checkBox->move(rect.center().x() - boxLeftOfCentre, boxTop);
+        checkBox->show();
+    }
+}
+
+void QCheckBoxHeader::mousePressEvent(QMouseEvent *event)
+{
+    QHeaderView::mousePressEvent(event);
+}
+
+void QCheckBoxHeader::onCheckBoxClicked()
+{
+    emit checkStausChange(checkBox->isChecked());
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QHeaderView>
+
+class QCheckBox;
+
+/// A table header with a check box in one of its sections, for ticking or clearing every row.
+class QCheckBoxHeader : public QHeaderView
+{
+    Q_OBJECT
+
+public:
+    /// @p checkColumn: the logical section that carries the box.
+    QCheckBoxHeader(int checkColumn, Qt::Orientation orientation, QWidget *parent);
+    ~QCheckBoxHeader() override;
+
+    /// Sets the box without emitting checkStausChange.
+    void setChecked(bool checked);
+
+signals:
+    /// The user clicked the box, which is now @p checked.
+    void checkStausChange(bool checked);
+
+protected:
+    void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override;
+    void mousePressEvent(QMouseEvent *event) override;
+
+private slots:
+    void onCheckBoxClicked();
+
+private:
+    int checkColumn;
+    QCheckBox *checkBox; ///< a real child widget; put in its place whenever its section is painted
+};

@@ -1,0 +1,7 @@
+#include "QUserCheckBox.h"
+
+QUserCheckBox::QUserCheckBox(int tableRow, QWidget *parent)
+    : QCheckBox(parent)
+    , row(tableRow)
+{
+}

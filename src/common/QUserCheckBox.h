@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QCheckBox>
+
+/// A check box that knows the table row it belongs to.
+class QUserCheckBox : public QCheckBox
+{
+    Q_OBJECT
+
+public:
+    explicit QUserCheckBox(int row, QWidget *parent = nullptr);
+
+    [[nodiscard]] int tableRow() const { return row; }
+
+private:
+    int row;
+};

@@ -1,0 +1,19 @@
+#include "Skin.h"
+
+#include <QFile>
+#include <QWidget>
+
+void Skin::applyStyleSheet(QWidget &widget)
+{
+    QFile sheet(styleSheet);
+    if (sheet.open(QIODevice::ReadOnly))
+        widget.setStyleSheet(QString::fromUtf8(sheet.readAll()));
+}
+
+void Skin::applyStyleSheet(QWidget &widget, QLatin1String fontSheet)
+{
+    QFile sheet(styleSheet);
+    QFile fonts(fontSheet);
+    if (sheet.open(QIODevice::ReadOnly) && fonts.open(QIODevice::ReadOnly))
+        widget.setStyleSheet(QString::fromUtf8(sheet.readAll() + fonts.readAll()));
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "ScratchFolder.h"
+
+#include <QDir>
+
+/// A scratch folder that is the working directory while it lives, without a skin at first.
+class WorkingFolder : public ScratchFolder
+{
+public:
+    WorkingFolder() { QDir::setCurrent(path()); }
+    ~WorkingFolder() { QDir::setCurrent(before); }
+    WorkingFolder(const WorkingFolder &) = delete;
+    WorkingFolder &operator=(const WorkingFolder &) = delete;
+
+private:
+    QString before = QDir::currentPath();
+};

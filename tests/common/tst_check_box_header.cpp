@@ -1,0 +1,191 @@
+#include "OwnMethods.h"
+#include "QCheckBoxHeader.h"
+#include "QUserCheckBox.h"
+
+#include <QTableWidget>
+#include <QtTest>
+
+class CheckBoxHeader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isAHeaderWithOneSignalAndOneSlot();
+    void alignsItsTextsLeft();
+    void placesTheBoxInItsSection_data();
+    void placesTheBoxInItsSection();
+    void keepsTheBoxAtTwelvePixelsInAnyHeight_data();
+    void keepsTheBoxAtTwelvePixelsInAnyHeight();
+    void movesTheBoxWithItsSection();
+    void showsTheBoxWhenItsSectionIsPainted();
+    void tellsTheNewStateWhenClicked();
+    void setsTheBoxWithoutTelling();
+    void handsPressesOnItsSectionsToTheBaseClass();
+    void deletesTheBoxBeforeItself();
+    void userCheckBoxKnowsItsRow();
+};
+
+namespace {
+
+/// A table of three columns with the header, shown.
+struct Fixture
+{
+    explicit Fixture(int checkColumn = 0, int height = 36)
+        : header(new QCheckBoxHeader(checkColumn, Qt::Horizontal, &table))
+        , box(header->findChild<QCheckBox *>())
+    {
+        table.setHorizontalHeader(header);
+        header->setFixedHeight(height);
+        header->setMinimumSectionSize(20); // whatever the font's widest letter needs
+        table.setColumnWidth(0, 51);
+        table.setColumnWidth(1, 80);
+        table.setColumnWidth(2, 120);
+        table.resize(400, 300);
+        table.show();
+        header->grab(); // paints it
+    }
+
+    QTableWidget table{2, 3};
+    QCheckBoxHeader *header;
+    QCheckBox *box;
+};
+
+} // namespace
+
+void CheckBoxHeader::isAHeaderWithOneSignalAndOneSlot()
+{
+    QCOMPARE(QCheckBoxHeader::staticMetaObject.superClass(), &QHeaderView::staticMetaObject);
+    const OwnMethods own = ownMethods(QCheckBoxHeader::staticMetaObject);
+    QCOMPARE(own.signalsOf, QStringList{QStringLiteral("checkStausChange(bool)")});
+    QCOMPARE(own.slotsOf, QStringList{QStringLiteral("onCheckBoxClicked()")});
+}
+
+void CheckBoxHeader::alignsItsTextsLeft()
+{
+    const QCheckBoxHeader header(0, Qt::Horizontal, nullptr);
+    QCOMPARE(header.orientation(), Qt::Horizontal);
+    QCOMPARE(header.defaultAlignment(), Qt::AlignLeft | Qt::AlignVCenter);
+    const auto *box = header.findChild<QCheckBox *>();
+    QVERIFY(box != nullptr);
+    QCOMPARE(box->parentWidget(), &header);
+}
+
+void CheckBoxHeader::placesTheBoxInItsSection_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QPoint>("expected");
+    // Columns of 51, 80 and 120 pixels: their middle pixels are 25, 51 + 39 and 131 + 59.
+    QTest::newRow("first") << 0 << QPoint(25 - 6, 12);
+    QTest::newRow("second") << 1 << QPoint(90 - 6, 12);
+    QTest::newRow("third") << 2 << QPoint(190 - 6, 12);
+}
+
+void CheckBoxHeader::placesTheBoxInItsSection()
+{
+    QFETCH(int, column);
+    const Fixture fixture(column);
+    QTEST(fixture.box->pos(), "expected");
+}
+
+void CheckBoxHeader::keepsTheBoxAtTwelvePixelsInAnyHeight_data()
+{
+    QTest::addColumn<int>("height");
+    for (const int height : {20, 36, 60, 100})
+        QTest::addRow("%d", height) << height;
+}
+
+void CheckBoxHeader::keepsTheBoxAtTwelvePixelsInAnyHeight()
+{
+    QFETCH(int, height);
+    const Fixture fixture(0, height);
+    QCOMPARE(fixture.header->height(), height);
+    QCOMPARE(fixture.box->y(), 12);
+}
+
+void CheckBoxHeader::movesTheBoxWithItsSection()
+{
+    Fixture fixture(1);
+    fixture.table.setColumnWidth(0, 71);
+    fixture.header->grab();
+    QCOMPARE(fixture.box->pos(), QPoint(104, 12));
+    fixture.header->moveSection(1, 0); // the column goes to the left end
+    fixture.header->grab();
+    QCOMPARE(fixture.box->pos(), QPoint(33, 12));
+}
+
+void CheckBoxHeader::showsTheBoxWhenItsSectionIsPainted()
+{
+    Fixture fixture;
+    fixture.box->hide();
+    fixture.header->grab();
+    QVERIFY(fixture.box->isVisible());
+
+    Fixture without(7); // no such section
+    without.box->hide();
+    without.header->grab();
+    QVERIFY(!without.box->isVisible());
+}
+
+void CheckBoxHeader::tellsTheNewStateWhenClicked()
+{
+    Fixture fixture;
+    QSignalSpy told(fixture.header, &QCheckBoxHeader::checkStausChange);
+    for (const bool expected : {true, false, true}) {
+        QTest::mouseClick(fixture.box, Qt::LeftButton, Qt::NoModifier, QPoint(6, 6));
+        QCOMPARE(fixture.box->isChecked(), expected);
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(told.takeFirst().first().toBool(), expected);
+    }
+}
+
+void CheckBoxHeader::setsTheBoxWithoutTelling()
+{
+    Fixture fixture;
+    QSignalSpy told(fixture.header, &QCheckBoxHeader::checkStausChange);
+    for (const bool checked : {true, true, false, true}) {
+        fixture.header->setChecked(checked);
+        QCOMPARE(fixture.box->isChecked(), checked);
+    }
+    QCOMPARE(told.size(), 0);
+
+    QTest::mouseClick(fixture.box, Qt::LeftButton, Qt::NoModifier, QPoint(6, 6));
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(told.first().first().toBool(), false);
+}
+
+void CheckBoxHeader::handsPressesOnItsSectionsToTheBaseClass()
+{
+    Fixture fixture;
+    fixture.header->setSectionsClickable(true);
+    QSignalSpy pressed(fixture.header, &QHeaderView::sectionPressed);
+    QTest::mousePress(fixture.header->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(90, 20));
+    QCOMPARE(pressed.size(), 1);
+    QCOMPARE(pressed.first().first().toInt(), 1);
+}
+
+void CheckBoxHeader::deletesTheBoxBeforeItself()
+{
+    auto *header = new QCheckBoxHeader(0, Qt::Horizontal, nullptr);
+    QByteArray stillA;
+    connect(header->findChild<QCheckBox *>(), &QObject::destroyed, this,
+            [&] { stillA = header->metaObject()->className(); });
+    delete header;
+    QCOMPARE(stillA, QByteArray("QCheckBoxHeader"));
+}
+
+void CheckBoxHeader::userCheckBoxKnowsItsRow()
+{
+    QWidget parent;
+    const QUserCheckBox alone(7);
+    const QUserCheckBox child(0, &parent);
+    QCOMPARE(alone.tableRow(), 7);
+    QCOMPARE(alone.parent(), nullptr);
+    QCOMPARE(child.tableRow(), 0);
+    QCOMPARE(child.parent(), &parent);
+    QCOMPARE(QUserCheckBox::staticMetaObject.superClass(), &QCheckBox::staticMetaObject);
+    QCOMPARE(QUserCheckBox::staticMetaObject.methodCount(),
+             QCheckBox::staticMetaObject.methodCount());
+}
+
+QTEST_MAIN(CheckBoxHeader)
+#include "tst_check_box_header.moc"

@@ -1,0 +1,146 @@
+#include "CComboBoxEx.h"
+#include "OwnMethods.h"
+
+#include <QListView>
+#include <QtTest>
+
+class ComboBox : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isAComboBoxWithOneSignal();
+    void showsItsChoicesInAListView();
+    void worksWithoutAParent();
+    void tellsOnceWhenEscapeClosesThePopup();
+    void tellsOnceWhenAChoiceClosesThePopup();
+    void tellsOnceWhenAKeyChooses();
+    void tellsOnceWhenAClickOutsideClosesThePopup();
+    void tellsOnceWhenClosedByCode();
+    void tellsAgainAtEachClosing();
+    void tellsNothingWhenThePopupIsNotOpen();
+};
+
+namespace {
+
+/// A combo box of three choices in a window that is shown.
+struct Fixture
+{
+    Fixture()
+    {
+        combo.addItems({QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")});
+        window.resize(400, 300);
+        window.show();
+    }
+
+    bool open()
+    {
+        combo.showPopup();
+        return QTest::qWaitForWindowExposed(combo.view()->window()) && combo.view()->isVisible();
+    }
+
+    QWidget window;
+    CComboBoxEx combo{&window};
+    QSignalSpy told{&combo, &CComboBoxEx::signalFocusOut};
+};
+
+} // namespace
+
+void ComboBox::isAComboBoxWithOneSignal()
+{
+    QCOMPARE(CComboBoxEx::staticMetaObject.superClass(), &QComboBox::staticMetaObject);
+    const OwnMethods own = ownMethods(CComboBoxEx::staticMetaObject);
+    QCOMPARE(own.signalsOf, QStringList{QStringLiteral("signalFocusOut()")});
+    QCOMPARE(own.slotsOf, QStringList());
+}
+
+void ComboBox::showsItsChoicesInAListView()
+{
+    const Fixture fixture;
+    const QMetaObject *type = fixture.combo.view()->metaObject();
+    QCOMPARE(type, &QListView::staticMetaObject); // not the one that a combo box makes for itself
+}
+
+void ComboBox::worksWithoutAParent()
+{
+    const CComboBoxEx combo(nullptr);
+    QVERIFY(qobject_cast<QListView *>(combo.view()) != nullptr);
+}
+
+void ComboBox::tellsOnceWhenEscapeClosesThePopup()
+{
+    Fixture fixture;
+    QVERIFY(fixture.open());
+    QTest::keyClick(fixture.combo.view(), Qt::Key_Escape);
+    QTRY_VERIFY(!fixture.combo.view()->isVisible());
+    QCOMPARE(fixture.told.size(), 1);
+    QCOMPARE(fixture.combo.currentIndex(), 0);
+}
+
+void ComboBox::tellsOnceWhenAChoiceClosesThePopup()
+{
+    // A release within this time after the opening may belong to the click that opened.
+    QApplication::setDoubleClickInterval(0);
+    Fixture fixture;
+    QVERIFY(fixture.open());
+    QCoreApplication::processEvents();
+    QAbstractItemView *view = fixture.combo.view();
+    const QPoint second = view->visualRect(view->model()->index(1, 0)).center();
+    QTest::mouseMove(view->viewport(), second);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, second);
+    QTRY_VERIFY(!view->isVisible());
+    QCOMPARE(fixture.combo.currentIndex(), 1);
+    QCOMPARE(fixture.told.size(), 1);
+}
+
+void ComboBox::tellsOnceWhenAKeyChooses()
+{
+    Fixture fixture;
+    QVERIFY(fixture.open());
+    QTest::keyClick(fixture.combo.view(), Qt::Key_Down);
+    QTest::keyClick(fixture.combo.view(), Qt::Key_Return);
+    QTRY_VERIFY(!fixture.combo.view()->isVisible());
+    QCOMPARE(fixture.combo.currentIndex(), 1);
+    QCOMPARE(fixture.told.size(), 1);
+}
+
+void ComboBox::tellsOnceWhenAClickOutsideClosesThePopup()
+{
+    Fixture fixture;
+    QVERIFY(fixture.open());
+    QWidget *popup = fixture.combo.view()->window();
+    QTest::mouseClick(popup->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(popup->width() + 50, popup->height() + 50));
+    QTRY_VERIFY(!fixture.combo.view()->isVisible());
+    QCOMPARE(fixture.told.size(), 1);
+}
+
+void ComboBox::tellsOnceWhenClosedByCode()
+{
+    Fixture fixture;
+    QVERIFY(fixture.open());
+    fixture.combo.hidePopup();
+    fixture.combo.hidePopup();
+    QCOMPARE(fixture.told.size(), 1);
+}
+
+void ComboBox::tellsAgainAtEachClosing()
+{
+    Fixture fixture;
+    for (int closings = 1; closings <= 3; ++closings) {
+        QVERIFY(fixture.open());
+        fixture.combo.hidePopup();
+        QCOMPARE(fixture.told.size(), closings);
+    }
+}
+
+void ComboBox::tellsNothingWhenThePopupIsNotOpen()
+{
+    Fixture fixture;
+    fixture.combo.hidePopup();
+    QVERIFY(fixture.open());
+    QCOMPARE(fixture.told.size(), 0);
+}
+
+QTEST_MAIN(ComboBox)
+#include "tst_combo_box.moc"

@@ -1,0 +1,283 @@
+#include "DebugCapture.h"
+#include "ExportInfoDlg.h"
+#include "FormItems.h"
+#include "OwnMethods.h"
+#include "StyleSheetRules.h"
+#include "WorkingFolder.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QToolButton>
+#include <QTranslator>
+#include <QtTest>
+
+class ExportNotice : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void hasTheseSignalsAndSlotsInThisOrder();
+    void numbersTheModes();
+    void isPaintedInsideItsParent();
+    void isTranslucent();
+    void holdsOneFrameWithoutMargins();
+    void centresTheRowInTheFrame();
+    void laysTheRowOut();
+    void underlinesTheViewLink();
+    void saysNothingAtFirst();
+    void carriesItsOwnSheet();
+    void isOfAFixedSizeByItsOwnSheet();
+    void wearsTheSheetInTheWorkingDirectoryInstead();
+    void connectsItsSlotsWithoutAWarning();
+    void saysWhatWasExported_data();
+    void saysWhatWasExported();
+    void keepsTheTextInAnUnknownMode();
+    void startsInTheModeForEverything();
+    void speaksTheLanguageInstalledAtTheRetranslation();
+    void relabelsViewInAnUnknownModeToo();
+};
+
+namespace {
+
+QString textOf(const ExportInfoDlg &notice)
+{
+    return part<QLabel>(notice, "label_text").text();
+}
+
+QString viewOf(const ExportInfoDlg &notice)
+{
+    return part<QToolButton>(notice, "btnView").text();
+}
+
+/// Answers each text of the notice with the same text in brackets.
+class Bracketing : public QTranslator
+{
+public:
+    QString translate(const char *context, const char *text, const char * /*disambiguation*/,
+                      int /*n*/) const override
+    {
+        if (qstrcmp(context, "ExportInfoDlg") != 0)
+            return {};
+        return QLatin1Char('[') + QString::fromUtf8(text) + QLatin1Char(']');
+    }
+    [[nodiscard]] bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+void ExportNotice::hasTheseSignalsAndSlotsInThisOrder()
+{
+    QCOMPARE(ExportInfoDlg::staticMetaObject.superClass(), &QDialog::staticMetaObject);
+    const OwnMethods own = ownMethods(ExportInfoDlg::staticMetaObject);
+    QCOMPARE(own.signalsOf, QStringList{QStringLiteral("openUrl()")});
+    QCOMPARE(own.slotsOf,
+             (QStringList{QStringLiteral("onTimer()"), QStringLiteral("on_btnView_clicked()")}));
+}
+
+void ExportNotice::numbersTheModes()
+{
+    QCOMPARE(int(EN_EXPORT_SELECTED), 0);
+    QCOMPARE(int(EN_EXPORT_ALL), 1);
+}
+
+void ExportNotice::isPaintedInsideItsParent()
+{
+    QWidget parent;
+    const ExportInfoDlg notice(&parent);
+    QCOMPARE(int(notice.windowFlags()), 0x40812);
+    QVERIFY(!notice.isWindow());
+}
+
+void ExportNotice::isTranslucent()
+{
+    const ExportInfoDlg notice(nullptr);
+    QVERIFY(notice.testAttribute(Qt::WA_TranslucentBackground));
+}
+
+void ExportNotice::holdsOneFrameWithoutMargins()
+{
+    WorkingFolder unstyled;
+    const ExportInfoDlg notice(nullptr);
+    QCOMPARE(notice.objectName(), QStringLiteral("ExportInfoDlg"));
+    const auto *outer = qobject_cast<QHBoxLayout *>(notice.layout());
+    QVERIFY(outer != nullptr);
+    QCOMPARE(outer->objectName(), QStringLiteral("horizontalLayout_2"));
+    QCOMPARE(outer->spacing(), 6);
+    QCOMPARE(outer->contentsMargins(), QMargins(0, 0, 0, 0));
+    QCOMPARE(describedItems(*outer), QStringList{QStringLiteral("frame_bk")});
+}
+
+void ExportNotice::centresTheRowInTheFrame()
+{
+    const ExportInfoDlg notice(nullptr);
+    const auto &frame = part<QFrame>(notice, "frame_bk");
+    QCOMPARE(frame.frameShape(), QFrame::StyledPanel);
+    QCOMPARE(frame.frameShadow(), QFrame::Raised);
+    QVERIFY(frame.testAttribute(Qt::WA_SetCursor));
+    QCOMPARE(frame.cursor().shape(), Qt::ArrowCursor);
+    const auto *column = qobject_cast<QVBoxLayout *>(frame.layout());
+    QVERIFY(column != nullptr);
+    QCOMPARE(column->objectName(), QStringLiteral("verticalLayout"));
+    QCOMPARE(column->spacing(), 6);
+    QCOMPARE(column->contentsMargins(), QMargins(0, 0, 0, 0));
+    QCOMPARE(describedItems(*column),
+             (QStringList{QStringLiteral("spacer 20 x 19 Minimum Expanding"),
+                          QStringLiteral("layout horizontalLayout"),
+                          QStringLiteral("spacer 20 x 19 Minimum Expanding")}));
+}
+
+void ExportNotice::laysTheRowOut()
+{
+    const ExportInfoDlg notice(nullptr);
+    const auto &row = part<QHBoxLayout>(notice, "horizontalLayout");
+    QCOMPARE(describedItems(row),
+             (QStringList{
+                 QStringLiteral("spacer 25 x 20 Fixed Minimum"), QStringLiteral("label_logo"),
+                 QStringLiteral("label_text"), QStringLiteral("spacer 0 x 20 Expanding Minimum"),
+                 QStringLiteral("btnView"), QStringLiteral("spacer 20 x 20 Fixed Minimum")}));
+    QVERIFY(!part<QLabel>(notice, "label_text").wordWrap());
+}
+
+void ExportNotice::underlinesTheViewLink()
+{
+    const ExportInfoDlg notice(nullptr);
+    const auto &btnView = part<QToolButton>(notice, "btnView");
+    QVERIFY(btnView.font().underline());
+    QCOMPARE(btnView.cursor().shape(), Qt::PointingHandCursor);
+}
+
+void ExportNotice::saysNothingAtFirst()
+{
+    const ExportInfoDlg notice(nullptr);
+    QCOMPARE(notice.windowTitle(), QString());
+    QCOMPARE(part<QLabel>(notice, "label_logo").text(), QString());
+    QCOMPARE(textOf(notice), QString());
+    QCOMPARE(viewOf(notice), QStringLiteral("View"));
+}
+
+void ExportNotice::carriesItsOwnSheet()
+{
+    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+    const StyleSheetRules expected{
+        {text("ExportInfoDlg"),
+         {{text("min-height"), text("40px")},
+          {text("max-height"), text("40px")},
+          {text("min-width"), text("230px")},
+          {text("max-width"), text("230px")},
+          {text("background"), text("transparent")}}},
+        {text("ExportInfoDlg QFrame"), {{text("color"), text("rgb(255,255,255)")}}},
+        {text("ExportInfoDlg QFrame#frame_bk"),
+         {{text("background"), text("rgba(0, 0, 0, 78%)")}, {text("border-radius"), text("20px")}}},
+        {text("ExportInfoDlg QLabel#label_logo"),
+         {{text("min-width"), text("12px")},
+          {text("min-height"), text("12px")},
+          {text("max-width"), text("12px")},
+          {text("max-height"), text("12px")},
+          {text("border-image"), text("url(Skins/Default/Tarnwick/Icon_Save_Tips_OK.png)")}}},
+        {text("ExportInfoDlg QToolButton#btnView"),
+         {{text("border"), text("0px")},
+          {text("color"), text("#ff2d2d")},
+          {text("background"), text("none")},
+          {text("min-width"), text("34px")},
+          {text("max-width"), text("34px")}}}};
+
+    WorkingFolder unstyled;
+    const ExportInfoDlg notice(nullptr);
+    QCOMPARE(styleSheetRules(notice.styleSheet()), expected);
+}
+
+void ExportNotice::isOfAFixedSizeByItsOwnSheet()
+{
+    WorkingFolder unstyled;
+    QWidget parent;
+    parent.resize(700, 500);
+    ExportInfoDlg notice(&parent);
+    notice.setMode(EN_EXPORT_SELECTED);
+    parent.show();
+    notice.show();
+    QCOMPARE(notice.size(), QSize(230, 40));
+}
+
+void ExportNotice::wearsTheSheetInTheWorkingDirectoryInstead()
+{
+    WorkingFolder folder;
+    folder.file(QStringLiteral("Skins/Default/Vantrel/style.qss"), "ExportInfoDlg { color: red; }");
+    const ExportInfoDlg notice(nullptr);
+    QCOMPARE(notice.styleSheet(), QStringLiteral("ExportInfoDlg { color: red; }"));
+}
+
+void ExportNotice::connectsItsSlotsWithoutAWarning()
+{
+    WorkingFolder unstyled;
+    const DebugCapture output;
+    ExportInfoDlg notice(nullptr);
+    QSignalSpy clicked(&notice, &ExportInfoDlg::openUrl);
+    part<QToolButton>(notice, "btnView").click();
+    QCOMPARE(clicked.size(), 1);
+    QCOMPARE(output.lines(), QStringList());
+}
+
+void ExportNotice::saysWhatWasExported_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("selected items") << 0 << QStringLiteral("Export selected info finished !");
+    QTest::newRow("everything") << 1 << QStringLiteral("Export info finished !");
+}
+
+void ExportNotice::saysWhatWasExported()
+{
+    QFETCH(int, mode);
+    ExportInfoDlg notice(nullptr);
+    notice.setMode(mode);
+    QTEST(textOf(notice), "text");
+    QCOMPARE(viewOf(notice), QStringLiteral("View"));
+}
+
+void ExportNotice::keepsTheTextInAnUnknownMode()
+{
+    for (const int unknown : {2, -1, 1000}) {
+        ExportInfoDlg notice(nullptr);
+        notice.setMode(unknown);
+        QCOMPARE(textOf(notice), QString());
+        notice.setMode(EN_EXPORT_SELECTED);
+        notice.setMode(unknown);
+        QCOMPARE(textOf(notice), QStringLiteral("Export selected info finished !"));
+    }
+}
+
+void ExportNotice::startsInTheModeForEverything()
+{
+    ExportInfoDlg notice(nullptr);
+    notice.retranslate();
+    QCOMPARE(textOf(notice), QStringLiteral("Export info finished !"));
+}
+
+void ExportNotice::speaksTheLanguageInstalledAtTheRetranslation()
+{
+    ExportInfoDlg notice(nullptr);
+    notice.setMode(EN_EXPORT_SELECTED);
+    Bracketing translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    QCOMPARE(textOf(notice), QStringLiteral("Export selected info finished !"));
+    notice.retranslate();
+    QCOMPARE(textOf(notice), QStringLiteral("[Export selected info finished !]"));
+    QCOMPARE(viewOf(notice), QStringLiteral("[View]"));
+    notice.setMode(EN_EXPORT_ALL);
+    QCOMPARE(textOf(notice), QStringLiteral("[Export info finished !]"));
+}
+
+void ExportNotice::relabelsViewInAnUnknownModeToo()
+{
+    ExportInfoDlg notice(nullptr);
+    notice.setMode(EN_EXPORT_ALL);
+    notice.setMode(7);
+    Bracketing translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    notice.retranslate(); // in the mode that was stored, which says nothing about the text
+    QCOMPARE(textOf(notice), QStringLiteral("Export info finished !"));
+    QCOMPARE(viewOf(notice), QStringLiteral("[View]"));
+}
+
+QTEST_MAIN(ExportNotice)
+#include "tst_export_notice.moc"

@@ -1,0 +1,36 @@
+#include "ExportInfoDlg.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+/// Waits the real time, so it is slow.
+class ExportNoticeTime : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void hidesThreeSecondsAfterThePathWasLastSet();
+};
+
+void ExportNoticeTime::hidesThreeSecondsAfterThePathWasLastSet()
+{
+    QWidget parent;
+    ExportInfoDlg notice(&parent);
+    parent.show();
+    notice.show();
+
+    // Half a second later the path is set, and the three seconds begin again.
+    QElapsedTimer sinceSet;
+    QTimer::singleShot(500, &notice, [&] {
+        notice.setPath(QStringLiteral("a"));
+        sinceSet.start();
+    });
+    QTRY_VERIFY_WITH_TIMEOUT(!notice.isVisible(), 10000);
+    QVERIFY(sinceSet.isValid());
+    // Such a timer keeps its time to five percent.
+    QVERIFY2(sinceSet.elapsed() >= 2850, qPrintable(QString::number(sinceSet.elapsed())));
+    QVERIFY2(sinceSet.elapsed() < 6000, qPrintable(QString::number(sinceSet.elapsed())));
+}
+
+QTEST_MAIN(ExportNoticeTime)
+#include "tst_export_notice_time.moc"

@@ -1,0 +1,147 @@
+#include "ExportInfoDlg.h"
+#include "StyleSheetRules.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImageReader>
+#include <QMovie>
+#include <QTemporaryDir>
+#include <QtTest>
+
+/// Looks at the skin that lies beside the program.
+class SkinFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void areAllThere_data();
+    void areAllThere();
+    void namePicturesThatAreThere_data();
+    void namePicturesThatAreThere();
+    void animateTheBusyIndicator();
+    void drawEveryPicture();
+    void haveTwinsOfTwiceTheSize();
+    void carryTheNoticesOwnRules();
+};
+
+namespace {
+
+QStringList styleSheets()
+{
+    return {QStringLiteral("Skins/Default/Vantrel/style.qss"),
+            QStringLiteral("Skins/Default/Vantrel/style_chn_font.qss"),
+            QStringLiteral("Skins/Default/Vantrel/style_eng_font.qss")};
+}
+
+QString contents(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(path));
+    return QString::fromUtf8(file.readAll());
+}
+
+QStringList pictures()
+{
+    QStringList found;
+    for (const char *folder : {"Skins/Default/Vantrel", "Skins/Default/Tarnwick"}) {
+        const QDir dir(QString::fromLatin1(folder));
+        for (const QString &name : dir.entryList({QStringLiteral("*.png")}, QDir::Files))
+            found.append(dir.filePath(name));
+    }
+    return found;
+}
+
+} // namespace
+
+void SkinFiles::areAllThere_data()
+{
+    QTest::addColumn<QString>("path");
+    for (const char *path :
+         {"Skins/Default/Vantrel/style.qss", "Skins/Default/Vantrel/style_chn_font.qss",
+          "Skins/Default/Vantrel/style_eng_font.qss",
+          "./Skins/Default/Vantrel/Icon_Common_Processing.gif",
+          "Skins/Default/Tarnwick/Icon_Save_Tips_OK.png",
+          "Skins/Default/Vantrel/Btn_Common_Folder_Normal.png",
+          "Skins/Default/Vantrel/Btn_Common_Folder_Hover.png",
+          "Skins/Default/Vantrel/Btn_Common_Folder_Pressed.png",
+          "Skins/Default/Vantrel/Btn_Common_Folder_Disable.png"})
+        QTest::newRow(path) << QString::fromLatin1(path);
+}
+
+void SkinFiles::areAllThere()
+{
+    QFETCH(QString, path);
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.errorString()));
+    QVERIFY(file.size() > 0);
+}
+
+void SkinFiles::namePicturesThatAreThere_data()
+{
+    QTest::addColumn<QString>("sheet");
+    for (const QString &sheet : styleSheets())
+        QTest::newRow(qPrintable(sheet)) << sheet;
+}
+
+void SkinFiles::namePicturesThatAreThere()
+{
+    QFETCH(QString, sheet);
+    for (const QString &url : styleSheetUrls(contents(sheet))) {
+        // Also by letter case, which not every file system tells apart.
+        const QFileInfo picture(url);
+        QVERIFY2(picture.dir().entryList(QDir::Files).contains(picture.fileName()),
+                 qPrintable(url));
+        QVERIFY2(QImageReader(url).canRead(), qPrintable(url));
+    }
+}
+
+void SkinFiles::animateTheBusyIndicator()
+{
+    const QMovie movie(QStringLiteral("./Skins/Default/Vantrel/Icon_Common_Processing.gif"));
+    QVERIFY(movie.isValid());
+    QVERIFY(movie.frameCount() > 1);
+    QCOMPARE(movie.loopCount(), -1); // as long as the export lasts
+    const QImageReader first(movie.fileName());
+    QVERIFY(first.size().width() <= 100 && first.size().height() <= 60); // fits its label
+}
+
+void SkinFiles::drawEveryPicture()
+{
+    QVERIFY(!pictures().isEmpty());
+    for (const QString &picture : pictures())
+        QVERIFY2(!QImage(picture).isNull(), qPrintable(picture));
+}
+
+void SkinFiles::haveTwinsOfTwiceTheSize()
+{
+    for (const QString &picture : pictures()) {
+        if (picture.endsWith(QLatin1String("@2x.png")))
+            continue;
+        QString twin = picture;
+        twin.replace(QLatin1String(".png"), QLatin1String("@2x.png"));
+        QVERIFY2(QFile::exists(twin), qPrintable(twin));
+        QCOMPARE(QImageReader(twin).size(), QImageReader(picture).size() * 2);
+    }
+}
+
+void SkinFiles::carryTheNoticesOwnRules()
+{
+    const StyleSheetRules shipped = styleSheetRules(contents(styleSheets().first()));
+    // Where there is no skin the notice keeps the sheet of its form.
+    const QString before = QDir::currentPath();
+    const QTemporaryDir unstyled;
+    QVERIFY(QDir::setCurrent(unstyled.path()));
+    const StyleSheetRules own = styleSheetRules(ExportInfoDlg(nullptr).styleSheet());
+    QVERIFY(QDir::setCurrent(before));
+
+    QCOMPARE(own.size(), 5);
+    for (auto rule = own.cbegin(); rule != own.cend(); ++rule) {
+        const auto inSkin = shipped.value(rule.key());
+        for (auto property = rule->cbegin(); property != rule->cend(); ++property)
+            QCOMPARE(inSkin.value(property.key()), property.value());
+    }
+}
+
+QTEST_MAIN(SkinFiles)
+#include "tst_skin_files.moc"

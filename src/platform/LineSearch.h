@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <string>
+
+/// Takes one piece of a matching line: at most 511 bytes, ended by a zero byte. A line's line feed
+/// belongs to its last piece; CR LF arrives as a line feed alone.
+using PieceSink = std::function<void(const char *piece)>;
+
+/// A search of the file at a path for a keyword, a findstr regular expression in UTF-8. Every
+/// matching line goes to the sink once, in the file's order, piece by piece, before the search
+/// returns. False: the search could not be started, and the sink saw nothing.
+using LineSearch =
+    std::function<bool(const std::string &keyword, const QString &path, const PieceSink &sink)>;
+
+/// The system's own search: the findstr command where there is one, elsewhere a filter of ours that
+/// understands the same expressions. Any thread.
+bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink);

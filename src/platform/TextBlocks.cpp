@@ -1,0 +1,99 @@
+#include "TextBlocks.h"
+
+#include <QDebug>
+#include <QIODevice>
+#include <QString>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+std::size_t lastLineEnd(const char *text, std::size_t size)
+{
+    return std::string_view(text, size).rfind('\n');
+}
+
+} // namespace
+
+TextBlocks::TextBlocks(QIODevice &device, std::size_t longestLine)
+    : source(device)
+    , lineLimit(std::max(longestLine, blockBytes))
+    , buffer(blockBytes)
+{
+}
+
+std::string_view TextBlocks::next()
+{
+    used -= delivered;
+    std::memmove(buffer.data(), buffer.data() + delivered, used);
+    delivered = 0;
+    // What is left over is the beginning of a line: it holds no line feed.
+    for (std::size_t firstNew = used; readMore(); firstNew = used) {
+        dropOverlong(firstNew);
+        const std::size_t end = lastLineEnd(buffer.data() + firstNew, used - firstNew);
+        if (end == std::string_view::npos)
+            continue;
+        delivered = firstNew + end + 1;
+        return {buffer.data(), unifyLineEnds(buffer.data(), delivered)};
+    }
+    delivered = used;
+    return {buffer.data(), used};
+}
+
+void TextBlocks::reportLosses(const QString &path) const
+{
+    if (readFailed)
+        qDebug().noquote() << "read failed:" << path;
+    if (lineCut)
+        qDebug().noquote() << "line longer than" << lineLimit << "bytes cut:" << path;
+}
+
+bool TextBlocks::readMore()
+{
+    if (used == buffer.size())
+        buffer.resize(buffer.size() * 2);
+    const std::size_t room = std::min(buffer.size() - used, blockBytes);
+    const qint64 count = source.read(buffer.data() + used, static_cast<qint64>(room));
+    readFailed = readFailed || count < 0;
+    if (count <= 0)
+        return false;
+    used += static_cast<std::size_t>(count);
+    return true;
+}
+
+void TextBlocks::dropOverlong(std::size_t firstNew)
+{
+    // Only the line that was begun before this block can be longer than a block.
+    char *const text = buffer.data();
+    const void *const found = std::memchr(text + firstNew, '\n', used - firstNew);
+    const std::size_t lineEnd =
+        found != nullptr ? static_cast<std::size_t>(static_cast<const char *>(found) - text) : used;
+    if (lineEnd <= lineLimit)
+        return;
+    lineCut = true;
+    std::memmove(text + lineLimit, text + lineEnd, used - lineEnd);
+    used -= lineEnd - lineLimit;
+}
+
+std::size_t unifyLineEnds(char *text, std::size_t size)
+{
+    const char *const end = text + size;
+    const char *from = text;
+    char *to = text;
+    while (from < end) {
+        const auto left = static_cast<std::size_t>(end - from);
+        const char *const cr = static_cast<const char *>(std::memchr(from, '\r', left));
+        const char *const stop = cr != nullptr ? cr : end;
+        const auto count = static_cast<std::size_t>(stop - from);
+        if (to != from)
+            std::memmove(to, from, count);
+        to += count;
+        from = stop;
+        if (cr != nullptr && (cr + 1 == end || cr[1] != '\n'))
+            *to++ = *from;
+        if (cr != nullptr)
+            ++from;
+    }
+    return static_cast<std::size_t>(to - text);
+}

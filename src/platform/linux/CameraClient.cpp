@@ -1,0 +1,13 @@
+#include "CameraClient.h"
+
+#include <QSettings>
+#include <QStringList>
+
+CameraClient registeredCameraClient()
+{
+    const QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Pemberk"),
+                             QStringLiteral("qzcfgfile"));
+    // Written by hand without quotes, "…exe,0" is a list of two to an INI file.
+    const QStringList parts = settings.value(QStringLiteral("DefaultIcon")).toStringList();
+    return {parts.join(QLatin1Char(',')), QStringLiteral("\\/")};
+}

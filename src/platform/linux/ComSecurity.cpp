@@ -1,0 +1,6 @@
+#include "ComSecurity.h"
+
+qint32 setUpComSecurity()
+{
+    return 0;
+}

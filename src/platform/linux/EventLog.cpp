@@ -1,0 +1,91 @@
+#include "EventLog.h"
+
+#include "linux/Sources.h"
+
+#include <QDebug>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+namespace {
+
+constexpr int interval = 200;             // between two looks at the program, milliseconds
+constexpr int mostComplaints = 64 * 1024; // of what the program says, bytes
+
+/// Waits for the end of @p process, however long, as long as @p target grows. False: it was ended,
+/// because it hung. What it says in the meantime is added to @p complaints.
+bool outlasts(QProcess &process, const QString &target, int patience, QByteArray &complaints)
+{
+    QElapsedTimer idle;
+    idle.start();
+    qint64 size = 0;
+    for (;;) {
+        const bool ended = process.waitForFinished(interval);
+        complaints.append(process.readAllStandardError());
+        complaints.truncate(mostComplaints);
+        if (ended || process.state() == QProcess::NotRunning)
+            return true;
+        const qint64 now = QFileInfo(target).size();
+        if (now != size)
+            idle.restart();
+        size = now;
+        if (idle.hasExpired(patience)) {
+            process.kill();
+            process.waitForFinished();
+            return false;
+        }
+    }
+}
+
+void print(const QByteArray &complaints)
+{
+    for (const QByteArray &line : complaints.split('\n')) {
+        if (!line.isEmpty())
+            qDebug().noquote() << QString::fromUtf8(line);
+    }
+}
+
+/// Whether the program wrote the file at @p target, or would have, had it had anything to write.
+bool runInto(const QString &target, const QStringList &arguments, const Journal &journal)
+{
+    QProcess process;
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(target, QIODevice::Truncate);
+    process.start(journal.program, arguments, QIODevice::ReadOnly);
+    if (!process.waitForStarted()) {
+        qDebug() << "cannot run" << journal.program << process.errorString();
+        return false;
+    }
+    QByteArray complaints;
+    const bool ended = outlasts(process, target, journal.patience, complaints);
+    print(complaints);
+    if (!ended)
+        qDebug() << "ended, because it wrote nothing for" << journal.patience
+                 << "ms:" << journal.program << arguments;
+    return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+} // namespace
+
+bool exportEventLog(const QString &channel, const QString &target)
+{
+    return exportJournal(channel, target);
+}
+
+bool exportJournal(const QString &channel, const QString &target, const Journal &journal)
+{
+    const bool applications = channel == QLatin1String("Application");
+    const QStringList arguments{
+        applications ? QStringLiteral("--user") : QStringLiteral("--system"),
+        QStringLiteral("--no-pager"), QStringLiteral("-o"), QStringLiteral("export")};
+    const bool exported = runInto(target, arguments, journal);
+    if (exported && QFileInfo(target).size() > 0)
+        return true;
+    QFile::remove(target);
+    // Many a user has no journal of one's own, and that must not cost the system's. A system
+    // without an event, though, keeps no journal at all.
+    if (exported)
+        qDebug() << "no events:" << channel;
+    return exported && applications;
+}

@@ -1,0 +1,45 @@
+#include "LineSearch.h"
+
+#include "LineFilter.h"
+#include "SharedFile.h"
+#include "TextBlocks.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace {
+
+constexpr std::size_t pieceBytes = 511;
+
+void handOut(std::string_view line, const PieceSink &sink)
+{
+    std::array<char, pieceBytes + 1> piece;
+    while (!line.empty()) {
+        const std::size_t size = std::min(line.size(), pieceBytes);
+        std::memcpy(piece.data(), line.data(), size);
+        piece[size] = '\0';
+        sink(piece.data());
+        line.remove_prefix(size);
+    }
+}
+
+} // namespace
+
+bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink)
+{
+    QFile file(path);
+    if (!openShared(file))
+        return false;
+    LineFilter filter(keyword);
+    if (filter.matchesNothing())
+        return true;
+    // Read, not mapped: a log that its writer cuts short while it is searched just ends earlier.
+    TextBlocks blocks(file);
+    for (std::string_view block = blocks.next(); !block.empty(); block = blocks.next())
+        filter.forEachLine(block, [&sink](std::string_view line) { handOut(line, sink); });
+    blocks.reportLosses(path);
+    return true;
+}

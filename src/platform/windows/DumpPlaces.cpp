@@ -1,0 +1,7 @@
+#include "DumpPlaces.h"
+
+DumpPlaces dumpPlaces()
+{
+    return {QStringLiteral("C:\\Windows\\Memory.dmp"), QStringLiteral("C:/Windows/MEMORY.DMP"),
+            QStringLiteral("C:/Windows/Minidumps/"), QStringLiteral(".dmp"), false};
+}

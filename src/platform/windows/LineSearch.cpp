@@ -1,0 +1,28 @@
+#include "LineSearch.h"
+
+#include "FindstrCommand.h"
+
+#include <array>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+struct PipeCloser
+{
+    void operator()(FILE *pipe) const { _pclose(pipe); }
+};
+
+} // namespace
+
+bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink)
+{
+    const std::string command = findstrCommand(keyword, path.toLocal8Bit().toStdString());
+    const std::unique_ptr<FILE, PipeCloser> pipe(_popen(command.c_str(), "r"));
+    if (!pipe)
+        return false;
+    std::array<char, 512> piece;
+    while (std::fgets(piece.data(), static_cast<int>(piece.size()), pipe.get()) != nullptr)
+        sink(piece.data());
+    return true;
+}

@@ -1,0 +1,31 @@
+#include "SharedFile.h"
+
+#include <QDir>
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+bool openShared(QFile &file)
+{
+    const std::wstring path = QDir::toNativeSeparators(file.fileName()).toStdWString();
+    // Opening a folder fails, as FILE_FLAG_BACKUP_SEMANTICS is not given.
+    const HANDLE handle = ::CreateFileW(path.c_str(), GENERIC_READ,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return false;
+    const int descriptor =
+        ::GetFileType(handle) == FILE_TYPE_DISK
+            ? ::_open_osfhandle(reinterpret_cast<intptr_t>(handle), _O_RDONLY | _O_BINARY)
+            : -1;
+    if (descriptor < 0) {
+        ::CloseHandle(handle);
+        return false;
+    }
+    if (file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
+                  QFileDevice::AutoCloseHandle))
+        return true;
+    ::_close(descriptor);
+    return false;
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "ScratchFolder.h"
+#include "linux/Sources.h"
+
+#include <QFile>
+
+/// A program in place of the journal's, in a scratch folder.
+struct JournalScript
+{
+    explicit JournalScript(const QByteArray &body)
+    {
+        journal.program = scratch.file(QStringLiteral("journal"), "#!/bin/sh\n" + body + '\n');
+        QFile::setPermissions(journal.program, QFileDevice::Permissions(0x7755));
+    }
+
+    bool exports(const QString &channel) { return exportJournal(channel, target(), journal); }
+    [[nodiscard]] QString target() const { return scratch.path(QStringLiteral("events")); }
+
+    ScratchFolder scratch;
+    Journal journal;
+};

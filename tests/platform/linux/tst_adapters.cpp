@@ -1,0 +1,124 @@
+#include "ScratchFolder.h"
+#include "linux/Sources.h"
+
+#include <QNetworkInterface>
+#include <QtTest>
+
+#include <algorithm>
+
+/// Adapters as the kernel's folder describes them; their names are this machine's own.
+class Adapters : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void speedIsMegabitsOrNone_data();
+    void speedIsMegabitsOrNone();
+    void upIsWhatWorks_data();
+    void upIsWhatWorks();
+    void withoutTheKernelsFolderSpeedIsNoneAndUpIsRunning();
+    void theLoopbackHasNoHardwareAddress();
+    void allAdaptersAreListedInTheirOrder();
+};
+
+namespace {
+
+QString loopback()
+{
+    for (const QNetworkInterface &found : QNetworkInterface::allInterfaces()) {
+        if (found.type() == QNetworkInterface::Loopback)
+            return found.name();
+    }
+    return {};
+}
+
+NetworkAdapter named(const AdapterList &list, const QString &name)
+{
+    const auto found = std::find_if(list.adapters.begin(), list.adapters.end(),
+                                    [&](const auto &adapter) { return adapter.name == name; });
+    return found == list.adapters.end() ? NetworkAdapter() : *found;
+}
+
+/// The loopback, with a file of such contents about it.
+NetworkAdapter loopbackWith(const char *file, const QByteArray &contents)
+{
+    ScratchFolder scratch;
+    scratch.file(loopback() + QLatin1Char('/') + QLatin1String(file), contents);
+    return named(networkAdaptersFrom(scratch.path()), loopback());
+}
+
+} // namespace
+
+void Adapters::speedIsMegabitsOrNone_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<quint64>("speed");
+    QTest::newRow("1 Gb/s") << QByteArray("1000\n") << quint64(1'000'000'000);
+    QTest::newRow("400 Gb/s") << QByteArray("400000\n") << quint64(400'000'000'000);
+    QTest::newRow("down") << QByteArray("-1\n") << quint64(0);
+    QTest::newRow("down, unsigned") << QByteArray("4294967295\n") << quint64(0);
+    QTest::newRow("nonsense") << QByteArray("fast\n") << quint64(0);
+    QTest::newRow("empty") << QByteArray() << quint64(0);
+}
+
+void Adapters::speedIsMegabitsOrNone()
+{
+    QFETCH(QByteArray, file);
+    const NetworkAdapter adapter = loopbackWith("speed", file);
+    QTEST(adapter.transmitSpeed, "speed");
+    QTEST(adapter.receiveSpeed, "speed");
+}
+
+void Adapters::upIsWhatWorks_data()
+{
+    const bool running = QNetworkInterface::interfaceFromName(loopback())
+                             .flags()
+                             .testFlag(QNetworkInterface::IsRunning);
+    QTest::addColumn<QByteArray>("state");
+    QTest::addColumn<bool>("up");
+    QTest::newRow("up") << QByteArray("up\n") << true;
+    QTest::newRow("unknown") << QByteArray("unknown\n") << running;
+    QTest::newRow("down") << QByteArray("down\n") << false;
+    QTest::newRow("dormant") << QByteArray("dormant\n") << false;
+    QTest::newRow("lowerlayerdown") << QByteArray("lowerlayerdown\n") << false;
+}
+
+void Adapters::upIsWhatWorks()
+{
+    QFETCH(QByteArray, state);
+    QTEST(loopbackWith("operstate", state).up, "up");
+}
+
+void Adapters::withoutTheKernelsFolderSpeedIsNoneAndUpIsRunning()
+{
+    const AdapterList list = networkAdaptersFrom(QStringLiteral("/nowhere"));
+    QCOMPARE(list.error, 0U);
+    for (const NetworkAdapter &adapter : list.adapters) {
+        const QNetworkInterface found = QNetworkInterface::interfaceFromName(adapter.name);
+        QCOMPARE(adapter.transmitSpeed, quint64(0));
+        QCOMPARE(adapter.up, found.flags().testFlag(QNetworkInterface::IsRunning));
+    }
+}
+
+void Adapters::theLoopbackHasNoHardwareAddress()
+{
+    const NetworkAdapter adapter = named(networkAdapters(), loopback());
+    QCOMPARE(adapter.name, loopback());
+    QCOMPARE(adapter.hardwareAddress, QByteArray());
+    QVERIFY(adapter.mtu > 0);
+}
+
+void Adapters::allAdaptersAreListedInTheirOrder()
+{
+    QStringList names;
+    for (const NetworkAdapter &adapter : networkAdapters().adapters)
+        names.append(adapter.name);
+    QStringList expected;
+    for (const QNetworkInterface &found : QNetworkInterface::allInterfaces())
+        expected.append(found.humanReadableName());
+    QVERIFY(!expected.isEmpty());
+    QCOMPARE(names, expected);
+}
+
+QTEST_GUILESS_MAIN(Adapters)
+#include "tst_adapters.moc"

@@ -1,0 +1,93 @@
+#include "Faults.h"
+#include "ScratchFolder.h"
+#include "linux/Sources.h"
+
+#include <QFile>
+#include <QtTest>
+
+class KernelDumps : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void noCrashFolderMeansNoKernelDump();
+    void theNewestOfAllKernelDumpsCounts();
+    void theKernelsLogBesideIsNone();
+    void unreadableOnesAreMissing();
+    void smallDumpsAreKernelLogsThatMayBeRead();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+const QDateTime noon = QDateTime::fromSecsSinceEpoch(1'700'000'000, Qt::UTC);
+
+QString kernelDumpBelow(const QString &folder)
+{
+    return dumpPlacesFrom(folder).kernelDump;
+}
+
+} // namespace
+
+void KernelDumps::noCrashFolderMeansNoKernelDump()
+{
+    ScratchFolder scratch;
+    QCOMPARE(kernelDumpBelow(scratch.path(text("nowhere"))), QString());
+    QCOMPARE(kernelDumpBelow(scratch.path()), QString());
+    scratch.file(text("kexec_cmd"));
+    scratch.folder(text("vmcore"));
+    QCOMPARE(kernelDumpBelow(scratch.path()), QString());
+}
+
+void KernelDumps::theNewestOfAllKernelDumpsCounts()
+{
+    ScratchFolder scratch;
+    scratch.file(text("127.0.0.1-2024-01-01-10:00:00/vmcore"), "1", noon.addDays(-3));
+    const QString second =
+        scratch.file(text("202401021000/dump.202401021000"), "2", noon.addDays(-2));
+    QCOMPARE(kernelDumpBelow(scratch.path()), second);
+    const QString third = scratch.file(text("deep/er/vmcore.flat"), "3", noon.addDays(-1));
+    QCOMPARE(kernelDumpBelow(scratch.path()), third);
+    QCOMPARE(dumpPlacesFrom(scratch.path()).kernelDumpProbe, third);
+    QVERIFY(QFile::link(third, scratch.path(text("vmcore.link"))));
+    QCOMPARE(kernelDumpBelow(scratch.path()), third);
+}
+
+void KernelDumps::theKernelsLogBesideIsNone()
+{
+    ScratchFolder scratch;
+    const QString dump = scratch.file(text("a/vmcore"), "1", noon.addDays(-1));
+    scratch.file(text("a/vmcore-dmesg.txt"), "log", noon);
+    scratch.file(text("a/dmesg.202401021000"), "log", noon);
+    QCOMPARE(kernelDumpBelow(scratch.path()), dump);
+}
+
+void KernelDumps::unreadableOnesAreMissing()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("this system cannot take away the right to read");
+    ScratchFolder scratch;
+    const QString older = scratch.file(text("a/vmcore"), "1", noon.addDays(-1));
+    const QString newer = scratch.file(text("b/vmcore"), "2", noon);
+    QVERIFY(QFile::setPermissions(newer, QFileDevice::Permissions()));
+    QVERIFY(QFile::setPermissions(scratch.path(), QFileDevice::Permissions(0x7777)));
+    const OrdinaryUser user;
+    QCOMPARE(kernelDumpBelow(scratch.path()), older);
+}
+
+void KernelDumps::smallDumpsAreKernelLogsThatMayBeRead()
+{
+    const DumpPlaces places = dumpPlacesFrom(text("/nowhere"), text("/kernel/logs"));
+    QCOMPARE(places.smallDumps, text("/kernel/logs"));
+    QVERIFY(text("dmesg-efi-170000000001001").contains(places.smallDumpMark));
+    QVERIFY(text("dmesg.txt").contains(places.smallDumpMark));
+    QVERIFY(!text("console-ramoops-0").contains(places.smallDumpMark));
+    QVERIFY(places.unreadableIsMissing);
+}
+
+QTEST_GUILESS_MAIN(KernelDumps)
+#include "tst_dump_places.moc"

@@ -1,0 +1,197 @@
+#include "DebugCapture.h"
+#include "JournalScript.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QThread>
+#include <QtTest>
+
+#include <memory>
+
+class JournalExport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void asksForTheUsersOrTheSystemsEventsLosslessly_data();
+    void asksForTheUsersOrTheSystemsEventsLosslessly();
+    void takesWhatIsPrintedByteForByte();
+    void replacesWhatStoodThere();
+    void runsNoShell();
+    void complaintsGoToTheDebugOutput();
+    void endlessComplaintsTakeNoMemory();
+    void aFailingProgramLeavesNoFile();
+    void aCrashingProgramLeavesNoFile();
+    void aMissingProgramLeavesNoFile();
+    void aProgramThatHangsIsEnded();
+    void aSlowProgramThatGoesOnWritingIsNot();
+    void aUserWithoutEventsCostsNothing();
+    void aSystemWithoutEventsKeepsNoJournal();
+    void aTargetThatCannotBeWrittenFails();
+    void worksOnAThreadWithoutEventLoop();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+const QString application = QStringLiteral("Application");
+const QString system_ = QStringLiteral("System");
+
+} // namespace
+
+void JournalExport::asksForTheUsersOrTheSystemsEventsLosslessly_data()
+{
+    QTest::addColumn<QString>("channel");
+    QTest::addColumn<QByteArray>("arguments");
+    QTest::newRow("user's") << application << QByteArray("--user\n--no-pager\n-o\nexport\n");
+    QTest::newRow("system's") << system_ << QByteArray("--system\n--no-pager\n-o\nexport\n");
+}
+
+void JournalExport::asksForTheUsersOrTheSystemsEventsLosslessly()
+{
+    QFETCH(QString, channel);
+    JournalScript script("printf '%s\\n' \"$@\"");
+    QVERIFY(script.exports(channel));
+    QTEST(script.scratch.read(text("events")), "arguments");
+}
+
+void JournalExport::takesWhatIsPrintedByteForByte()
+{
+    JournalScript script("printf 'a\\0b\\r\\n\\377'");
+    const DebugCapture output;
+    QVERIFY(script.exports(system_));
+    QCOMPARE(script.scratch.read(text("events")), QByteArray("a\0b\r\n\xff", 6));
+    QCOMPARE(output.lines(), QStringList());
+}
+
+void JournalExport::replacesWhatStoodThere()
+{
+    JournalScript script("echo new");
+    script.scratch.file(text("events"), "old and longer\n");
+    QVERIFY(script.exports(system_));
+    QCOMPARE(script.scratch.read(text("events")), QByteArray("new\n"));
+}
+
+void JournalExport::runsNoShell()
+{
+    ScratchFolder scratch;
+    Journal journal;
+    journal.program = scratch.path(text("journal; touch '%1'").arg(scratch.path(text("harm"))));
+    const DebugCapture output;
+    QVERIFY(!exportJournal(system_, scratch.path(text("$(touch harm)")), journal));
+    QVERIFY(!QFileInfo::exists(scratch.path(text("harm"))));
+}
+
+void JournalExport::complaintsGoToTheDebugOutput()
+{
+    JournalScript script("echo 'Hint: 提示' >&2; echo events; echo second >&2");
+    const DebugCapture output;
+    QVERIFY(script.exports(system_));
+    QCOMPARE(output.lines(), QStringList({text("Hint: 提示"), text("second")}));
+    QCOMPARE(script.scratch.read(text("events")), QByteArray("events\n"));
+}
+
+void JournalExport::endlessComplaintsTakeNoMemory()
+{
+    JournalScript script("head -c 3000000 /dev/zero | tr '\\0' x >&2; echo events");
+    const DebugCapture output;
+    QVERIFY(script.exports(system_));
+    QCOMPARE(output.lines(), QStringList(QString(64 * 1024, QLatin1Char('x'))));
+}
+
+void JournalExport::aFailingProgramLeavesNoFile()
+{
+    JournalScript script("echo half; echo refused >&2; exit 1");
+    const DebugCapture output;
+    QVERIFY(!script.exports(application));
+    QVERIFY(!QFileInfo::exists(script.target()));
+    QCOMPARE(output.lines(), QStringList(text("refused")));
+}
+
+void JournalExport::aCrashingProgramLeavesNoFile()
+{
+    JournalScript script("echo half; kill -SEGV $$");
+    const DebugCapture output;
+    QVERIFY(!script.exports(application));
+    QVERIFY(!QFileInfo::exists(script.target()));
+}
+
+void JournalExport::aMissingProgramLeavesNoFile()
+{
+    const ScratchFolder scratch;
+    const QString target = scratch.path(text("events"));
+    Journal journal;
+    journal.program = scratch.path(text("no such program"));
+    const DebugCapture output;
+    QVERIFY(!exportJournal(application, target, journal));
+    QVERIFY(!QFileInfo::exists(target));
+    QVERIFY(output.contains(text("cannot run \"%1\"").arg(journal.program)));
+}
+
+void JournalExport::aProgramThatHangsIsEnded()
+{
+    JournalScript script("echo half; echo waiting >&2; exec sleep 1000");
+    script.journal.patience = 300;
+    const DebugCapture output;
+    QElapsedTimer time;
+    time.start();
+    QVERIFY(!script.exports(application));
+    QVERIFY(time.elapsed() < 20000);
+    QVERIFY(!QFileInfo::exists(script.target()));
+    QCOMPARE(output.lines().first(), text("waiting"));
+    QVERIFY(output.contains(text("ended, because it wrote nothing for 300 ms:")));
+}
+
+void JournalExport::aSlowProgramThatGoesOnWritingIsNot()
+{
+    JournalScript script("for i in 1 2 3 4 5 6 7 8; do echo $i; sleep 0.25; done");
+    script.journal.patience = 1500; // less than the whole takes, more than it pauses
+    QVERIFY(script.exports(system_));
+    QCOMPARE(script.scratch.read(text("events")), QByteArray("1\n2\n3\n4\n5\n6\n7\n8\n"));
+}
+
+void JournalExport::aUserWithoutEventsCostsNothing()
+{
+    JournalScript script("exit 0");
+    const DebugCapture output;
+    QVERIFY(script.exports(application));
+    QVERIFY(!QFileInfo::exists(script.target()));
+    QCOMPARE(output.lines(), QStringList(text("no events: \"Application\"")));
+}
+
+void JournalExport::aSystemWithoutEventsKeepsNoJournal()
+{
+    JournalScript script("echo 'No journal files were found.' >&2");
+    const DebugCapture output;
+    QVERIFY(!script.exports(system_));
+    QVERIFY(!QFileInfo::exists(script.target()));
+    QCOMPARE(output.lines(),
+             QStringList({text("No journal files were found."), text("no events: \"System\"")}));
+}
+
+void JournalExport::aTargetThatCannotBeWrittenFails()
+{
+    JournalScript script("echo events");
+    const DebugCapture output;
+    QVERIFY(!exportJournal(system_, script.scratch.path(text("nowhere/events")), script.journal));
+    QVERIFY(output.contains(text("cannot run")));
+}
+
+void JournalExport::worksOnAThreadWithoutEventLoop()
+{
+    JournalScript script("echo events");
+    bool exported = false;
+    const std::unique_ptr<QThread> thread(
+        QThread::create([&] { exported = script.exports(system_); }));
+    thread->start();
+    QVERIFY(thread->wait(20000));
+    QVERIFY(exported);
+    QCOMPARE(script.scratch.read(text("events")), QByteArray("events\n"));
+}
+
+QTEST_GUILESS_MAIN(JournalExport)
+#include "tst_journal.moc"

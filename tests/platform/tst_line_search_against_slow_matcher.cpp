@@ -1,0 +1,155 @@
+#include "LineFilter.h"
+#include "SlowFindstr.h"
+
+#include <QtTest>
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string keywordOf(std::mt19937 &random)
+{
+    // Pieces rather than characters, so that most keywords mean something.
+    static const std::vector<std::string> pieces = {
+        "a",     "b",   "a",    "b",        "x",      "_",    "-",      ".",    ".",
+        "*",     "*",   "*",    ".*",       "^",      "$",    "[ab]",   "[^a]", "[a-x]",
+        "[b-a]", "[]",  "[^]",  "[^-]",     "[a\\]]", "[-a]", "[\\^a]", "[",    "]",
+        "\\",    "\\<", "\\>",  "\\.",      "\\*",    "\\\\", "\\$",    "\\^",  " ",
+        "\"",    "+",   "\xc3", "\xc3\xa4", "\r",     "[^b]*"};
+    std::string keyword;
+    const auto count = 1 + random() % 9;
+    for (unsigned i = 0; i < count; ++i)
+        keyword += pieces[random() % pieces.size()];
+    return keyword;
+}
+
+std::string lineOf(std::mt19937 &random)
+{
+    static const std::string bytes("aaaabbbbxx_-.*^$[]\\<> \"+\xc3\xa4\r\0", 27);
+    std::string line;
+    const auto length = random() % 12;
+    for (unsigned i = 0; i < length; ++i)
+        line += bytes[random() % bytes.size()];
+    // A line's own last CR would be taken for a part of its end.
+    while (!line.empty() && line.back() == '\r')
+        line.pop_back();
+    return line;
+}
+
+struct Text
+{
+    std::vector<std::string> lines;
+    std::string bytes;
+};
+
+Text textOf(std::mt19937 &random)
+{
+    Text text;
+    for (int i = 0; i < 40; ++i)
+        text.lines.push_back(lineOf(random));
+    text.lines.back() += 'a';
+    for (const std::string &line : text.lines)
+        text.bytes += line + '\n';
+    if (random() % 2 == 0)
+        text.bytes.pop_back();
+    return text;
+}
+
+std::string found(LineFilter &filter, const std::string &bytes)
+{
+    std::string result;
+    filter.forEachLine(bytes, [&result](std::string_view line) { result.append(line); });
+    return result;
+}
+
+std::string expected(const std::string &keyword, const Text &text)
+{
+    std::string result;
+    std::size_t pos = 0;
+    for (const std::string &line : text.lines) {
+        if (slowFindstrMatches(keyword, line))
+            result += text.bytes.substr(pos, line.size() + 1);
+        pos += line.size() + 1;
+    }
+    return result;
+}
+
+} // namespace
+
+class LineSearchAgainstSlowMatcher : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void slowMatcherKnowsTheTable_data();
+    void slowMatcherKnowsTheTable();
+    void findsTheSameLines_data();
+    void findsTheSameLines();
+};
+
+void LineSearchAgainstSlowMatcher::slowMatcherKnowsTheTable_data()
+{
+    QTest::addColumn<QByteArray>("keyword");
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<bool>("matches");
+
+    const auto row = [](const char *keyword, const char *line, bool matches) {
+        QTest::addRow("%s in %s", keyword, line)
+            << QByteArray(keyword) << QByteArray(line) << matches;
+    };
+    row("\\.*", "abc", true);
+    row("a^bc", "a^bc", true);
+    row("ab$c", "ab$c", true);
+    row("\\.bc", "abc", false);
+    row("\\<c", "cab", true);
+    row("\\<c", "abc", false);
+    row("foo bar", "a bar", true);
+    row("[a", "a", false);
+    row("A", "a", false);
+    row("^b", "ab", false);
+    row("a$", "ab", false);
+    row("[^a]", "aaa", false);
+}
+
+void LineSearchAgainstSlowMatcher::slowMatcherKnowsTheTable()
+{
+    QFETCH(QByteArray, keyword);
+    QFETCH(QByteArray, line);
+    QTEST(slowFindstrMatches(keyword.toStdString(), line.toStdString()), "matches");
+}
+
+void LineSearchAgainstSlowMatcher::findsTheSameLines_data()
+{
+    QTest::addColumn<bool>("machineCode");
+
+    QTest::newRow("machine code") << true;
+    QTest::newRow("interpreter") << false;
+}
+
+void LineSearchAgainstSlowMatcher::findsTheSameLines()
+{
+    QFETCH(bool, machineCode);
+    std::mt19937 random(20240607);
+    constexpr int keywords = 8000;
+    int selective = 0;
+    for (int i = 0; i < keywords; ++i) {
+        const std::string keyword = keywordOf(random);
+        const Text text = textOf(random);
+        LineFilter filter(keyword, machineCode ? PatternFinder::Use::MachineCode
+                                               : PatternFinder::Use::Interpreter);
+        const std::string wanted = expected(keyword, text);
+        const std::string got = found(filter, text.bytes);
+        selective += wanted.empty() || wanted == text.bytes ? 0 : 1;
+        if (got != wanted)
+            qWarning() << "keyword" << QByteArray::fromStdString(keyword) << "text"
+                       << QByteArray::fromStdString(text.bytes);
+        QCOMPARE(QByteArray::fromStdString(got), QByteArray::fromStdString(wanted));
+    }
+    // Keywords that select everything or nothing would prove little.
+    QVERIFY2(selective > keywords / 4, qPrintable(QString::number(selective)));
+}
+
+QTEST_APPLESS_MAIN(LineSearchAgainstSlowMatcher)
+#include "tst_line_search_against_slow_matcher.moc"

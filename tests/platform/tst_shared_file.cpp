@@ -1,0 +1,86 @@
+#include "ScratchFolder.h"
+#include "SharedFile.h"
+
+#include <QProcess>
+#include <QtTest>
+
+class SharedFileTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readsAFile();
+    void refusesWhatIsNotThere();
+    void refusesAFolder();
+    void refusesAPipeWithoutWaitingForItsWriter();
+    void refusesADevice();
+    void opensNamesBeyondAscii();
+    void letsTheWriterGoOnAndDelete();
+
+private:
+    ScratchFolder scratch;
+};
+
+void SharedFileTest::readsAFile()
+{
+    QFile file(scratch.file(QStringLiteral("a.log"), "one\r\ntwo\n"));
+    QVERIFY(openShared(file));
+    QCOMPARE(file.readAll(), QByteArray("one\r\ntwo\n"));
+}
+
+void SharedFileTest::refusesWhatIsNotThere()
+{
+    QFile file(scratch.path(QStringLiteral("missing.log")));
+    QVERIFY(!openShared(file));
+    QVERIFY(!file.isOpen());
+    QFile nameless;
+    QVERIFY(!openShared(nameless));
+}
+
+void SharedFileTest::refusesAFolder()
+{
+    QFile file(scratch.folder(QStringLiteral("folder.log")));
+    QVERIFY(!openShared(file));
+}
+
+void SharedFileTest::refusesAPipeWithoutWaitingForItsWriter()
+{
+    QFile file(scratch.path(QStringLiteral("pipe.log")));
+    if (QProcess::execute(QStringLiteral("mkfifo"), {file.fileName()}) != 0)
+        QSKIP("no pipes among files here");
+    QVERIFY(!openShared(file));
+}
+
+void SharedFileTest::refusesADevice()
+{
+    for (const char *device : {"/dev/zero", "NUL"}) {
+        QFile file(QString::fromLatin1(device));
+        QVERIFY(!openShared(file));
+    }
+}
+
+void SharedFileTest::opensNamesBeyondAscii()
+{
+    QFile file(scratch.file(QString::fromUtf8("日志 ä.log"), "x"));
+    QVERIFY(openShared(file));
+    QCOMPARE(file.readAll(), QByteArray("x"));
+}
+
+void SharedFileTest::letsTheWriterGoOnAndDelete()
+{
+    const QString path = scratch.path(QStringLiteral("growing.log"));
+    QFile writer(path);
+    QVERIFY(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    writer.write("one\n");
+    QFile file(path);
+    QVERIFY(openShared(file));
+    QCOMPARE(file.readAll(), QByteArray("one\n"));
+    writer.write("two\n");
+    QCOMPARE(file.readAll(), QByteArray("two\n"));
+    writer.close();
+    QVERIFY(QFile::rename(path, path + QLatin1String(".1")));
+    QVERIFY(QFile::remove(path + QLatin1String(".1")));
+}
+
+QTEST_APPLESS_MAIN(SharedFileTest)
+#include "tst_shared_file.moc"

@@ -1,0 +1,211 @@
+#include "DebugCapture.h"
+#include "TextBlocks.h"
+
+#include <QBuffer>
+#include <QtTest>
+
+namespace {
+
+/// A text that arrives in portions of a fixed size.
+class Trickle : public QIODevice
+{
+public:
+    Trickle(QByteArray contents, qint64 portion)
+        : text(std::move(contents))
+        , step(portion)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+protected:
+    qint64 readData(char *data, qint64 size) override
+    {
+        const qint64 count = qMin(qMin(size, step), qint64(text.size()) - pos);
+        std::copy_n(text.constData() + pos, count, data);
+        pos += count;
+        return count;
+    }
+    qint64 writeData(const char * /*data*/, qint64 /*size*/) override { return -1; }
+
+private:
+    QByteArray text;
+    qint64 step;
+    qint64 pos = 0;
+};
+
+/// A text whose device cannot be read any further once it has been handed out.
+class Failing : public Trickle
+{
+public:
+    using Trickle::Trickle;
+
+protected:
+    qint64 readData(char *data, qint64 size) override
+    {
+        const qint64 count = Trickle::readData(data, size);
+        return count > 0 ? count : -1;
+    }
+};
+
+QByteArray allOf(TextBlocks &blocks, int *count = nullptr)
+{
+    QByteArray result;
+    for (std::string_view block = blocks.next(); !block.empty(); block = blocks.next()) {
+        result.append(block.data(), int(block.size()));
+        if (count != nullptr)
+            ++*count;
+    }
+    return result;
+}
+
+} // namespace
+
+class TextBlocksTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void unifiesLineEnds_data();
+    void unifiesLineEnds();
+    void findsLineEndsWhereverThePortionsAreCut_data();
+    void findsLineEndsWhereverThePortionsAreCut();
+    void handsOutWholeLinesOnly();
+    void keepsLinesOfTenMegabytes();
+    void cutsALineAtItsLimitAndGoesOnBehindIt();
+    void tellsAFailedReadFromTheEnd();
+    void reportsLossesOnceAFile();
+    void hasNothingOfAnEmptyText();
+    void staysAtTheEnd();
+};
+
+void TextBlocksTest::unifiesLineEnds_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("expected");
+
+    QTest::newRow("line feeds") << QByteArray("a\nb\n") << QByteArray("a\nb\n");
+    QTest::newRow("carriage returns before them")
+        << QByteArray("a\r\nb\r\n") << QByteArray("a\nb\n");
+    QTest::newRow("mixed") << QByteArray("a\nb\r\nc\n") << QByteArray("a\nb\nc\n");
+    QTest::newRow("a lone one is content") << QByteArray("a\rb\n") << QByteArray("a\rb\n");
+    QTest::newRow("two before a line feed") << QByteArray("a\r\r\n") << QByteArray("a\r\n");
+    QTest::newRow("at the end of the text") << QByteArray("a\r") << QByteArray("a\r");
+    QTest::newRow("empty lines") << QByteArray("\r\n\r\n\n") << QByteArray("\n\n\n");
+    QTest::newRow("empty") << QByteArray() << QByteArray();
+}
+
+void TextBlocksTest::unifiesLineEnds()
+{
+    QFETCH(QByteArray, text);
+    const std::size_t size = unifyLineEnds(text.data(), std::size_t(text.size()));
+    QTEST(text.left(int(size)), "expected");
+}
+
+void TextBlocksTest::findsLineEndsWhereverThePortionsAreCut_data()
+{
+    QTest::addColumn<int>("portion");
+
+    for (const int portion : {1, 2, 3, 7, 1000})
+        QTest::newRow(QByteArray::number(portion).constData()) << portion;
+}
+
+void TextBlocksTest::findsLineEndsWhereverThePortionsAreCut()
+{
+    QFETCH(int, portion);
+    Trickle text("one\r\ntwo\r\r\n\r\n\nthree\rfour\nlast\r", portion);
+    TextBlocks blocks(text);
+    QCOMPARE(allOf(blocks), QByteArray("one\ntwo\r\n\n\nthree\rfour\nlast\r"));
+}
+
+void TextBlocksTest::handsOutWholeLinesOnly()
+{
+    QByteArray text;
+    for (int i = 0; i < 50'000; ++i)
+        text += "line number " + QByteArray::number(i) + '\n';
+    QBuffer device(&text);
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    TextBlocks blocks(device);
+    QByteArray all;
+    for (std::string_view block = blocks.next(); !block.empty(); block = blocks.next()) {
+        QCOMPARE(block.back(), '\n');
+        all.append(block.data(), int(block.size()));
+    }
+    QVERIFY(all == text);
+}
+
+void TextBlocksTest::keepsLinesOfTenMegabytes()
+{
+    QByteArray text = "short\n" + QByteArray(10'000'000, 'x') + "\r\nshort\n";
+    QBuffer device(&text);
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    TextBlocks blocks(device);
+    QVERIFY(allOf(blocks) == text.replace("\r\n", "\n"));
+}
+
+void TextBlocksTest::cutsALineAtItsLimitAndGoesOnBehindIt()
+{
+    const int limit = int(TextBlocks::blockBytes) + 5;
+    for (const int length : {limit - 1, limit, limit + 1, 3 * limit}) {
+        QByteArray text = QByteArray(length, 'x') + "\nnext\n";
+        QBuffer device(&text);
+        QVERIFY(device.open(QIODevice::ReadOnly));
+        TextBlocks blocks(device, std::size_t(limit));
+        QVERIFY(allOf(blocks) == QByteArray(qMin(length, limit), 'x') + "\nnext\n");
+    }
+}
+
+void TextBlocksTest::tellsAFailedReadFromTheEnd()
+{
+    Failing broken("one\ntw", 3);
+    TextBlocks some(broken);
+    QVERIFY(!some.failed());
+    QCOMPARE(allOf(some), QByteArray("one\ntw"));
+    QVERIFY(some.failed());
+
+    Trickle whole("one\ntw", 3);
+    TextBlocks all(whole);
+    QCOMPARE(allOf(all), QByteArray("one\ntw"));
+    QVERIFY(!all.failed());
+}
+
+void TextBlocksTest::reportsLossesOnceAFile()
+{
+    const int limit = int(TextBlocks::blockBytes);
+    const QString path = QStringLiteral("a.log");
+    DebugCapture output;
+    Trickle fitting(QByteArray(limit, 'x') + '\n', 100'000);
+    TextBlocks whole(fitting, std::size_t(limit));
+    allOf(whole);
+    QVERIFY(!whole.hasCut());
+    whole.reportLosses(path);
+    QCOMPARE(output.take(), QStringList());
+
+    Failing broken((QByteArray(2 * limit, 'x') + '\n').repeated(2), 100'000);
+    TextBlocks blocks(broken, std::size_t(limit));
+    allOf(blocks);
+    QVERIFY(blocks.hasCut());
+    blocks.reportLosses(path);
+    QCOMPARE(output.take(),
+             QStringList({QStringLiteral("read failed: a.log"),
+                          QStringLiteral("line longer than 262144 bytes cut: a.log")}));
+}
+
+void TextBlocksTest::hasNothingOfAnEmptyText()
+{
+    QBuffer device;
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    TextBlocks blocks(device);
+    QVERIFY(blocks.next().empty());
+}
+
+void TextBlocksTest::staysAtTheEnd()
+{
+    Trickle text("no line feed", 100);
+    TextBlocks blocks(text);
+    QVERIFY(blocks.next() == "no line feed");
+    QVERIFY(blocks.next().empty());
+    QVERIFY(blocks.next().empty());
+}
+
+QTEST_APPLESS_MAIN(TextBlocksTest)
+#include "tst_text_blocks.moc"

@@ -1,0 +1,49 @@
+#include "windows/Answers.h"
+
+#include <QtTest>
+
+/// What the system is asked when a channel is exported.
+class EventLogArguments : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void areChannelEveryEventTargetAndChannelPath();
+    void resultIsTheSystems_data();
+    void resultIsTheSystems();
+};
+
+void EventLogArguments::areChannelEveryEventTargetAndChannelPath()
+{
+    int calls = 0;
+    const ExportLog look = [&](const wchar_t *channel, const wchar_t *query, const wchar_t *target,
+                               unsigned long flags) {
+        ++calls;
+        return QString::fromWCharArray(channel) == QLatin1String("Application") &&
+               QString::fromWCharArray(query) == QLatin1String("*") &&
+               QString::fromWCharArray(target) ==
+                   QString::fromUtf8("C:\\用户\\ApplicationEvents.evtx") &&
+               flags == 1;
+    };
+    QVERIFY(exportEventLogBy(look, QStringLiteral("Application"),
+                             QString::fromUtf8("C:/用户/ApplicationEvents.evtx")));
+    QCOMPARE(calls, 1);
+}
+
+void EventLogArguments::resultIsTheSystems_data()
+{
+    QTest::addColumn<bool>("result");
+    QTest::newRow("done") << true;
+    QTest::newRow("refused") << false;
+}
+
+void EventLogArguments::resultIsTheSystems()
+{
+    QFETCH(bool, result);
+    const ExportLog answer = [&](auto...) { return result; };
+    QCOMPARE(exportEventLogBy(answer, QStringLiteral("System"), QStringLiteral("C:/a.evtx")),
+             result);
+}
+
+QTEST_GUILESS_MAIN(EventLogArguments)
+#include "tst_event_log_arguments.moc"

@@ -1,0 +1,100 @@
+#include "ComSecurity.h"
+#include "DumpPlaces.h"
+#include "EventLog.h"
+#include "MemoryModules.h"
+#include "MemoryStatus.h"
+#include "NetworkAdapters.h"
+#include "ScratchFolder.h"
+
+#include <QFileInfo>
+#include <QThread>
+#include <QtTest>
+
+#include <memory>
+
+/// What this machine's Windows answers, as far as it holds on every machine.
+class WindowsAnswers : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void adaptersHaveNamesAndAddresses();
+    void memoryIsThereAndNotAllOfItIsFree();
+    void comSecurityIsSetUpOnce();
+    void modulesCanBeAskedForAgainAndAgainOnAWorker();
+    void anExportedChannelIsAFileAndARefusedOneNone();
+    void dumpsLieWhereWindowsPutsThem();
+};
+
+void WindowsAnswers::adaptersHaveNamesAndAddresses()
+{
+    const AdapterList list = networkAdapters();
+    QCOMPARE(list.error, 0U);
+    QVERIFY(!list.adapters.isEmpty());
+    for (const NetworkAdapter &adapter : list.adapters) {
+        QVERIFY(!adapter.name.isEmpty());
+        QVERIFY(adapter.hardwareAddress.size() <= 8);
+        for (const NetworkAddress &address : adapter.addresses) {
+            QCOMPARE(address.family, NetworkAddress::Family::IPv4);
+            QCOMPARE(address.text.count('.'), 3);
+        }
+    }
+}
+
+void WindowsAnswers::memoryIsThereAndNotAllOfItIsFree()
+{
+    const std::optional<MemoryStatus> status = memoryStatus();
+    QVERIFY(status);
+    QVERIFY(status->total > 0);
+    QVERIFY(status->available < status->total);
+    QVERIFY(status->load <= 100);
+}
+
+void WindowsAnswers::comSecurityIsSetUpOnce()
+{
+    const qint32 first = setUpComSecurity();
+    QCOMPARE(setUpComSecurity(), first);
+}
+
+void WindowsAnswers::modulesCanBeAskedForAgainAndAgainOnAWorker()
+{
+    if (setUpComSecurity() < 0)
+        QSKIP("this system refuses to set up COM security");
+    QVector<int> counts;
+    const std::unique_ptr<QThread> worker(QThread::create([&] {
+        for (int i = 0; i < 10; ++i) {
+            const MemoryModuleList list = memoryModules();
+            counts.append(list.query == MemoryModuleList::Query::Complete ? list.modules.size()
+                                                                          : -int(list.query));
+        }
+    }));
+    worker->start();
+    QVERIFY(worker->wait(60000));
+    QCOMPARE(counts.size(), 10);
+    QVERIFY2(counts.first() >= 0, qPrintable(QString::number(counts.first())));
+    QCOMPARE(counts.count(counts.first()), 10);
+}
+
+void WindowsAnswers::anExportedChannelIsAFileAndARefusedOneNone()
+{
+    const ScratchFolder scratch;
+    const QString application = scratch.path(QStringLiteral("Application.evtx"));
+    QCOMPARE(exportEventLog(QStringLiteral("Application"), application),
+             QFileInfo(application).size() > 0);
+    const QString unknown = scratch.path(QStringLiteral("unknown.evtx"));
+    QVERIFY(!exportEventLog(QStringLiteral("no such channel"), unknown));
+    QVERIFY(!QFileInfo::exists(unknown));
+}
+
+void WindowsAnswers::dumpsLieWhereWindowsPutsThem()
+{
+    const DumpPlaces places = dumpPlaces();
+    QCOMPARE(places.kernelDumpProbe, QStringLiteral("C:\\Windows\\Memory.dmp"));
+    QCOMPARE(places.kernelDump, QStringLiteral("C:/Windows/MEMORY.DMP"));
+    QCOMPARE(places.smallDumps, QStringLiteral("C:/Windows/Minidumps/"));
+    QCOMPARE(places.smallDumpMark, QStringLiteral(".dmp"));
+    QVERIFY(!places.unreadableIsMissing);
+}
+
+QTEST_GUILESS_MAIN(WindowsAnswers)
+#include "tst_windows_answers.moc"

@@ -1,0 +1,27 @@
+#include "LogFile.h"
+
+#include "SharedFile.h"
+#include "TextBlocks.h"
+
+#include <QFile>
+
+std::optional<int> readLogFile(const QString &path, int maxLines, const LogLineSink &sink)
+{
+    QFile file(path);
+    if (!openShared(file))
+        return std::nullopt;
+    int number = 0;
+    TextBlocks blocks(file);
+    for (std::string_view rest = blocks.next(); !rest.empty(); rest = blocks.next()) {
+        std::size_t end = 0;
+        for (; number < maxLines && (end = rest.find('\n')) != std::string_view::npos; ++number) {
+            const std::string_view line = rest.substr(0, end);
+            sink(line.substr(0, line.find('\0')), number);
+            rest.remove_prefix(end + 1);
+        }
+        if (number == maxLines)
+            break;
+    }
+    blocks.reportLosses(path);
+    return number;
+}

@@ -1,0 +1,156 @@
+#include "LogRows.h"
+
+#include "LogLine.h"
+#include "TextBlocks.h"
+
+#include <QHeaderView>
+#include <QTableWidget>
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+
+namespace {
+
+constexpr int copyRowLimit = 10000;
+
+QString fromUtf8(std::string_view bytes)
+{
+    return QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+/// The same text for each line of a level, instead of one that is made anew.
+const QString &levelText(std::string_view level)
+{
+    static const std::array<QString, std::size(logLevels)> texts = [] {
+        std::array<QString, std::size(logLevels)> made;
+        std::transform(std::begin(logLevels), std::end(logLevels), made.begin(), fromUtf8);
+        return made;
+    }();
+    const auto found = std::find(std::begin(logLevels), std::end(logLevels), level);
+    return texts[static_cast<std::size_t>(found - std::begin(logLevels))];
+}
+
+/// A line and its text, for the texts of its parts.
+class LineText
+{
+public:
+    explicit LineText(std::string_view line)
+        : bytes(line)
+        , whole(fromUtf8(line))
+    {
+    }
+
+    [[nodiscard]] const QString &text() const { return whole; }
+
+    [[nodiscard]] QString part(std::string_view field) const
+    {
+        // A character for each byte: what was decoded once need not be decoded again.
+        if (static_cast<std::size_t>(whole.size()) != bytes.size())
+            return fromUtf8(field);
+        return field.empty() ? QString()
+                             : whole.mid(static_cast<int>(field.data() - bytes.data()),
+                                         static_cast<int>(field.size()));
+    }
+
+private:
+    std::string_view bytes;
+    QString whole;
+};
+
+} // namespace
+
+LogRows::LogRows(QTableWidget &target)
+    : table(target)
+{
+}
+
+void LogRows::place(std::string_view line, int row)
+{
+    if (row < 0 || row >= table.rowCount())
+        return;
+    line = line.substr(0, TextBlocks::maxLineBytes);
+    const LineText text(line);
+    const LogLine fields = splitLogLine(line);
+    if (fields.structured) {
+        placeCell(row, Timestamp, text.part(fields.timestamp), text.text());
+        placeCell(row, Level, levelText(fields.level), text.text());
+        placeCell(row, Source, sourceText(fields.source), text.text());
+        placeCell(row, Message, text.part(fields.message), text.text());
+    } else {
+        placeCell(row, Message, text.text(), text.text());
+    }
+}
+
+void LogRows::placeCell(int row, Column column, const QString &text, const QString &line)
+{
+    auto *cell = new QTableWidgetItem(text);
+    cell->setToolTip(line);
+    table.setItem(row, column, cell); // takes the cell
+}
+
+QString LogRows::sourceText(std::string_view source)
+{
+    KnownSource &known = knownSources[std::hash<std::string_view>()(source) % knownSources.size()];
+    if (known.bytes != source) {
+        known.bytes = source;
+        known.text = fromUtf8(source);
+    }
+    return known.text;
+}
+
+SilentFill::SilentFill(QTableWidget &target)
+    : table(target)
+    , wasBlocked(target.model()->blockSignals(true))
+{
+}
+
+SilentFill::~SilentFill()
+{
+    QAbstractItemModel *const model = table.model();
+    model->blockSignals(wasBlocked);
+    if (table.rowCount() > 0)
+        emit model->dataChanged(model->index(0, 0),
+                                model->index(table.rowCount() - 1, table.columnCount() - 1));
+}
+
+void setLevelHidden(QTableWidget &table, const QString &level, bool hidden)
+{
+    // While its updates are off the header does not place all rows anew for each one of them.
+    QHeaderView *const rows = table.verticalHeader();
+    const bool hadUpdates = rows->updatesEnabled();
+    rows->setUpdatesEnabled(false);
+    for (int row = 0; row < table.rowCount(); ++row) {
+        const QTableWidgetItem *const cell = table.item(row, LogRows::Level);
+        if (cell != nullptr && cell->text() == level)
+            table.setRowHidden(row, hidden);
+    }
+    rows->setUpdatesEnabled(hadUpdates);
+}
+
+QString allLines(const QTableWidget &table)
+{
+    QStringList lines;
+    for (int row = 0; row < table.rowCount(); ++row) {
+        const QTableWidgetItem *const cell = table.item(row, LogRows::Timestamp);
+        if (cell == nullptr)
+            break;
+        lines.append(cell->toolTip());
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString selectedLines(const QTableWidget &table)
+{
+    QStringList lines;
+    int lastRow = -1;
+    const QList<QTableWidgetItem *> selected = table.selectedItems();
+    for (const QTableWidgetItem *cell : selected) {
+        if (cell->row() == lastRow)
+            continue;
+        lastRow = cell->row();
+        if (lastRow < copyRowLimit)
+            lines.append(cell->toolTip());
+    }
+    return lines.join(QLatin1Char('\n'));
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <string>
+#include <string_view>
+
+class QTableWidget;
+
+/// Puts log lines into the rows of a table with the four columns below.
+class LogRows
+{
+public:
+    enum Column { Timestamp, Level, Source, Message, ColumnCount };
+
+    /// @p target must outlive this object.
+    explicit LogRows(QTableWidget &target);
+
+    /// Makes the cells of @p row out of @p line: four of a structured line, else only the message,
+    /// the whole line. Each cell's tool tip is the whole line. A row that the table does not have
+    /// stays without cells.
+    void place(std::string_view line, int row);
+
+private:
+    void placeCell(int row, Column column, const QString &text, const QString &line);
+    QString sourceText(std::string_view source);
+
+    /// A log has few sources: equal ones share their text.
+    struct KnownSource
+    {
+        std::string bytes;
+        QString text;
+    };
+
+    QTableWidget &table;
+    std::array<KnownSource, 16> knownSources;
+};
+
+/// While it lives the table's model keeps silent about its cells; at its end everything is
+/// announced at once. Makes filling many rows twice as fast.
+class SilentFill
+{
+public:
+    explicit SilentFill(QTableWidget &target);
+    ~SilentFill();
+    SilentFill(const SilentFill &) = delete;
+    SilentFill &operator=(const SilentFill &) = delete;
+
+private:
+    QTableWidget &table;
+    bool wasBlocked;
+};
+
+/// Hides or shows every row whose level is exactly @p level.
+void setLevelHidden(QTableWidget &table, const QString &level, bool hidden);
+
+/// The lines of the rows from the first one on, up to the first without a timestamp, joined by line
+/// feeds. Hidden rows are among them.
+[[nodiscard]] QString allLines(const QTableWidget &table);
+
+/// The lines of the selected rows in the order of selection, joined by line feeds. Rows numbered
+/// 10000 and higher are left out.
+[[nodiscard]] QString selectedLines(const QTableWidget &table);

@@ -1,0 +1,306 @@
+#include "LogViewer.h"
+
+#include "CConfiguration.h"
+#include "CMenuEx.h"
+#include "LogFile.h"
+#include "LogItemDelegate.h"
+#include "ui_LogViewer.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QDebug>
+#include <QShortcut>
+
+#include <utility>
+
+namespace {
+
+constexpr int rowCapacity = 100000;
+constexpr int spareRows = 5;
+constexpr int rowHeight = 32;
+constexpr int menuTextWidth = 115;
+constexpr int allColumns = 5; ///< the data of an action that stands for every column
+
+/// In column order, before translation.
+constexpr std::array<const char *, LogRows::ColumnCount> headerTexts{
+    QT_TRANSLATE_NOOP("LogViewer", "Log Timestamp"), QT_TRANSLATE_NOOP("LogViewer", "Log Level"),
+    QT_TRANSLATE_NOOP("LogViewer", "Log Source"), QT_TRANSLATE_NOOP("LogViewer", "Log Message")};
+
+QString elided(const QWidget &menu, const QString &text)
+{
+    return menu.fontMetrics().elidedText(text, Qt::ElideRight, menuTextWidth);
+}
+
+/// The first row from @p row on, in steps of @p step, that can be seen and shows something.
+int nextShownRow(const QTableWidget &table, int row, int step)
+{
+    while (row >= 0 && row < table.rowCount() &&
+           (table.isRowHidden(row) || table.item(row, LogRows::Message) == nullptr))
+        row += step;
+    return row;
+}
+
+} // namespace
+
+LogViewer::LogViewer(QWidget *parent, LineSearch search)
+    : CommonDialog(parent, true, false)
+    , ui(std::make_unique<Ui::LogViewer>())
+    , lineSearch(std::move(search))
+{
+    ui->setupUi(this);
+    rows = std::make_unique<LogRows>(*ui->tableWidget);
+    ui->mainTitleBar->setMaxButtonVisible(false);
+    ui->mainTitleBar->setMinButtonVisible(false);
+    ui->mainTitleBar->setMaxMinEnabled(true);
+    ui->mainTitleBar->setTitle(tr("LogViewer"));
+    setUpTable();
+    buildFilterMenu();
+    buildContextMenu();
+    ui->lineEdit->clear();
+    connect(ui->lineEdit, &QLineEdit::returnPressed, this, &LogViewer::onLineEditEnterPressed);
+    setUpKeys();
+    ui->tableWidget->setFocus();
+}
+
+LogViewer::~LogViewer() = default;
+
+bool LogViewer::openLogFile(const std::string &path)
+{
+    if (path == currentLogPath.toStdString())
+        return false;
+    currentLogPath = QString::fromStdString(path);
+    const std::optional<int> lines = fillFromFile();
+    if (lines)
+        qDebug() << *lines;
+    return lines.has_value();
+}
+
+void LogViewer::parseLogLine(const char *line, int row)
+{
+    rows->place(line, row);
+}
+
+void LogViewer::retranslate()
+{
+    ui->retranslateUi(this);
+    ui->mainTitleBar->setTitle(tr("LogViewer"));
+    actionCopyAll->setText(tr("CopyAll"));
+    actionCopySelected->setText(tr("CopySelected"));
+    for (int column = 0; column < LogRows::ColumnCount; ++column) {
+        const auto index = static_cast<std::size_t>(column);
+        const QString text = tr(headerTexts[index]);
+        filterActions[index]->setText(elided(*menuFilter, text));
+        ui->tableWidget->horizontalHeaderItem(column)->setText(text);
+    }
+}
+
+void LogViewer::closeEvent(QCloseEvent *event)
+{
+    CommonDialog::closeEvent(event);
+}
+
+void LogViewer::onActionFilter(QAction *action)
+{
+    const int column = action->data().toInt() - 1;
+    if (column < LogRows::ColumnCount)
+        ui->tableWidget->setColumnHidden(column, !action->isChecked());
+    if (action->data().toInt() == allColumns) {
+        for (int i = 0; i < allColumns; ++i)
+            ui->tableWidget->setColumnHidden(i, !action->isChecked());
+        for (QAction *filterAction : filterActions)
+            filterAction->setChecked(action->isChecked());
+    }
+    QHeaderView *const header = ui->tableWidget->horizontalHeader();
+    header->setDefaultSectionSize(80);
+    const std::array<int, LogRows::ColumnCount> widths{160, 65, 150, 370};
+    for (int i = 0; i < LogRows::ColumnCount; ++i)
+        ui->tableWidget->setColumnWidth(i, widths[static_cast<std::size_t>(i)]);
+    header->setStretchLastSection(true);
+}
+
+void LogViewer::on_btnFilter_clicked()
+{
+    const QRect button(ui->btnFilter->mapToGlobal(QPoint(0, 0)), ui->btnFilter->size());
+    menuFilter->move(CConfiguration::fitOnScreen(button, menuFilter->sizeHint()));
+    menuFilter->show();
+}
+
+void LogViewer::on_checkBoxINFO_clicked(bool checked)
+{
+    setLevelHidden(*ui->tableWidget, QStringLiteral("INFO"), !checked);
+}
+
+void LogViewer::on_checkBoxERROR_clicked(bool checked)
+{
+    setLevelHidden(*ui->tableWidget, QStringLiteral("ERROR"), !checked);
+}
+
+void LogViewer::on_checkBoxWARN_clicked(bool checked)
+{
+    setLevelHidden(*ui->tableWidget, QStringLiteral("WARN"), !checked);
+}
+
+void LogViewer::on_checkBoxDEBUG_clicked(bool checked)
+{
+    setLevelHidden(*ui->tableWidget, QStringLiteral("DEBUG"), !checked);
+}
+
+void LogViewer::on_tableWidget_customContextMenuRequested(const QPoint &pos)
+{
+    const QTableWidgetItem *const item = ui->tableWidget->itemAt(pos);
+    if (item == nullptr)
+        return;
+    qDebug() << item->toolTip();
+    const QPoint point = ui->tableWidget->viewport()->mapToGlobal(pos);
+    contextMenu->move(CConfiguration::fitOnScreen(point, contextMenu->sizeHint()));
+    contextMenu->show();
+}
+
+void LogViewer::on_btnSearch_clicked()
+{
+    const QString keyword = ui->lineEdit->text();
+    if (keyword.isEmpty())
+        return;
+    ui->tableWidget->clearContents();
+    ui->tableWidget->scrollToTop(); // that is where the lines found appear
+    lastSearchKeyword = keyword.toStdString();
+    const SilentFill fill(*ui->tableWidget);
+    int row = 0;
+    const PieceSink show = [this, &row](const char *piece) {
+        if (row < ui->tableWidget->rowCount()) // what comes behind has nowhere to be shown
+            parseLogLine(piece, row++);
+    };
+    if (!lineSearch(lastSearchKeyword, currentLogPath, show))
+        qDebug() << "Failed to execute findstr command.";
+}
+
+void LogViewer::onLineEditEnterPressed()
+{
+    if (ui->lineEdit->text().isEmpty() && !lastSearchKeyword.empty())
+        fillFromFile();
+    else
+        on_btnSearch_clicked();
+}
+
+void LogViewer::onActionCopyAllTriggered()
+{
+    QApplication::clipboard()->setText(allLines(*ui->tableWidget), QClipboard::Clipboard);
+}
+
+void LogViewer::onActionCopySelectedTriggered()
+{
+    QApplication::clipboard()->setText(selectedLines(*ui->tableWidget), QClipboard::Clipboard);
+}
+
+void LogViewer::setUpTable()
+{
+    CTableWidget &table = *ui->tableWidget;
+    table.verticalHeader()->setVisible(false);
+    table.verticalHeader()->setDefaultSectionSize(rowHeight);
+    table.setRowCount(rowCapacity);
+    setUpColumns();
+    table.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table.setAlternatingRowColors(true);
+    table.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table.setSelectionBehavior(QAbstractItemView::SelectRows);
+    table.setWordWrap(false);
+    table.setContextMenuPolicy(Qt::CustomContextMenu);
+    table.setItemDelegate(new LogItemDelegate(&table));
+    table.setTabKeyNavigation(false); // the tabulator leads out of the table
+    ui->btnFilter->setPopupMode(QToolButton::InstantPopup);
+}
+
+void LogViewer::setUpColumns()
+{
+    QTableWidget &table = *ui->tableWidget;
+    QStringList headers;
+    for (const char *text : headerTexts)
+        headers.append(tr(text));
+    table.setColumnCount(LogRows::ColumnCount);
+    table.setHorizontalHeaderLabels(headers);
+    table.setColumnWidth(LogRows::Timestamp, 160);
+    table.setColumnWidth(LogRows::Level, 65);
+    table.setColumnWidth(LogRows::Source, 150);
+    table.horizontalHeader()->setStretchLastSection(true);
+    table.horizontalHeader()->setTextElideMode(Qt::ElideRight);
+    table.horizontalHeader()->setHighlightSections(false);
+}
+
+void LogViewer::buildFilterMenu()
+{
+    menuFilter = new CMenuEx(this);
+    menuFilter->setObjectName(QStringLiteral("menuFilter"));
+    menuFilter->setMinimumWidth(180);
+    auto *group = new QActionGroup(this);
+    group->setExclusive(false);
+    for (std::size_t i = 0; i < headerTexts.size(); ++i) {
+        QAction *action =
+            menuFilter->addAction(elided(*menuFilter, QString::fromLatin1(headerTexts[i])));
+        action->setData(static_cast<int>(i) + 1);
+        action->setCheckable(true);
+        action->setChecked(true);
+        group->addAction(action);
+        filterActions[i] = action;
+    }
+    connect(group, &QActionGroup::triggered, this, &LogViewer::onActionFilter);
+}
+
+void LogViewer::buildContextMenu()
+{
+    contextMenu = new QMenu(this);
+    actionCopyAll =
+        contextMenu->addAction(tr("CopyAll"), this, &LogViewer::onActionCopyAllTriggered);
+    actionCopyAll->setObjectName(QStringLiteral("actionCopyAll"));
+    actionCopySelected =
+        contextMenu->addAction(tr("CopySelected"), this, &LogViewer::onActionCopySelectedTriggered);
+    actionCopySelected->setObjectName(QStringLiteral("actionCopySelected"));
+}
+
+void LogViewer::setUpKeys()
+{
+    QTableWidget *const table = ui->tableWidget;
+    const auto onKey = [](const QKeySequence &key, QWidget *where, Qt::ShortcutContext context,
+                          auto reaction) {
+        auto *shortcut = new QShortcut(key, where);
+        shortcut->setContext(context);
+        connect(shortcut, &QShortcut::activated, where, reaction);
+    };
+    onKey(QKeySequence::Copy, table, Qt::WidgetShortcut,
+          [this] { onActionCopySelectedTriggered(); });
+    onKey(QKeySequence::Find, this, Qt::WindowShortcut,
+          [this] { ui->lineEdit->setFocus(Qt::ShortcutFocusReason); });
+    // The table's own Home and End move among the columns of a row, which whole-row selection
+    // hides.
+    onKey(Qt::Key_Home, table, Qt::WidgetShortcut,
+          [this, table] { goToRow(nextShownRow(*table, 0, 1)); });
+    onKey(Qt::Key_End, table, Qt::WidgetShortcut,
+          [this, table] { goToRow(nextShownRow(*table, table->rowCount() - 1, -1)); });
+}
+
+void LogViewer::goToRow(int row)
+{
+    QTableWidget &table = *ui->tableWidget;
+    if (row >= 0 && row < table.rowCount())
+        table.setCurrentCell(row, qMax(table.currentColumn(), 0));
+}
+
+std::optional<int> LogViewer::fillFromFile()
+{
+    QTableWidget &table = *ui->tableWidget;
+    table.clearContents();
+    table.scrollToTop();
+    table.setRowCount(rowCapacity);
+    std::optional<int> lines;
+    {
+        const SilentFill fill(table);
+        lines = readLogFile(currentLogPath, rowCapacity,
+                            [this](std::string_view line, int row) { rows->place(line, row); });
+    }
+    if (lines)
+        table.setRowCount(*lines + spareRows);
+    else
+        qDebug() << "Failed to open file.";
+    return lines;
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "CommonDialog.h"
+#include "LineSearch.h"
+#include "LogRows.h"
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+
+class CMenuEx;
+class QAction;
+class QMenu;
+
+namespace Ui {
+class LogViewer;
+}
+
+/// The window in which one SDK log file is read: its lines in a table, levels and columns to hide,
+/// a search, and copying of whole lines. Failures go to the debug output. GUI thread only.
+class LogViewer : public CommonDialog
+{
+    Q_OBJECT
+
+public:
+    explicit LogViewer(QWidget *parent, LineSearch search = systemLineSearch);
+    ~LogViewer() override;
+
+    /// Loads the file at @p path (UTF-8). False: it is the one shown already, or cannot be opened.
+    bool openLogFile(const std::string &path);
+
+    /// Puts the cells of @p line, ended by a zero byte, into @p row of the table.
+    void parseLogLine(const char *line, int row);
+
+    /// Sets the texts again in the language that is installed now.
+    void retranslate();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private slots:
+    void onActionFilter(QAction *action);
+    void on_btnFilter_clicked();
+    void on_checkBoxINFO_clicked(bool checked);
+    void on_checkBoxERROR_clicked(bool checked);
+    void on_checkBoxWARN_clicked(bool checked);
+    void on_checkBoxDEBUG_clicked(bool checked);
+    void on_tableWidget_customContextMenuRequested(const QPoint &pos);
+    void on_btnSearch_clicked();
+    void onLineEditEnterPressed();
+    void onActionCopyAllTriggered();
+    void onActionCopySelectedTriggered();
+
+private:
+    void setUpTable();
+    void setUpColumns();
+    void buildFilterMenu();
+    void buildContextMenu();
+    void setUpKeys();
+    void goToRow(int row);
+    std::optional<int> fillFromFile();
+
+    std::unique_ptr<Ui::LogViewer> ui;
+    LineSearch lineSearch;
+    QString currentLogPath;        ///< the file that is shown or was last tried
+    std::string lastSearchKeyword; ///< in UTF-8; empty: nothing was searched yet
+    std::unique_ptr<LogRows> rows;
+    QMenu *contextMenu = nullptr;
+    QAction *actionCopyAll = nullptr;
+    QAction *actionCopySelected = nullptr;
+    CMenuEx *menuFilter = nullptr;
+    std::array<QAction *, LogRows::ColumnCount> filterActions{}; ///< in column order
+};

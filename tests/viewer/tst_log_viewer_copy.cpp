@@ -1,0 +1,229 @@
+#include "SystemSearch.h"
+#include "ViewerFixture.h"
+
+namespace {
+
+QString lines(const QByteArrayList &expected)
+{
+    return QString::fromUtf8(expected.join('\n'));
+}
+
+QByteArrayList numberedLines(int count)
+{
+    QByteArrayList result;
+    for (int i = 0; i < count; ++i)
+        result.append(logLine("INFO", QByteArray::number(i)));
+    return result;
+}
+
+void selectRows(QTableWidget &table, int first, int last)
+{
+    table.setRangeSelected(QTableWidgetSelectionRange(first, 0, last, 3), true);
+}
+
+} // namespace
+
+class LogViewerCopy : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void copiesAllUpToTheFirstUnstructuredLine();
+    void copiesHiddenRowsToo();
+    void copiesNothingOfAnEmptyTable();
+    void copiesWholeLinesNotCells();
+    void copiesSelectedRowsOnceEach();
+    void copiesSelectedRowsInTheOrderOfSelection();
+    void copiesUnstructuredRowsThatAreSelected();
+    void leavesOutSelectedRowsFromNumber10000On();
+    void copiesWhatAFileSaysByteForByte();
+    void doublesLineFeedsOfLinesThatWereFoundBySearching();
+    void copiesTheSelectionByKey();
+    void leavesTheCopyKeyToTheSearchField();
+    void findKeyLeadsToTheSearchField();
+    void movesByKeys();
+    void movesOverHiddenRowsByKeys();
+};
+
+void LogViewerCopy::init()
+{
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+}
+
+void LogViewerCopy::copiesAllUpToTheFirstUnstructuredLine()
+{
+    ViewerFixture f;
+    QVERIFY(f.openData("third_line_unstructured.log"));
+    f.find<QAction>("actionCopyAll")->trigger();
+    QCOMPARE(f.clipboard(), f.tip(0, 0) + QLatin1Char('\n') + f.tip(1, 0));
+}
+
+void LogViewerCopy::copiesHiddenRowsToo()
+{
+    ViewerFixture f;
+    QVERIFY(f.openData("every_level.log"));
+    f.find<QCheckBox>("checkBoxINFO")->click();
+    f.find<QAction>("actionCopyAll")->trigger();
+    QCOMPARE(f.clipboard().count(QLatin1Char('\n')), 4);
+    QVERIFY(f.clipboard().contains(QStringLiteral(" INFO ")));
+}
+
+void LogViewerCopy::copiesNothingOfAnEmptyTable()
+{
+    ViewerFixture f;
+    f.find<QAction>("actionCopyAll")->trigger();
+    QCOMPARE(f.clipboard(), QString());
+    init();
+    f.find<QAction>("actionCopySelected")->trigger();
+    QCOMPARE(f.clipboard(), QString());
+}
+
+void LogViewerCopy::copiesWholeLinesNotCells()
+{
+    ViewerFixture f;
+    QVERIFY(f.openLines({logLine("INFO")}));
+    f.table().item(0, 3)->setText(QStringLiteral("changed"));
+    f.find<QAction>("actionCopyAll")->trigger();
+    QCOMPARE(f.clipboard(), lines({logLine("INFO")}));
+}
+
+void LogViewerCopy::copiesSelectedRowsOnceEach()
+{
+    ViewerFixture f;
+    const QByteArrayList all = numberedLines(5);
+    QVERIFY(f.openLines(all));
+    selectRows(f.table(), 1, 3);
+    f.find<QAction>("actionCopySelected")->trigger();
+    QCOMPARE(f.clipboard(), lines(all.mid(1, 3)));
+}
+
+void LogViewerCopy::copiesSelectedRowsInTheOrderOfSelection()
+{
+    ViewerFixture f;
+    const QByteArrayList all = numberedLines(5);
+    QVERIFY(f.openLines(all));
+    selectRows(f.table(), 4, 4);
+    selectRows(f.table(), 0, 0);
+    f.find<QAction>("actionCopySelected")->trigger();
+    QCOMPARE(f.clipboard(), lines({all.at(4), all.at(0)}));
+}
+
+void LogViewerCopy::copiesUnstructuredRowsThatAreSelected()
+{
+    ViewerFixture f;
+    QVERIFY(f.openLines({logLine("INFO"), "plain"}));
+    selectRows(f.table(), 0, 6);
+    f.find<QAction>("actionCopySelected")->trigger();
+    QCOMPARE(f.clipboard(), lines({logLine("INFO"), "plain"}));
+}
+
+void LogViewerCopy::leavesOutSelectedRowsFromNumber10000On()
+{
+    ViewerFixture f;
+    const QByteArrayList all = numberedLines(10'002);
+    QVERIFY(f.openLines(all));
+    selectRows(f.table(), 9'999, 10'000);
+    f.find<QAction>("actionCopySelected")->trigger();
+    QCOMPARE(f.clipboard(), lines({all.at(9'999)}));
+}
+
+void LogViewerCopy::copiesWhatAFileSaysByteForByte()
+{
+    ViewerFixture f;
+    const QByteArrayList all{logLine("INFO", "  two  blanks\tand a tab "),
+                             logLine("WARN", "打开失败 😀 <b>&amp;</b>")};
+    QVERIFY(f.openLines(all));
+    f.find<QAction>("actionCopyAll")->trigger();
+    QCOMPARE(f.clipboard().toUtf8(), all.join('\n'));
+}
+
+void LogViewerCopy::doublesLineFeedsOfLinesThatWereFoundBySearching()
+{
+    if (!hasSystemSearch())
+        QSKIP("this system's findstr prints nothing");
+    ViewerFixture f;
+    const QByteArrayList all = numberedLines(2);
+    QVERIFY(f.openLines(all));
+    f.search(QStringLiteral("INFO"));
+    f.find<QAction>("actionCopyAll")->trigger();
+    QCOMPARE(f.clipboard(), lines({all.at(0), "", all.at(1), ""}));
+}
+
+void LogViewerCopy::copiesTheSelectionByKey()
+{
+    ViewerFixture f;
+    const QByteArrayList all = numberedLines(5);
+    QVERIFY(f.openLines(all));
+    f.viewer.show();
+    f.viewer.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    f.table().setFocus();
+    selectRows(f.table(), 1, 2);
+    QTest::keySequence(&f.table(), QKeySequence::Copy);
+    QCOMPARE(f.clipboard(), lines(all.mid(1, 2)));
+}
+
+void LogViewerCopy::leavesTheCopyKeyToTheSearchField()
+{
+    ViewerFixture f;
+    QVERIFY(f.openLines(numberedLines(2)));
+    f.viewer.show();
+    f.viewer.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    selectRows(f.table(), 0, 0);
+    auto *const field = f.find<QLineEdit>("lineEdit");
+    field->setText(QStringLiteral("keyword"));
+    field->setFocus();
+    field->selectAll();
+    QTest::keySequence(field, QKeySequence::Copy);
+    QCOMPARE(f.clipboard(), QStringLiteral("keyword"));
+}
+
+void LogViewerCopy::findKeyLeadsToTheSearchField()
+{
+    ViewerFixture f;
+    f.viewer.show();
+    f.viewer.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    f.table().setFocus();
+    QTest::keySequence(&f.table(), QKeySequence::Find);
+    QVERIFY(f.find<QLineEdit>("lineEdit")->hasFocus());
+}
+
+void LogViewerCopy::movesByKeys()
+{
+    ViewerFixture f;
+    QVERIFY(f.openLines(numberedLines(500)));
+    f.viewer.show();
+    f.viewer.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    f.table().setFocus();
+    QTest::keyClick(&f.table(), Qt::Key_End);
+    QCOMPARE(f.table().currentRow(), 499);
+    QTest::keyClick(&f.table(), Qt::Key_PageUp);
+    const int above = f.table().currentRow();
+    QVERIFY(above > 450 && above < 495);
+    QTest::keyClick(&f.table(), Qt::Key_Home);
+    QCOMPARE(f.table().currentRow(), 0);
+    QTest::keyClick(&f.table(), Qt::Key_PageDown);
+    QVERIFY(f.table().currentRow() > 5 && f.table().currentRow() < 50);
+}
+
+void LogViewerCopy::movesOverHiddenRowsByKeys()
+{
+    ViewerFixture f;
+    QVERIFY(f.openLines({logLine("DEBUG"), logLine("INFO"), logLine("WARN"), logLine("DEBUG")}));
+    f.find<QCheckBox>("checkBoxDEBUG")->click();
+    f.viewer.show();
+    f.viewer.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    f.table().setFocus();
+    QTest::keyClick(&f.table(), Qt::Key_End);
+    QCOMPARE(f.table().currentRow(), 2);
+    QTest::keyClick(&f.table(), Qt::Key_Home);
+    QCOMPARE(f.table().currentRow(), 1);
+}
+
+QTEST_MAIN(LogViewerCopy)
+#include "tst_log_viewer_copy.moc"

@@ -1,0 +1,323 @@
+#include "SystemSearch.h"
+#include "ViewerFixture.h"
+
+namespace {
+
+/// A search that tells what it was asked and answers with fixed pieces.
+struct FakeSearch
+{
+    struct Call
+    {
+        std::string keyword;
+        QString path;
+    };
+
+    QList<Call> calls;
+    QByteArrayList pieces;
+    bool starts = true;
+
+    LineSearch search()
+    {
+        return [this](const std::string &keyword, const QString &path, const PieceSink &sink) {
+            calls.append({keyword, path});
+            for (const QByteArray &piece : qAsConst(pieces))
+                sink(piece.constData());
+            return starts;
+        };
+    }
+};
+
+} // namespace
+
+class LogViewerSearch : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void doesNothingWithAnEmptyField();
+    void enterOnAnEmptyFieldRightAfterStartDoesNothing();
+    void asksForTheKeywordAsTypedInTheShownFile();
+    void showsTheLinesFoundFromTheFirstRowOn();
+    void showsTheFirstLineFoundWhereverTheTableWasScrolled();
+    void leavesTheRowCountAsItIs();
+    void showsNoRowsBeyondTheTable();
+    void leavesAnEmptyTableWhenNothingIsFound();
+    void saysWhenTheSearchCannotBeRun();
+    void keepsTheLineFeedOfALineFoundInItsToolTip();
+    void takesALevelDirectlyBeforeTheLineFeedForNone();
+    void keepsRowsHiddenThatWereHiddenBefore();
+    void enterSearchesToo();
+    void enterOnAnEmptyFieldAfterASearchReloadsTheFile();
+    void enterOnAnEmptyFieldReloadsEveryTime();
+    void reloadSaysWhenTheFileIsGone();
+    void findsLinesByTheSystemsOwnSearch();
+    void showsALongLineInPiecesOf511Bytes();
+    void findsTheLastLineWithoutALineFeed();
+    void survivesHostileKeywords_data();
+    void survivesHostileKeywords();
+};
+
+void LogViewerSearch::doesNothingWithAnEmptyField()
+{
+    FakeSearch fake;
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({"one"}));
+    f.search(QString());
+    QVERIFY(fake.calls.isEmpty());
+    QCOMPARE(f.filledRows(), 1);
+}
+
+void LogViewerSearch::enterOnAnEmptyFieldRightAfterStartDoesNothing()
+{
+    FakeSearch fake;
+    ViewerFixture f(fake.search());
+    f.pressEnter(QString());
+    QVERIFY(fake.calls.isEmpty());
+    QVERIFY(f.output.lines().isEmpty());
+    QCOMPARE(f.table().rowCount(), 100'000);
+    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    QVERIFY(f.open(path));
+    f.folder.file(QStringLiteral("a.log"), "two\n");
+    f.pressEnter(QString());
+    QCOMPARE(f.text(0, 3), QStringLiteral("one"));
+}
+
+void LogViewerSearch::asksForTheKeywordAsTypedInTheShownFile()
+{
+    FakeSearch fake;
+    ViewerFixture f(fake.search());
+    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    QVERIFY(f.open(path));
+    const QString keyword = QString::fromUtf8(" say \"hi\" \\ [ä.* ");
+    f.search(keyword);
+    QCOMPARE(fake.calls.size(), 1);
+    QCOMPARE(fake.calls.first().keyword, keyword.toStdString());
+    QCOMPARE(fake.calls.first().path, path);
+}
+
+void LogViewerSearch::showsTheLinesFoundFromTheFirstRowOn()
+{
+    FakeSearch fake;
+    fake.pieces = {logLine("ERROR", "first") + '\n', "unstructured\n"};
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({"one", "two", "three"}));
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.filledRows(), 2);
+    QCOMPARE(f.text(0, 1), QStringLiteral("ERROR"));
+    QCOMPARE(f.text(0, 3), QStringLiteral(" first"));
+    QCOMPARE(f.row(1), messageOnly(QStringLiteral("unstructured\n")));
+}
+
+void LogViewerSearch::showsTheFirstLineFoundWhereverTheTableWasScrolled()
+{
+    FakeSearch fake;
+    fake.pieces = {"found\n"};
+    ViewerFixture f(fake.search());
+    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), QByteArray("x\n").repeated(1000))));
+    f.viewer.show();
+    f.table().scrollToBottom();
+    QVERIFY(f.table().rowAt(0) > 0);
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.table().rowAt(0), 0);
+}
+
+void LogViewerSearch::leavesTheRowCountAsItIs()
+{
+    FakeSearch fake;
+    fake.pieces = {"a\n"};
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({"one", "two", "three"}));
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.table().rowCount(), 8);
+}
+
+void LogViewerSearch::showsNoRowsBeyondTheTable()
+{
+    FakeSearch fake;
+    for (int i = 0; i < 10; ++i)
+        fake.pieces.append(QByteArray::number(i));
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({"one"}));
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.table().rowCount(), 6);
+    QCOMPARE(f.filledRows(), 6);
+    QCOMPARE(f.text(5, 3), QStringLiteral("5"));
+}
+
+void LogViewerSearch::leavesAnEmptyTableWhenNothingIsFound()
+{
+    FakeSearch fake;
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({"one"}));
+    f.output.take();
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.filledRows(), 0);
+    QVERIFY(f.output.lines().isEmpty());
+}
+
+void LogViewerSearch::saysWhenTheSearchCannotBeRun()
+{
+    FakeSearch fake;
+    fake.starts = false;
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({"one"}));
+    f.output.take();
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("Failed to execute findstr command.")});
+    QCOMPARE(f.filledRows(), 0);
+}
+
+void LogViewerSearch::keepsTheLineFeedOfALineFoundInItsToolTip()
+{
+    FakeSearch fake;
+    fake.pieces = {logLine("INFO") + '\n'};
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({"one"}));
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.tip(0, 0), QString::fromLatin1(logLine("INFO") + '\n'));
+    QCOMPARE(f.text(0, 3), QStringLiteral(" frame received"));
+}
+
+void LogViewerSearch::takesALevelDirectlyBeforeTheLineFeedForNone()
+{
+    FakeSearch fake;
+    fake.pieces = {"d t INFO\n", "d t INFO"};
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({"one"}));
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.row(0), messageOnly(QStringLiteral("d t INFO\n")));
+    QCOMPARE(f.text(1, 1), QStringLiteral("INFO"));
+}
+
+void LogViewerSearch::keepsRowsHiddenThatWereHiddenBefore()
+{
+    FakeSearch fake;
+    fake.pieces = {"a\n", "b\n", "c\n"};
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({logLine("INFO"), logLine("WARN")}));
+    f.find<QCheckBox>("checkBoxWARN")->click();
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.hiddenRows(), QList<int>{1});
+}
+
+void LogViewerSearch::enterSearchesToo()
+{
+    FakeSearch fake;
+    fake.pieces = {"found\n"};
+    ViewerFixture f(fake.search());
+    QVERIFY(f.openLines({"one"}));
+    f.pressEnter(QStringLiteral("key"));
+    QCOMPARE(fake.calls.size(), 1);
+    QCOMPARE(fake.calls.first().keyword, std::string("key"));
+    QCOMPARE(f.text(0, 3), QStringLiteral("found\n"));
+}
+
+void LogViewerSearch::enterOnAnEmptyFieldAfterASearchReloadsTheFile()
+{
+    FakeSearch fake;
+    ViewerFixture f(fake.search());
+    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    QVERIFY(f.open(path));
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.filledRows(), 0);
+    f.folder.file(QStringLiteral("a.log"), "one\ntwo\nunfinished");
+    f.output.take();
+    f.pressEnter(QString());
+    QCOMPARE(f.filledRows(), 2);
+    QCOMPARE(f.table().rowCount(), 7);
+    QVERIFY2(f.output.lines().isEmpty(), "the count is written by opening a file only");
+    QCOMPARE(fake.calls.size(), 1);
+}
+
+void LogViewerSearch::enterOnAnEmptyFieldReloadsEveryTime()
+{
+    FakeSearch fake;
+    ViewerFixture f(fake.search());
+    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    QVERIFY(f.open(path));
+    f.search(QStringLiteral("x"));
+    for (const char *contents : {"two\n", "three\n"}) {
+        f.folder.file(QStringLiteral("a.log"), contents);
+        f.pressEnter(QString());
+        QCOMPARE(f.text(0, 3) + QLatin1Char('\n'), QString::fromLatin1(contents));
+    }
+}
+
+void LogViewerSearch::reloadSaysWhenTheFileIsGone()
+{
+    FakeSearch fake;
+    ViewerFixture f(fake.search());
+    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    QVERIFY(f.open(path));
+    f.search(QStringLiteral("x"));
+    QVERIFY(QFile::remove(path));
+    f.output.take();
+    f.pressEnter(QString());
+    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("Failed to open file.")});
+    QCOMPARE(f.table().rowCount(), 100'000);
+}
+
+void LogViewerSearch::findsLinesByTheSystemsOwnSearch()
+{
+    if (!hasSystemSearch())
+        QSKIP("this system's findstr prints nothing");
+    ViewerFixture f;
+    QVERIFY(f.openData("every_level.log"));
+    f.search(QStringLiteral("WARN ERROR"));
+    QCOMPARE(f.filledRows(), 2);
+    QCOMPARE(f.text(0, 1), QStringLiteral("WARN"));
+    QCOMPARE(f.text(1, 1), QStringLiteral("ERROR"));
+    f.search(QStringLiteral("^2024.*FATAL.*frame.received$"));
+    QCOMPARE(f.filledRows(), 1);
+    QCOMPARE(f.text(0, 1), QStringLiteral("FATAL"));
+}
+
+void LogViewerSearch::showsALongLineInPiecesOf511Bytes()
+{
+    if (!hasSystemSearch())
+        QSKIP("this system's findstr prints nothing");
+    ViewerFixture f;
+    const QByteArray line = logLine("INFO", QByteArray(1000, 'x'));
+    QVERIFY(f.openLines({line, "y"}));
+    f.search(QStringLiteral("xxx"));
+    QCOMPARE(f.filledRows(), 3);
+    QCOMPARE(f.tip(0, 0).toLatin1(), line.left(511));
+    QCOMPARE(f.row(1), messageOnly(QString::fromLatin1(line.mid(511, 511))));
+    QCOMPARE(f.text(2, 3).toLatin1(), line.mid(1022) + '\n');
+}
+
+void LogViewerSearch::findsTheLastLineWithoutALineFeed()
+{
+    if (!hasSystemSearch())
+        QSKIP("this system's findstr prints nothing");
+    ViewerFixture f;
+    QVERIFY(f.openData("last_line_without_line_feed.log"));
+    f.search(QStringLiteral("12:00:02"));
+    QCOMPARE(f.filledRows(), 1);
+    QVERIFY(!f.tip(0, 0).endsWith(QLatin1Char('\n')));
+}
+
+void LogViewerSearch::survivesHostileKeywords_data()
+{
+    QTest::addColumn<QString>("keyword");
+
+    QTest::newRow("unterminated class") << QStringLiteral("[abc");
+    QTest::newRow("empty class") << QStringLiteral("[]");
+    QTest::newRow("only blanks") << QStringLiteral("   ");
+    QTest::newRow("10,000 characters") << QStringLiteral("a*b[c-d]$.").repeated(1000);
+    QTest::newRow("a quote") << QStringLiteral("\"");
+    QTest::newRow("shell words") << QStringLiteral("\"; rm -rf * #`id`$(id)|&");
+}
+
+void LogViewerSearch::survivesHostileKeywords()
+{
+    QFETCH(QString, keyword);
+    ViewerFixture f;
+    QVERIFY(f.openData("every_level.log"));
+    f.search(keyword);
+    QCOMPARE(f.filledRows(), 0);
+    QVERIFY(!f.output.contains(QStringLiteral("Failed to execute findstr command.")));
+}
+
+QTEST_MAIN(LogViewerSearch)
+#include "tst_log_viewer_search.moc"

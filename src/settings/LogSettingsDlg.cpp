@@ -1,0 +1,235 @@
+#include "LogSettingsDlg.h"
+
+#include "CConfiguration.h"
+#include "LogLevelFile.h"
+#include "LogLevelRewrite.h"
+#include "ModalDialog.h"
+#include "ui_LogSettingsDlg.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPointer>
+#include <QTimer>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr int largestLimit = 100000;
+constexpr int shortestPause = 50; // milliseconds
+
+int storedLevel()
+{
+    return int(CConfiguration::instance()->logLevel);
+}
+
+} // namespace
+
+LogSettingsDlg::LogSettingsDlg(QWidget *parent, const CameraClient &registeredClient)
+    : CommonDialog(parent, false, false)
+    , ui(std::make_unique<Ui::LogSettingsDlg>())
+    , client(registeredClient)
+{
+    ui->setupUi(this);
+    setUpTitleBar();
+    setUpSpinBoxes();
+    const QString path = findDefaultLogConfig();
+    if (path.isEmpty())
+        on_btnSetLogCfgPath_clicked();
+    else
+        CConfiguration::instance()->logConfigPath = path;
+    showPath();
+    showFileLevel();
+    ui->widget->hide();
+    adjustSize();
+    for (QRadioButton *button : {ui->radioINFO, ui->radioDEBUG, ui->radioFATAL}) {
+        if (button->isChecked())
+            button->setFocus(); // not the title bar's button
+    }
+}
+
+LogSettingsDlg::~LogSettingsDlg() = default;
+
+void LogSettingsDlg::retranslate()
+{
+    ui->retranslateUi(this);
+    ui->mainTitleBar->setTitle(tr("LogSettingsDlg"));
+}
+
+QString LogSettingsDlg::findDefaultLogConfig()
+{
+    QString icon = client.iconPath;
+    if (icon.isEmpty())
+        return {};
+    for (const QChar separator : qAsConst(client.pathSeparators))
+        icon.replace(separator, QLatin1Char('/'));
+    const QString path =
+        QFileInfo(icon).path() + QLatin1Char('/') + QStringLiteral("SDKLOG_default.properties");
+    return QFileInfo(path).isFile() && QFile(path).open(QIODevice::ReadOnly) ? path : QString();
+}
+
+bool LogSettingsDlg::readLogLevel(const QString &path)
+{
+    const auto bytes = readPropertiesFile(path);
+    if (!bytes)
+        return false;
+    currentLevel = LogLevelFile::levelNamedIn(*bytes).value_or(currentLevel);
+    return true;
+}
+
+bool LogSettingsDlg::writeLogLevel(const std::string &path, int level)
+{
+    LogLevelRewrite rewrite(QString::fromStdString(path));
+    const LogLevelRewrite::Outcome outcome = rewrite.apply(level);
+    if (outcome == LogLevelRewrite::Outcome::Failed)
+        putStoredLevelBack(rewrite);
+    return outcome == LogLevelRewrite::Outcome::Done;
+}
+
+void LogSettingsDlg::closeEvent(QCloseEvent * /*event*/)
+{
+    takeOverLimits();
+    emit closeWnd();
+}
+
+void LogSettingsDlg::on_radioINFO_clicked()
+{
+    chooseLevel(0);
+}
+
+void LogSettingsDlg::on_radioDEBUG_clicked()
+{
+    chooseLevel(1);
+}
+
+void LogSettingsDlg::on_radioFATAL_clicked()
+{
+    chooseLevel(2);
+}
+
+void LogSettingsDlg::on_btnSetLogCfgPath_clicked()
+{
+    QFileDialog dialog(nullptr, tr("Select Log Config File"), QString(),
+                       QStringLiteral("*.properties"));
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setViewMode(QFileDialog::List);
+    dialog.setWindowFlags(Qt::Dialog | Qt::WindowCloseButtonHint);
+    const QPointer<LogSettingsDlg> alive(this);
+    if (ModalDialog::run(dialog) != QDialog::Accepted || !alive)
+        return;
+    const QString chosen = dialog.selectedFiles().value(0);
+    if (chosen.isEmpty() || chosen == selectedConfigPath)
+        return;
+    selectedConfigPath = chosen;
+    CConfiguration::instance()->logConfigPath = chosen;
+    showPath();
+    showFileLevel();
+}
+
+void LogSettingsDlg::OnAutoUpdateTimer()
+{
+    takeOverLimits();
+}
+
+void LogSettingsDlg::setUpTitleBar()
+{
+    ui->mainTitleBar->setMinButtonVisible(false);
+    ui->mainTitleBar->setMaxButtonVisible(false);
+    ui->mainTitleBar->setMaxMinEnabled(false);
+    ui->mainTitleBar->setTitle(tr("LogSettingsDlg"));
+}
+
+void LogSettingsDlg::setUpSpinBoxes()
+{
+    ui->updateTimeSpinBox->setMaximum(largestLimit);
+    ui->updateTimeSpinBox->setValue(lastUpdateInterval);
+    ui->maxDisplaySpinBox->setMaximum(largestLimit);
+    // Not lastMaxDisplayed, on purpose: the first close hands this value to the hub.
+    ui->maxDisplaySpinBox->setValue(largestLimit);
+}
+
+void LogSettingsDlg::showPath()
+{
+    const QString &path = CConfiguration::instance()->logConfigPath;
+    ui->lineEditPath->setText(path);
+    ui->lineEditPath->setToolTip(path);
+}
+
+void LogSettingsDlg::showFileLevel()
+{
+    if (readLogLevel(CConfiguration::instance()->logConfigPath))
+        showLevel(currentLevel);
+}
+
+void LogSettingsDlg::showLevel(int level)
+{
+    const std::array<QRadioButton *, 3> buttons{ui->radioINFO, ui->radioDEBUG, ui->radioFATAL};
+    if (level >= 0 && level < int(buttons.size()))
+        buttons[size_t(level)]->setChecked(true); // the buttons exclude one another
+}
+
+void LogSettingsDlg::chooseLevel(int level)
+{
+    if (retrying)
+        return;
+    CConfiguration *const hub = CConfiguration::instance();
+    const QPointer<LogSettingsDlg> alive(this);
+    if (writeLogLevel(hub->logConfigPath.toStdString(), level))
+        hub->logLevel = quint32(level);
+    else if (alive)
+        showLevel(storedLevel());
+}
+
+void LogSettingsDlg::putStoredLevelBack(LogLevelRewrite &rewrite)
+{
+    const QPointer<LogSettingsDlg> alive(this);
+    QWidget *const focused = focusWidget();
+    setRetrying(true);
+    const QWidget *const focusedInstead = focusWidget();
+
+    // One loop for all rounds: entering a loop drops a request to quit that is on its way.
+    QEventLoop events;
+    QTimer pause;
+    pause.setSingleShot(true);
+    connect(this, &QObject::destroyed, &events, &QEventLoop::quit);
+    connect(&pause, &QTimer::timeout, this, [&rewrite, &events, &pause] {
+        QElapsedTimer work;
+        work.start();
+        if (rewrite.apply(storedLevel()) != LogLevelRewrite::Outcome::Failed)
+            events.quit();
+        else // longer than the work on a huge file, so that the windows stay usable
+            pause.start(int(std::max<qint64>(shortestPause, 4 * work.elapsed())));
+    });
+    pause.start(shortestPause);
+    events.exec();
+
+    if (!alive)
+        return;
+    setRetrying(false);
+    if (focused != nullptr && focusWidget() == focusedInstead)
+        focused->setFocus();
+}
+
+void LogSettingsDlg::setRetrying(bool on)
+{
+    retrying = on;
+    for (QRadioButton *button : {ui->radioINFO, ui->radioDEBUG, ui->radioFATAL})
+        button->setEnabled(!on);
+}
+
+void LogSettingsDlg::takeOverLimits()
+{
+    CConfiguration *const hub = CConfiguration::instance();
+    if (ui->maxDisplaySpinBox->value() != lastMaxDisplayed) {
+        lastMaxDisplayed = ui->maxDisplaySpinBox->value();
+        hub->maxDisplayedLogs = lastMaxDisplayed;
+    }
+    if (ui->updateTimeSpinBox->value() != lastUpdateInterval) {
+        lastUpdateInterval = ui->updateTimeSpinBox->value();
+        hub->updateIntervalMs = lastUpdateInterval;
+    }
+}

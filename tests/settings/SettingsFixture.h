@@ -1,0 +1,81 @@
+#pragma once
+
+#include "CConfiguration.h"
+#include "DebugCapture.h"
+#include "LogSettingsDlg.h"
+#include "ModalDialog.h"
+#include "ResetHub.h"
+#include "ScratchFolder.h"
+
+#include <QFileDialog>
+#include <QRadioButton>
+#include <QtTest>
+
+#include <functional>
+#include <memory>
+
+/// A settings window beside a scratch camera client. Without a properties file of the client's the
+/// window asks for one at start; the answer is then chooses, empty for cancelling.
+struct SettingsFixture
+{
+    SettingsFixture()
+    {
+        resetHub();
+        client.iconPath = scratch.path(QStringLiteral("Client/QZviewer.exe,0"));
+        client.pathSeparators = QStringLiteral("\\/");
+        ModalDialog::setRunner([this](QDialog &dialog) { return answer(dialog); });
+    }
+    ~SettingsFixture() { ModalDialog::setRunner({}); }
+    SettingsFixture(const SettingsFixture &) = delete;
+    SettingsFixture &operator=(const SettingsFixture &) = delete;
+
+    static QString defaultName() { return QStringLiteral("Client/SDKLOG_default.properties"); }
+
+    /// The client's properties file, with @p contents.
+    QString properties(const QByteArray &contents) { return scratch.file(defaultName(), contents); }
+    [[nodiscard]] QByteArray written() const { return scratch.read(defaultName()); }
+
+    void open() { window = std::make_unique<LogSettingsDlg>(nullptr, client); }
+
+    template <typename Widget>
+    Widget *find(const char *name) const
+    {
+        auto *widget = window->findChild<Widget *>(QString::fromLatin1(name));
+        if (widget == nullptr)
+            qFatal("the window has no %s", name);
+        return widget;
+    }
+    [[nodiscard]] QRadioButton *radio(const char *name) const { return find<QRadioButton>(name); }
+
+    /// The level whose button is checked, "INFO" for one.
+    [[nodiscard]] QString shownLevel() const
+    {
+        QStringList checked;
+        for (const char *name : {"radioINFO", "radioDEBUG", "radioFATAL"}) {
+            if (radio(name)->isChecked())
+                checked.append(QString::fromLatin1(name).mid(5));
+        }
+        return checked.join(QLatin1Char(' '));
+    }
+
+    ScratchFolder scratch;
+    DebugCapture output;
+    CameraClient client;
+    QString chooses;                                  ///< what the file dialog is answered with
+    std::function<void(const QFileDialog &)> onAsked; ///< looks at the file dialog
+    int asked = 0;                                    ///< how often a file dialog opened
+    std::unique_ptr<LogSettingsDlg> window;
+
+private:
+    int answer(QDialog &dialog)
+    {
+        auto &files = dynamic_cast<QFileDialog &>(dialog);
+        ++asked;
+        if (onAsked)
+            onAsked(files);
+        if (chooses.isEmpty())
+            return QDialog::Rejected;
+        files.selectFile(chooses);
+        return QDialog::Accepted;
+    }
+};

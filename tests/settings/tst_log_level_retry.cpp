@@ -1,0 +1,363 @@
+#include "Faults.h"
+#include "ProcessorTime.h"
+#include "SettingsFixture.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTimer>
+
+#include <cstdio>
+
+/// The undoing of a level that could not be set: it goes on until it works, and lets the program
+/// live meanwhile.
+class LogLevelRetry : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void endsOnPurposeOnlyWhenBothLinesWereReplaced_data();
+    void endsOnPurposeOnlyWhenBothLinesWereReplaced();
+    void leavesAFileThatAnotherProcessMendedAtTheStoredLevel();
+    void endsWhenTheFileCanNoLongerBeRead();
+    void endsWhenTheFileCanBeWrittenAgain();
+    void endsWhenTheDiskHasRoomAgain();
+    void putsTheStoredLevelIntoTheLineThatIsThere();
+    void doesNotWriteTheSameAgainAndAgain();
+    void waitsBetweenTheRoundsAndBurnsNoCore();
+    void letsWindowsPaintAndTimersRun();
+    void doesNotStartAgainWhileTheLevelButtonsAreClicked();
+    void givesTheFocusBack();
+    void isNotDisturbedByAnotherChosenFile();
+    void endsWithTheProgram();
+    void endsWithTheMainWindow();
+    void endsWithTheDialog();
+    void survivesTheDeletionOfTheDialogDuringAClick();
+};
+
+namespace {
+
+const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
+                            "log4cpp.category.qzsdk = INFO, a_qzsdk\n";
+const QByteArray fatalFile = "log4cpp.rootCategory = FATAL\n"
+                             "log4cpp.category.qzsdk = FATAL, a_qzsdk\n";
+const char *const mend = "--mend";
+constexpr int aFewRounds = 200; // milliseconds
+
+QByteArray lineFeeds(QByteArray bytes)
+{
+    return bytes.replace("\r\n", "\n");
+}
+
+class PaintCounter : public QWidget
+{
+public:
+    int painted = 0;
+
+protected:
+    void paintEvent(QPaintEvent * /*event*/) override { ++painted; }
+};
+
+/// A window with a file in which the level cannot be set, whose retry is seen to run.
+struct RetryFixture : SettingsFixture
+{
+    explicit RetryFixture(const QByteArray &contents = "nothing to replace\n")
+        : path(properties(contents))
+    {
+        open();
+        output.take();
+    }
+
+    /// Runs @p during some rounds after the retry has begun.
+    void after(int milliseconds, const std::function<void()> &during)
+    {
+        QTimer::singleShot(milliseconds, &context, [this, during] {
+            wasRunning = !radio("radioINFO")->isEnabled();
+            during();
+        });
+    }
+    [[nodiscard]] bool write(int level) const
+    {
+        return window->writeLogLevel(path.toStdString(), level);
+    }
+
+    QString path;
+    bool wasRunning = false;
+    QObject context;
+};
+
+} // namespace
+
+void LogLevelRetry::endsOnPurposeOnlyWhenBothLinesWereReplaced_data()
+{
+    QTest::addColumn<QByteArray>("contents");
+    QTest::newRow("no marker") << QByteArray("a = b\n");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("only the root line") << QByteArray("log4cpp.rootCategory = INFO\n");
+    QTest::newRow("only the category line") << QByteArray("log4cpp.category.qzsdk = INFO\n");
+    QTest::newRow("both on one line") << QByteArray("log4cpp.rootCategory log4cpp.category.qzsdk");
+    QTest::newRow("binary") << QByteArrayLiteral("\0\xff\n\r\0\x80\r\n");
+}
+
+void LogLevelRetry::endsOnPurposeOnlyWhenBothLinesWereReplaced()
+{
+    QFETCH(QByteArray, contents);
+    RetryFixture f(contents);
+    CConfiguration::instance()->logLevel = 2;
+    f.after(aFewRounds, [&f] { f.properties(infoFile); });
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(!f.write(1));
+    QVERIFY(f.wasRunning);
+    QVERIFY(timer.elapsed() >= aFewRounds);
+    QCOMPARE(lineFeeds(f.written()), fatalFile);
+    QCOMPARE(CConfiguration::instance()->logLevel, 2U);
+    QVERIFY(f.radio("radioINFO")->isEnabled());
+}
+
+void LogLevelRetry::leavesAFileThatAnotherProcessMendedAtTheStoredLevel()
+{
+    RetryFixture f;
+    CConfiguration::instance()->logLevel = 2;
+    QProcess other;
+    f.after(aFewRounds, [&] {
+        other.start(QCoreApplication::applicationFilePath(), {QLatin1String(mend), f.path});
+    });
+    QVERIFY(!f.write(1));
+    QVERIFY(f.wasRunning);
+    QTRY_COMPARE(other.state(), QProcess::NotRunning);
+    QCOMPARE(other.exitCode(), 0);
+    QCOMPARE(lineFeeds(f.written()), "# mended\n" + fatalFile);
+}
+
+void LogLevelRetry::endsWhenTheFileCanNoLongerBeRead()
+{
+    RetryFixture f;
+    f.after(aFewRounds, [&f] { QVERIFY(QFile::remove(f.path)); });
+    QVERIFY(!f.write(1));
+    QVERIFY(f.wasRunning);
+    // Each once, not in every round.
+    QCOMPARE(f.output.lines(), QStringList({QStringLiteral("log level lines missing"),
+                                            QStringLiteral("open failed")}));
+    QVERIFY(!QFile::exists(f.path));
+    QVERIFY(f.radio("radioINFO")->isEnabled());
+}
+
+void LogLevelRetry::endsWhenTheFileCanBeWrittenAgain()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("no way to take a permission away here");
+    RetryFixture f(infoFile);
+    CConfiguration::instance()->logLevel = 2;
+    QVERIFY(QFile::setPermissions(f.scratch.path(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(f.path, QFileDevice::Permissions(0x4444)));
+    auto user = std::make_unique<OrdinaryUser>();
+    f.after(aFewRounds, [&] {
+        user.reset();
+        QCOMPARE(f.written(), infoFile);
+        QVERIFY(QFile::setPermissions(f.path, QFileDevice::Permissions(0x6666)));
+    });
+    QVERIFY(!f.write(1));
+    QVERIFY(f.wasRunning);
+    QCOMPARE(lineFeeds(f.written()), fatalFile);
+}
+
+void LogLevelRetry::endsWhenTheDiskHasRoomAgain()
+{
+    if (!FileSizeLimit::available())
+        QSKIP("no way to fill a disk here");
+    QByteArray text = "log4cpp.rootCategory\n";
+    for (int i = 0; i < 100; ++i)
+        text += "log4cpp.category.qzsdk\n"; // each grows when it is set
+    RetryFixture f(text);
+    auto limit = std::make_unique<FileSizeLimit>(long(text.size()) + 10);
+    f.after(aFewRounds, [&] {
+        QCOMPARE(f.written(), text);
+        limit.reset();
+    });
+    QVERIFY(!f.write(1));
+    QVERIFY(f.wasRunning);
+    QCOMPARE(lineFeeds(f.written()),
+             "log4cpp.rootCategory = INFO\n" +
+                 QByteArray("log4cpp.category.qzsdk = INFO, a_qzsdk\n").repeated(100));
+}
+
+void LogLevelRetry::putsTheStoredLevelIntoTheLineThatIsThere()
+{
+    RetryFixture f("log4cpp.rootCategory = WARN\nx");
+    CConfiguration::instance()->logLevel = 2;
+    QByteArray meanwhile;
+    f.after(aFewRounds, [&] {
+        meanwhile = lineFeeds(f.written());
+        QVERIFY(QFile::remove(f.path));
+    });
+    QVERIFY(!f.write(1));
+    QCOMPARE(meanwhile, QByteArray("log4cpp.rootCategory = FATAL\nx"));
+}
+
+void LogLevelRetry::doesNotWriteTheSameAgainAndAgain()
+{
+    RetryFixture f("log4cpp.rootCategory = WARN\nx");
+    QDateTime early;
+    QDateTime late;
+    f.after(aFewRounds, [&] { early = QFileInfo(f.path).lastModified(); });
+    f.after(2 * aFewRounds, [&] {
+        late = QFileInfo(f.path).lastModified();
+        QVERIFY(QFile::remove(f.path));
+    });
+    QVERIFY(!f.write(1));
+    QVERIFY(early.isValid());
+    QCOMPARE(late, early);
+}
+
+void LogLevelRetry::waitsBetweenTheRoundsAndBurnsNoCore()
+{
+    RetryFixture f;
+    f.after(1000, [&f] { QVERIFY(QFile::remove(f.path)); });
+    const double before = processorSeconds();
+    QVERIFY(!f.write(1));
+    const double seconds = processorSeconds() - before;
+    QVERIFY2(seconds < 0.5, qPrintable(QString::number(seconds)));
+}
+
+void LogLevelRetry::letsWindowsPaintAndTimersRun()
+{
+    RetryFixture f;
+    PaintCounter window;
+    QTimer clock;
+    connect(&clock, &QTimer::timeout, &window, QOverload<>::of(&QWidget::update));
+    f.after(aFewRounds, [&] {
+        window.show();
+        clock.start(20);
+    });
+    f.after(aFewRounds + 400, [&f] { QVERIFY(QFile::remove(f.path)); });
+    QVERIFY(!f.write(1));
+    QVERIFY2(window.painted > 5, qPrintable(QString::number(window.painted)));
+}
+
+void LogLevelRetry::doesNotStartAgainWhileTheLevelButtonsAreClicked()
+{
+    RetryFixture f;
+    f.window->show();
+    CConfiguration::instance()->logLevel = 2;
+    f.after(aFewRounds, [&f] {
+        // Neither by the mouse nor by code; a second retry would not return before the first.
+        QTest::mouseClick(f.radio("radioINFO"), Qt::LeftButton);
+        QTest::keyClick(f.radio("radioINFO"), Qt::Key_Space);
+        QVERIFY(QMetaObject::invokeMethod(f.window.get(), "on_radioINFO_clicked"));
+        QVERIFY(QMetaObject::invokeMethod(f.window.get(), "on_radioDEBUG_clicked"));
+        QVERIFY(QMetaObject::invokeMethod(f.window.get(), "on_radioFATAL_clicked"));
+        QVERIFY(!f.radio("radioINFO")->isEnabled());
+        f.properties(infoFile);
+    });
+    f.radio("radioDEBUG")->click();
+    QVERIFY(f.wasRunning);
+    QCOMPARE(f.shownLevel(), QStringLiteral("FATAL"));
+    QCOMPARE(lineFeeds(f.written()), fatalFile);
+
+    f.radio("radioDEBUG")->click();
+    QCOMPARE(CConfiguration::instance()->logLevel, 1U);
+}
+
+void LogLevelRetry::givesTheFocusBack()
+{
+    RetryFixture f;
+    f.window->show();
+    QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+    f.radio("radioDEBUG")->setFocus();
+    bool moved = false;
+    f.after(aFewRounds, [&] {
+        moved = f.window->focusWidget() != f.radio("radioDEBUG");
+        f.properties(infoFile);
+    });
+    f.radio("radioDEBUG")->click();
+    QVERIFY(moved);
+    QCOMPARE(f.window->focusWidget(), f.radio("radioDEBUG"));
+}
+
+void LogLevelRetry::isNotDisturbedByAnotherChosenFile()
+{
+    RetryFixture f;
+    f.chooses = f.scratch.file(QStringLiteral("other.properties"), fatalFile);
+    f.after(aFewRounds, [&f] {
+        f.find<QAbstractButton>("btnSetLogCfgPath")->click();
+        QCOMPARE(f.shownLevel(), QStringLiteral("FATAL"));
+        f.properties(fatalFile);
+    });
+    QVERIFY(!f.write(1));
+    QVERIFY(f.wasRunning);
+    QCOMPARE(lineFeeds(f.written()), infoFile);
+    QCOMPARE(f.scratch.read(QStringLiteral("other.properties")), fatalFile);
+}
+
+void LogLevelRetry::endsWithTheProgram()
+{
+    RetryFixture f;
+    bool result = true;
+    bool returned = false;
+    QTimer::singleShot(0, &f.context, [&] {
+        result = f.write(1);
+        returned = true;
+    });
+    f.after(aFewRounds, [] { QCoreApplication::quit(); });
+    QCOMPARE(QCoreApplication::exec(), 0);
+    QVERIFY(f.wasRunning);
+    QVERIFY(returned);
+    QVERIFY(!result);
+    QCOMPARE(lineFeeds(f.written()), QByteArray("nothing to replace\n"));
+}
+
+void LogLevelRetry::endsWithTheMainWindow()
+{
+    RetryFixture f;
+    auto main = std::make_unique<CommonDialog>(nullptr, false, false);
+    auto *settings = new LogSettingsDlg(main.get(), f.client);
+    main->show();
+    settings->show();
+    QTimer::singleShot(0, settings, [settings] {
+        settings->findChild<QRadioButton *>(QStringLiteral("radioDEBUG"))->click();
+    });
+    bool wasRunning = false;
+    QTimer::singleShot(aFewRounds, main.get(), [&] {
+        wasRunning = !settings->findChild<QRadioButton *>(QStringLiteral("radioINFO"))->isEnabled();
+        main->close();
+    });
+    QTimer::singleShot(20000, main.get(), [] { qFatal("the program did not end"); });
+    QCOMPARE(QCoreApplication::exec(), 0);
+    QVERIFY(wasRunning);
+    main.reset();
+}
+
+void LogLevelRetry::endsWithTheDialog()
+{
+    RetryFixture f;
+    f.after(aFewRounds, [&f] { f.window.reset(); });
+    LogSettingsDlg *window = f.window.get();
+    QVERIFY(!window->writeLogLevel(f.path.toStdString(), 1));
+    QVERIFY(f.wasRunning);
+}
+
+void LogLevelRetry::survivesTheDeletionOfTheDialogDuringAClick()
+{
+    RetryFixture f;
+    f.window->show();
+    f.after(aFewRounds, [&f] { f.window.reset(); });
+    f.radio("radioDEBUG")->click();
+    QVERIFY(f.wasRunning);
+    QVERIFY(f.window == nullptr);
+}
+
+// The test itself is the other process that mends the file.
+int main(int argc, char **argv)
+{
+    if (argc == 3 && qstrcmp(argv[1], mend) == 0) {
+        QFile file(QFile::decodeName(argv[2]));
+        const bool mended = file.open(QIODevice::WriteOnly) &&
+                            file.write("# mended\n" + infoFile) > 0 && file.flush();
+        return mended ? 0 : 1;
+    }
+    QApplication app(argc, argv);
+    LogLevelRetry test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_log_level_retry.moc"

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "SystemQuestions.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QMutex>
+#include <QString>
+#include <QStringList>
+#include <QThread>
+
+#include <atomic>
+
+class QTableWidgetItem;
+
+/// The export worker: gathers the chosen items in a staging folder, packs that into the requested
+/// zip and tells when it is done. Requests are queued and carried out one after the other; which
+/// items are gathered is read from the hub when a request's turn comes.
+///
+/// The setters may be called on the GUI thread while the worker runs. The destructor waits for the
+/// request in hand, without a time limit.
+class CLogProcessThread : public QThread
+{
+    Q_OBJECT
+
+public:
+    /// @p answerers: who answers what the items ask about this machine.
+    explicit CLogProcessThread(SystemQuestions answerers = systemQuestions());
+    ~CLogProcessThread() override;
+
+    /// @p base: the SDK folder, with a separator at its end. The staging folder lies in it.
+    void setBasePath(const QString &base);
+    /// @p name: the log source, a folder in the SDK folder. Call setBasePath first.
+    void setLogSourceFolder(const QString &name);
+    /// The files that the next request copies: each item's tool tip is a path. The items are read
+    /// here and now, on the caller's thread, and not kept.
+    void setSdkLogItems(const QList<QTableWidgetItem *> &items);
+    void enqueueExport(const QString &zipPath);
+    /// Makes the next request that copies SDK logs pack nothing else.
+    void setSdkLogOnly(bool only);
+    void setRunning(bool on);
+
+    /// When the last worker of this process was built, milliseconds since 1970.
+    [[nodiscard]] static qint64 startTime();
+
+    // The items. Each writes into the staging folder and returns whether it could; an empty path is
+    // a failure. For the worker, or for anybody while it does not run.
+    bool saveEventLog(const QString &staging);
+    bool saveSysInfo(const QString &staging);
+    bool saveNICInfo(const QString &staging);
+    bool saveSystemDump(const QString &staging);
+    bool saveClientDump(const QString &staging);
+
+    /// Fills the three module lists anew. False: the query did not run to its end.
+    bool queryMemoryModules();
+    [[nodiscard]] bool memoryDumpReadable() const;
+
+signals:
+    /// The zip of a request was packed.
+    void closeWaitDlg();
+
+protected:
+    void run() override;
+
+private:
+    enum class Outcome { Continue, Dropped };
+
+    bool takeRequest();
+    void process();
+    Outcome copySdkLogs(const QString &staging);
+    void copyGenTlLogs(const QString &sdkFolder);
+    void gatherOtherItems(const QString &staging);
+    void pack(const QString &staging);
+
+    const SystemQuestions questions;
+    std::atomic<bool> running{true};
+    QMutex mutex;           ///< guards stagingPath to requestQueue and sdkLogItems
+    QString currentZipPath; ///< of the request in hand; the worker's own
+    QString stagingPath;
+    QString sourcePath;
+    QString basePath;
+    QList<QString> requestQueue;
+    QList<QByteArray> partNumbers; ///< of the memory modules, one entry a module in each list
+    QList<qint32> moduleSpeeds;
+    QList<qint32> moduleCapacities;
+    std::atomic<bool> sdkLogOnly{false};
+    QStringList sdkLogItems;      ///< paths of the log files to copy
+    qint32 comSecurityResult = 0; ///< negative: memory modules cannot be asked for
+};

@@ -1,0 +1,117 @@
+#include "CLogProcessThread.h"
+
+#include "DumpArchives.h"
+#include "EventLogs.h"
+#include "NicReport.h"
+#include "ReportFile.h"
+#include "SystemReport.h"
+
+#include <QDebug>
+#include <QMutexLocker>
+
+// The items: what the system answered goes to the report or archive that support tools expect.
+
+namespace {
+
+/// What the debug output says of a query that ended early; null: it did not, or ended silently.
+const char *failureOf(MemoryModuleList::Query query)
+{
+    using Query = MemoryModuleList::Query;
+    switch (query) {
+    case Query::Library:
+        return "COM库初始化失败";
+    case Query::Locator:
+        return "WbemLocator创建失败";
+    case Query::Connection:
+        return "WMI服务连接失败";
+    case Query::Proxy:
+        return "设置代理失败";
+    case Query::Execution:
+        return "查询执行失败";
+    case Query::Unavailable:
+        return "no memory module can be asked for";
+    case Query::Complete:
+        break;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+bool CLogProcessThread::saveEventLog(const QString &staging)
+{
+    return !staging.isEmpty() && exportEventLogs(staging, questions.exportEventLog);
+}
+
+bool CLogProcessThread::saveSysInfo(const QString &staging)
+{
+    if (staging.isEmpty())
+        return false;
+    ReportFile report(staging + QStringLiteral("/SystemInfo.txt"), ReportFile::Start::AtItsEnd);
+    const std::optional<MemoryStatus> status = questions.memory();
+    if (!status) {
+        qDebug() << "Failed to get memory status.";
+        return false;
+    }
+    report.write(memoryReport(*status));
+    queryMemoryModules();
+    while (!partNumbers.isEmpty())
+        report.write(moduleReport(partNumbers.takeFirst(), moduleCapacities.takeFirst(),
+                                  moduleSpeeds.takeFirst()));
+    return true;
+}
+
+bool CLogProcessThread::queryMemoryModules()
+{
+    if (comSecurityResult < 0)
+        return false;
+    const MemoryModuleList found = questions.memoryModules();
+    if (const char *failure = failureOf(found.query))
+        qDebug() << failure;
+    partNumbers.clear();
+    moduleCapacities.clear();
+    moduleSpeeds.clear();
+    for (const MemoryModule &module : found.modules) {
+        partNumbers.append(module.partNumber);
+        moduleCapacities.append(module.capacity);
+        moduleSpeeds.append(module.speed);
+    }
+    return found.query == MemoryModuleList::Query::Complete;
+}
+
+bool CLogProcessThread::saveNICInfo(const QString &staging)
+{
+    if (staging.isEmpty())
+        return false;
+    ReportFile report(staging + QStringLiteral("/NICInfo.txt"), ReportFile::Start::Empty);
+    report.write(nicReport(questions.adapters()));
+    return true;
+}
+
+bool CLogProcessThread::saveSystemDump(const QString &staging)
+{
+    if (staging.isEmpty())
+        return false;
+    writeSystemDumps(staging + QStringLiteral("/SystemDmp.zip"), questions.dumpPlaces(),
+                     memoryDumpReadable());
+    return true;
+}
+
+bool CLogProcessThread::memoryDumpReadable() const
+{
+    const QString path = questions.dumpPlaces().kernelDumpProbe;
+    return !path.isEmpty() && QFile(path).open(QIODevice::ReadOnly);
+}
+
+bool CLogProcessThread::saveClientDump(const QString &staging)
+{
+    if (staging.isEmpty())
+        return false;
+    QString source;
+    {
+        const QMutexLocker lock(&mutex);
+        source = sourcePath;
+    }
+    writeClientDumps(staging + QStringLiteral("/ClientDump.zip"), source);
+    return true;
+}

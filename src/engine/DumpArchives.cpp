@@ -1,0 +1,88 @@
+#include "DumpArchives.h"
+
+#include "DumpPlaces.h"
+#include "ZipArchive.h"
+
+#include <QDateTime>
+#include <QDebug>
+#include <QDirIterator>
+#include <QFile>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+bool isReadable(const QString &path)
+{
+    return QFile(path).open(QIODevice::ReadOnly);
+}
+
+} // namespace
+
+void addDump(ZipArchive &archive, const QString &entryName, const QString &path)
+{
+    if (QFile::exists(path))
+        archive.addFile(entryName, path);
+    else
+        qDebug() << "dump vanished:" << path;
+}
+
+QStringList smallDumps(const DumpPlaces &places)
+{
+    struct Dump
+    {
+        QDateTime modified;
+        QString path;
+    };
+
+    std::vector<Dump> found;
+    QDirIterator walk(places.smallDumps,
+                      QDir::Files | QDir::AllDirs | QDir::NoSymLinks | QDir::NoDotAndDotDot,
+                      QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        const QString path = walk.next();
+        if (!walk.fileName().contains(places.smallDumpMark))
+            continue;
+        if (places.unreadableIsMissing && !isReadable(path))
+            continue;
+        found.push_back({walk.fileInfo().lastModified(), path});
+    }
+    // Names tell the time too: they decide between files of the same second.
+    std::sort(found.begin(), found.end(), [](const Dump &a, const Dump &b) {
+        return a.modified != b.modified ? a.modified > b.modified : a.path > b.path;
+    });
+    QStringList paths;
+    for (const Dump &dump : found)
+        paths.append(dump.path);
+    return paths;
+}
+
+void writeSystemDumps(const QString &zipPath, const DumpPlaces &places, bool kernelDumpReadable)
+{
+    ZipArchive archive(zipPath);
+    if (kernelDumpReadable)
+        addDump(archive, places.kernelDump, places.kernelDump);
+    else
+        qDebug() << "蓝屏日志文件Memory.dmp不存在";
+    const QStringList small = smallDumps(places);
+    if (small.isEmpty())
+        qDebug() << "蓝屏日志文件Minidumps不存在";
+    else
+        addDump(archive, small.first(), small.first());
+    archive.close();
+}
+
+void writeClientDumps(const QString &zipPath, const QString &folder)
+{
+    ZipArchive archive(zipPath);
+    if (folder.isEmpty()) // which would be the working directory
+        return;
+    QDirIterator walk(folder, QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot);
+    while (walk.hasNext()) {
+        const QString path = walk.next();
+        if (walk.fileName().contains(QLatin1String(".dmp")))
+            addDump(archive, walk.fileName(), path);
+    }
+    archive.close();
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QFile>
+
+/// A text report being written, its bytes as they are given. What cannot be written is told once
+/// on the debug output and is otherwise of no consequence. One thread at a time.
+class ReportFile
+{
+public:
+    enum class Start { Empty, AtItsEnd };
+
+    ReportFile(const QString &path, Start start);
+
+    void write(const QByteArray &text);
+
+private:
+    void complain();
+
+    QFile file;
+    bool usable;
+};

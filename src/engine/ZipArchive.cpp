@@ -1,0 +1,104 @@
+#include "ZipArchive.h"
+
+#include <QDebug>
+
+#include <private/qzipwriter_p.h>
+
+#include <limits>
+#include <new>
+
+namespace {
+
+// The writer compresses into one byte array that is a little larger than the contents, and an
+// array holds less than 2 GiB: this leaves it that little.
+constexpr qint64 largestEntry = 2'146'000'000;
+
+// Without the zip64 extension, offsets have 32 bits and the number of entries has 16.
+constexpr qint64 largestArchive = std::numeric_limits<quint32>::max();
+constexpr int mostEntries = std::numeric_limits<quint16>::max();
+
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qDebug() << "cannot read" << path << file.errorString();
+        return {};
+    }
+    if (file.size() > largestEntry) {
+        qDebug() << "too large for the zip, left empty:" << path << file.size() << "bytes";
+        return {};
+    }
+    const qint64 expected = file.size();
+    QByteArray contents = file.readAll();
+    if (contents.size() < expected)
+        qDebug() << "read only" << contents.size() << "of" << expected << "bytes:" << path;
+    return contents;
+}
+
+} // namespace
+
+ZipArchive::ZipArchive(const QString &zipPath)
+    : target(zipPath)
+{
+    // Unbuffered: each write shows at once whether the disk took it.
+    if (target.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+        writer = std::make_unique<QZipWriter>(&target);
+    else
+        qDebug() << "cannot write zip" << zipPath << target.errorString();
+}
+
+ZipArchive::~ZipArchive()
+{
+    close();
+}
+
+void ZipArchive::addFile(const QString &entryName, const QString &filePath)
+{
+    if (writer == nullptr)
+        return;
+    try {
+        const QByteArray contents = contentsOf(filePath);
+        if (!hasRoomFor(entryName, contents.size()))
+            return;
+        writer->addFile(entryName, contents); // needs about as much memory again
+        ++entries;
+    } catch (const std::bad_alloc &) {
+        qDebug() << "no memory, left out of the zip:" << filePath;
+    }
+}
+
+bool ZipArchive::close()
+{
+    if (writer == nullptr)
+        return false;
+    writer->close();
+    writer.reset();
+    target.close();
+    if (target.failed) {
+        qDebug() << "zip not written:" << target.fileName() << target.failure;
+        target.remove();
+    }
+    return !target.failed;
+}
+
+bool ZipArchive::hasRoomFor(const QString &entryName, qint64 size) const
+{
+    // Twice the name and a generous margin stand for the headers, here and in the directory.
+    const qint64 overhead = 2 * entryName.toUtf8().size() + 256;
+    const qint64 directory = qint64(entries + 1) * 1024;
+    const bool fits = entries < mostEntries &&
+                      target.pos() + size + size / 1024 + overhead + directory < largestArchive;
+    if (!fits)
+        qDebug() << "no room in the zip, left out:" << entryName << size << "bytes";
+    return fits;
+}
+
+qint64 ZipArchive::Target::writeData(const char *data, qint64 length)
+{
+    const qint64 written = QFile::writeData(data, length);
+    if (written != length && !failed) {
+        failed = true;
+        failure = errorString();
+    }
+    return written;
+}

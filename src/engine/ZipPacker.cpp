@@ -1,0 +1,63 @@
+#include "ZipPacker.h"
+
+#include "ZipArchive.h"
+
+#include <QDebug>
+#include <QDir>
+
+namespace {
+
+void removeFile(const QFileInfo &file)
+{
+    if (file.dir().remove(file.fileName()) || file.isSymLink())
+        return;
+    // A copy of a read-only log is read-only, which keeps it from being removed on some systems.
+    QFile::setPermissions(file.filePath(), file.permissions() | QFileDevice::WriteOwner);
+    file.dir().remove(file.fileName());
+}
+
+} // namespace
+
+bool zipFolder(const QString &folder, const QString &zipPath)
+{
+    ZipArchive archive(zipPath);
+    const bool added = addFolderToZip(archive, folder, folder);
+    if (added && !removeFolder(folder))
+        qDebug() << "folder not removed:" << folder;
+    archive.close();
+    return added;
+}
+
+bool addFolderToZip(ZipArchive &archive, const QString &current, const QString &root)
+{
+    const QFileInfoList entries = QDir(current).entryInfoList();
+    for (const QFileInfo &entry : entries) {
+        if (entry.fileName() == QLatin1String(".") || entry.fileName() == QLatin1String(".."))
+            continue;
+        if (entry.isFile()) {
+            const QString name = entry.filePath().mid(root.size() + 1);
+            qDebug() << name << current << root;
+            archive.addFile(name, entry.filePath());
+        } else if (!entry.isSymLink()) { // a linked folder may lead back up here
+            addFolderToZip(archive, entry.filePath(), root);
+        }
+    }
+    return true;
+}
+
+bool removeFolder(const QString &folder)
+{
+    if (folder.isEmpty())
+        return false;
+    const QDir dir(folder);
+    if (!dir.exists())
+        return true;
+    const QFileInfoList entries = dir.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    for (const QFileInfo &entry : entries) {
+        if (entry.isFile() || entry.isSymLink()) // of a link, never what it leads to
+            removeFile(entry);
+        else
+            removeFolder(entry.absoluteFilePath());
+    }
+    return QDir().rmdir(dir.absolutePath());
+}

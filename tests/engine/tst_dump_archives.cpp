@@ -1,0 +1,380 @@
+#include "DumpArchives.h"
+
+#include "ExportFixture.h"
+#include "Faults.h"
+#include "MadeUpMachine.h"
+#include "ZipArchive.h"
+
+class DumpArchives : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theKernelDumpIsNamedByItsFullPathAsOpened();
+    void theKernelDumpIsReadableWhenItsProbeOpens();
+    void aMissingKernelDumpIsPrintedAndTheRestPacked();
+    void onlyTheNewestSmallDumpIsPackedByItsFullPath();
+    void smallDumpsAreFoundInSubFoldersToo();
+    void aNameThatContainsTheMarkIsASmallDump();
+    void aMarkInCapitalsIsNone();
+    void aFolderOfSuchANameCountsAsWell();
+    void linksAndHiddenFilesAreNoSmallDumps();
+    void hundredsOfSmallDumpsWithEqualTimes();
+    void withoutAnyDumpTheArchiveIsEmptyAndBothAreMissed();
+    void aDumpThatVanishedIsLeftOut();
+    void aDumpOfNoBytesIsPacked();
+    void aDumpOfTwoGigabytesAndMoreIsToldAndEmpty();
+    void anUnreadableSmallDumpIsEmptyOrMissing_data();
+    void anUnreadableSmallDumpIsEmptyOrMissing();
+    void anUnreadableKernelDumpIsMissed();
+    void anArchiveThatCannotBeWrittenIsNoFailure();
+
+    void clientDumpsAreNamedByTheirBareNames();
+    void clientDumpsInSubFoldersAreNotTaken();
+    void aClientFileThatContainsTheMarkIsADump();
+    void withoutClientDumpsTheArchiveIsEmptyAndNothingIsSaid();
+    void aMissingSourceFolderMakesAnEmptyArchive();
+    void withoutASourceTheWorkingFolderIsNotSearched();
+    void anEmptyFolderIsRefused();
+};
+
+namespace {
+
+const char *const noKernelDump = "蓝屏日志文件Memory.dmp不存在";
+const char *const noSmallDump = "蓝屏日志文件Minidumps不存在";
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// The entry that stands for @p path: the reader takes off what an archive must not begin with.
+QString entry(const QString &path)
+{
+    return path.startsWith(QLatin1Char('/')) ? path.mid(1) : path;
+}
+
+const QDateTime noon = QDateTime::fromSecsSinceEpoch(1'700'000'000, Qt::UTC);
+
+/// A worker on a machine whose dumps lie in the scratch folder.
+struct Dumps
+{
+    Dumps()
+    {
+        machine.dumps = {f.scratch.path(text("Memory.dmp")), f.scratch.path(text("Memory.dmp")),
+                         f.scratch.path(text("Minidumps/")), text(".dmp"), false};
+    }
+
+    QString small(const QString &name, int age, const QByteArray &contents = "small")
+    {
+        return f.scratch.file(text("Minidumps/") + name, contents, noon.addSecs(-age));
+    }
+
+    ExportFixture::Contents packed()
+    {
+        const QString staging = f.scratch.folder(text("staging"));
+        if (!f.worker.saveSystemDump(staging))
+            return {{text("failed"), QByteArray()}};
+        return zipContents(staging + text("/SystemDmp.zip"));
+    }
+
+    ExportFixture::Contents packedOfClient()
+    {
+        const QString staging = f.scratch.folder(text("staging"));
+        if (!f.worker.saveClientDump(staging))
+            return {{text("failed"), QByteArray()}};
+        return zipContents(staging + text("/ClientDump.zip"));
+    }
+
+    QString withKernelDump(const QByteArray &contents = "kernel")
+    {
+        return f.scratch.file(text("Memory.dmp"), contents);
+    }
+
+    MadeUpMachine machine;
+    ExportFixture f{machine.questions()};
+};
+
+} // namespace
+
+void DumpArchives::theKernelDumpIsNamedByItsFullPathAsOpened()
+{
+    Dumps d;
+    const QString path = d.withKernelDump();
+    d.machine.dumps.kernelDumpProbe = d.f.scratch.path(text("Minidumps/../Memory.dmp"));
+    const QString small = d.small(text("a.dmp"), 0);
+    QCOMPARE(d.packed(),
+             (ExportFixture::Contents{{entry(path), "kernel"}, {entry(small), "small"}}));
+    QCOMPARE(zipEntryNames(d.f.scratch.path(text("staging/SystemDmp.zip"))),
+             QStringList({entry(path), entry(small)}));
+    // The whole path, as the first entry's header has it behind its 30 bytes.
+    QCOMPARE(d.f.scratch.read(text("staging/SystemDmp.zip")).mid(30, path.toUtf8().size()),
+             path.toUtf8());
+    QCOMPARE(d.f.output.lines(), QStringList());
+}
+
+void DumpArchives::theKernelDumpIsReadableWhenItsProbeOpens()
+{
+    Dumps d;
+    QVERIFY(!d.f.worker.memoryDumpReadable());
+    d.withKernelDump();
+    QVERIFY(d.f.worker.memoryDumpReadable());
+    d.machine.dumps.kernelDumpProbe = d.f.scratch.path(); // a folder is no dump
+    QVERIFY(!d.f.worker.memoryDumpReadable());
+    d.machine.dumps.kernelDumpProbe.clear();
+    QVERIFY(!d.f.worker.memoryDumpReadable());
+    QCOMPARE(d.f.output.lines(), QStringList());
+}
+
+void DumpArchives::aMissingKernelDumpIsPrintedAndTheRestPacked()
+{
+    Dumps d;
+    const QString small = d.small(text("a.dmp"), 0);
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(small), "small"}}));
+    QCOMPARE(d.f.output.lines(), QStringList(text(noKernelDump)));
+}
+
+void DumpArchives::onlyTheNewestSmallDumpIsPackedByItsFullPath()
+{
+    Dumps d;
+    d.small(text("a.dmp"), 20);
+    const QString newest = d.small(text("b.dmp"), 10, "newest");
+    d.small(text("c.dmp"), 30);
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(newest), "newest"}}));
+    QVERIFY(newest.contains(text("/Minidumps/b.dmp")));
+}
+
+void DumpArchives::smallDumpsAreFoundInSubFoldersToo()
+{
+    Dumps d;
+    d.small(text("a.dmp"), 20);
+    const QString newest = d.small(text("deep/er/b.dmp"), 10, "newest");
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(newest), "newest"}}));
+}
+
+void DumpArchives::aNameThatContainsTheMarkIsASmallDump()
+{
+    Dumps d;
+    d.small(text("a.dmp"), 20);
+    const QString newest = d.small(text("b.dmp.old"), 10);
+    d.small(text("dmp"), 0);
+    d.small(text("c.txt"), 0);
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(newest), "small"}}));
+}
+
+void DumpArchives::aMarkInCapitalsIsNone()
+{
+    Dumps d;
+    d.small(text("A.DMP"), 0);
+    QCOMPARE(d.packed(), ExportFixture::Contents());
+    QCOMPARE(d.f.output.lines(), QStringList({text(noKernelDump), text(noSmallDump)}));
+}
+
+void DumpArchives::aFolderOfSuchANameCountsAsWell()
+{
+    Dumps d;
+    d.small(text("a.dmp"), 20);
+    d.f.scratch.folder(text("Minidumps/folder.dmp")); // made now, so it is the newest
+    QCOMPARE(zipEntryNames((d.packed(), d.f.scratch.path(text("staging/SystemDmp.zip")))),
+             QStringList(entry(d.f.scratch.path(text("Minidumps/folder.dmp")))));
+}
+
+void DumpArchives::linksAndHiddenFilesAreNoSmallDumps()
+{
+    Dumps d;
+    d.small(text("a.dmp"), 20);
+    const QString elsewhere = d.f.scratch.file(text("elsewhere"), "elsewhere", noon);
+    if (!makeLink(elsewhere, d.f.scratch.path(text("Minidumps/link.dmp"))))
+        QSKIP("this system makes no links for us");
+    d.small(text(".dmp"), 0); // hidden by its name on Linux
+    QCOMPARE(smallDumps(d.machine.dumps).filter(text("link")), QStringList());
+    QVERIFY(smallDumps(d.machine.dumps).contains(d.f.scratch.path(text("Minidumps/a.dmp"))));
+#ifndef Q_OS_WIN
+    QCOMPARE(smallDumps(d.machine.dumps), QStringList(d.f.scratch.path(text("Minidumps/a.dmp"))));
+#endif
+}
+
+void DumpArchives::hundredsOfSmallDumpsWithEqualTimes()
+{
+    Dumps d;
+    for (int i = 0; i < 300; ++i)
+        d.small(text("%1.dmp").arg(i, 3, 10, QLatin1Char('0')), 0);
+    const QStringList found = smallDumps(d.machine.dumps);
+    QCOMPARE(found.size(), 300);
+    QCOMPARE(d.packed(), (ExportFixture::Contents{
+                             {entry(d.f.scratch.path(text("Minidumps/299.dmp"))), "small"}}));
+}
+
+void DumpArchives::withoutAnyDumpTheArchiveIsEmptyAndBothAreMissed()
+{
+    Dumps d;
+    QCOMPARE(d.packed(), ExportFixture::Contents());
+    QVERIFY(QFile::exists(d.f.scratch.path(text("staging/SystemDmp.zip"))));
+    QCOMPARE(d.f.output.lines(), QStringList({text(noKernelDump), text(noSmallDump)}));
+}
+
+void DumpArchives::aDumpThatVanishedIsLeftOut()
+{
+    Dumps d;
+    const QString gone = d.small(text("gone.dmp"), 0);
+    const QStringList listed = smallDumps(d.machine.dumps);
+    QCOMPARE(listed, QStringList(gone));
+    QVERIFY(QFile::remove(gone));
+    {
+        ZipArchive archive(d.f.zip());
+        addDump(archive, gone, listed.first());
+    }
+    QCOMPARE(zipContents(d.f.zip()), ExportFixture::Contents());
+
+    // The kernel dump goes between the test of it and its packing.
+    writeSystemDumps(d.f.zip(), d.machine.dumps, true);
+    QCOMPARE(zipContents(d.f.zip()), ExportFixture::Contents());
+}
+
+void DumpArchives::aDumpOfNoBytesIsPacked()
+{
+    Dumps d;
+    const QString kernel = d.withKernelDump({});
+    const QString small = d.small(text("a.dmp"), 0, {});
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(kernel), {}}, {entry(small), {}}}));
+    QCOMPARE(d.f.output.lines(), QStringList());
+}
+
+void DumpArchives::aDumpOfTwoGigabytesAndMoreIsToldAndEmpty()
+{
+    Dumps d;
+    const QString kernel = d.f.scratch.sparseFile(text("Memory.dmp"), qint64(1) << 31);
+    const QString small = d.small(text("a.dmp"), 0);
+    const QString client =
+        d.f.scratch.sparseFile(text("QZSDK/QZviewer/big.dmp"), (qint64(5) << 30) + 1);
+    d.f.log(text("small.dmp"), "small");
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(kernel), {}}, {entry(small), "small"}}));
+    QCOMPARE(d.packedOfClient(),
+             (ExportFixture::Contents{{text("big.dmp"), {}}, {text("small.dmp"), "small"}}));
+    QCOMPARE(d.f.output.lines(),
+             QStringList(
+                 {text("too large for the zip, left empty: \"%1\" 2147483648 bytes").arg(kernel),
+                  text("too large for the zip, left empty: \"%1\" 5368709121 bytes").arg(client)}));
+}
+
+void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing_data()
+{
+    QTest::addColumn<bool>("unreadableIsMissing");
+    QTest::newRow("empty") << false;
+    QTest::newRow("missing") << true;
+}
+
+void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("this system cannot take away the right to read");
+    QFETCH(bool, unreadableIsMissing);
+    Dumps d;
+    d.machine.dumps.unreadableIsMissing = unreadableIsMissing;
+    const QString readable = d.small(text("a.dmp"), 20);
+    const QString locked = d.small(text("b.dmp"), 10, "secret");
+    QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
+    QVERIFY(QFile::setPermissions(d.f.scratch.path(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(d.f.scratch.folder(text("staging")),
+                                  QFileDevice::Permissions(0x7777)));
+    const OrdinaryUser user;
+    QCOMPARE(d.packed(), unreadableIsMissing ? (ExportFixture::Contents{{entry(readable), "small"}})
+                                             : (ExportFixture::Contents{{entry(locked), {}}}));
+}
+
+void DumpArchives::anUnreadableKernelDumpIsMissed()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("this system cannot take away the right to read");
+    Dumps d;
+    const QString locked = d.withKernelDump("secret");
+    QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
+    QVERIFY(QFile::setPermissions(d.f.scratch.path(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(d.f.scratch.folder(text("staging")),
+                                  QFileDevice::Permissions(0x7777)));
+    const OrdinaryUser user;
+    QCOMPARE(d.packed(), ExportFixture::Contents());
+    QCOMPARE(d.f.output.lines(), QStringList({text(noKernelDump), text(noSmallDump)}));
+}
+
+void DumpArchives::anArchiveThatCannotBeWrittenIsNoFailure()
+{
+    Dumps d;
+    d.withKernelDump();
+    const QString staging = d.f.scratch.folder(text("staging"));
+    d.f.scratch.folder(text("staging/SystemDmp.zip"));
+    d.f.scratch.folder(text("staging/ClientDump.zip"));
+    QVERIFY(d.f.worker.saveSystemDump(staging));
+    QVERIFY(d.f.output.take().first().startsWith(text("cannot write zip")));
+    QVERIFY(d.f.worker.saveClientDump(staging));
+    QVERIFY(d.f.output.take().first().startsWith(text("cannot write zip")));
+}
+
+void DumpArchives::clientDumpsAreNamedByTheirBareNames()
+{
+    Dumps d;
+    d.f.log(text("one.dmp"), "1");
+    d.f.log(text("二.dmp"), "2");
+    d.f.log(text("QZviewer.log"), "no dump");
+    QCOMPARE(d.packedOfClient(),
+             (ExportFixture::Contents{{text("one.dmp"), "1"}, {text("二.dmp"), "2"}}));
+}
+
+void DumpArchives::clientDumpsInSubFoldersAreNotTaken()
+{
+    Dumps d;
+    d.f.log(text("one.dmp"), "1");
+    d.f.log(text("folder/two.dmp"), "2");
+    d.f.log(text("folder.dmp/three.dmp"), "3");
+    QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{text("one.dmp"), "1"}}));
+}
+
+void DumpArchives::aClientFileThatContainsTheMarkIsADump()
+{
+    Dumps d;
+    d.f.log(text("one.dmp.old"), "1");
+    d.f.log(text("TWO.DMP"), "2");
+    QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{text("one.dmp.old"), "1"}}));
+}
+
+void DumpArchives::withoutClientDumpsTheArchiveIsEmptyAndNothingIsSaid()
+{
+    Dumps d;
+    QCOMPARE(d.packedOfClient(), ExportFixture::Contents());
+    QVERIFY(QFile::exists(d.f.scratch.path(text("staging/ClientDump.zip"))));
+    QCOMPARE(d.f.output.lines(), QStringList());
+}
+
+void DumpArchives::aMissingSourceFolderMakesAnEmptyArchive()
+{
+    Dumps d;
+    d.f.worker.setLogSourceFolder(text("no such source"));
+    QCOMPARE(d.packedOfClient(), ExportFixture::Contents());
+    QCOMPARE(d.f.output.lines(), QStringList());
+}
+
+void DumpArchives::withoutASourceTheWorkingFolderIsNotSearched()
+{
+    ScratchFolder scratch;
+    scratch.file(text("mine.dmp"));
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(scratch.path()));
+    writeClientDumps(scratch.path(text("client.zip")), QString());
+    QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(zipContents(scratch.path(text("client.zip"))), ExportFixture::Contents());
+}
+
+void DumpArchives::anEmptyFolderIsRefused()
+{
+    Dumps d;
+    d.machine.asked.clear();
+    QVERIFY(!d.f.worker.saveSystemDump(QString()));
+    QVERIFY(!d.f.worker.saveClientDump(QString()));
+    QCOMPARE(d.machine.asked, QStringList());
+    QCOMPARE(d.f.output.lines(), QStringList());
+    QVERIFY(!QFile::exists(text("/SystemDmp.zip")));
+    QVERIFY(!QFile::exists(text("/ClientDump.zip")));
+}
+
+QTEST_GUILESS_MAIN(DumpArchives)
+#include "tst_dump_archives.moc"

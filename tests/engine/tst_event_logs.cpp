@@ -1,0 +1,144 @@
+#include "EventLogs.h"
+
+#include "ExportFixture.h"
+#include "MadeUpMachine.h"
+
+class EventLogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aFreePathIsTakenAsItIs();
+    void takenPathsAreCountedUp();
+    void aGapInTheNumbersIsFilled();
+    void aFolderOfThatNameTakesItToo();
+    void namesWithPercentSignsStayAsTheyAre();
+    void thereIsNoLastNumber();
+
+    void anEmptyFolderIsRefusedWithoutTouchingTheEventLog();
+    void applicationComesFirstThenSystem();
+    void takenTargetsGetANumber();
+    void aRefusedApplicationChannelLeavesNoSystemExport();
+    void aRefusedSystemChannelFailsButKeepsTheApplications();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+QString uniqueIn(const ScratchFolder &scratch)
+{
+    return uniqueFilePath(scratch.path(), text("a"), text(".b"));
+}
+
+} // namespace
+
+void EventLogs::aFreePathIsTakenAsItIs()
+{
+    const ScratchFolder scratch;
+    QCOMPARE(uniqueIn(scratch), scratch.path(text("a.b")));
+    QVERIFY(!QFile::exists(scratch.path(text("a.b"))));
+}
+
+void EventLogs::takenPathsAreCountedUp()
+{
+    ScratchFolder scratch;
+    scratch.file(text("a.b"));
+    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(1).b")));
+    scratch.file(text("a(1).b"));
+    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(2).b")));
+}
+
+void EventLogs::aGapInTheNumbersIsFilled()
+{
+    ScratchFolder scratch;
+    scratch.file(text("a.b"));
+    scratch.file(text("a(2).b"));
+    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(1).b")));
+}
+
+void EventLogs::aFolderOfThatNameTakesItToo()
+{
+    ScratchFolder scratch;
+    scratch.folder(text("a.b"));
+    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(1).b")));
+}
+
+void EventLogs::namesWithPercentSignsStayAsTheyAre()
+{
+    ScratchFolder scratch;
+    const QString folder = scratch.folder(text("100%1"));
+    scratch.file(text("100%1/%2.%1"));
+    QCOMPARE(uniqueFilePath(folder, text("%2"), text(".%1")), folder + text("/%2(1).%1"));
+}
+
+void EventLogs::thereIsNoLastNumber()
+{
+    ScratchFolder scratch;
+    scratch.file(text("a.b"));
+    for (int i = 1; i <= 1000; ++i)
+        scratch.file(text("a(%1).b").arg(i));
+    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(1001).b")));
+}
+
+void EventLogs::anEmptyFolderIsRefusedWithoutTouchingTheEventLog()
+{
+    MadeUpMachine machine;
+    ExportFixture f(machine.questions());
+    machine.asked.clear();
+    QVERIFY(!f.worker.saveEventLog(QString()));
+    QCOMPARE(machine.asked, QStringList());
+    QCOMPARE(f.output.lines(), QStringList());
+}
+
+void EventLogs::applicationComesFirstThenSystem()
+{
+    MadeUpMachine machine;
+    ExportFixture f(machine.questions());
+    machine.asked.clear();
+    QVERIFY(f.worker.saveEventLog(f.scratch.path()));
+    QCOMPARE(machine.asked, QStringList({text("Application"), text("System")}));
+    QCOMPARE(machine.exportedTargets, QStringList({f.scratch.path(text("ApplicationEvents.evtx")),
+                                                   f.scratch.path(text("SystemEvents.evtx"))}));
+    QCOMPARE(f.output.lines(), QStringList());
+}
+
+void EventLogs::takenTargetsGetANumber()
+{
+    MadeUpMachine machine;
+    ExportFixture f(machine.questions());
+    f.scratch.file(text("ApplicationEvents.evtx"), "older");
+    f.scratch.file(text("SystemEvents.evtx"), "older");
+    f.scratch.file(text("SystemEvents(1).evtx"), "older");
+    QVERIFY(f.worker.saveEventLog(f.scratch.path()));
+    QCOMPARE(machine.exportedTargets,
+             QStringList({f.scratch.path(text("ApplicationEvents(1).evtx")),
+                          f.scratch.path(text("SystemEvents(2).evtx"))}));
+    QCOMPARE(f.scratch.read(text("ApplicationEvents.evtx")), QByteArray("older"));
+}
+
+void EventLogs::aRefusedApplicationChannelLeavesNoSystemExport()
+{
+    MadeUpMachine machine;
+    machine.refusedChannel = text("Application");
+    ExportFixture f(machine.questions());
+    machine.asked.clear();
+    QVERIFY(!f.worker.saveEventLog(f.scratch.path()));
+    QCOMPARE(machine.asked, QStringList(text("Application")));
+}
+
+void EventLogs::aRefusedSystemChannelFailsButKeepsTheApplications()
+{
+    MadeUpMachine machine;
+    machine.refusedChannel = text("System");
+    ExportFixture f(machine.questions());
+    QVERIFY(!f.worker.saveEventLog(f.scratch.path()));
+    QCOMPARE(f.scratch.read(text("ApplicationEvents.evtx")), QByteArray("events of Application"));
+    QCOMPARE(f.output.lines(), QStringList()); // the words about it are the caller's
+}
+
+QTEST_GUILESS_MAIN(EventLogs)
+#include "tst_event_logs.moc"

@@ -1,0 +1,230 @@
+#include "ExportFixture.h"
+#include "Faults.h"
+
+#include <QFile>
+
+/// What users' machines do to an export. After each fault the next export is whole.
+class ExportFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void survivesAZipPathThatCannotBeWritten();
+    void survivesAZipPathThatIsAFolder();
+    void leavesOutALogThatVanished();
+    void leavesOutALogThatCannotBeRead();
+    void leavesOutAGenTlLogThatCannotBeRead();
+    void survivesASourceFolderThatWasRemoved();
+    void packsWhatAKilledRunLeftInTheStagingFolder();
+    void takesPathsOfEveryKind_data();
+    void takesPathsOfEveryKind();
+    void survivesAFullDiskWhileStaging();
+    void leavesNoHalfZipWhenTheDiskFillsWhilePacking();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// Proves that the worker still works.
+void exportsOnceMore(ExportFixture &f)
+{
+    const QString zip = f.scratch.path(text("once more.zip"));
+    f.choose({f.log(text("after.log"), "after\n")});
+    f.worker.enqueueExport(zip);
+    QVERIFY(f.answers());
+    QCOMPARE(zipContents(zip).value(text("SDKLOG/after.log")), QByteArray("after\n"));
+    QVERIFY(!QFileInfo::exists(f.staging()));
+}
+
+} // namespace
+
+void ExportFaults::survivesAZipPathThatCannotBeWritten()
+{
+    ExportFixture f;
+    const QString zip = f.scratch.path(text("no such folder/a.zip"));
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(zip);
+    QVERIFY(f.answers());
+    QVERIFY(!QFileInfo::exists(zip));
+    QVERIFY(!QFileInfo::exists(f.staging()));
+    QVERIFY(f.output.contains(text("cannot write zip \"%1\"").arg(zip)));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::survivesAZipPathThatIsAFolder()
+{
+    ExportFixture f;
+    const QString zip = f.scratch.folder(text("folder.zip"));
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(zip);
+    QVERIFY(f.answers());
+    QVERIFY(QFileInfo(zip).isDir());
+    QVERIFY(f.output.contains(text("cannot write zip \"%1\"").arg(zip)));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::leavesOutALogThatVanished()
+{
+    ExportFixture f;
+    const QString gone = f.log(text("gone.log"));
+    f.choose({f.log(text("a.log")), gone, f.log(text("b.log"))});
+    QVERIFY(QFile::remove(gone));
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
+    QCOMPARE(f.output.lines().at(0), text("true"));
+    QVERIFY(f.output.lines().at(1).startsWith(text("not copied: \"%1\"").arg(gone)));
+    QCOMPARE(f.output.lines().mid(2, 2), QStringList({text("false"), text("true")}));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::leavesOutALogThatCannotBeRead()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("this system cannot take away the right to read");
+    ExportFixture f;
+    const QString locked = f.log(text("locked.log"), "secret\n");
+    QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
+    QVERIFY(QFile::setPermissions(f.scratch.path(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(f.base(), QFileDevice::Permissions(0x7777)));
+    f.choose({locked, f.log(text("a.log"))});
+    {
+        const OrdinaryUser user;
+        f.worker.enqueueExport(f.zip());
+        QVERIFY(f.answers());
+    }
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+    QVERIFY(f.output.lines().at(0).startsWith(text("not copied: \"%1\"").arg(locked)));
+    QCOMPARE(f.output.lines().at(1), text("false"));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("this system cannot take away the right to read");
+    ExportFixture f;
+    const QString locked = f.log(text("gentl_cxp_log/locked.txt"), "secret\n");
+    f.log(text("gentl_cxp_log/open.txt"), "open\n");
+    QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
+    QVERIFY(QFile::setPermissions(f.scratch.path(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(f.base(), QFileDevice::Permissions(0x7777)));
+    {
+        const OrdinaryUser user;
+        f.worker.enqueueExport(f.zip());
+        QVERIFY(f.answers());
+    }
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/open.txt")));
+    // No result is printed for these copies, but what could not be saved is named.
+    QVERIFY(f.output.lines().at(0).startsWith(text("not copied: \"%1\"").arg(locked)));
+    QVERIFY(!f.output.lines().contains(text("false")));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::survivesASourceFolderThatWasRemoved()
+{
+    ExportFixture f;
+    const QString log = f.log(text("a.log"));
+    f.choose({log});
+    QVERIFY(QDir(f.base() + text("QZviewer")).removeRecursively());
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList());
+    QVERIFY(f.output.contains(text("not copied: \"%1\"").arg(log)));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::packsWhatAKilledRunLeftInTheStagingFolder()
+{
+    ExportFixture f;
+    f.scratch.file(text("QZSDK/LogInfo/SDKLOG/old.log"), "of the killed run\n");
+    f.scratch.file(text("QZSDK/LogInfo/NICInfo.txt"), "likewise\n");
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()),
+             QStringList({text("NICInfo.txt"), text("SDKLOG/a.log"), text("SDKLOG/old.log")}));
+    QVERIFY(f.output.lines().contains(
+        text("staging folder left by an earlier run: \"%1\"").arg(f.staging())));
+    QVERIFY(!QFileInfo::exists(f.staging()));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::takesPathsOfEveryKind_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("blanks") << text("with blanks and  two");
+    QTest::newRow("percent signs") << text("100%20 %1 %s");
+    QTest::newRow("Chinese") << text("相机日志");
+    QTest::newRow("emoji") << text("📷 camera 🔥");
+#ifndef Q_OS_WIN // no file name there holds such characters
+    QTest::newRow("quotes") << text("it's \"quoted\"");
+    QTest::newRow("backslash") << text("back\\slash");
+#endif
+}
+
+void ExportFaults::takesPathsOfEveryKind()
+{
+    QFETCH(QString, name);
+    ExportFixture f;
+    const QString base = f.scratch.folder(name) + QLatin1Char('/');
+    f.worker.setBasePath(base);
+    f.worker.setLogSourceFolder(name);
+    const QString log = f.scratch.file(
+        name + QLatin1Char('/') + name + QLatin1Char('/') + name + text(".log"), "line\n");
+    f.scratch.file(name + QLatin1Char('/') + name + text("/gentl_cxp_log/") + name, "gentl\n");
+    f.choose({log});
+    const QString zip = base + name + text(".zip");
+    f.worker.enqueueExport(zip);
+    QVERIFY(f.answers());
+    QCOMPARE(zipContents(zip),
+             (ExportFixture::Contents{{text("SDKLOG/") + name + text(".log"), "line\n"},
+                                      {text("SDKLOG/gentl_cxp_log/") + name, "gentl\n"}}));
+}
+
+void ExportFaults::survivesAFullDiskWhileStaging()
+{
+    if (!FileSizeLimit::available())
+        QSKIP("this system cannot limit the size of files");
+    ExportFixture f;
+    const QString large = f.log(text("large.log"), QByteArray(200000, 'x'));
+    f.choose({f.log(text("a.log")), large, f.log(text("b.log"))});
+    {
+        const FileSizeLimit limit(100000);
+        f.worker.enqueueExport(f.zip());
+        QVERIFY(f.answers());
+    }
+    // What fits is saved; half a log is none.
+    QCOMPARE(zipEntryNames(f.zip()), QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
+    QVERIFY(f.output.lines().at(1).startsWith(text("not copied: \"%1\"").arg(large)));
+    QCOMPARE(f.output.lines().at(2), text("false"));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::leavesNoHalfZipWhenTheDiskFillsWhilePacking()
+{
+    if (!FileSizeLimit::available())
+        QSKIP("this system cannot limit the size of files");
+    ExportFixture f;
+    QStringList logs;
+    for (int i = 0; i < 40; ++i)
+        logs.append(f.log(text("%1.log").arg(i), QByteArray(10, char('a' + i % 26))));
+    f.choose(logs);
+    {
+        // Each log fits, all of them in one zip do not.
+        const FileSizeLimit limit(2000);
+        f.worker.enqueueExport(f.zip());
+        QVERIFY(f.answers());
+    }
+    QVERIFY(!QFileInfo::exists(f.zip()));
+    QVERIFY(!QFileInfo::exists(f.staging()));
+    QVERIFY(f.output.contains(text("zip not written: \"%1\"").arg(f.zip())));
+    exportsOnceMore(f);
+}
+
+QTEST_GUILESS_MAIN(ExportFaults)
+#include "tst_export_faults.moc"

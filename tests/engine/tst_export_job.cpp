@@ -1,0 +1,329 @@
+#include "ExportFixture.h"
+
+#include <QMetaMethod>
+
+class ExportJob : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void declaresOneSignalAndNoSlots();
+    void setsTheSpareWorkPathOfTheHub();
+    void packsTheChosenLogsUnderTheirNames();
+    void readsThePathsAtTheHandOverSoThatItemsMayVanish();
+    void packsTheGenTlLogsOfTheSource();
+    void takesNoSubFoldersOfTheGenTlLogs();
+    void copiesOnlyTheGenTlLogsWhenNoLogIsChosen();
+    void makesNoSdkFolderWithoutLogsToCopy();
+    void copiesChosenLogsEvenWithTheSdkLogFlagOff();
+    void consumesTheChosenLogs();
+    void doesNotCopyOverANameThatIsTaken();
+    void removesTheStagingFolderAfterPacking();
+    void packsNothingElseWhenOnlySdkLogsAreAsked();
+    void keepsTheSdkLogOnlyWishWhenItsStepWasSkipped();
+    void forgetsTheSdkLogOnlyWishOnceHonoured();
+    void readsTheFlagsWhenARequestsTurnComes();
+    void carriesOutQueuedRequestsInOrder();
+    void gathersButWritesNoZipForAnEmptyPath();
+    void dropsTheRequestWhenTheStagingFolderCannotBeMade();
+    void dropsTheRequestWhenTheSdkFolderCannotBeMade();
+    void finishesTheRequestInHandBeforeItEnds();
+    void saysWhichRequestsItDropsAtTheEnd();
+    void endsWhenRunningIsCleared();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+CConfiguration &hub()
+{
+    return *CConfiguration::instance();
+}
+
+} // namespace
+
+void ExportJob::declaresOneSignalAndNoSlots()
+{
+    const QMetaObject &meta = CLogProcessThread::staticMetaObject;
+    QCOMPARE(meta.methodCount() - meta.methodOffset(), 1);
+    const QMetaMethod method = meta.method(meta.methodOffset());
+    QCOMPARE(method.methodType(), QMetaMethod::Signal);
+    QCOMPARE(method.methodSignature(), QByteArray("closeWaitDlg()"));
+}
+
+void ExportJob::setsTheSpareWorkPathOfTheHub()
+{
+    ExportFixture f;
+    QCOMPARE(hub().spareWorkPath, text("D:/Vantrel"));
+}
+
+void ExportJob::packsTheChosenLogsUnderTheirNames()
+{
+    ExportFixture f;
+    f.choose({f.log(text("a.log"), "first\n"), f.log(text("日志 1.log"), "second\n")});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipContents(f.zip()),
+             (ExportFixture::Contents{{text("SDKLOG/a.log"), "first\n"},
+                                      {text("SDKLOG/日志 1.log"), "second\n"}}));
+    // One result for each copy, then one line for each packed entry.
+    QCOMPARE(f.output.lines(),
+             QStringList({text("true"), text("true"),
+                          text("\"SDKLOG/a.log\" \"%1/SDKLOG\" \"%1\"").arg(f.staging()),
+                          text("\"SDKLOG/日志 1.log\" \"%1/SDKLOG\" \"%1\"").arg(f.staging())}));
+}
+
+void ExportJob::readsThePathsAtTheHandOverSoThatItemsMayVanish()
+{
+    ExportFixture f;
+    f.choose({f.log(text("a.log"))}); // the items are gone when this returns
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+}
+
+void ExportJob::packsTheGenTlLogsOfTheSource()
+{
+    ExportFixture f;
+    f.choose({f.log(text("a.log"))});
+    f.log(text("gentl_cxp_log/one.txt"), "1");
+    f.log(text("gentl_cxp_log/two.bin"), "2");
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()),
+             QStringList({text("SDKLOG/a.log"), text("SDKLOG/gentl_cxp_log/one.txt"),
+                          text("SDKLOG/gentl_cxp_log/two.bin")}));
+}
+
+void ExportJob::takesNoSubFoldersOfTheGenTlLogs()
+{
+    ExportFixture f;
+    f.log(text("gentl_cxp_log/deeper/one.txt"), "1");
+    f.log(text("gentl_cxp_log/two.txt"), "2");
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/two.txt")));
+}
+
+void ExportJob::copiesOnlyTheGenTlLogsWhenNoLogIsChosen()
+{
+    ExportFixture f;
+    f.log(text("not chosen.log"));
+    f.log(text("gentl_cxp_log/one.txt"), "1");
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipContents(f.zip()),
+             (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log/one.txt"), "1"}}));
+}
+
+void ExportJob::makesNoSdkFolderWithoutLogsToCopy()
+{
+    ExportFixture f;
+    f.worker.enqueueExport(QString()); // writes no zip: the staging folder stays to be looked at
+    f.worker.start();
+    QVERIFY(QTest::qWaitFor([&] { return QFileInfo::exists(f.staging()); }));
+    f.worker.setRunning(false);
+    QVERIFY(f.worker.wait(10000));
+    QVERIFY(QDir(f.staging()).isEmpty());
+    QVERIFY(f.output.lines().isEmpty());
+}
+
+void ExportJob::copiesChosenLogsEvenWithTheSdkLogFlagOff()
+{
+    ExportFixture f;
+    hub().sdkLog = false;
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+}
+
+void ExportJob::consumesTheChosenLogs()
+{
+    ExportFixture f;
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList());
+}
+
+void ExportJob::doesNotCopyOverANameThatIsTaken()
+{
+    ExportFixture f;
+    const QString here = f.log(text("a.log"), "from here\n");
+    const QString there = f.scratch.file(text("QZSDK/other/a.log"), "from there\n");
+    f.choose({here, there});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipContents(f.zip()),
+             (ExportFixture::Contents{{text("SDKLOG/a.log"), "from here\n"}}));
+    QCOMPARE(f.output.lines().at(0), text("true"));
+    QVERIFY(f.output.lines().at(1).startsWith(text("not copied: \"%1\"").arg(there)));
+    QCOMPARE(f.output.lines().at(2), text("false"));
+}
+
+void ExportJob::removesTheStagingFolderAfterPacking()
+{
+    ExportFixture f;
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QVERIFY(!QFileInfo::exists(f.staging()));
+}
+
+void ExportJob::packsNothingElseWhenOnlySdkLogsAreAsked()
+{
+    ExportFixture f;
+    hub().clientDump = true;
+    f.log(text("crash.dmp"));
+    f.choose({f.log(text("a.log"))});
+    f.worker.setSdkLogOnly(true);
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+}
+
+void ExportJob::keepsTheSdkLogOnlyWishWhenItsStepWasSkipped()
+{
+    ExportFixture f;
+    hub().sdkLog = false;
+    hub().clientDump = true;
+    f.worker.setSdkLogOnly(true);
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    // Nothing to copy: the step was skipped, and the other items ran.
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("ClientDump.zip")));
+
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+}
+
+void ExportJob::forgetsTheSdkLogOnlyWishOnceHonoured()
+{
+    ExportFixture f;
+    hub().clientDump = true;
+    f.worker.setSdkLogOnly(true);
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList());
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("ClientDump.zip")));
+}
+
+void ExportJob::readsTheFlagsWhenARequestsTurnComes()
+{
+    ExportFixture f;
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    hub().clientDump = true; // the worker runs and has read the flags once
+    f.worker.enqueueExport(f.scratch.path(text("second.zip")));
+    QVERIFY(f.answers());
+    QCOMPARE(zipEntryNames(f.zip()), QStringList());
+    QCOMPARE(zipEntryNames(f.scratch.path(text("second.zip"))),
+             QStringList(text("ClientDump.zip")));
+}
+
+void ExportJob::carriesOutQueuedRequestsInOrder()
+{
+    ExportFixture f;
+    f.choose({f.log(text("a.log"))});
+    for (const char *name : {"1.zip", "2.zip", "3.zip"})
+        f.worker.enqueueExport(f.scratch.path(text(name)));
+    QVERIFY(f.answers(3));
+    // The first request consumed the chosen log.
+    QCOMPARE(zipEntryNames(f.scratch.path(text("1.zip"))), QStringList(text("SDKLOG/a.log")));
+    QCOMPARE(zipEntryNames(f.scratch.path(text("2.zip"))), QStringList());
+    QCOMPARE(zipEntryNames(f.scratch.path(text("3.zip"))), QStringList());
+}
+
+void ExportJob::gathersButWritesNoZipForAnEmptyPath()
+{
+    ExportFixture f;
+    f.choose({f.log(text("a.log"), "kept\n")});
+    f.worker.setSdkLogOnly(true);
+    f.worker.enqueueExport(QString());
+    QVERIFY(f.prints(text("true")));
+    f.worker.setRunning(false);
+    QVERIFY(f.worker.wait(10000));
+    QCoreApplication::processEvents();
+    QCOMPARE(f.answered, 0);
+    QCOMPARE(f.scratch.read(text("QZSDK/LogInfo/SDKLOG/a.log")), QByteArray("kept\n"));
+}
+
+void ExportJob::dropsTheRequestWhenTheStagingFolderCannotBeMade()
+{
+    ExportFixture f;
+    f.worker.setBasePath(f.scratch.path(text("missing/QZSDK/")));
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.prints(text("mkdir failed")));
+
+    f.worker.setBasePath(f.base());
+    f.worker.enqueueExport(f.scratch.path(text("next.zip")));
+    QVERIFY(f.answers());
+    QVERIFY(!QFileInfo::exists(f.zip()));
+    QVERIFY(QFileInfo::exists(f.scratch.path(text("next.zip"))));
+    QCOMPARE(f.output.lines(), QStringList(text("mkdir failed")));
+}
+
+void ExportJob::dropsTheRequestWhenTheSdkFolderCannotBeMade()
+{
+    ExportFixture f;
+    f.scratch.file(text("QZSDK/LogInfo/SDKLOG"), "a file in the way");
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.prints(text("mkpath failed")));
+    f.worker.setRunning(false);
+    QVERIFY(f.worker.wait(10000));
+    QCoreApplication::processEvents();
+    QCOMPARE(f.answered, 0);
+    QVERIFY(!QFileInfo::exists(f.zip()));
+}
+
+void ExportJob::finishesTheRequestInHandBeforeItEnds()
+{
+    QString zip;
+    ScratchFolder kept;
+    {
+        ExportFixture f;
+        zip = kept.path(text("whole.zip"));
+        f.choose({f.log(text("a.log"), QByteArray(20 << 20, 'x'))});
+        f.worker.enqueueExport(zip);
+        f.worker.start();
+        QVERIFY(QTest::qWaitFor([&] { return QFileInfo::exists(f.staging()); }));
+    }
+    QCOMPARE(zipContents(zip).value(text("SDKLOG/a.log")).size(), 20 << 20);
+}
+
+void ExportJob::saysWhichRequestsItDropsAtTheEnd()
+{
+    resetHub();
+    DebugCapture output;
+    {
+        CLogProcessThread worker; // never started
+        worker.enqueueExport(text("a.zip"));
+        worker.enqueueExport(text("b.zip"));
+    }
+    QCOMPARE(output.lines(),
+             QStringList({text("export dropped: \"a.zip\""), text("export dropped: \"b.zip\"")}));
+}
+
+void ExportJob::endsWhenRunningIsCleared()
+{
+    ExportFixture f;
+    f.worker.start();
+    QVERIFY(f.worker.isRunning());
+    f.worker.setRunning(false);
+    QVERIFY(f.worker.wait(10000));
+}
+
+QTEST_GUILESS_MAIN(ExportJob)
+#include "tst_export_job.moc"

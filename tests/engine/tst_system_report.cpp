@@ -1,0 +1,253 @@
+#include "SystemReport.h"
+
+#include "ExportFixture.h"
+#include "MadeUpMachine.h"
+
+class SystemReport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void memoryTakesThreeLines();
+    void sizesAreWholeMebibytesRoundedDown_data();
+    void sizesAreWholeMebibytesRoundedDown();
+    void aModuleTakesThreeLines_data();
+    void aModuleTakesThreeLines();
+
+    void anEmptyFolderIsRefusedAndNothingIsAsked();
+    void withoutModulesThereAreExactlyThreeLines();
+    void modulesFollowInTheirOrder();
+    void theModuleListsAreUsedUp();
+    void aSecondReportIsAppendedToTheFirst();
+    void eachZipHoldsOneReport();
+    void withoutMemoryStatusItFailsAndLeavesAnEmptyFile();
+    void aFailedModuleQueryIsPrintedAndNoFailure_data();
+    void aFailedModuleQueryIsPrintedAndNoFailure();
+    void refusedComSecurityKeepsTheModulesUnaskedSilently();
+    void aFileThatCannotBeOpenedIsNoFailure();
+    void theWorkerNotesTheTimeThenSetsTheHubThenAsksForComSecurity();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+constexpr MemoryStatus memory{37, quint64(16) << 30, quint64(10) << 30};
+const QByteArray memoryLines = "Memory Load: 37%\n"
+                               "Total Physical Memory: 16384 MB\n"
+                               "Available Physical Memory: 10240 MB\n";
+
+} // namespace
+
+void SystemReport::memoryTakesThreeLines()
+{
+    QCOMPARE(memoryReport(memory), memoryLines);
+}
+
+void SystemReport::sizesAreWholeMebibytesRoundedDown_data()
+{
+    QTest::addColumn<quint64>("bytes");
+    QTest::addColumn<QByteArray>("shown");
+    QTest::newRow("nothing") << quint64(0) << QByteArray("0 MB");
+    QTest::newRow("a byte less than 1 MiB") << quint64(1048575) << QByteArray("0 MB");
+    QTest::newRow("1 MiB") << quint64(1048576) << QByteArray("1 MB");
+    QTest::newRow("all 64 bits") << ~quint64(0) << QByteArray("17592186044415 MB");
+}
+
+void SystemReport::sizesAreWholeMebibytesRoundedDown()
+{
+    QFETCH(quint64, bytes);
+    QFETCH(QByteArray, shown);
+    QCOMPARE(memoryReport({100, bytes, bytes}),
+             "Memory Load: 100%\nTotal Physical Memory: " + shown +
+                 "\nAvailable Physical Memory: " + shown + '\n');
+}
+
+void SystemReport::aModuleTakesThreeLines_data()
+{
+    QTest::addColumn<QByteArray>("partNumber");
+    QTest::addColumn<qint32>("capacity");
+    QTest::addColumn<qint32>("speed");
+    QTest::addColumn<QByteArray>("lines");
+    QTest::newRow("usual") << QByteArray("M471A2K43DB1-CWE") << qint32(16777216) << qint32(3200)
+                           << QByteArray("PartNumber: M471A2K43DB1-CWE\nCapacity: 16777216 Kb\n"
+                                         "Speed: 3200 MHz\n");
+    QTest::newRow("nothing told") << QByteArray() << qint32(0) << qint32(0)
+                                  << QByteArray("PartNumber: \nCapacity: 0 Kb\nSpeed: 0 MHz\n");
+    QTest::newRow("signed figures")
+        << QByteArray("x") << qint32(-2147483647 - 1) << qint32(-1)
+        << QByteArray("PartNumber: x\nCapacity: -2147483648 Kb\nSpeed: -1 MHz\n");
+    QTest::newRow("bytes of a foreign code page, blanks kept")
+        << QByteArray(" \xc4\xda\xb4\xe6 ") << qint32(1) << qint32(2)
+        << QByteArray("PartNumber:  \xc4\xda\xb4\xe6 \nCapacity: 1 Kb\nSpeed: 2 MHz\n");
+}
+
+void SystemReport::aModuleTakesThreeLines()
+{
+    QFETCH(QByteArray, partNumber);
+    QFETCH(qint32, capacity);
+    QFETCH(qint32, speed);
+    QTEST(moduleReport(partNumber, capacity, speed), "lines");
+}
+
+void SystemReport::anEmptyFolderIsRefusedAndNothingIsAsked()
+{
+    MadeUpMachine machine;
+    ExportFixture f(machine.questions());
+    machine.asked.clear();
+    QVERIFY(!f.worker.saveSysInfo(QString()));
+    QVERIFY(!QFile::exists(text("/SystemInfo.txt")));
+    QCOMPARE(machine.asked, QStringList());
+    QCOMPARE(f.output.lines(), QStringList());
+}
+
+void SystemReport::withoutModulesThereAreExactlyThreeLines()
+{
+    MadeUpMachine machine;
+    machine.memory = memory;
+    ExportFixture f(machine.questions());
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
+    QCOMPARE(f.output.lines(), QStringList());
+}
+
+void SystemReport::modulesFollowInTheirOrder()
+{
+    MadeUpMachine machine;
+    machine.memory = memory;
+    QByteArray expected = memoryLines;
+    for (int i = 0; i < 64; ++i) {
+        const MemoryModule module{i % 3 == 0 ? QByteArray() : "part " + QByteArray::number(i),
+                                  1000 * i, 2400 + i};
+        machine.modules.modules.append(module);
+        expected += moduleReport(module.partNumber, module.capacity, module.speed);
+    }
+    ExportFixture f(machine.questions());
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), expected);
+    QCOMPARE(expected.count('\n'), 3 + 3 * 64);
+}
+
+void SystemReport::theModuleListsAreUsedUp()
+{
+    MadeUpMachine machine;
+    machine.modules.modules = {{"only once", 1, 2}};
+    ExportFixture f(machine.questions());
+    QVERIFY(f.worker.saveSysInfo(f.scratch.folder(text("first"))));
+    machine.modules.modules.clear();
+    QVERIFY(f.worker.saveSysInfo(f.scratch.folder(text("second"))));
+    QVERIFY(f.scratch.read(text("first/SystemInfo.txt")).contains("only once"));
+    QVERIFY(!f.scratch.read(text("second/SystemInfo.txt")).contains("PartNumber"));
+}
+
+void SystemReport::aSecondReportIsAppendedToTheFirst()
+{
+    MadeUpMachine machine;
+    machine.memory = memory;
+    ExportFixture f(machine.questions());
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines + memoryLines);
+}
+
+void SystemReport::eachZipHoldsOneReport()
+{
+    MadeUpMachine machine;
+    machine.memory = memory;
+    ExportFixture f(machine.questions());
+    CConfiguration::instance()->systemInfo = true;
+    for (int i = 0; i < 2; ++i) {
+        f.worker.enqueueExport(f.zip());
+        QVERIFY(f.answers());
+        QCOMPARE(zipContents(f.zip()),
+                 (ExportFixture::Contents{{text("SystemInfo.txt"), memoryLines}}));
+    }
+}
+
+void SystemReport::withoutMemoryStatusItFailsAndLeavesAnEmptyFile()
+{
+    MadeUpMachine machine;
+    machine.memory = {};
+    machine.modules.modules = {{"not asked for", 1, 2}};
+    ExportFixture f(machine.questions());
+    QVERIFY(!f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.output.lines(), QStringList(text("Failed to get memory status.")));
+    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), QByteArray());
+    QVERIFY(!machine.asked.contains(text("memoryModules")));
+}
+
+void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure_data()
+{
+    using Query = MemoryModuleList::Query;
+    QTest::addColumn<int>("query");
+    QTest::addColumn<QString>("printed");
+    QTest::newRow("library") << int(Query::Library) << text("COM库初始化失败");
+    QTest::newRow("locator") << int(Query::Locator) << text("WbemLocator创建失败");
+    QTest::newRow("connection") << int(Query::Connection) << text("WMI服务连接失败");
+    QTest::newRow("proxy") << int(Query::Proxy) << text("设置代理失败");
+    QTest::newRow("execution") << int(Query::Execution) << text("查询执行失败");
+    QTest::newRow("unavailable") << int(Query::Unavailable)
+                                 << text("no memory module can be asked for");
+}
+
+void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure()
+{
+    QFETCH(int, query);
+    QFETCH(QString, printed);
+    MadeUpMachine machine;
+    machine.memory = memory;
+    machine.modules.query = MemoryModuleList::Query(query);
+    ExportFixture f(machine.questions());
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
+    QCOMPARE(f.output.take(), QStringList(printed));
+    QVERIFY(!f.worker.queryMemoryModules());
+    QCOMPARE(f.output.lines(), QStringList(printed));
+}
+
+void SystemReport::refusedComSecurityKeepsTheModulesUnaskedSilently()
+{
+    MadeUpMachine machine;
+    machine.comSecurity = -2147417831; // too late: the process has set it up otherwise already
+    machine.memory = memory;
+    machine.modules.modules = {{"not asked for", 1, 2}};
+    ExportFixture f(machine.questions());
+    QVERIFY(!f.worker.queryMemoryModules());
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
+    QVERIFY(!machine.asked.contains(text("memoryModules")));
+    QCOMPARE(f.output.lines(), QStringList());
+}
+
+void SystemReport::aFileThatCannotBeOpenedIsNoFailure()
+{
+    MadeUpMachine machine;
+    ExportFixture f(machine.questions());
+    const QString taken = f.scratch.folder(text("SystemInfo.txt"));
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.output.lines().size(), 1);
+    QVERIFY(f.output.contains(text("report not written: \"%1\"").arg(taken)));
+}
+
+void SystemReport::theWorkerNotesTheTimeThenSetsTheHubThenAsksForComSecurity()
+{
+    resetHub();
+    MadeUpMachine machine;
+    qint64 noted = 0;
+    QString hubText;
+    machine.ask = [&](const QString &) {
+        noted = CLogProcessThread::startTime();
+        hubText = CConfiguration::instance()->spareWorkPath;
+    };
+    const qint64 before = QDateTime::currentMSecsSinceEpoch();
+    const CLogProcessThread worker(machine.questions());
+    QCOMPARE(machine.asked, QStringList(text("comSecurity")));
+    QVERIFY(noted >= before && noted <= QDateTime::currentMSecsSinceEpoch());
+    QCOMPARE(hubText, text("D:/Vantrel"));
+}
+
+QTEST_GUILESS_MAIN(SystemReport)
+#include "tst_system_report.moc"

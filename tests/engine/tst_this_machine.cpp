@@ -1,0 +1,173 @@
+#include "ExportFixture.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+#include <cstdlib>
+
+/// A full export of the machine that the test runs on, held against what other programs say of it.
+class ThisMachine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void adaptersAreThoseOfIp();
+    void memoryIsThatOfFree();
+    void eventsAreThoseOfTheJournal_data();
+    void eventsAreThoseOfTheJournal();
+    void theZipIsTestedAndListedByUnzip();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+struct Run
+{
+    bool done = false;
+    QByteArray output;
+};
+
+Run run(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    const bool ended = process.waitForFinished(60000);
+    return {ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
+            process.readAllStandardOutput()};
+}
+
+bool exists(const QString &program)
+{
+    return !QStandardPaths::findExecutable(program).isEmpty();
+}
+
+std::unique_ptr<ExportFixture> fixture;
+ExportFixture::Contents contents;
+
+/// The report's block about an adapter, as `ip` describes it. Its speeds are left out: the program
+/// does not tell them.
+QByteArray blockOf(const QJsonObject &link)
+{
+    QByteArray block = "Adapter: " + link[text("ifname")].toString().toUtf8() + "\nMAC: ";
+    if (link[text("link_type")].toString() != text("loopback")) {
+        const QByteArray address = link[text("address")].toString().toUtf8();
+        block += address.isEmpty() ? QByteArray() : QByteArray(address).replace(':', '-') + '\n';
+    }
+    for (const QJsonValue &value : link[text("addr_info")].toArray()) {
+        if (value[text("family")].toString() == text("inet"))
+            block += "IPv4: " + value[text("local")].toString().toUtf8() + '\n';
+    }
+    block += "MTU: " + QByteArray::number(link[text("mtu")].toInt()) + " bytes\n";
+    const QString state = link[text("operstate")].toString();
+    const bool up =
+        state == text("UP") ||
+        (state == text("UNKNOWN") && link[text("flags")].toArray().contains(text("LOWER_UP")));
+    return block + (up ? "Status: Active\n\n" : "Status: Inactive\n\n");
+}
+
+qint64 figure(const QByteArray &report, const char *label)
+{
+    const QRegularExpression line(text("^%1: (\\d+)").arg(text(label)),
+                                  QRegularExpression::MultilineOption);
+    return line.match(QString::fromUtf8(report)).captured(1).toLongLong();
+}
+
+} // namespace
+
+void ThisMachine::initTestCase()
+{
+    fixture = std::make_unique<ExportFixture>();
+    CConfiguration &hub = *CConfiguration::instance();
+    for (std::atomic<bool> *flag :
+         {&hub.systemLog, &hub.nicInfo, &hub.systemInfo, &hub.systemDump, &hub.clientDump})
+        *flag = true;
+    fixture->worker.enqueueExport(fixture->zip());
+    QVERIFY(fixture->answers(1, 250000));
+    contents = zipContents(fixture->zip());
+}
+
+void ThisMachine::adaptersAreThoseOfIp()
+{
+    QVERIFY(contents.contains(text("NICInfo.txt")));
+    if (!exists(text("ip")))
+        QSKIP("no ip here to compare with");
+    const Run ip = run(text("ip"), {text("-j"), text("address")});
+    QVERIFY(ip.done);
+    QStringList expected;
+    for (const QJsonValue &link : QJsonDocument::fromJson(ip.output).array())
+        expected.append(QString::fromUtf8(blockOf(link.toObject())));
+    QString report = QString::fromUtf8(contents[text("NICInfo.txt")]);
+    report.remove(QRegularExpression(text("(Transmit|Receive)LinkSpeed: \\d+ Mbps\n")));
+    QStringList blocks = report.split(text("\n\n"), Qt::SkipEmptyParts);
+    for (QString &block : blocks)
+        block += text("\n\n");
+    expected.sort();
+    blocks.sort();
+    QCOMPARE(blocks, expected);
+}
+
+void ThisMachine::memoryIsThatOfFree()
+{
+    const QByteArray report = contents[text("SystemInfo.txt")];
+    if (!exists(text("free")))
+        QSKIP("no free here to compare with");
+    const Run free = run(text("free"), {text("--mebi")});
+    QVERIFY(free.done);
+    const QList<QByteArray> row = free.output.split('\n').value(1).simplified().split(' ');
+    QCOMPARE(figure(report, "Total Physical Memory"), row.value(1).toLongLong());
+    const qint64 available = figure(report, "Available Physical Memory");
+    // Memory does not stand still between the two.
+    QVERIFY2(std::llabs(available - row.value(6).toLongLong()) < 2048, report.constData());
+    const qint64 used = 100 - available * 100 / figure(report, "Total Physical Memory");
+    QVERIFY(std::llabs(figure(report, "Memory Load") - used) <= 1);
+}
+
+void ThisMachine::eventsAreThoseOfTheJournal_data()
+{
+    QTest::addColumn<QString>("side");
+    QTest::addColumn<QString>("entry");
+    QTest::newRow("user's") << text("--user") << text("ApplicationEvents.evtx");
+    QTest::newRow("system's") << text("--system") << text("SystemEvents.evtx");
+}
+
+void ThisMachine::eventsAreThoseOfTheJournal()
+{
+    QFETCH(QString, side);
+    QFETCH(QString, entry);
+    const Run journal =
+        run(text("journalctl"), {side, text("-o"), text("export"), text("--no-pager")});
+    if (!journal.done || journal.output.isEmpty()) {
+        QVERIFY(!contents.contains(entry));
+        QSKIP("no such events here, and none in the zip");
+    }
+    // The journal grows; what was there stays.
+    QVERIFY(!contents[entry].isEmpty());
+    QVERIFY(journal.output.startsWith(contents[entry]));
+}
+
+void ThisMachine::theZipIsTestedAndListedByUnzip()
+{
+    if (!exists(text("unzip")))
+        QSKIP("no unzip here to compare with");
+    QVERIFY(run(text("unzip"), {text("-tqq"), fixture->zip()}).done);
+    const Run list = run(text("unzip"), {text("-Z1"), fixture->zip()});
+    QVERIFY(list.done);
+    const QStringList listed =
+        QString::fromUtf8(list.output).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QCOMPARE(listed, zipEntryNames(fixture->zip()));
+    for (const char *always : {"ClientDump.zip", "NICInfo.txt", "SystemDmp.zip", "SystemInfo.txt"})
+        QVERIFY2(listed.contains(text(always)), always);
+    fixture.reset();
+}
+
+QTEST_GUILESS_MAIN(ThisMachine)
+#include "tst_this_machine.moc"

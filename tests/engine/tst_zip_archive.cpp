@@ -1,0 +1,216 @@
+#include "DebugCapture.h"
+#include "Faults.h"
+#include "ScratchFolder.h"
+#include "ZipArchive.h"
+#include "ZipContents.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+#include <QtTest>
+
+class ZipArchiveTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void holdsWhatWasAdded();
+    void isAValidZipWithoutEntries();
+    void replacesAFileThatIsThere();
+    void keepsNamesInUtf8();
+    void opensInOtherTools_data();
+    void opensInOtherTools();
+    void leavesAFileOfTwoGibibytesEmptyAndSaysSo();
+    void leavesAVanishedFileEmptyAndSaysSo();
+    void saysThatItCannotBeWritten();
+    void leavesNoHalfZipOnAFullDisk_data();
+    void leavesNoHalfZipOnAFullDisk();
+    void closesOnlyOnce();
+};
+
+namespace {
+
+/// Bytes that do not get smaller when compressed; always the same.
+QByteArray noise(int size)
+{
+    QByteArray bytes(size, Qt::Uninitialized);
+    quint32 state = 1;
+    for (char &byte : bytes) {
+        state = state * 1664525U + 1013904223U;
+        byte = char(state >> 24);
+    }
+    return bytes;
+}
+
+} // namespace
+
+void ZipArchiveTest::holdsWhatWasAdded()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    ZipArchive archive(zip);
+    archive.addFile(QStringLiteral("b/first"), scratch.file(QStringLiteral("1"), "one"));
+    archive.addFile(QStringLiteral("a/second"), scratch.file(QStringLiteral("2"), noise(70000)));
+    archive.addFile(QStringLiteral("empty"), scratch.file(QStringLiteral("3")));
+    QVERIFY(archive.close());
+
+    QCOMPARE(zipEntryNames(zip), QStringList({QStringLiteral("b/first"), QStringLiteral("a/second"),
+                                              QStringLiteral("empty")}));
+    const auto contents = zipContents(zip);
+    QCOMPARE(contents.value(QStringLiteral("b/first")), QByteArray("one"));
+    QCOMPARE(contents.value(QStringLiteral("a/second")), noise(70000));
+    QCOMPARE(contents.value(QStringLiteral("empty")), QByteArray());
+}
+
+void ZipArchiveTest::isAValidZipWithoutEntries()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    QVERIFY(ZipArchive(zip).close());
+    // Nothing but the end record of an empty directory.
+    QCOMPARE(scratch.read(QStringLiteral("a.zip")), QByteArray("PK\5\6") + QByteArray(18, '\0'));
+}
+
+void ZipArchiveTest::replacesAFileThatIsThere()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.file(QStringLiteral("a.zip"), noise(100000));
+    {
+        ZipArchive archive(zip);
+        archive.addFile(QStringLiteral("x"), scratch.file(QStringLiteral("x"), "new"));
+    }
+    QCOMPARE(zipContents(zip), (QMap<QString, QByteArray>{{QStringLiteral("x"), "new"}}));
+    QVERIFY(QFileInfo(zip).size() < 1000);
+}
+
+void ZipArchiveTest::keepsNamesInUtf8()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    const QString name = QString::fromUtf8("日志/100% \"größe\" 📷.log");
+    ZipArchive archive(zip);
+    archive.addFile(name, scratch.file(QStringLiteral("x"), "x"));
+    QVERIFY(archive.close());
+    QCOMPARE(zipEntryNames(zip), QStringList(name));
+    QVERIFY(scratch.read(QStringLiteral("a.zip")).contains(name.toUtf8()));
+}
+
+void ZipArchiveTest::opensInOtherTools_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("unzip") << QStringLiteral("unzip") << QStringList(QStringLiteral("-t"));
+    QTest::newRow("7z") << QStringLiteral("7z") << QStringList(QStringLiteral("t"));
+    QTest::newRow("python") << QStringLiteral("python3")
+                            << QStringList({QStringLiteral("-m"), QStringLiteral("zipfile"),
+                                            QStringLiteral("-t")});
+}
+
+void ZipArchiveTest::opensInOtherTools()
+{
+    QFETCH(QString, program);
+    QFETCH(QStringList, arguments);
+    if (QStandardPaths::findExecutable(program).isEmpty())
+        QSKIP(qPrintable(program + QStringLiteral(" is not installed")));
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    ZipArchive archive(zip);
+    archive.addFile(QStringLiteral("SDKLOG/a.log"), scratch.file(QStringLiteral("1"), noise(5000)));
+    archive.addFile(QString::fromUtf8("SDKLOG/日志.log"),
+                    scratch.file(QStringLiteral("2"), "text"));
+    archive.addFile(QStringLiteral("empty.txt"), scratch.file(QStringLiteral("3")));
+    QVERIFY(archive.close());
+
+    QProcess tool;
+    tool.start(program, arguments << zip);
+    QVERIFY(tool.waitForFinished());
+    QVERIFY2(tool.exitCode() == 0, tool.readAllStandardOutput() + tool.readAllStandardError());
+}
+
+void ZipArchiveTest::leavesAFileOfTwoGibibytesEmptyAndSaysSo()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    const QString huge = scratch.sparseFile(QStringLiteral("huge.dmp"), qint64(1) << 31);
+    DebugCapture output;
+    ZipArchive archive(zip);
+    archive.addFile(QStringLiteral("huge.dmp"), huge);
+    archive.addFile(QStringLiteral("x"), scratch.file(QStringLiteral("x"), "still here"));
+    QVERIFY(archive.close());
+
+    QCOMPARE(zipContents(zip).value(QStringLiteral("huge.dmp")), QByteArray());
+    QCOMPARE(zipContents(zip).value(QStringLiteral("x")), QByteArray("still here"));
+    QCOMPARE(
+        output.lines(),
+        QStringList(QStringLiteral("too large for the zip, left empty: \"%1\" 2147483648 bytes")
+                        .arg(huge)));
+}
+
+void ZipArchiveTest::leavesAVanishedFileEmptyAndSaysSo()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    DebugCapture output;
+    ZipArchive archive(zip);
+    archive.addFile(QStringLiteral("gone"), scratch.path(QStringLiteral("gone")));
+    QVERIFY(archive.close());
+    QCOMPARE(zipContents(zip), (QMap<QString, QByteArray>{{QStringLiteral("gone"), {}}}));
+    QCOMPARE(output.lines().size(), 1);
+    QVERIFY(output.lines().constFirst().startsWith(QStringLiteral("cannot read")));
+}
+
+void ZipArchiveTest::saysThatItCannotBeWritten()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("no such folder/a.zip"));
+    DebugCapture output;
+    ZipArchive archive(zip);
+    archive.addFile(QStringLiteral("x"), scratch.file(QStringLiteral("x"), "x"));
+    QVERIFY(!archive.close());
+    QVERIFY(!QFileInfo::exists(zip));
+    QCOMPARE(output.lines().size(), 1);
+    QVERIFY(
+        output.lines().constFirst().startsWith(QStringLiteral("cannot write zip \"%1\"").arg(zip)));
+}
+
+void ZipArchiveTest::leavesNoHalfZipOnAFullDisk_data()
+{
+    QTest::addColumn<int>("room");
+    // In the first header, within the first contents, between two files, in the directory, and in
+    // the very last record.
+    for (const int room : {0, 10, 5000, 20050, 40100, 40180, 40210})
+        QTest::addRow("%d bytes", room) << room;
+}
+
+void ZipArchiveTest::leavesNoHalfZipOnAFullDisk()
+{
+    if (!FileSizeLimit::available())
+        QSKIP("this system cannot limit the size of files");
+    QFETCH(int, room);
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    const QString first = scratch.file(QStringLiteral("1"), noise(20000));
+    const QString second = scratch.file(QStringLiteral("2"), noise(20000));
+    DebugCapture output;
+    {
+        const FileSizeLimit limit(room);
+        ZipArchive archive(zip);
+        archive.addFile(QStringLiteral("first"), first);
+        archive.addFile(QStringLiteral("second"), second);
+        QVERIFY(!archive.close());
+    }
+    QVERIFY(!QFileInfo::exists(zip));
+    QCOMPARE(output.lines().size(), 1);
+    QVERIFY(
+        output.lines().constFirst().startsWith(QStringLiteral("zip not written: \"%1\"").arg(zip)));
+}
+
+void ZipArchiveTest::closesOnlyOnce()
+{
+    ScratchFolder scratch;
+    ZipArchive archive(scratch.path(QStringLiteral("a.zip")));
+    QVERIFY(archive.close());
+    QVERIFY(!archive.close());
+}
+
+QTEST_GUILESS_MAIN(ZipArchiveTest)
+#include "tst_zip_archive.moc"

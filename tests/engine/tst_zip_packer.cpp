@@ -1,0 +1,164 @@
+#include "DebugCapture.h"
+#include "Faults.h"
+#include "ScratchFolder.h"
+#include "ZipContents.h"
+#include "ZipPacker.h"
+
+#include <QtTest>
+
+class ZipPackerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void packsTheTreeAndRemovesIt();
+    void namesNestedFilesByTheirPathsOnly();
+    void walksByNameWithoutRegardToCase();
+    void printsEachEntryItsFolderAndTheRoot();
+    void makesAnEmptyZipOfAnEmptyFolder();
+    void leavesAHiddenFileAndWithItTheFolder();
+    void overwritesAZipThatIsThere();
+    void removesTheFolderEvenWhenTheZipCannotBeWritten();
+    void followsNoLinkOutOfTheFolder();
+    void refusesToRemoveAnEmptyPath();
+    void takesAMissingFolderForRemoved();
+};
+
+namespace {
+
+using Contents = QMap<QString, QByteArray>;
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+} // namespace
+
+void ZipPackerTest::packsTheTreeAndRemovesIt()
+{
+    ScratchFolder scratch;
+    scratch.file(text("LogInfo/NICInfo.txt"), "nic");
+    scratch.file(text("LogInfo/SDKLOG/a.log"), "log");
+    scratch.file(text("LogInfo/SDKLOG/gentl_cxp_log/g.txt"), "gentl");
+    const QString folder = scratch.path(text("LogInfo"));
+    const QString zip = scratch.path(text("a.zip"));
+    DebugCapture output;
+    QVERIFY(zipFolder(folder, zip));
+
+    QCOMPARE(zipContents(zip), (Contents{{text("NICInfo.txt"), "nic"},
+                                         {text("SDKLOG/a.log"), "log"},
+                                         {text("SDKLOG/gentl_cxp_log/g.txt"), "gentl"}}));
+    QVERIFY(!QFileInfo::exists(folder));
+}
+
+void ZipPackerTest::namesNestedFilesByTheirPathsOnly()
+{
+    ScratchFolder scratch;
+    scratch.folder(text("in/empty/deeper"));
+    scratch.file(text("in/a/b/c/d.txt"), "d");
+    const QString zip = scratch.path(text("a.zip"));
+    DebugCapture output;
+    zipFolder(scratch.path(text("in")), zip);
+    QCOMPARE(zipEntryNames(zip), QStringList(text("a/b/c/d.txt")));
+    QVERIFY(!QFileInfo::exists(scratch.path(text("in"))));
+}
+
+void ZipPackerTest::walksByNameWithoutRegardToCase()
+{
+    ScratchFolder scratch;
+    for (const char *name : {"in/b.txt", "in/A.txt", "in/C.txt", "in/aa/x.txt"})
+        scratch.file(text(name), "x");
+    const QString zip = scratch.path(text("a.zip"));
+    DebugCapture output;
+    zipFolder(scratch.path(text("in")), zip);
+    QCOMPARE(zipEntryNames(zip),
+             QStringList({text("A.txt"), text("aa/x.txt"), text("b.txt"), text("C.txt")}));
+}
+
+void ZipPackerTest::printsEachEntryItsFolderAndTheRoot()
+{
+    ScratchFolder scratch;
+    scratch.file(text("in/sub/a.txt"), "a");
+    scratch.file(text("in/z.txt"), "z");
+    const QString root = scratch.path(text("in"));
+    DebugCapture output;
+    zipFolder(root, scratch.path(text("a.zip")));
+    QCOMPARE(output.lines(), QStringList({text("\"sub/a.txt\" \"%1/sub\" \"%1\"").arg(root),
+                                          text("\"z.txt\" \"%1\" \"%1\"").arg(root)}));
+}
+
+void ZipPackerTest::makesAnEmptyZipOfAnEmptyFolder()
+{
+    ScratchFolder scratch;
+    const QString folder = scratch.folder(text("in"));
+    const QString zip = scratch.path(text("a.zip"));
+    QVERIFY(zipFolder(folder, zip));
+    QCOMPARE(zipContents(zip), Contents());
+    QVERIFY(!QFileInfo::exists(folder));
+}
+
+void ZipPackerTest::leavesAHiddenFileAndWithItTheFolder()
+{
+    ScratchFolder scratch;
+    scratch.file(text("in/.hidden"), "secret");
+    scratch.file(text("in/seen"), "x");
+    const QString zip = scratch.path(text("a.zip"));
+    DebugCapture output;
+    QVERIFY(zipFolder(scratch.path(text("in")), zip));
+    QCOMPARE(zipEntryNames(zip), QStringList(text("seen")));
+    QCOMPARE(scratch.read(text("in/.hidden")), QByteArray("secret"));
+    QVERIFY(!QFileInfo::exists(scratch.path(text("in/seen"))));
+    QVERIFY(!removeFolder(scratch.path(text("in"))));
+}
+
+void ZipPackerTest::overwritesAZipThatIsThere()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.file(text("a.zip"), QByteArray(5000, 'x'));
+    scratch.file(text("in/new"), "new");
+    DebugCapture output;
+    zipFolder(scratch.path(text("in")), zip);
+    QCOMPARE(zipContents(zip), (Contents{{text("new"), "new"}}));
+}
+
+void ZipPackerTest::removesTheFolderEvenWhenTheZipCannotBeWritten()
+{
+    ScratchFolder scratch;
+    scratch.file(text("in/x"), "x");
+    DebugCapture output;
+    QVERIFY(zipFolder(scratch.path(text("in")), scratch.path(text("missing/a.zip"))));
+    QVERIFY(!QFileInfo::exists(scratch.path(text("missing"))));
+    QVERIFY(!QFileInfo::exists(scratch.path(text("in"))));
+    QVERIFY(output.contains(text("cannot write zip")));
+}
+
+void ZipPackerTest::followsNoLinkOutOfTheFolder()
+{
+    ScratchFolder scratch;
+    scratch.file(text("precious/data"), "keep me");
+    scratch.file(text("in/x"), "x");
+    if (!makeLink(scratch.path(text("precious")), scratch.path(text("in/way out"))) ||
+        !makeLink(scratch.path(text("in")), scratch.path(text("in/circle"))))
+        QSKIP("this system makes no links for us");
+    const QString zip = scratch.path(text("a.zip"));
+    DebugCapture output;
+    QVERIFY(zipFolder(scratch.path(text("in")), zip));
+    QCOMPARE(zipEntryNames(zip), QStringList(text("x")));
+    QCOMPARE(scratch.read(text("precious/data")), QByteArray("keep me"));
+    QVERIFY(!QFileInfo::exists(scratch.path(text("in"))));
+}
+
+void ZipPackerTest::refusesToRemoveAnEmptyPath()
+{
+    QVERIFY(!removeFolder(QString()));
+}
+
+void ZipPackerTest::takesAMissingFolderForRemoved()
+{
+    ScratchFolder scratch;
+    QVERIFY(removeFolder(scratch.path(text("nothing here"))));
+}
+
+QTEST_GUILESS_MAIN(ZipPackerTest)
+#include "tst_zip_packer.moc"

@@ -1,0 +1,9 @@
+#include "UserEnvironment.h"
+
+#include <QStandardPaths>
+
+UserEnvironment systemEnvironment()
+{
+    return {QStandardPaths::writableLocation(QStandardPaths::HomeLocation),
+            registeredCameraClient()};
+}

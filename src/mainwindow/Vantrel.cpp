@@ -1,0 +1,109 @@
+#include "Vantrel.h"
+
+#include "CConfiguration.h"
+#include "CLogProcessThread.h"
+#include "DisplayLanguage.h"
+#include "LogSettingsDlg.h"
+#include "LogViewer.h"
+#include "QCheckBoxHeader.h"
+#include "Skin.h"
+#include "ui_Vantrel.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QMenu>
+
+Vantrel::Vantrel(QWidget *parent, const UserEnvironment &userEnvironment)
+    : CommonDialog(parent, false, false)
+    , ui(std::make_unique<Ui::Vantrel>())
+    , environment(userEnvironment)
+{
+    ui->setupUi(this);
+    setUpExportPath();
+    setUpTitleBar();
+    buildContextMenu();
+    setUpTable();
+    findSources();
+    chooseLanguageAndStyle();
+    offerSources();
+    createWindows();
+    startWorker();
+    retranslate();
+}
+
+Vantrel::~Vantrel() = default;
+
+void Vantrel::setUpExportPath()
+{
+    sdkRoot = environment.homeFolder + QStringLiteral("/QZSDK/");
+    CConfiguration::instance()->exportPath = sdkRoot + QStringLiteral("UserLogInfo.zip");
+    ui->lineEditPath->setText(CConfiguration::instance()->exportPath);
+}
+
+void Vantrel::setUpTitleBar()
+{
+    ui->mainTitleBar->setMinButtonVisible(false);
+    ui->mainTitleBar->setMaxButtonVisible(false);
+    ui->mainTitleBar->setMaxMinEnabled(false);
+    ui->mainTitleBar->setTitle(tr("Vantrel"));
+    ui->comboSource->setFocus(); // not the close button, which comes first in the window
+}
+
+void Vantrel::buildContextMenu()
+{
+    contextMenu = new QMenu(this);
+    actionExportAll = contextMenu->addAction(tr("Export All SDK Log"));
+    actionExportAll->setObjectName(QStringLiteral("actionExportAll"));
+    actionExportSelected = contextMenu->addAction(tr("Export Selected SDK Log"));
+    actionExportSelected->setObjectName(QStringLiteral("actionExportSelected"));
+    connect(actionExportAll, &QAction::triggered, this, &Vantrel::onActionExportAllTriggered);
+    connect(actionExportSelected, &QAction::triggered, this,
+            &Vantrel::onActionExportSelectedTriggered);
+}
+
+void Vantrel::chooseLanguageAndStyle()
+{
+    const bool english = chooseLanguage(environment) == DisplayLanguage::English;
+    // A catalogue that cannot be loaded leaves the source texts, which are English.
+    (void)translator.load(english ? QStringLiteral(":/Linguist_EN.qm")
+                                  : QStringLiteral(":/Linguist_CN.qm"));
+    QCoreApplication::installTranslator(&translator);
+    Skin::applyStyleSheet(*this, english ? Skin::englishFonts : Skin::chineseFonts);
+    retranslate();
+}
+
+void Vantrel::retranslate()
+{
+    ui->retranslateUi(this);
+    ui->mainTitleBar->setTitle(tr("Vantrel"));
+    ui->tableWidget->setHorizontalHeaderLabels(
+        {QString(), tr("File Time"), tr("File Name"), tr("File Size")});
+    actionExportAll->setText(tr("Export All SDK Log"));
+    actionExportSelected->setText(tr("Export Selected SDK Log"));
+    if (exportInfo != nullptr)
+        exportInfo->retranslate();
+    if (logSettings != nullptr)
+        logSettings->retranslate();
+    if (logViewer != nullptr)
+        logViewer->retranslate();
+}
+
+void Vantrel::createWindows()
+{
+    exportInfo = new ExportInfoDlg(this);
+    exportInfo->hide();
+    exportInfo->raise();
+    logSettings = new LogSettingsDlg(this, environment.client);
+    logViewer = new LogViewer(this);
+}
+
+void Vantrel::startWorker()
+{
+    worker = std::make_unique<CLogProcessThread>();
+    worker->start(QThread::InheritPriority);
+    worker->setBasePath(sdkRoot);
+    connect(worker.get(), &CLogProcessThread::closeWaitDlg, this, &Vantrel::onCloseWaitDlg);
+    connect(this, &Vantrel::showWaitDlg, this, &Vantrel::onShowWaitDlg);
+    connect(ui->checkBoxClientDump, &QCheckBox::clicked, this,
+            &Vantrel::onCheckBoxClientDumpClicked);
+}

@@ -1,0 +1,196 @@
+#include "Vantrel.h"
+
+#include "CConfiguration.h"
+#include "LogSettingsDlg.h"
+#include "LogViewer.h"
+#include "QCheckBoxHeader.h"
+#include "QUserCheckBox.h"
+#include "SdkLogFiles.h"
+#include "ui_Vantrel.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QMenu>
+
+// The upper half of the window: where the logs come from and which there are.
+
+namespace {
+
+constexpr int rowCount = 50; // fixed: what does not fit is not listed
+constexpr int rowHeight = 32;
+constexpr int checkColumnWidth = 40;
+
+enum Column { CheckColumn, TimeColumn, NameColumn, SizeColumn, columnCount };
+
+const QString &clientSource()
+{
+    static const QString name = QStringLiteral("QZviewer");
+    return name;
+}
+
+/// The check box in @p row, or null behind the last listed file.
+QCheckBox *rowCheckBox(const QTableWidget &table, int row)
+{
+    const QWidget *cell = table.cellWidget(row, CheckColumn);
+    return cell != nullptr ? cell->findChild<QCheckBox *>() : nullptr;
+}
+
+QString sizeText(qint64 bytes)
+{
+    return QString::number(bytes / 1024 + 1) + QStringLiteral(" KB");
+}
+
+} // namespace
+
+void Vantrel::setUpTable()
+{
+    CTableWidget *table = ui->tableWidget;
+    header = new QCheckBoxHeader(CheckColumn, Qt::Horizontal, table);
+    table->setHorizontalHeader(header);
+    header->setChecked(true);
+    connect(header, &QCheckBoxHeader::checkStausChange, this, &Vantrel::onAllCheckStausChange);
+
+    table->setColumnCount(columnCount);
+    table->setHorizontalHeaderLabels(
+        {QString(), tr("File Time"), tr("File Name"), tr("File Size")});
+    table->setRowCount(rowCount);
+    table->verticalHeader()->setVisible(false);
+    table->verticalHeader()->setDefaultSectionSize(rowHeight);
+    // By itself a section is at least as wide as the font's widest letter, which may be wider.
+    header->setMinimumSectionSize(checkColumnWidth);
+    table->setColumnWidth(CheckColumn, checkColumnWidth);
+    table->setColumnWidth(TimeColumn, 250);
+    table->setColumnWidth(NameColumn, 300);
+    header->setStretchLastSection(true);
+    header->setTextElideMode(Qt::ElideRight);
+    header->setHighlightSections(false);
+    table->setWordWrap(false);
+    table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->setAlternatingRowColors(true);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+}
+
+void Vantrel::findSources()
+{
+    sourceNames = QDir(sdkRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
+    hasClientFolder = sourceNames.contains(clientSource());
+    fillTable(hasClientFolder ? clientSource() : sourceNames.value(0));
+}
+
+void Vantrel::offerSources()
+{
+    if (!sourceNames.isEmpty())
+        ui->comboSource->addItems(sourceNames);
+    if (hasClientFolder)
+        ui->comboSource->setCurrentText(clientSource());
+}
+
+void Vantrel::fillTable(const QString &source)
+{
+    ui->tableWidget->clearContents();
+    if (!source.isEmpty()) {
+        const auto files =
+            newestSdkLogFiles(sdkRoot + QLatin1Char('/') + source, ui->tableWidget->rowCount());
+        for (int row = 0; row < files.size(); ++row)
+            addRow(row, files.at(row));
+    }
+    header->setChecked(CConfiguration::instance()->sdkLog);
+}
+
+void Vantrel::addRow(int row, const SdkLogFile &file)
+{
+    auto *cell = new QWidget;
+    auto *layout = new QHBoxLayout(cell);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setAlignment(Qt::AlignCenter);
+    auto *box = new QUserCheckBox(row, cell);
+    box->setChecked(CConfiguration::instance()->sdkLog);
+    box->setAccessibleName(file.name);
+    connect(box, &QCheckBox::stateChanged, this, &Vantrel::onCheckStateChange);
+    layout->addWidget(box);
+    ui->tableWidget->setCellWidget(row, CheckColumn, cell);
+
+    const auto setText = [this, row, &file](Column column, const QString &text) {
+        auto *item = new QTableWidgetItem(text);
+        item->setToolTip(file.path);
+        ui->tableWidget->setItem(row, column, item);
+    };
+    setText(TimeColumn, file.modified.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+    setText(NameColumn, file.name);
+    setText(SizeColumn, sizeText(file.size));
+}
+
+void Vantrel::setRowsChecked(bool checked)
+{
+    for (int row = 0; QCheckBox *box = rowCheckBox(*ui->tableWidget, row); ++row)
+        box->setChecked(checked);
+}
+
+QList<QTableWidgetItem *> Vantrel::collectRows(bool onlyChecked) const
+{
+    QList<QTableWidgetItem *> items;
+    for (int row = 0; const QCheckBox *box = rowCheckBox(*ui->tableWidget, row); ++row) {
+        if (!onlyChecked || box->isChecked())
+            items.append(ui->tableWidget->item(row, TimeColumn));
+    }
+    return items;
+}
+
+void Vantrel::on_comboSource_currentTextChanged(const QString &arg1)
+{
+    qDebug() << arg1;
+    fillTable(arg1);
+}
+
+void Vantrel::on_btnSettings_clicked()
+{
+    logSettings->show();
+    logSettings->activateWindow();
+    logSettings->setWindowModality(Qt::WindowModal);
+}
+
+void Vantrel::on_tableWidget_itemClicked(QTableWidgetItem * /*item*/) {}
+
+void Vantrel::on_tableWidget_itemDoubleClicked(QTableWidgetItem *item)
+{
+    qDebug() << "open logviewer";
+    currentItem = item;
+    logViewer->show();
+    logViewer->activateWindow();
+    logViewer->openLogFile(item->toolTip().toStdString());
+}
+
+void Vantrel::on_tableWidget_itemEntered(QTableWidgetItem *item)
+{
+    if (item == nullptr)
+        qDebug() << "item is null.";
+    enteredItem = item;
+}
+
+void Vantrel::on_tableWidget_customContextMenuRequested(const QPoint &pos)
+{
+    QTableWidgetItem *item = ui->tableWidget->itemAt(pos);
+    if (item == nullptr)
+        return;
+    currentItem = item;
+    qDebug() << item->toolTip();
+    currentItemPath = item->toolTip();
+    contextMenu->move(
+        CConfiguration::fitOnScreen(ui->tableWidget->mapToGlobal(pos), contextMenu->sizeHint()));
+    contextMenu->show();
+}
+
+void Vantrel::onAllCheckStausChange(bool checked)
+{
+    setRowsChecked(checked);
+}
+
+void Vantrel::onCheckStateChange(int nState)
+{
+    if (nState == Qt::Unchecked)
+        header->setChecked(false);
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "CComboBoxEx.h"
+#include "CTableWidget.h"
+#include "DebugCapture.h"
+#include "ModalDialog.h"
+#include "ResetHub.h"
+#include "ScratchFolder.h"
+#include "Vantrel.h"
+#include "ZipContents.h"
+
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QtTest>
+
+#include <memory>
+
+/// A main window in a scratch home, with the camera client registered, so that no file dialog
+/// opens at start. Lay out the home first, then open() the window.
+struct MainWindowFixture
+{
+    MainWindowFixture()
+    {
+        resetHub();
+        environment.homeFolder = home.path();
+        environment.client.iconPath =
+            home.file(QStringLiteral("Client/QZviewer.exe")) + QStringLiteral(",0");
+        environment.client.pathSeparators = QStringLiteral("\\/");
+        home.file(QStringLiteral("Client/SDKLOG_default.properties"),
+                  "log4cpp.rootCategory = INFO\nlog4cpp.category.qzsdk = INFO, a_qzsdk\n");
+        useLanguage("1");
+    }
+    ~MainWindowFixture() { ModalDialog::setRunner({}); }
+    MainWindowFixture(const MainWindowFixture &) = delete;
+    MainWindowFixture &operator=(const MainWindowFixture &) = delete;
+
+    /// What the client's language file says: "1" is English.
+    void useLanguage(const QByteArray &lang)
+    {
+        home.file(QStringLiteral("AppData/Roaming/QZviewer/language.ini"),
+                  "[language]\nlang=" + lang + '\n');
+    }
+
+    QString log(const QString &sourceAndName, const QByteArray &contents = "line\n",
+                const QDateTime &modified = QDateTime::currentDateTime())
+    {
+        return home.file(QStringLiteral("QZSDK/") + sourceAndName, contents, modified);
+    }
+
+    void open() { window = std::make_unique<Vantrel>(nullptr, environment); }
+
+    template <typename Widget>
+    Widget *find(const char *name) const
+    {
+        auto *widget = window->findChild<Widget *>(QString::fromLatin1(name));
+        if (widget == nullptr)
+            qFatal("the window has no %s", name);
+        return widget;
+    }
+
+    [[nodiscard]] CTableWidget *table() const { return find<CTableWidget>("tableWidget"); }
+
+    /// The check box of a row, null where no file is listed.
+    [[nodiscard]] QCheckBox *box(int row) const
+    {
+        const QWidget *cell = table()->cellWidget(row, 0);
+        return cell != nullptr ? cell->findChild<QCheckBox *>() : nullptr;
+    }
+    [[nodiscard]] QCheckBox *headerBox() const
+    {
+        return table()->horizontalHeader()->findChild<QCheckBox *>();
+    }
+    [[nodiscard]] QString cell(int row, int column) const
+    {
+        const QTableWidgetItem *item = table()->item(row, column);
+        return item != nullptr ? item->text() : QString();
+    }
+    [[nodiscard]] QStringList listedNames() const
+    {
+        QStringList names;
+        for (int row = 0; row < table()->rowCount() && table()->item(row, 2) != nullptr; ++row)
+            names.append(cell(row, 2));
+        return names;
+    }
+
+    void call(const char *slot) const { QVERIFY(QMetaObject::invokeMethod(window.get(), slot)); }
+
+    ScratchFolder home;
+    DebugCapture output;
+    UserEnvironment environment;
+    std::unique_ptr<Vantrel> window;
+};

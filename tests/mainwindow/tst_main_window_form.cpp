@@ -1,0 +1,353 @@
+#include "CQZLineEdit.h"
+#include "CommonTitleBar.h"
+#include "MainWindowFixture.h"
+
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMetaMethod>
+#include <QPushButton>
+#include <QToolButton>
+
+class MainWindowForm : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isAFramelessDialogOfItsSizeWithTheIcon();
+    void hasTheNamedWidgets_data();
+    void hasTheNamedWidgets();
+    void hasTheCheckBoxesOfTheExportPanel_data();
+    void hasTheCheckBoxesOfTheExportPanel();
+    void showsTheExportPathReadOnly();
+    void hidesTheWindowButtonsButClose();
+    void keepsTheHiddenDeleteButtonWithItsMissingIcon();
+    void givesTheFolderButtonItsFourPictures();
+    void declaresItsSlots();
+    void connectsByNameWithoutAWarning();
+    void ownsOneOfEachWindow();
+    void readsInEnglish();
+    void readsInChinese();
+    void speaksEnglishWithoutAClient();
+    void asksOnceForALogConfigFileWithoutAClient();
+    void letsTheTabKeyFollowTheReadingOrder();
+    void namesEveryControlForAScreenReader();
+    void worksWithoutASkin();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+constexpr int any = QWIDGETSIZE_MAX;
+
+} // namespace
+
+void MainWindowForm::isAFramelessDialogOfItsSizeWithTheIcon()
+{
+    MainWindowFixture f;
+    f.open();
+    QCOMPARE(f.window->size(), QSize(751, 612));
+    QCOMPARE(int(f.window->windowFlags()) & 0xfff, 0x803);
+    QCOMPARE(f.window->parentWidget(), nullptr);
+    QCOMPARE(f.window->windowModality(), Qt::NonModal);
+    QVERIFY(!f.window->windowIcon().isNull());
+    QCOMPARE(f.window->objectName(), text("Vantrel"));
+    QVERIFY(f.window->inherits("CommonDialog"));
+}
+
+void MainWindowForm::hasTheNamedWidgets_data()
+{
+    QTest::addColumn<QByteArray>("className");
+    QTest::addColumn<QSize>("smallest");
+    QTest::addColumn<QSize>("largest");
+
+    QTest::newRow("mainTitleBar") << QByteArray("CommonTitleBar") << QSize(0, 36) << QSize(any, 36);
+    QTest::newRow("lbSource") << QByteArray("QLabel") << QSize(100, 0) << QSize(160, any);
+    QTest::newRow("comboSource") << QByteArray("CComboBoxEx") << QSize(250, 26) << QSize(250, 26);
+    QTest::newRow("btnSettings") << QByteArray("QPushButton") << QSize(0, 0) << QSize(30, 30);
+    QTest::newRow("tableWidget") << QByteArray("CTableWidget") << QSize(0, 120) << QSize(any, any);
+    QTest::newRow("lbNotifyType") << QByteArray("QLabel") << QSize(88, 16) << QSize(88, 16);
+    QTest::newRow("lbExport") << QByteArray("QLabel") << QSize(88, 26) << QSize(88, 26);
+    QTest::newRow("lineEditPath") << QByteArray("CQZLineEdit") << QSize(350, 24) << QSize(any, 24);
+    QTest::newRow("btnSetExportPath")
+        << QByteArray("QPushButton") << QSize(26, 26) << QSize(26, 26);
+    QTest::newRow("btnExport") << QByteArray("QPushButton") << QSize(80, 32) << QSize(80, 32);
+}
+
+void MainWindowForm::hasTheNamedWidgets()
+{
+    QFETCH(QByteArray, className);
+    MainWindowFixture f;
+    f.open();
+    const QWidget *widget = f.find<QWidget>(QTest::currentDataTag());
+    QCOMPARE(QByteArray(widget->metaObject()->className()), className);
+    QTEST(widget->minimumSize(), "smallest");
+    QTEST(widget->maximumSize(), "largest");
+}
+
+void MainWindowForm::hasTheCheckBoxesOfTheExportPanel_data()
+{
+    QTest::addColumn<QString>("english");
+    QTest::addColumn<bool>("checked");
+    QTest::addColumn<int>("widest");
+
+    QTest::newRow("checkBoxSDKLog") << text("SDK Log") << true << 80;
+    QTest::newRow("checkBoxNICInfo") << text("NIC Information") << false << any;
+    QTest::newRow("checkBoxSystemLog") << text("System Log") << false << any;
+    QTest::newRow("checkBoxSystemInfo") << text("System Information") << false << any;
+    QTest::newRow("checkBoxSystemDump") << text("System Dump") << false << any;
+    QTest::newRow("checkBoxClientDump") << text("Client Dump") << false << any;
+}
+
+void MainWindowForm::hasTheCheckBoxesOfTheExportPanel()
+{
+    MainWindowFixture f;
+    f.open();
+    const auto *box = f.find<QCheckBox>(QTest::currentDataTag());
+    QTEST(box->text(), "english");
+    QTEST(box->isChecked(), "checked");
+    QTEST(box->maximumWidth(), "widest");
+    QCOMPARE(box->minimumHeight(), 16);
+    QCOMPARE(box->maximumHeight(), 16);
+}
+
+void MainWindowForm::showsTheExportPathReadOnly()
+{
+    MainWindowFixture f;
+    f.open();
+    const auto *path = f.find<CQZLineEdit>("lineEditPath");
+    QVERIFY(path->isReadOnly());
+    QCOMPARE(path->text(), f.home.path(text("QZSDK/UserLogInfo.zip")));
+    QCOMPARE(CConfiguration::instance()->exportPath, path->text());
+}
+
+void MainWindowForm::hidesTheWindowButtonsButClose()
+{
+    MainWindowFixture f;
+    f.open();
+    auto *bar = f.find<CommonTitleBar>("mainTitleBar");
+    const auto hidden = [bar](const char *name) {
+        return bar->findChild<QToolButton *>(text(name))->isHidden();
+    };
+    QVERIFY(hidden("btnMin"));
+    QVERIFY(hidden("btnMax"));
+    QVERIFY(!hidden("btnClose"));
+
+    const QRect before = f.window->geometry();
+    QTest::mouseDClick(bar, Qt::LeftButton, Qt::NoModifier, QPoint(300, 18));
+    QCOMPARE(f.window->geometry(), before);
+}
+
+void MainWindowForm::keepsTheHiddenDeleteButtonWithItsMissingIcon()
+{
+    MainWindowFixture f;
+    f.open();
+    const auto buttons = f.window->findChildren<QToolButton *>(text("btnDelete"));
+    QCOMPARE(buttons.size(), 1);
+    QVERIFY(buttons.constFirst()->isHidden());
+    QCOMPARE(buttons.constFirst()->minimumSize(), QSize(30, 30));
+    QCOMPARE(buttons.constFirst()->maximumSize(), QSize(30, 30));
+    QVERIFY(buttons.constFirst()->icon().pixmap(30).isNull());
+}
+
+void MainWindowForm::givesTheFolderButtonItsFourPictures()
+{
+    MainWindowFixture f;
+    f.open();
+    const QString sheet = f.find<QPushButton>("btnSetExportPath")->styleSheet();
+    const QList<QPair<QString, QString>> states{{text(""), text("Normal")},
+                                                {text(":hover"), text("Hover")},
+                                                {text(":pressed"), text("Pressed")},
+                                                {text(":disabled"), text("Disable")}};
+    QStringList rules;
+    for (const auto &state : states)
+        rules.append(text("Vantrel QPushButton#btnSetExportPath%1 { background: none; image: "
+                          "url(Skins/Default/Vantrel/Btn_Common_Folder_%2.png); }")
+                         .arg(state.first, state.second));
+    QCOMPARE(sheet, rules.join(QLatin1Char('\n')));
+}
+
+void MainWindowForm::declaresItsSlots()
+{
+    const QMetaObject &meta = Vantrel::staticMetaObject;
+    QStringList signatures;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        signatures.append(QString::fromLatin1(meta.method(i).methodSignature()));
+    QCOMPARE(signatures, QStringList({text("showWaitDlg()"),
+                                      text("on_comboSource_currentTextChanged(QString)"),
+                                      text("on_btnSettings_clicked()"),
+                                      text("on_tableWidget_itemClicked(QTableWidgetItem*)"),
+                                      text("on_tableWidget_itemDoubleClicked(QTableWidgetItem*)"),
+                                      text("on_tableWidget_itemEntered(QTableWidgetItem*)"),
+                                      text("on_tableWidget_customContextMenuRequested(QPoint)"),
+                                      text("onAllCheckStausChange(bool)"),
+                                      text("onCheckStateChange(int)"),
+                                      text("on_checkBoxSystemLog_clicked(bool)"),
+                                      text("on_checkBoxSDKLog_clicked(bool)"),
+                                      text("on_checkBoxNICInfo_clicked(bool)"),
+                                      text("on_checkBoxSystemInfo_clicked(bool)"),
+                                      text("on_checkBoxSystemDump_clicked(bool)"),
+                                      text("onCheckBoxClientDumpClicked(bool)"),
+                                      text("on_btnSetExportPath_clicked()"),
+                                      text("on_btnExport_clicked()"),
+                                      text("on_lineEditPath_textChanged(QString)"),
+                                      text("onShowWaitDlg()"),
+                                      text("onCloseWaitDlg()"),
+                                      text("onShowExportInfoDlg(EN_IMAGE_MSG_MODE,QString)"),
+                                      text("onActionExportAllTriggered()"),
+                                      text("onActionExportSelectedTriggered()")}));
+    QCOMPARE(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Signal);
+}
+
+void MainWindowForm::connectsByNameWithoutAWarning()
+{
+    MainWindowFixture f;
+    f.open();
+    QVERIFY2(!f.output.contains(text("connectSlotsByName")),
+             qPrintable(f.output.lines().join(QLatin1Char('\n'))));
+    QVERIFY(!f.output.contains(text("No such")));
+}
+
+void MainWindowForm::ownsOneOfEachWindow()
+{
+    MainWindowFixture f;
+    f.open();
+    QStringList windows;
+    for (const QObject *child : f.window->children()) {
+        const auto *widget = qobject_cast<const QWidget *>(child);
+        if (widget != nullptr &&
+            (widget->inherits("CommonDialog") || widget->inherits("QDialog"))) {
+            windows.append(QString::fromLatin1(widget->metaObject()->className()));
+            QVERIFY(widget->isHidden());
+        }
+    }
+    QCOMPARE(windows,
+             QStringList({text("ExportInfoDlg"), text("LogSettingsDlg"), text("LogViewer")}));
+}
+
+void MainWindowForm::readsInEnglish()
+{
+    MainWindowFixture f;
+    f.open();
+    QCOMPARE(f.window->windowTitle(), text("Vantrel"));
+    QCOMPARE(f.find<QLabel>("lbTitle")->text(), text("Vantrel"));
+    QCOMPARE(f.find<QLabel>("lbSource")->text(), text("LogSource(Process Name)"));
+    QCOMPARE(f.find<QLabel>("lbNotifyType")->text(), text("Event Type"));
+    QCOMPARE(f.find<QLabel>("lbExport")->text(), text("Export to File"));
+    QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("Export"));
+    QCOMPARE(f.find<QPushButton>("btnSettings")->text(), QString());
+    QCOMPARE(f.table()->horizontalHeaderItem(0)->text(), QString());
+    QCOMPARE(f.table()->horizontalHeaderItem(1)->text(), text("File Time"));
+    QCOMPARE(f.table()->horizontalHeaderItem(2)->text(), text("File Name"));
+    QCOMPARE(f.table()->horizontalHeaderItem(3)->text(), text("File Size"));
+    QCOMPARE(f.find<QAction>("actionExportAll")->text(), text("Export All SDK Log"));
+    QCOMPARE(f.find<QAction>("actionExportSelected")->text(), text("Export Selected SDK Log"));
+}
+
+void MainWindowForm::readsInChinese()
+{
+    MainWindowFixture f;
+    f.useLanguage("0");
+    f.open();
+    QCOMPARE(f.find<QLabel>("lbTitle")->text(), text("Vantrel"));
+    QCOMPARE(f.find<QLabel>("lbSource")->text(), text("日志源（进程名）"));
+    QCOMPARE(f.find<QLabel>("lbNotifyType")->text(), text("导出选项"));
+    QCOMPARE(f.find<QCheckBox>("checkBoxSDKLog")->text(), text("SDK日志"));
+    QCOMPARE(f.find<QCheckBox>("checkBoxNICInfo")->text(), text("网卡信息"));
+    QCOMPARE(f.find<QCheckBox>("checkBoxSystemLog")->text(), text("系统日志"));
+    QCOMPARE(f.find<QCheckBox>("checkBoxSystemInfo")->text(), text("系统信息"));
+    QCOMPARE(f.find<QCheckBox>("checkBoxSystemDump")->text(), text("系统蓝屏日志"));
+    QCOMPARE(f.find<QCheckBox>("checkBoxClientDump")->text(), text("客户端Dump"));
+    QCOMPARE(f.find<QLabel>("lbExport")->text(), text("导出路径"));
+    QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("导出"));
+    QCOMPARE(f.table()->horizontalHeaderItem(1)->text(), text("文件时间"));
+    QCOMPARE(f.table()->horizontalHeaderItem(2)->text(), text("文件名称"));
+    QCOMPARE(f.table()->horizontalHeaderItem(3)->text(), text("文件大小"));
+    QCOMPARE(f.find<QAction>("actionExportAll")->text(), text("导出所有SDK日志"));
+    QCOMPARE(f.find<QAction>("actionExportSelected")->text(), text("导出选择SDK日志"));
+}
+
+void MainWindowForm::speaksEnglishWithoutAClient()
+{
+    MainWindowFixture f;
+    f.environment.client.iconPath.clear();
+    ModalDialog::setRunner([](QDialog &) { return int(QDialog::Rejected); });
+    f.useLanguage("0");
+    f.open();
+    QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("Export"));
+}
+
+void MainWindowForm::asksOnceForALogConfigFileWithoutAClient()
+{
+    MainWindowFixture f;
+    f.environment.client = {};
+    QStringList asked;
+    bool anythingVisible = false;
+    ModalDialog::setRunner([&asked, &anythingVisible](QDialog &dialog) {
+        asked.append(qobject_cast<QFileDialog *>(&dialog) != nullptr ? dialog.windowTitle()
+                                                                     : text("no file dialog"));
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (const QWidget *shown : windows)
+            anythingVisible = anythingVisible || shown->isVisible();
+        return int(QDialog::Rejected);
+    });
+    f.open();
+    f.window->show();
+    QCOMPARE(asked, QStringList{text("Select Log Config File")});
+    QVERIFY2(!anythingVisible, "the question comes before the main window");
+}
+
+void MainWindowForm::letsTheTabKeyFollowTheReadingOrder()
+{
+    MainWindowFixture f;
+    f.open();
+    const QStringList expected{
+        text("comboSource"),        text("btnSettings"),        text("tableWidget"),
+        text("checkBoxSDKLog"),     text("checkBoxNICInfo"),    text("checkBoxSystemLog"),
+        text("checkBoxSystemInfo"), text("checkBoxSystemDump"), text("checkBoxClientDump"),
+        text("lineEditPath"),       text("btnSetExportPath"),   text("btnExport")};
+    QStringList order;
+    const QWidget *widget = f.find<QWidget>("comboSource");
+    for (int i = 0; i < 200 && order.size() < expected.size(); ++i) {
+        if (expected.contains(widget->objectName()))
+            order.append(widget->objectName());
+        widget = widget->nextInFocusChain();
+    }
+    QCOMPARE(order, expected);
+}
+
+void MainWindowForm::namesEveryControlForAScreenReader()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.open();
+    for (const char *name :
+         {"comboSource", "btnSettings", "tableWidget", "lineEditPath", "btnSetExportPath"})
+        QVERIFY2(!f.find<QWidget>(name)->accessibleName().isEmpty(), name);
+    QCOMPARE(f.box(0)->accessibleName(), text("a.log"));
+    QVERIFY(!f.headerBox()->accessibleName().isEmpty());
+}
+
+void MainWindowForm::worksWithoutASkin()
+{
+    const QString before = QDir::currentPath();
+    ScratchFolder empty;
+    QVERIFY(QDir::setCurrent(empty.path()));
+    {
+        MainWindowFixture f;
+        f.open();
+        QVERIFY(f.window->styleSheet().isEmpty());
+        f.window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
+        QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("Export"));
+    }
+    QVERIFY(QDir::setCurrent(before));
+}
+
+QTEST_MAIN(MainWindowForm)
+#include "tst_main_window_form.moc"

@@ -1,0 +1,378 @@
+#include "Faults.h"
+#include "LogSettingsDlg.h"
+#include "LogViewer.h"
+#include "MainWindowFixture.h"
+#include "QUserCheckBox.h"
+#include "SdkLogFiles.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPushButton>
+#include <QWindow>
+
+class SdkLogTable : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isSetUpAsAFileList();
+    void listsTimeNameAndSizeNewestFirst();
+    void carriesThePathAsToolTipOfEachItem();
+    void roundsSizesUpSoThatAnEmptyFileHasOneKilobyte_data();
+    void roundsSizesUpSoThatAnEmptyFileHasOneKilobyte();
+    void listsEveryNameThatContainsDotLog();
+    void listsNeitherFoldersNorLinks();
+    void listsTheFiftyNewestOfSixty();
+    void prefersTheClientsSource();
+    void takesTheFirstSourceWithoutTheClients();
+    void printsAndFillsWhenTheSourceChanges();
+    void staysEmptyWithoutAnSdkFolder();
+    void staysEmptyWithAnSdkFolderWithoutSources();
+    void showsNothingOfASourceThatVanished();
+    void checksRowsAndHeaderAsTheHubSays();
+    void unchecksTheHeaderWhenARowIsUnchecked();
+    void leavesTheHeaderUncheckedWhenEveryRowIsCheckedByHand();
+    void setsEveryRowByTheHeader();
+    void putsTheRowBoxesInTheMiddleOfTheirCells();
+    void opensAFileInTheViewerByADoubleClick();
+    void showsTheContextMenuForAnItemOnly();
+    void remembersTheEnteredItemAndReportsNone();
+    void showsTheSettingsAsAWindowModalDialog();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+const QDateTime noon(QDate(2026, 3, 5), QTime(12, 0, 7));
+
+} // namespace
+
+void SdkLogTable::isSetUpAsAFileList()
+{
+    MainWindowFixture f;
+    f.open();
+    const CTableWidget &table = *f.table();
+    QVERIFY(table.horizontalHeader()->inherits("QCheckBoxHeader"));
+    QCOMPARE(table.columnCount(), 4);
+    QCOMPARE(table.rowCount(), 50);
+    QVERIFY(table.verticalHeader()->isHidden());
+    QCOMPARE(table.verticalHeader()->defaultSectionSize(), 32);
+    QCOMPARE(table.rowHeight(0), 32);
+    QCOMPARE(table.rowHeight(49), 32);
+    QCOMPARE(table.columnWidth(0), 40);
+    QCOMPARE(table.columnWidth(1), 250);
+    QCOMPARE(table.columnWidth(2), 300);
+    QVERIFY(table.horizontalHeader()->stretchLastSection());
+    QCOMPARE(table.horizontalHeader()->textElideMode(), Qt::ElideRight);
+    QVERIFY(!table.horizontalHeader()->highlightSections());
+    QVERIFY(!table.wordWrap());
+    QCOMPARE(table.horizontalScrollMode(), QAbstractItemView::ScrollPerPixel);
+    QVERIFY(table.alternatingRowColors());
+    QCOMPARE(table.editTriggers(), QAbstractItemView::NoEditTriggers);
+    QCOMPARE(table.selectionBehavior(), QAbstractItemView::SelectRows);
+    QCOMPARE(table.contextMenuPolicy(), Qt::CustomContextMenu);
+}
+
+void SdkLogTable::listsTimeNameAndSizeNewestFirst()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/middle.log"), "x", noon.addSecs(-60));
+    f.log(text("QZviewer/oldest.log"), "x", noon.addDays(-1));
+    f.log(text("QZviewer/newest.log"), "x", noon);
+    f.open();
+    QCOMPARE(f.listedNames(),
+             QStringList({text("newest.log"), text("middle.log"), text("oldest.log")}));
+    QCOMPARE(f.cell(0, 1), text("2026-03-05 12:00:07"));
+    QCOMPARE(f.cell(2, 1), text("2026-03-04 12:00:07"));
+    QCOMPARE(f.cell(0, 3), text("1 KB"));
+    QCOMPARE(f.table()->item(0, 0), nullptr);
+}
+
+void SdkLogTable::carriesThePathAsToolTipOfEachItem()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.open();
+    for (int column = 1; column <= 3; ++column)
+        QCOMPARE(QDir::cleanPath(f.table()->item(0, column)->toolTip()),
+                 f.home.path(text("QZSDK/QZviewer/a.log")));
+    QVERIFY(QFileInfo(f.table()->item(0, 1)->toolTip()).isAbsolute());
+}
+
+void SdkLogTable::roundsSizesUpSoThatAnEmptyFileHasOneKilobyte_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("empty") << 0 << text("1 KB");
+    QTest::newRow("one byte short of a kilobyte") << 1023 << text("1 KB");
+    QTest::newRow("a kilobyte exactly shows two") << 1024 << text("2 KB");
+    QTest::newRow("larger") << 102400 << text("101 KB");
+}
+
+void SdkLogTable::roundsSizesUpSoThatAnEmptyFileHasOneKilobyte()
+{
+    QFETCH(int, bytes);
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"), QByteArray(bytes, 'x'));
+    f.open();
+    QTEST(f.cell(0, 3), "shown");
+}
+
+void SdkLogTable::listsEveryNameThatContainsDotLog()
+{
+    MainWindowFixture f;
+    int seconds = 0;
+    for (const char *name :
+         {"x.log", "x.log.bak", "a.log.1", ".log.txt", "upper.LOG", "xlog", "x.txt"})
+        f.log(text("QZviewer/") + text(name), "x", noon.addSecs(-seconds++));
+    f.open();
+    // A name that begins with a dot is hidden on some systems and not listed there.
+    QStringList names = f.listedNames();
+    names.removeAll(text(".log.txt"));
+    QCOMPARE(names, QStringList({text("x.log"), text("x.log.bak"), text("a.log.1")}));
+}
+
+void SdkLogTable::listsNeitherFoldersNorLinks()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.log(text("QZviewer/folder.log/inside.log"));
+    if (!makeLink(f.home.path(text("QZSDK/QZviewer/a.log")),
+                  f.home.path(text("QZSDK/QZviewer/link.log"))))
+        QSKIP("this system makes no links for us");
+    f.open();
+    QCOMPARE(f.listedNames(), QStringList(text("a.log")));
+}
+
+void SdkLogTable::listsTheFiftyNewestOfSixty()
+{
+    MainWindowFixture f;
+    QStringList expected;
+    for (int i = 0; i < 60; ++i) {
+        const QString name = text("%1.log").arg(i, 2, 10, QLatin1Char('0'));
+        f.log(text("QZviewer/") + name, "x", noon.addSecs(-i));
+        if (i < 50)
+            expected.append(name);
+    }
+    f.open();
+    QCOMPARE(f.listedNames(), expected);
+    QCOMPARE(f.table()->rowCount(), 50);
+    QCOMPARE(newestSdkLogFiles(f.home.path(text("QZSDK/QZviewer")), 50).size(), 50);
+}
+
+void SdkLogTable::prefersTheClientsSource()
+{
+    MainWindowFixture f;
+    f.log(text("another/other.log"));
+    f.log(text("QZviewer/a.log"));
+    f.log(text("zebra/z.log"));
+    f.open();
+    const auto *combo = f.find<CComboBoxEx>("comboSource");
+    QCOMPARE(combo->currentText(), text("QZviewer"));
+    QCOMPARE(f.listedNames(), QStringList(text("a.log")));
+    QStringList offered;
+    for (int i = 0; i < combo->count(); ++i)
+        offered.append(combo->itemText(i));
+    QCOMPARE(offered, QDir(f.home.path(text("QZSDK")))
+                          .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort));
+}
+
+void SdkLogTable::takesTheFirstSourceWithoutTheClients()
+{
+    MainWindowFixture f;
+    f.log(text("qzviewer/other.log")); // the name is told by its case
+    f.open();
+    QCOMPARE(f.find<CComboBoxEx>("comboSource")->currentText(), text("qzviewer"));
+    QCOMPARE(f.listedNames(), QStringList(text("other.log")));
+}
+
+void SdkLogTable::printsAndFillsWhenTheSourceChanges()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.log(text("other/b.log"));
+    f.open();
+    f.output.take();
+    f.find<CComboBoxEx>("comboSource")->setCurrentText(text("other"));
+    QCOMPARE(f.output.lines(), QStringList(text("\"other\"")));
+    QCOMPARE(f.listedNames(), QStringList(text("b.log")));
+    QVERIFY(f.box(0) != nullptr);
+    QCOMPARE(f.box(1), nullptr);
+}
+
+void SdkLogTable::staysEmptyWithoutAnSdkFolder()
+{
+    MainWindowFixture f;
+    f.open();
+    QCOMPARE(f.find<CComboBoxEx>("comboSource")->count(), 0);
+    QCOMPARE(f.listedNames(), QStringList());
+    QCOMPARE(f.table()->rowCount(), 50);
+}
+
+void SdkLogTable::staysEmptyWithAnSdkFolderWithoutSources()
+{
+    MainWindowFixture f;
+    f.log(text("stray.log")); // in the SDK folder itself, of no source
+    f.open();
+    QCOMPARE(f.find<CComboBoxEx>("comboSource")->count(), 0);
+    QCOMPARE(f.listedNames(), QStringList());
+}
+
+void SdkLogTable::showsNothingOfASourceThatVanished()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.log(text("other/b.log"));
+    f.open();
+    QVERIFY(QDir(f.home.path(text("QZSDK/other"))).removeRecursively());
+    f.find<CComboBoxEx>("comboSource")->setCurrentText(text("other"));
+    QCOMPARE(f.listedNames(), QStringList());
+    QCOMPARE(f.box(0), nullptr);
+}
+
+void SdkLogTable::checksRowsAndHeaderAsTheHubSays()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.log(text("other/b.log"));
+    f.open();
+    QVERIFY(f.headerBox()->isChecked());
+    QVERIFY(f.box(0)->isChecked());
+    CConfiguration::instance()->sdkLog = false;
+    f.find<CComboBoxEx>("comboSource")->setCurrentText(text("other"));
+    QVERIFY(!f.headerBox()->isChecked());
+    QVERIFY(!f.box(0)->isChecked());
+}
+
+void SdkLogTable::unchecksTheHeaderWhenARowIsUnchecked()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.log(text("QZviewer/b.log"));
+    f.open();
+    f.box(1)->click();
+    QVERIFY(!f.headerBox()->isChecked());
+    QVERIFY(f.box(0)->isChecked());
+}
+
+void SdkLogTable::leavesTheHeaderUncheckedWhenEveryRowIsCheckedByHand()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.open();
+    f.box(0)->click();
+    f.box(0)->click();
+    QVERIFY(f.box(0)->isChecked());
+    QVERIFY(!f.headerBox()->isChecked());
+}
+
+void SdkLogTable::setsEveryRowByTheHeader()
+{
+    MainWindowFixture f;
+    for (const char *name : {"QZviewer/a.log", "QZviewer/b.log", "QZviewer/c.log"})
+        f.log(text(name));
+    f.open();
+    QSignalSpy changes(f.box(2), &QCheckBox::stateChanged);
+    f.headerBox()->click();
+    for (int row = 0; row < 3; ++row)
+        QVERIFY(!f.box(row)->isChecked());
+    QCOMPARE(changes.count(), 1);
+    f.headerBox()->click();
+    for (int row = 0; row < 3; ++row)
+        QVERIFY(f.box(row)->isChecked());
+    QVERIFY(f.headerBox()->isChecked());
+}
+
+void SdkLogTable::putsTheRowBoxesInTheMiddleOfTheirCells()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.log(text("QZviewer/b.log"));
+    f.open();
+    for (int row = 0; row < 2; ++row) {
+        const QWidget *cell = f.table()->cellWidget(row, 0);
+        QCOMPARE(QByteArray(cell->metaObject()->className()), QByteArray("QWidget"));
+        const auto *layout = qobject_cast<const QHBoxLayout *>(cell->layout());
+        QVERIFY(layout != nullptr);
+        QCOMPARE(layout->contentsMargins(), QMargins());
+        QCOMPARE(layout->alignment(), Qt::AlignCenter);
+        const auto *box = qobject_cast<const QUserCheckBox *>(cell->children().constLast());
+        QVERIFY(box != nullptr);
+        QCOMPARE(box->tableRow(), row);
+    }
+}
+
+void SdkLogTable::opensAFileInTheViewerByADoubleClick()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"), "one\ntwo\n");
+    f.open();
+    f.window->show();
+    f.output.take();
+    emit f.table()->itemDoubleClicked(f.table()->item(0, 2));
+    QCOMPARE(f.output.lines().value(0), text("open logviewer"));
+    const auto *viewer = f.window->findChild<LogViewer *>();
+    QVERIFY(viewer->isVisible());
+    const auto *shown = viewer->findChild<QTableWidget *>(text("tableWidget"));
+    QVERIFY(shown != nullptr);
+    QCOMPARE(shown->item(1, 3)->text(), text("two"));
+}
+
+void SdkLogTable::showsTheContextMenuForAnItemOnly()
+{
+    MainWindowFixture f;
+    const QString path = f.log(text("QZviewer/a.log"));
+    f.open();
+    f.window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
+    const auto *menu = qobject_cast<QMenu *>(f.find<QAction>("actionExportAll")->parent());
+    QVERIFY(menu != nullptr);
+    f.output.take();
+
+    const QRect empty = f.table()->visualRect(f.table()->model()->index(5, 1));
+    emit f.table()->customContextMenuRequested(empty.center());
+    QVERIFY(!menu->isVisible());
+    QVERIFY(f.output.lines().isEmpty());
+
+    const QPoint at = f.table()->visualItemRect(f.table()->item(0, 1)).center();
+    const QPoint expected =
+        CConfiguration::fitOnScreen(f.table()->mapToGlobal(at), menu->sizeHint());
+    emit f.table()->customContextMenuRequested(at);
+    QVERIFY(menu->isVisible());
+    QVERIFY2(f.output.lines().size() == 1, qPrintable(f.output.lines().join(QLatin1Char('\n'))));
+    QVERIFY(f.output.lines().constFirst().endsWith(text("a.log\"")));
+    // With the frame, which some platforms give to every window and QMenu::pos() leaves out.
+    QCOMPARE(menu->windowHandle()->framePosition(), expected);
+}
+
+void SdkLogTable::remembersTheEnteredItemAndReportsNone()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.open();
+    f.output.take();
+    emit f.table()->itemEntered(f.table()->item(0, 1));
+    QVERIFY(f.output.lines().isEmpty());
+    emit f.table()->itemEntered(nullptr);
+    QCOMPARE(f.output.lines(), QStringList(text("item is null.")));
+}
+
+void SdkLogTable::showsTheSettingsAsAWindowModalDialog()
+{
+    MainWindowFixture f;
+    f.open();
+    f.window->show();
+    const auto *settings = f.window->findChild<LogSettingsDlg *>();
+    QCOMPARE(settings->windowModality(), Qt::NonModal);
+    f.find<QPushButton>("btnSettings")->click();
+    QVERIFY(settings->isVisible());
+    QCOMPARE(settings->windowModality(), Qt::WindowModal);
+}
+
+QTEST_MAIN(SdkLogTable)
+#include "tst_sdk_log_table.moc"

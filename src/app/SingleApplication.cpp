@@ -1,0 +1,96 @@
+#include "SingleApplication.h"
+
+#include <QDebug>
+#include <QLocalServer>
+#include <QLocalSocket>
+
+namespace {
+
+constexpr int patience = 1000; // milliseconds, for each thing to wait for
+
+/// Where a segment outlives a killed process, the last one to detach removes it: attaching to a
+/// segment that nobody holds and letting go of it clears it away. One in use stays.
+void clearAbandonedSegment(const QString &key)
+{
+    QSharedMemory abandoned(key);
+    abandoned.attach();
+}
+
+bool report(const QLocalSocket &socket)
+{
+    qDebug("%s", socket.errorString().toLatin1().constData());
+    return false;
+}
+
+} // namespace
+
+SingleApplication::SingleApplication(int &argc, char **argv, const QString &uniqueKey)
+    : QApplication(argc, argv)
+    , _uniqueKey(uniqueKey + qAppName())
+{
+    clearAbandonedSegment(_uniqueKey);
+    sharedMemory.setKey(_uniqueKey);
+    _isRunning = sharedMemory.attach();
+    if (!_isRunning)
+        takeOver();
+}
+
+bool SingleApplication::isRunning() const
+{
+    return _isRunning;
+}
+
+bool SingleApplication::sendMessage(const QString &message)
+{
+    if (!_isRunning)
+        return false;
+    auto *socket = new QLocalSocket(this);
+    socket->connectToServer(_uniqueKey, QIODevice::WriteOnly);
+    if (!socket->waitForConnected(patience))
+        return report(*socket);
+    socket->write(message.toUtf8());
+    if (!socket->waitForBytesWritten(patience))
+        return report(*socket);
+    socket->disconnectFromServer();
+    return true;
+}
+
+void SingleApplication::receiveMessage()
+{
+    QLocalSocket *socket = localServer != nullptr ? localServer->nextPendingConnection() : nullptr;
+    if (socket == nullptr)
+        return;
+    if (!socket->waitForReadyRead(patience)) {
+        report(*socket);
+        return;
+    }
+    // As C text: it ends at the first zero byte.
+    const QString message = QString::fromUtf8(socket->readAll().constData());
+    emit messageAvailable(message);
+    socket->disconnectFromServer();
+}
+
+void SingleApplication::takeOver()
+{
+    if (!createSegment()) {
+        qDebug("Unable to create single instance.");
+        return;
+    }
+    localServer = new QLocalServer(this);
+    connect(localServer, &QLocalServer::newConnection, this, &SingleApplication::receiveMessage);
+    // We hold the segment, so a socket of that name is one that a killed copy left behind.
+    QLocalServer::removeServer(_uniqueKey);
+    localServer->listen(_uniqueKey);
+}
+
+bool SingleApplication::createSegment()
+{
+    if (sharedMemory.create(1))
+        return true;
+    // A killed copy's segment is found only now when its key file was cleared away with other
+    // temporary files: the file made anew may lead to the same segment.
+    if (sharedMemory.error() != QSharedMemory::AlreadyExists)
+        return false;
+    clearAbandonedSegment(_uniqueKey);
+    return sharedMemory.create(1);
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+/// What has to be settled before the application object exists: pictures and sizes follow the
+/// screen's scale, and no OpenGL is loaded, which the program does not use and which takes longer
+/// to load than all the rest of the start. Call it first thing in main().
+void prepareStart();
+
+/// Takes back what prepareStart() left in the environment, which programs that this one starts
+/// would inherit. Call it once the first window is shown.
+void settleStart();
+
+/// Makes the system's font for texts the program's. On Windows Qt begins with the one of decades
+/// ago, which shows wherever no style sheet names another. Call it once the application object
+/// exists.
+void useSystemFont();

@@ -1,0 +1,23 @@
+#include "SingleApplication.h"
+#include "StartUp.h"
+#include "Vantrel.h"
+
+int main(int argc, char **argv)
+{
+    prepareStart();
+    SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
+    if (app.isRunning()) {
+        app.sendMessage(QStringLiteral("message from other instance."));
+        return 0;
+    }
+
+    useSystemFont();
+    Vantrel window;
+    // The window has no such slot: a second start leaves the first copy as it is, on purpose. The
+    // connection stays so that only a slot has to be added, should that change.
+    QObject::connect(&app, SIGNAL(messageAvailable(QString)), &window,
+                     SLOT(receiveMessage(QString)));
+    window.show();
+    settleStart();
+    return QApplication::exec();
+}

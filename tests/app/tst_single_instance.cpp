@@ -1,0 +1,283 @@
+#include "Copy.h"
+#include "DeniedGuard.h"
+#include "GuardTraces.h"
+#include "Machine.h"
+#include "OwnMethods.h"
+#include "ScratchFolder.h"
+#include "SingleApplication.h"
+
+#include <QElapsedTimer>
+#include <QLocalSocket>
+#include <QUuid>
+#include <QtTest>
+
+/// Real processes under a key of their own, with a folder for temporary files of their own.
+class SingleInstance : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isAnApplicationWithOneSignalAndOneSlot();
+    void secondCopyEndsAtOnceAndLeavesTheFirst();
+    void firstCopyGetsTheMessage_data();
+    void firstCopyGetsTheMessage();
+    void firstCopyGetsEveryMessage();
+    void sendsNothingWhenItIsTheFirst();
+    void differentKeysDoNotMeet();
+    void startsAnewAfterTheFirstHasEnded();
+    void startsAnewAfterTheFirstWasKilled();
+    void startsAnewAfterTheTracesOfAKilledOneWereHalfCleared();
+    void findsTheFirstAfterAnotherWasKilled();
+    void saysWhyTheFirstCannotBeReached();
+    void carriesOnWhereNoGuardCanBeMade();
+    void survivesACallWithoutAConnection();
+    void survivesAVisitorThatSaysNothing();
+};
+
+namespace {
+
+const QString program = QStringLiteral(VANTREL_GUARD_COPY);
+
+/// Copies that know of one another and of no others on this machine.
+struct Family
+{
+    [[nodiscard]] QMap<QString, QString> surroundings() const
+    {
+        return {{QStringLiteral("TMPDIR"), folder.path()}};
+    }
+
+    /// The key with the program's name behind it.
+    [[nodiscard]] QString completeKey() const { return key + QStringLiteral("guard_copy"); }
+
+    /// The name of the server that the first copy listens at: a file among the temporary ones,
+    /// except on Windows.
+    [[nodiscard]] QString serverName() const
+    {
+        return onWindows() ? completeKey() : folder.path() + QLatin1Char('/') + completeKey();
+    }
+
+    ScratchFolder folder;
+    QString key = QStringLiteral("Test ") + QUuid::createUuid().toString(QUuid::Id128).left(8);
+    GuardTraces traces{folder.path(), completeKey()};
+};
+
+struct Member : Copy
+{
+    explicit Member(const Family &family, const QStringList &wish = {})
+        : Copy(program, QStringList{family.key} + wish, family.surroundings())
+    {
+    }
+};
+
+QStringList sending(const QByteArray &utf8)
+{
+    return {QStringLiteral("send"), QString::fromLatin1(utf8.toHex())};
+}
+
+QStringList wish(const char *word)
+{
+    return {QString::fromLatin1(word)};
+}
+
+} // namespace
+
+void SingleInstance::isAnApplicationWithOneSignalAndOneSlot()
+{
+    QCOMPARE(SingleApplication::staticMetaObject.superClass(), &QApplication::staticMetaObject);
+    const OwnMethods own = ownMethods(SingleApplication::staticMetaObject);
+    QCOMPARE(own.signalsOf, QStringList{QStringLiteral("messageAvailable(QString)")});
+    QCOMPARE(own.slotsOf, QStringList{QStringLiteral("receiveMessage()")});
+}
+
+void SingleInstance::secondCopyEndsAtOnceAndLeavesTheFirst()
+{
+    const Family family;
+    Member first(family);
+    QVERIFY(first.tells("first"));
+    Member second(family);
+    QCOMPARE(second.exitCode(), 0);
+    QCOMPARE(second.output(), QByteArrayList{"second"});
+    Member third(family);
+    QVERIFY(third.tells("second"));
+    QVERIFY(first.isRunning());
+    QCOMPARE(first.output(), QByteArrayList{"first"});
+    QCOMPARE(first.errors(), QByteArrayList());
+}
+
+void SingleInstance::firstCopyGetsTheMessage_data()
+{
+    QTest::addColumn<QByteArray>("sent");
+    QTest::addColumn<QByteArray>("received");
+
+    const QByteArray plain("message from other instance.");
+    const QByteArray beyondAscii("来自另一个实例 – ü");
+    QTest::newRow("the program's own") << plain << plain;
+    QTest::newRow("beyond ASCII") << beyondAscii << beyondAscii;
+    QTest::newRow("ends at a zero byte") << QByteArray("before\0after", 12) << QByteArray("before");
+    QTest::newRow("begins with one") << QByteArray("\0after", 6) << QByteArray();
+    QTest::newRow("several lines") << QByteArray("one\ntwo\r\n") << QByteArray("one\ntwo\r\n");
+    QTest::newRow("a long one") << QByteArray(2000, 'x') << QByteArray(2000, 'x');
+}
+
+void SingleInstance::firstCopyGetsTheMessage()
+{
+    QFETCH(QByteArray, sent);
+    QFETCH(QByteArray, received);
+    const Family family;
+    Member first(family);
+    QVERIFY(first.tells("first"));
+    Member second(family, sending(sent));
+    QCOMPARE(second.exitCode(), 0);
+    QCOMPARE(second.output(), (QByteArrayList{"second", "sent"}));
+    QVERIFY(first.tells(QByteArray("message " + received.toHex()).trimmed()));
+    QCOMPARE(first.errors(), QByteArrayList());
+}
+
+void SingleInstance::firstCopyGetsEveryMessage()
+{
+    const Family family;
+    Member first(family);
+    QVERIFY(first.tells("first"));
+    for (const char *text : {"one", "two", "three"}) {
+        Member second(family, sending(text));
+        QVERIFY(second.tells("sent"));
+        QVERIFY(first.tells("message " + QByteArray(text).toHex()));
+    }
+    QCOMPARE(first.output().size(), 4);
+}
+
+void SingleInstance::sendsNothingWhenItIsTheFirst()
+{
+    const Family family;
+    Member only(family, sending("hello"));
+    QCOMPARE(only.exitCode(), 0);
+    QCOMPARE(only.output(), (QByteArrayList{"first", "not sent"}));
+    QCOMPARE(only.errors(), QByteArrayList());
+}
+
+void SingleInstance::differentKeysDoNotMeet()
+{
+    const Family one;
+    const Family other;
+    Member first(one);
+    QVERIFY(first.tells("first"));
+    Member alsoFirst(other);
+    QVERIFY(alsoFirst.tells("first"));
+}
+
+void SingleInstance::startsAnewAfterTheFirstHasEnded()
+{
+    const Family family;
+    for (int i = 0; i < 2; ++i) {
+        Member only(family, sending("ends by itself"));
+        QCOMPARE(only.exitCode(), 0);
+        QVERIFY(only.tells("first"));
+    }
+}
+
+void SingleInstance::startsAnewAfterTheFirstWasKilled()
+{
+    const Family family;
+    Member killed(family);
+    QVERIFY(killed.tells("first"));
+    killed.kill();
+    Member next(family);
+    QVERIFY(next.tells("first"));
+    Member second(family, sending("reached"));
+    QVERIFY(second.tells("sent"));
+    QVERIFY(next.tells("message " + QByteArray("reached").toHex()));
+}
+
+void SingleInstance::startsAnewAfterTheTracesOfAKilledOneWereHalfCleared()
+{
+    // The files of a killed copy are gone, its segment is still there.
+    const Family family;
+    for (int i = 0; i < 5; ++i) {
+        const QDir folder(family.folder.path());
+        for (const QString &file : folder.entryList(QDir::Files | QDir::System))
+            QVERIFY(QFile::remove(folder.filePath(file)));
+        Member killed(family);
+        QVERIFY(killed.tells("first"));
+        Member second(family);
+        QVERIFY(second.tells("second"));
+        QCOMPARE(killed.errors(), QByteArrayList());
+        killed.kill();
+    }
+}
+
+void SingleInstance::findsTheFirstAfterAnotherWasKilled()
+{
+    const Family family;
+    Member first(family);
+    QVERIFY(first.tells("first"));
+    Member killed(family, wish("stay"));
+    QVERIFY(killed.tells("second"));
+    killed.kill();
+    Member next(family, sending("still there"));
+    QVERIFY(next.tells("sent"));
+    QVERIFY(first.tells("message " + QByteArray("still there").toHex()));
+}
+
+void SingleInstance::saysWhyTheFirstCannotBeReached()
+{
+    // The first is gone, a second that lingers keeps its mark: nobody listens.
+    const Family family;
+    Member killed(family);
+    QVERIFY(killed.tells("first"));
+    Member lingering(family, wish("stay"));
+    QVERIFY(lingering.tells("second"));
+    killed.kill();
+
+    QElapsedTimer time;
+    time.start();
+    Member next(family, sending("hello"));
+    QCOMPARE(next.exitCode(), 0);
+    QCOMPARE(next.output(), (QByteArrayList{"second", "not sent"}));
+    QCOMPARE(next.errors().size(), 1);
+    QVERIFY2(next.errors().first().contains("QLocalSocket"), next.errors().first().constData());
+    QVERIFY(time.elapsed() < 10000);
+}
+
+void SingleInstance::carriesOnWhereNoGuardCanBeMade()
+{
+    const Family family;
+    const DeniedGuard denied(family.completeKey());
+    Copy first(program, {family.key}, DeniedGuard::variables());
+    QVERIFY(first.tells("first"));
+    QVERIFY(first.complains("Unable to create single instance."));
+    QCOMPARE(first.errors().size(), 1);
+    QVERIFY(first.isRunning());
+}
+
+void SingleInstance::survivesACallWithoutAConnection()
+{
+    const Family family;
+    Member first(family, wish("poke"));
+    QCOMPARE(first.exitCode(), 0);
+    QCOMPARE(first.output(), (QByteArrayList{"first", "alive"}));
+
+    Member real(family);
+    QVERIFY(real.tells("first"));
+    Member second(family, wish("poke")); // which listens nowhere
+    QCOMPARE(second.exitCode(), 0);
+    QCOMPARE(second.output(), (QByteArrayList{"second", "alive"}));
+}
+
+void SingleInstance::survivesAVisitorThatSaysNothing()
+{
+    const Family family;
+    Member first(family);
+    QVERIFY(first.tells("first"));
+    QLocalSocket visitor;
+    visitor.connectToServer(family.serverName());
+    QVERIFY2(visitor.waitForConnected(5000), qPrintable(visitor.errorString()));
+    // After it waited for a second; a pipe has no words of its own for that.
+    QVERIFY(first.complains(onWindows() ? "Unknown error" : "QLocalSocket"));
+    Member second(family, sending("hello"));
+    QVERIFY(second.tells("sent"));
+    QVERIFY(first.tells("message " + QByteArray("hello").toHex()));
+    QCOMPARE(first.output().size(), 2);
+}
+
+QTEST_GUILESS_MAIN(SingleInstance)
+#include "tst_single_instance.moc"

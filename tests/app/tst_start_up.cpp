@@ -1,0 +1,124 @@
+#include "ClientRegistration.h"
+#include "Copy.h"
+#include "GuardTraces.h"
+#include "ScratchFolder.h"
+
+#include <QFileInfo>
+#include <QtTest>
+
+/// The program itself, as a process, with a home and a folder for temporary files of its own.
+class StartUp : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void saysOnlyThatASecondStartHasNoEffect();
+    void worksWithoutASkin();
+    void secondStartEndsAtOnceAndLeavesTheFirst();
+    void ignoresItsArguments();
+};
+
+namespace {
+
+const QString program = QStringLiteral(VANTREL_PROGRAM);
+// What Qt says about the connection to a slot that is not there takes two lines.
+const QByteArray missingSlot("QObject::connect: No such slot Vantrel::receiveMessage(QString)");
+const QByteArray itsWindow("QObject::connect:  (receiver name: 'Vantrel')");
+
+/// A user of this machine who has the camera client, so that nothing asks for the SDK's log set-up.
+struct User
+{
+    User()
+    {
+        folder.file(QStringLiteral("Client/SDKLOG_default.properties"),
+                    "log4cpp.rootCategory = INFO\nlog4cpp.category.qzsdk = INFO, a_qzsdk\n");
+    }
+
+    [[nodiscard]] QMap<QString, QString> surroundings() const
+    {
+        const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
+        return {{text("HOME"), folder.path()},
+                {text("XDG_CONFIG_HOME"), folder.path()},
+                {text("TMPDIR"), folder.path()},
+                // A sanitized program would tell of the screen that the offscreen platform leaks.
+                {text("ASAN_OPTIONS"), text("detect_leaks=0")}};
+    }
+
+    ScratchFolder folder;
+    ClientRegistration client{folder.path(), folder.path(QStringLiteral("Client/QZviewer.exe")) +
+                                                 QStringLiteral(",0")};
+    GuardTraces traces{folder.path(), QStringLiteral("Pemberk VantrelVantrel")};
+};
+
+struct Start : Copy
+{
+    explicit Start(const User &user, const QStringList &arguments = {},
+                   const QString &workingFolder = QFileInfo(program).path())
+        : Copy(program, arguments, user.surroundings(), workingFolder)
+    {
+    }
+};
+
+bool saidOnlyWhatItMust(Start &copy)
+{
+    const QByteArrayList said = copy.errors();
+    return said.size() == 2 && said.first().startsWith(missingSlot) && said.last() == itsWindow;
+}
+
+} // namespace
+
+void StartUp::initTestCase()
+{
+    if (!ClientRegistration::available())
+        QSKIP("this system is not there for tests");
+}
+
+void StartUp::saysOnlyThatASecondStartHasNoEffect()
+{
+    const User user;
+    Start first(user);
+    QVERIFY(first.complains(itsWindow));
+    Start second(user); // by its end the first has long been up
+    QCOMPARE(second.exitCode(), 0);
+    QVERIFY(saidOnlyWhatItMust(first));
+    QVERIFY(first.isRunning());
+    QCOMPARE(first.output(), QByteArrayList());
+}
+
+void StartUp::worksWithoutASkin()
+{
+    const User user;
+    Start first(user, {}, user.folder.path());
+    QVERIFY(first.complains(itsWindow));
+    Start second(user);
+    QCOMPARE(second.exitCode(), 0);
+    QVERIFY(saidOnlyWhatItMust(first));
+    QVERIFY(first.isRunning());
+}
+
+void StartUp::secondStartEndsAtOnceAndLeavesTheFirst()
+{
+    const User user;
+    Start first(user);
+    QVERIFY(first.complains(itsWindow));
+    for (int i = 0; i < 2; ++i) {
+        Start second(user);
+        QCOMPARE(second.exitCode(), 0);
+        QCOMPARE(second.output(), QByteArrayList());
+        QCOMPARE(second.errors(), QByteArrayList());
+    }
+    QVERIFY(first.isRunning());
+    QVERIFY(saidOnlyWhatItMust(first));
+}
+
+void StartUp::ignoresItsArguments()
+{
+    const User user;
+    Start first(user, {QStringLiteral("--help"), QStringLiteral("file.log")});
+    QVERIFY(first.complains(itsWindow));
+    QVERIFY(first.isRunning());
+}
+
+QTEST_GUILESS_MAIN(StartUp)
+#include "tst_start_up.moc"

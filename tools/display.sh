@@ -1,0 +1,53 @@
+# shellcheck shell=bash
+# Sourced where a display of one's own is wanted: Xvfb with a small window manager.
+
+display_pids=()
+
+# wait_until SECONDS COMMAND...: polls until the command succeeds; fails when the time is over.
+wait_until() {
+    local deadline=$((SECONDS + $1))
+    shift
+    until "$@"; do
+        ((SECONDS < deadline)) || return 1
+        sleep 0.1
+    done
+}
+
+has_window_manager() {
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
+}
+
+# start_display FOLDER: exports DISPLAY; what the servers say goes to files in the folder.
+start_display() {
+    local folder=$1 number="" answer
+    exec {answer}< <(exec Xvfb -displayfd 1 -screen 0 1280x900x24 -dpi 96 -nolisten tcp \
+        -noreset 2>"$folder/xvfb.log")
+    display_pids+=($!)
+    if ! read -r -t 30 -u "$answer" number || [[ -z $number ]]; then
+        echo "The virtual display did not start:" >&2
+        cat "$folder/xvfb.log" >&2
+        return 1
+    fi
+    exec {answer}<&-
+    export DISPLAY=:$number
+    unset WAYLAND_DISPLAY XAUTHORITY
+
+    HOME=$folder XDG_CONFIG_HOME=$folder XDG_CACHE_HOME=$folder \
+        openbox --sm-disable >"$folder/openbox.log" 2>&1 &
+    display_pids+=($!)
+    if ! wait_until 30 has_window_manager; then
+        echo "The window manager did not start:" >&2
+        cat "$folder/openbox.log" >&2
+        return 1
+    fi
+}
+
+# stop_display: ends what start_display started, the last first.
+stop_display() {
+    local i
+    for ((i = ${#display_pids[@]} - 1; i >= 0; --i)); do
+        kill "${display_pids[i]}" 2>/dev/null || true
+        wait "${display_pids[i]}" 2>/dev/null || true
+    done
+    display_pids=()
+}

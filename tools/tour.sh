@@ -1,0 +1,148 @@
+# shellcheck shell=bash
+# Sourced by the tours: drives the program on a virtual display as a user would. Whoever sources it
+# has set "out", a folder for the pictures and for what the program says, and "home", the home folder
+# that the program finds, and starts "program", a process of that number.
+#
+# shellcheck disable=SC2154 # out and home are set elsewhere
+
+# shellcheck source=tools/display.sh
+source "$(dirname "${BASH_SOURCE[0]}")/display.sh"
+
+zip=$home/QZSDK/UserLogInfo.zip
+picture=$out/main-window.png
+notice_picture=$out/notice.png
+scratch=$(mktemp -d)
+program=
+window=
+
+# Where to click, in pixels from a corner of the main window, which has 1 pixel of border, 16 of
+# margin at the sides and at the bottom, and a title bar of 36 on top.
+export_button=(-57 -33)    # from the lower right: 80 x 32 pixels
+system_info_box=(121 -69)  # from the lower left: the first box of the second row
+close_button=(-23 19)      # from the upper right
+notice_top=100             # the notice's upper edge, centred from left to right
+
+# What every export with the ticked boxes has to hold.
+expected_entries=(SDKLOG/qzsdk_ SDKLOG/gentl_cxp_log/ SystemInfo.txt NICInfo.txt ClientDump.zip)
+
+finish() {
+    local code=$?
+    [[ -z $program ]] || kill "$program" 2>/dev/null || true
+    clean_up
+    stop_display
+    rm -rf "$scratch"
+    exit "$code"
+}
+trap finish EXIT
+trap 'exit 130' INT TERM
+
+# What else a tour has to end; its own has another of this name.
+clean_up() { :; }
+
+fail() {
+    echo "tour: $1" >&2
+    if [[ -s $out/vantrel.log ]]; then
+        echo "What the program said:" >&2
+        sed 's/^/    /' "$out/vantrel.log" >&2
+    fi
+    exit 1
+}
+
+# expect SECONDS WHAT COMMAND...: waits for the command to succeed while the program runs.
+expect() {
+    local seconds=$1 what=$2
+    shift 2
+    wait_until "$seconds" holds_or_ended "$@" || fail "waited $seconds seconds in vain for $what"
+    kill -0 "$program" 2>/dev/null || fail "the program ended while it was waited for $what"
+}
+holds_or_ended() {
+    "$@" || ! kill -0 "$program" 2>/dev/null
+}
+
+# windows: how many windows the program shows.
+windows() {
+    xdotool search --onlyvisible --pid "$program" 2>/dev/null | wc -l
+}
+
+find_window() {
+    window=$(xdotool search --onlyvisible --name '^Vantrel$' 2>/dev/null | head -n 1)
+    [[ -n $window ]]
+}
+
+shoot() {
+    import -silent -window "$window" "$1" 2>/dev/null
+}
+
+# painted: whether two pictures in a row are the same and show more than an empty area.
+painted() {
+    shoot "$picture" && shoot "$scratch/again.png" &&
+        (($(identify -format %k "$picture") > 20)) &&
+        cmp -s <(convert "$picture" rgb:-) <(convert "$scratch/again.png" rgb:-)
+}
+
+# geometry: the window's X, Y, WIDTH and HEIGHT on the screen.
+geometry() {
+    eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(X|Y|WIDTH|HEIGHT)=[0-9-]+$')"
+}
+
+# click FROM_LEFT FROM_TOP: negative numbers count from the right and from the bottom.
+click() {
+    local x=$1 y=$2
+    geometry
+    ((x >= 0)) || ((x += WIDTH))
+    ((y >= 0)) || ((y += HEIGHT))
+    xdotool mousemove --sync $((X + x)) $((Y + y)) click 1
+}
+
+exported() {
+    [[ -s $zip && ! -e $home/QZSDK/LogInfo ]] && unzip -tqq "$zip" >/dev/null 2>&1
+}
+
+# notice_area PICTURE: the pixels in the middle of where the notice appears.
+notice_area() {
+    convert "$1" -crop "120x24+$((WIDTH / 2 - 60))+$((notice_top + 8))" +repage rgb:-
+}
+notice_shown() {
+    (($(windows) == 1)) && shoot "$notice_picture" &&
+        ! cmp -s <(notice_area "$picture") <(notice_area "$notice_picture")
+}
+
+ended() {
+    ! kill -0 "$program" 2>/dev/null
+}
+
+# Ticks System Information with the mouse; Client Dump and NIC Information, whose places depend on
+# the font, from there with the keyboard.
+tick_boxes() {
+    click "${system_info_box[@]}"
+    xdotool key Tab Tab space shift+Tab shift+Tab shift+Tab shift+Tab space
+    expect 10 "the ticks" painted
+}
+
+await_window() {
+    expect 60 "the main window" find_window
+    expect 30 "the main window's contents" painted
+}
+
+export_all() {
+    click "${export_button[@]}"
+    expect 60 "the zip" exported
+    expect 30 "the notice" notice_shown
+}
+
+close_window() {
+    click "${close_button[@]}"
+    wait_until 30 ended || fail "the window was closed, but the program still runs"
+    local code=0
+    wait "$program" || code=$?
+    program=
+    ((code == 0)) || fail "the program ended with code $code"
+}
+
+check_zip() {
+    local entries entry
+    entries=$(unzip -Z1 "$zip")
+    for entry in "${expected_entries[@]}"; do
+        grep -q "^$entry" <<<"$entries" || fail "the zip has no $entry"
+    done
+}

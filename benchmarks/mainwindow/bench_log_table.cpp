@@ -1,0 +1,81 @@
+// Filling the file table from a folder of 10,000 log files, against listing that folder and asking
+// for the time of each file. Target: at most 1.5 times that.
+
+#include "CComboBoxEx.h"
+#include "ModalDialog.h"
+#include "Ratios.h"
+#include "Vantrel.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QDateTime>
+#include <QDialog>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+constexpr int fileCount = 10000;
+
+/// A home with one empty log source and one of many files.
+const QString &home()
+{
+    static const QTemporaryDir dir;
+    static const QString path = [] {
+        const QString many = dir.path() + QStringLiteral("/QZSDK/many");
+        QDir().mkpath(many);
+        QDir().mkpath(dir.path() + QStringLiteral("/QZSDK/none"));
+        for (int i = 0; i < fileCount; ++i) {
+            QFile file(many + QStringLiteral("/sdk_%1.log").arg(i));
+            file.open(QIODevice::WriteOnly);
+            file.setFileTime(QDateTime::fromSecsSinceEpoch(1700000000 + (i * 7919) % fileCount),
+                             QFileDevice::FileModificationTime);
+        }
+        return dir.path();
+    }();
+    return path;
+}
+
+void listAndStat(benchmark::State &state)
+{
+    const QString folder = home() + QStringLiteral("/QZSDK/many");
+    for (auto _ : state) {
+        qint64 newest = 0;
+        QDirIterator walk(folder, QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot);
+        while (walk.hasNext()) {
+            walk.next();
+            newest = qMax(newest, walk.fileInfo().lastModified().toMSecsSinceEpoch());
+        }
+        benchmark::DoNotOptimize(newest);
+    }
+}
+BENCHMARK(listAndStat)->Unit(benchmark::kMillisecond);
+
+void fillTable(benchmark::State &state)
+{
+    Vantrel window(nullptr, {home(), {}});
+    auto *sources = window.findChild<CComboBoxEx *>(QStringLiteral("comboSource"));
+    for (auto _ : state) {
+        state.PauseTiming();
+        sources->setCurrentText(QStringLiteral("none"));
+        state.ResumeTiming();
+        sources->setCurrentText(QStringLiteral("many"));
+    }
+}
+BENCHMARK(fillTable)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    ModalDialog::setRunner([](QDialog &) { return int(QDialog::Rejected); });
+    return runAndCompare(
+        argc, argv,
+        {{"file table of 10,000 logs / list and stat", "fillTable", "listAndStat", 1.5}});
+}

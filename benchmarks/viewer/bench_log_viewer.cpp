@@ -1,0 +1,217 @@
+// The log viewer: loading 100,000 lines (12 MB), hiding a level, copying all, the line splitter.
+// Run it as build/bench/bin/bench_log_viewer, or all benchmarks with ./bench.
+
+#include "LogLine.h"
+#include "LogRows.h"
+#include "LogViewer.h"
+#include "Ratios.h"
+#include "SampleLog.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFile>
+#include <QTableWidget>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <malloc.h>
+
+namespace {
+
+constexpr int lineCount = 100000;
+
+/// A log of so many lines under one of two names, as the same path is not loaded twice.
+QString logPath(int lines, bool second)
+{
+    static const QTemporaryDir dir;
+    const QString path = QStringLiteral("%1/%2_%3.log").arg(dir.path()).arg(lines).arg(int(second));
+    QFile file(path);
+    if (!file.exists() && file.open(QIODevice::WriteOnly))
+        file.write(sampleLog(lines));
+    return path;
+}
+
+QTableWidget &tableOf(const LogViewer &viewer)
+{
+    return *viewer.findChild<QTableWidget *>(QStringLiteral("tableWidget"));
+}
+
+struct RowTexts
+{
+    QString line;
+    std::array<QString, LogRows::ColumnCount> cells;
+};
+
+std::vector<RowTexts> readyMadeTexts()
+{
+    const QString levels[] = {QStringLiteral("INFO"), QStringLiteral("DEBUG"),
+                              QStringLiteral("WARN"), QStringLiteral("ERROR")};
+    const QString sources[] = {QStringLiteral("CameraClient"), QStringLiteral("StreamReceiver"),
+                               QStringLiteral("GvcpChannel")};
+    const QList<QByteArray> lines = sampleLog(lineCount).split('\n');
+    std::vector<RowTexts> texts(lineCount);
+    for (int i = 0; i < lineCount; ++i) {
+        RowTexts &row = texts[std::size_t(i)];
+        row.line = QString::fromLatin1(lines.at(i));
+        const QString message = row.line.mid(row.line.lastIndexOf(QLatin1Char(']')) + 1);
+        row.cells = {row.line.left(23), levels[i % 4], sources[i % 3], message};
+    }
+    return texts;
+}
+
+void fill(QTableWidget &table, const std::vector<RowTexts> &texts)
+{
+    const SilentFill silent(table);
+    for (int row = 0; row < lineCount; ++row) {
+        const RowTexts &text = texts[std::size_t(row)];
+        for (int column = 0; column < LogRows::ColumnCount; ++column) {
+            auto *item = new QTableWidgetItem(text.cells[std::size_t(column)]);
+            item->setToolTip(text.line);
+            table.setItem(row, column, item);
+        }
+    }
+}
+
+/// Empties the table and lets the heap join the pieces that this frees: it would do so at the next
+/// large request, which only one of the two compared ways makes.
+void clear(QTableWidget &table)
+{
+    table.clearContents();
+    malloc_trim(0);
+}
+
+/// The least that has to be done: the same items out of texts that are there already.
+void readyMadeItems(benchmark::State &state)
+{
+    const std::vector<RowTexts> texts = readyMadeTexts();
+    LogViewer viewer(nullptr);
+    QTableWidget &table = tableOf(viewer);
+    for (auto _ : state) {
+        state.PauseTiming();
+        clear(table);
+        state.ResumeTiming();
+        fill(table, texts);
+    }
+}
+BENCHMARK(readyMadeItems)->Unit(benchmark::kMillisecond);
+
+void load(benchmark::State &state)
+{
+    LogViewer viewer(nullptr);
+    bool second = false;
+    for (auto _ : state) {
+        state.PauseTiming();
+        const std::string path = logPath(lineCount, second).toStdString();
+        second = !second;
+        clear(tableOf(viewer));
+        state.ResumeTiming();
+        if (!viewer.openLogFile(path))
+            state.SkipWithError("not loaded");
+    }
+}
+BENCHMARK(load)->Unit(benchmark::kMillisecond);
+
+/// One level hidden and shown again, in a window on the screen, until the table is drawn anew.
+void hideAndShow(benchmark::State &state)
+{
+    const auto lines = int(state.range(0));
+    LogViewer viewer(nullptr);
+    viewer.openLogFile(logPath(lines, false).toStdString());
+    viewer.show();
+    QCoreApplication::processEvents();
+    auto *const box = viewer.findChild<QCheckBox *>(QStringLiteral("checkBoxINFO"));
+    for (auto _ : state) {
+        box->click();
+        QCoreApplication::processEvents();
+        box->click();
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(hideAndShow)->Arg(lineCount / 10)->Arg(lineCount)->Unit(benchmark::kMillisecond);
+
+void copyAll(benchmark::State &state)
+{
+    LogViewer viewer(nullptr);
+    viewer.openLogFile(logPath(lineCount, false).toStdString());
+    for (auto _ : state)
+        QMetaObject::invokeMethod(&viewer, "onActionCopyAllTriggered");
+}
+BENCHMARK(copyAll)->Unit(benchmark::kMillisecond);
+
+void splitLines(benchmark::State &state)
+{
+    const QByteArray text = sampleLog(lineCount);
+    for (auto _ : state) {
+        std::string_view rest(text.constData(), std::size_t(text.size()));
+        while (!rest.empty()) {
+            const std::size_t end = rest.find('\n');
+            benchmark::DoNotOptimize(splitLogLine(rest.substr(0, end)));
+            rest.remove_prefix(end + 1);
+        }
+    }
+    state.SetBytesProcessed(state.iterations() * text.size());
+}
+BENCHMARK(splitLines)->Unit(benchmark::kMillisecond);
+
+void construct(benchmark::State &state)
+{
+    for (auto _ : state)
+        const LogViewer viewer(nullptr);
+}
+BENCHMARK(construct)->Unit(benchmark::kMillisecond);
+
+/// Times that are promised as such.
+void promised(benchmark::State &state)
+{
+    for (auto _ : state)
+        state.SetIterationTime(double(state.range(0)) / 1e3);
+}
+BENCHMARK(promised)->Arg(40)->Arg(60)->UseManualTime()->Iterations(1)->Unit(
+    benchmark::kMillisecond);
+
+double allocatedBytes()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.uordblks + info.hblkhd);
+}
+
+void compareMemory()
+{
+    LogViewer viewer(nullptr);
+    const std::string path = logPath(lineCount, false).toStdString();
+    const double before = allocatedBytes();
+    viewer.openLogFile(path);
+    const double loaded = allocatedBytes() - before;
+    QTableWidget &table = tableOf(viewer);
+    table.clearContents();
+    const double cleared = allocatedBytes();
+    {
+        const std::vector<RowTexts> texts = readyMadeTexts();
+        fill(table, texts);
+    }
+    const double floor = allocatedBytes() - cleared;
+    std::printf("ratio  %-50s %6.2f  (target: at most %.2f)\n",
+                "memory of 100,000 lines / ready-made items", loaded / floor, 1.3);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    const int result =
+        runAndCompare(argc, argv,
+                      {{"load of 100,000 lines / ready-made items", "load", "readyMadeItems", 1.6},
+                       {"a level of 100,000 rows hidden and shown / 40 ms", "hideAndShow/100000",
+                        "promised/40", 1},
+                       {"a level of 100,000 rows / of 10,000 rows", "hideAndShow/100000",
+                        "hideAndShow/10000", 12},
+                       {"copy all of 100,000 rows / 60 ms", "copyAll", "promised/60", 1},
+                       {"splitter, 12 MB / 40 ms (300 MB/s)", "splitLines", "promised/40", 1}});
+    compareMemory();
+    return result;
+}

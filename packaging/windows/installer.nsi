@@ -1,0 +1,126 @@
+; The installer: for the user who runs it, without questions of rights. ./package windows says what
+; NAME, VERSION, VENDOR, DESCRIPTION, FOLDER, FILES, ICON, BANNER and OUTPUT are.
+
+; Like the program, and unlike NSIS by itself, for 64-bit Windows only.
+Target amd64-unicode
+SetCompressor /SOLID lzma
+RequestExecutionLevel user
+ManifestDPIAware true
+
+!include MUI2.nsh
+!include FileFunc.nsh
+!include LogicLib.nsh
+!include "${FILES}"
+
+!define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
+
+Name "${NAME}"
+OutFile "${OUTPUT}"
+InstallDir "$LOCALAPPDATA\Programs\${NAME}"
+InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
+BrandingText "${VENDOR} ${NAME} ${VERSION}"
+
+VIProductVersion "${VERSION}.0"
+VIAddVersionKey /LANG=1033 "ProductName" "${NAME}"
+VIAddVersionKey /LANG=1033 "ProductVersion" "${VERSION}"
+VIAddVersionKey /LANG=1033 "FileVersion" "${VERSION}"
+VIAddVersionKey /LANG=1033 "CompanyName" "${VENDOR}"
+VIAddVersionKey /LANG=1033 "FileDescription" "${NAME} ${VERSION} setup"
+VIAddVersionKey /LANG=1033 "LegalCopyright" "The ${NAME} developers, MIT licence"
+
+!define MUI_ICON "${ICON}"
+!define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${BANNER}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP_STRETCH AspectFitHeight
+!define MUI_ABORTWARNING
+!define MUI_FINISHPAGE_RUN
+!define MUI_FINISHPAGE_RUN_FUNCTION StartProgram
+
+!insertmacro MUI_PAGE_WELCOME
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+
+!insertmacro MUI_LANGUAGE "English"
+!insertmacro MUI_LANGUAGE "SimpChinese"
+
+LangString Running ${LANG_ENGLISH} "${NAME} is running. Please close it and try again."
+LangString Running ${LANG_SIMPCHINESE} "${NAME} 正在运行。请先将其关闭，然后重试。"
+LangString ShortcutHint ${LANG_ENGLISH} "Collects what a support engineer needs"
+LangString ShortcutHint ${LANG_SIMPCHINESE} "收集技术支持所需的信息"
+
+; A program that runs cannot be overwritten, and its libraries neither: nothing is touched then.
+!macro RefuseWhileRunning
+  ${If} ${FileExists} "$INSTDIR\${NAME}.exe"
+    ClearErrors
+    FileOpen $0 "$INSTDIR\${NAME}.exe" a
+    ${If} ${Errors}
+      MessageBox MB_ICONEXCLAMATION|MB_OK "$(Running)" /SD IDOK
+      SetErrorLevel 2
+      Quit
+    ${EndIf}
+    FileClose $0
+  ${EndIf}
+!macroend
+
+Function .onInit
+  ; Speaks Chinese where Windows does, otherwise English.
+  System::Call 'kernel32::GetUserDefaultUILanguage() i.r0'
+  IntOp $0 $0 & 0x3ff
+  ${If} $0 = 4
+    StrCpy $LANGUAGE ${LANG_SIMPCHINESE}
+  ${Else}
+    StrCpy $LANGUAGE ${LANG_ENGLISH}
+  ${EndIf}
+FunctionEnd
+
+Function un.onInit
+  ; As when it was installed.
+  ReadRegStr $0 HKCU "${UNINSTALL}" "Language"
+  ${If} $0 != ""
+    StrCpy $LANGUAGE $0
+  ${EndIf}
+FunctionEnd
+
+Function StartProgram
+  ; The skin lies in the program's folder, which has to be the working folder.
+  SetOutPath "$INSTDIR"
+  Exec '"$INSTDIR\${NAME}.exe"'
+FunctionEnd
+
+Section "${NAME}"
+  !insertmacro RefuseWhileRunning
+  SetOutPath "$INSTDIR"
+  File /r "${FOLDER}/*"
+  WriteUninstaller "$INSTDIR\uninstall.exe"
+
+  ; The shortcut's working folder is the last SetOutPath.
+  CreateShortcut "$SMPROGRAMS\${NAME}.lnk" "$INSTDIR\${NAME}.exe" "" "$INSTDIR\${NAME}.exe" 0 \
+    SW_SHOWNORMAL "" "$(ShortcutHint)"
+
+  WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "${NAME}"
+  WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
+  WriteRegStr HKCU "${UNINSTALL}" "DisplayIcon" "$INSTDIR\${NAME}.exe"
+  WriteRegStr HKCU "${UNINSTALL}" "Publisher" "${VENDOR}"
+  WriteRegStr HKCU "${UNINSTALL}" "Comments" "${DESCRIPTION}"
+  WriteRegStr HKCU "${UNINSTALL}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\uninstall.exe"'
+  WriteRegStr HKCU "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
+  WriteRegDWORD HKCU "${UNINSTALL}" "NoModify" 1
+  WriteRegDWORD HKCU "${UNINSTALL}" "NoRepair" 1
+  ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
+  WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" $0
+  WriteRegStr HKCU "${UNINSTALL}" "Language" "$LANGUAGE"
+SectionEnd
+
+Section "Uninstall"
+  !insertmacro RefuseWhileRunning
+  !insertmacro RemoveInstalled
+  Delete "$INSTDIR\uninstall.exe"
+  Delete "$SMPROGRAMS\${NAME}.lnk"
+  SetOutPath "$TEMP"
+  RMDir "$INSTDIR"
+  DeleteRegKey HKCU "${UNINSTALL}"
+SectionEnd

@@ -1,0 +1,115 @@
+#include <QtTest>
+
+#include <windows.h>
+
+/// What Windows reads from the executable before it runs.
+class ProgramFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void tellsItsVersion_data();
+    void tellsItsVersion();
+    void hasAnIconForEverySize();
+    void asksForWhatItNeeds_data();
+    void asksForWhatItNeeds();
+};
+
+namespace {
+
+const QString program = QStringLiteral(VANTREL_PROGRAM);
+
+std::wstring path()
+{
+    return QDir::toNativeSeparators(QFileInfo(program).absoluteFilePath()).toStdWString();
+}
+
+QByteArray versionBlock()
+{
+    DWORD ignored = 0;
+    const DWORD size = GetFileVersionInfoSizeW(path().c_str(), &ignored);
+    QByteArray block(int(size), '\0');
+    if (size == 0 || GetFileVersionInfoW(path().c_str(), 0, size, block.data()) == FALSE)
+        return {};
+    return block;
+}
+
+QString versionText(const QString &name)
+{
+    const QByteArray block = versionBlock();
+    const std::wstring query =
+        (QStringLiteral("\\StringFileInfo\\040904b0\\") + name).toStdWString();
+    void *value = nullptr;
+    UINT length = 0;
+    if (block.isEmpty() || VerQueryValueW(block.data(), query.c_str(), &value, &length) == FALSE)
+        return {};
+    return QString::fromWCharArray(static_cast<const wchar_t *>(value));
+}
+
+/// The manifest, comments included.
+QString manifest()
+{
+    HMODULE module = LoadLibraryExW(path().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(24));
+    HGLOBAL loaded = found != nullptr ? LoadResource(module, found) : nullptr;
+    if (loaded == nullptr)
+        return {};
+    const QString all = QString::fromUtf8(static_cast<const char *>(LockResource(loaded)),
+                                          int(SizeofResource(module, found)));
+    FreeLibrary(module);
+    return all;
+}
+
+} // namespace
+
+void ProgramFile::tellsItsVersion_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("value");
+
+    const QString version = QStringLiteral(VANTREL_VERSION);
+    QTest::newRow("product") << QStringLiteral("ProductName") << QStringLiteral("Vantrel");
+    QTest::newRow("product version") << QStringLiteral("ProductVersion") << version;
+    QTest::newRow("file version") << QStringLiteral("FileVersion") << version;
+    QTest::newRow("company") << QStringLiteral("CompanyName") << QStringLiteral(VANTREL_VENDOR);
+    QTest::newRow("file") << QStringLiteral("OriginalFilename") << QStringLiteral("Vantrel.exe");
+}
+
+void ProgramFile::tellsItsVersion()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, value);
+    QCOMPARE(versionText(name), value);
+}
+
+void ProgramFile::hasAnIconForEverySize()
+{
+    for (const int size : {16, 32, 48, 256}) {
+        HICON icon = nullptr;
+        const UINT found =
+            PrivateExtractIconsW(path().c_str(), 0, size, size, &icon, nullptr, 1, 0);
+        QVERIFY2(found == 1 && icon != nullptr, qPrintable(QString::number(size)));
+        DestroyIcon(icon);
+    }
+}
+
+void ProgramFile::asksForWhatItNeeds_data()
+{
+    QTest::addColumn<QString>("part");
+
+    QTest::newRow("the user's own rights") << QStringLiteral("level=\"asInvoker\"");
+    QTest::newRow("sharpness on every monitor") << QStringLiteral(">PerMonitorV2, PerMonitor<");
+    QTest::newRow("long paths") << QStringLiteral(">true</longPathAware>");
+    QTest::newRow("UTF-8") << QStringLiteral(">UTF-8</activeCodePage>");
+    QTest::newRow("today's controls") << QStringLiteral("\"Microsoft.Windows.Common-Controls\"");
+    QTest::newRow("Windows 10") << QStringLiteral("{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}");
+}
+
+void ProgramFile::asksForWhatItNeeds()
+{
+    QFETCH(QString, part);
+    QVERIFY2(manifest().contains(part), qPrintable(manifest()));
+}
+
+QTEST_GUILESS_MAIN(ProgramFile)
+#include "tst_program_file.moc"

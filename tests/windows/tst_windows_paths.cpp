@@ -1,0 +1,101 @@
+#include "ExportFixture.h"
+
+#include "LineSearch.h"
+
+#include <fstream>
+
+#include <windows.h>
+
+/// Names that Windows is particular about.
+class WindowsPaths : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void byteStringsAreUtf8();
+    void exportsWhereFoldersHaveChineseNames();
+    void exportsToABackslashedPathWithADrive();
+    void exportsAPathBeyond260Characters();
+    void searchesThroughFindstr();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+} // namespace
+
+void WindowsPaths::byteStringsAreUtf8()
+{
+    if (GetACP() != CP_UTF8)
+        QSKIP(qPrintable(
+            text("this Windows gives programs no code page of their own: it is %1").arg(GetACP())));
+    ScratchFolder scratch;
+    const QString path = scratch.path(text("相机 Ω.txt"));
+    std::ofstream(path.toStdString()) << "x";
+    QCOMPARE(scratch.read(text("相机 Ω.txt")), QByteArray("x"));
+}
+
+void WindowsPaths::exportsWhereFoldersHaveChineseNames()
+{
+    ExportFixture f;
+    f.scratch.folder(text("用户 张三/QZSDK/QZviewer"));
+    const QString log = f.scratch.file(text("用户 张三/QZSDK/QZviewer/日志.log"), "line\n");
+    f.worker.setBasePath(f.scratch.path(text("用户 张三/QZSDK/")));
+    f.worker.setLogSourceFolder(text("QZviewer"));
+    CConfiguration::instance()->nicInfo = true;
+    CConfiguration::instance()->systemInfo = true;
+    f.choose({log});
+    const QString zip = f.scratch.path(text("用户 张三/导出.zip"));
+    f.worker.enqueueExport(zip);
+    QVERIFY(f.answers());
+    const ExportFixture::Contents contents = zipContents(zip);
+    QCOMPARE(contents.value(text("SDKLOG/日志.log")), QByteArray("line\n"));
+    QVERIFY(contents.value(text("NICInfo.txt")).startsWith("Adapter: "));
+    QVERIFY(contents.value(text("SystemInfo.txt")).startsWith("Memory Load: "));
+}
+
+void WindowsPaths::exportsToABackslashedPathWithADrive()
+{
+    ExportFixture f;
+    f.choose({f.log(text("a.log"))});
+    const QString zip = QDir::toNativeSeparators(f.zip());
+    QVERIFY2(zip.mid(1, 2) == text(":\\"), qPrintable(zip));
+    f.worker.enqueueExport(zip);
+    QVERIFY(f.answers());
+    QVERIFY(zipContents(f.zip()).contains(text("SDKLOG/a.log")));
+}
+
+void WindowsPaths::exportsAPathBeyond260Characters()
+{
+    ExportFixture f;
+    QString folder;
+    for (int i = 0; i < 6; ++i)
+        folder += QString(50, QLatin1Char('x')) + QLatin1Char('/');
+    f.scratch.folder(folder);
+    const QString zip = f.scratch.path(folder + text("out.zip"));
+    QVERIFY(zip.size() > MAX_PATH);
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(zip);
+    QVERIFY(f.answers());
+    QVERIFY(zipContents(zip).contains(text("SDKLOG/a.log")));
+}
+
+void WindowsPaths::searchesThroughFindstr()
+{
+    ScratchFolder scratch;
+    const QString path = scratch.file(text("my logs/a.log"), "one\r\ntwo\r\nthree\r\n");
+    QByteArrayList found;
+    const bool ran = systemLineSearch(
+        "t.*e", path, [&found](const char *piece) { found.append(QByteArray(piece).trimmed()); });
+    QVERIFY(ran);
+    if (found.isEmpty())
+        QSKIP("this system's findstr prints nothing; the command line is held elsewhere");
+    QCOMPARE(found, QByteArrayList{"three"});
+}
+
+QTEST_GUILESS_MAIN(WindowsPaths)
+#include "tst_windows_paths.moc"

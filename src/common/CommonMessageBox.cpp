@@ -110,17 +110,17 @@ void CommonMessageBox::offer(QMessageBox::StandardButtons buttons)
     QPushButton *defaultButton = nullptr;
     QPushButton *lastShown = nullptr;
     int shown = 0;
-    for (const Offer &offer : offers) {
-        const bool wanted = buttons.testFlag(offer.button);
-        offer.widget->setVisible(wanted);
+    for (const Offer &choice : offers) {
+        const bool wanted = buttons.testFlag(choice.button);
+        choice.widget->setVisible(wanted);
         if (!wanted)
             continue;
         ++shown;
-        lastShown = offer.widget;
+        lastShown = choice.widget;
         if (defaultButton == nullptr)
-            defaultButton = offer.widget;
-        if (!offer.affirms)
-            escapeButton = offer.widget; // Cancel, which comes last, goes before No
+            defaultButton = choice.widget;
+        if (!choice.affirms)
+            escapeButton = choice.widget; // Cancel, which comes last, goes before No
     }
     if (shown == 1)
         escapeButton = lastShown;

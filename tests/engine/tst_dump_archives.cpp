@@ -2,6 +2,7 @@
 
 #include "ExportFixture.h"
 #include "Faults.h"
+#include "Machine.h"
 #include "MadeUpMachine.h"
 #include "ZipArchive.h"
 
@@ -189,9 +190,9 @@ void DumpArchives::linksAndHiddenFilesAreNoSmallDumps()
     d.small(text(".dmp"), 0); // hidden by its name on Linux
     QCOMPARE(smallDumps(d.machine.dumps).filter(text("link")), QStringList());
     QVERIFY(smallDumps(d.machine.dumps).contains(d.f.scratch.path(text("Minidumps/a.dmp"))));
-#ifndef Q_OS_WIN
+    if (onWindows())
+        return; // where no name hides a file
     QCOMPARE(smallDumps(d.machine.dumps), QStringList(d.f.scratch.path(text("Minidumps/a.dmp"))));
-#endif
 }
 
 void DumpArchives::hundredsOfSmallDumpsWithEqualTimes()

@@ -1,5 +1,6 @@
 #include "ExportFixture.h"
 #include "Faults.h"
+#include "Machine.h"
 
 #include <QFile>
 
@@ -161,10 +162,10 @@ void ExportFaults::takesPathsOfEveryKind_data()
     QTest::newRow("percent signs") << text("100%20 %1 %s");
     QTest::newRow("Chinese") << text("相机日志");
     QTest::newRow("emoji") << text("📷 camera 🔥");
-#ifndef Q_OS_WIN // no file name there holds such characters
+    if (onWindows()) // no file name there holds such characters
+        return;
     QTest::newRow("quotes") << text("it's \"quoted\"");
     QTest::newRow("backslash") << text("back\\slash");
-#endif
 }
 
 void ExportFaults::takesPathsOfEveryKind()

@@ -92,11 +92,11 @@ FunctionEnd
 
 Section "${NAME}"
   !insertmacro RefuseWhileRunning
-  SetOutPath "$INSTDIR"
-  File /r "${FOLDER}/*"
+  !insertmacro InstallFiles
   WriteUninstaller "$INSTDIR\uninstall.exe"
 
   ; The shortcut's working folder is the last SetOutPath.
+  SetOutPath "$INSTDIR"
   CreateShortcut "$SMPROGRAMS\${NAME}.lnk" "$INSTDIR\${NAME}.exe" "" "$INSTDIR\${NAME}.exe" 0 \
     SW_SHOWNORMAL "" "$(ShortcutHint)"
 

@@ -73,11 +73,16 @@ shoot() {
     import -silent -window "$window" "$1" 2>/dev/null
 }
 
+# pixels PICTURE: which nobody may want to read to the end.
+pixels() {
+    convert "$1" rgb:- 2>/dev/null
+}
+
 # painted: whether two pictures in a row are the same and show more than an empty area.
 painted() {
     shoot "$picture" && shoot "$scratch/again.png" &&
         (($(identify -format %k "$picture") > 20)) &&
-        cmp -s <(convert "$picture" rgb:-) <(convert "$scratch/again.png" rgb:-)
+        cmp -s <(pixels "$picture") <(pixels "$scratch/again.png")
 }
 
 # geometry: the window's X, Y, WIDTH and HEIGHT on the screen.

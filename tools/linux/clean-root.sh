@@ -1,0 +1,47 @@
+# shellcheck shell=bash
+# Sourced where a fresh Debian is wanted, with nothing in it but what every Debian has. Its packages
+# come from where this machine has its own from. Whoever sources it has root's rights and mounts of
+# its own ("unshare --mount"), which end with it.
+
+# debian_sources: this machine's sources of Debian packages, as lines of a sources.list.
+debian_sources() {
+    # shellcheck disable=SC2016 # $(…) is for apt to fill in
+    apt-get indextargets --format '$(ORIGIN)|deb $(REPO_URI) $(RELEASE) $(COMPONENT)' \
+        'Created-By: Packages' | sed -n 's/^Debian|//p'
+}
+
+# apt_settings: how this machine reaches them, through a proxy perhaps.
+apt_settings() {
+    apt-config dump --format '%f "%v";%n' |
+        grep -E '^Acquire::(https?::|Check-|Retries)' || true
+}
+
+# make_clean_root FOLDER LOG: what made it says what it did in LOG.
+make_clean_root() {
+    local folder=$1 log=$2 release
+    release=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    apt_settings >"$log.apt"
+    mkdir -p "$folder"
+    debian_sources | mmdebstrap --mode=root --variant=apt --quiet --aptopt="$log.apt" \
+        --skip=cleanup/apt "$release" "$folder" - >"$log" 2>&1 || {
+        cat "$log" >&2
+        return 1
+    }
+    mount -t proc proc "$folder/proc"
+}
+
+# remove_clean_root FOLDER: what is mounted in it stays what it is.
+remove_clean_root() {
+    ! mountpoint -q "$1/proc" || umount -l "$1/proc"
+    rm -rf --one-file-system "$1"
+}
+
+# inside FOLDER USER COMMAND...: runs it in there, knowing nothing of what is out here but the display.
+inside() {
+    local folder=$1 user=$2 home
+    shift 2
+    home=$(chroot "$folder" getent passwd "$user" | cut -d : -f 6)
+    exec chroot --userspec="$user" "$folder" /usr/bin/env -i "HOME=$home" "USER=$user" \
+        "PATH=/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin" LC_ALL=C.UTF-8 \
+        DEBIAN_FRONTEND=noninteractive ${DISPLAY:+"DISPLAY=$DISPLAY"} "$@"
+}

@@ -90,13 +90,23 @@ geometry() {
     eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(X|Y|WIDTH|HEIGHT)=[0-9-]+$')"
 }
 
-# click FROM_LEFT FROM_TOP: negative numbers count from the right and from the bottom.
-click() {
+# point FROM_LEFT FROM_TOP: negative numbers count from the right and from the bottom.
+point() {
     local x=$1 y=$2
     geometry
     ((x >= 0)) || ((x += WIDTH))
     ((y >= 0)) || ((y += HEIGHT))
-    xdotool mousemove --sync $((X + x)) $((Y + y)) click 1
+    xdotool mousemove --sync $((X + x)) $((Y + y))
+}
+
+click() {
+    point "$@"
+    xdotool click 1
+}
+
+double_click() {
+    point "$@"
+    xdotool click --repeat 2 --delay 50 1
 }
 
 exported() {

@@ -2,11 +2,11 @@
 #include "Faults.h"
 #include "LogLevelFile.h"
 #include "LogLevelRewrite.h"
+#include "Machine.h"
 #include "ScratchFolder.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSysInfo>
 #include <QtTest>
 
 using Outcome = LogLevelRewrite::Outcome;
@@ -121,7 +121,7 @@ void LogLevelRewriting::endsLinesAsThePlatformDoes()
 
 void LogLevelRewriting::keepsPermissionsAndLinks()
 {
-    if (QSysInfo::kernelType() == QLatin1String("winnt"))
+    if (onWindows())
         QSKIP("links and permissions are others here");
     ScratchFolder scratch;
     const QString path = scratch.file(name(), infoFile);

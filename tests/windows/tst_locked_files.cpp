@@ -1,7 +1,10 @@
 #include "ExportFixture.h"
 #include "HeldFile.h"
+#include "LogFile.h"
+#include "LogLevelRewrite.h"
 
-/// Logs that another program has open. One that it keeps to itself must not spoil an export.
+/// Files that another program has open. What it keeps to itself must not spoil an export, nor be
+/// spoilt.
 class LockedFiles : public QObject
 {
     Q_OBJECT
@@ -11,9 +14,16 @@ private slots:
     void takesALogThatItsWriterShares_data();
     void takesALogThatItsWriterShares();
     void overwritesNoZipThatIsOpenElsewhereAndGoesOn();
+    void showsNoLogThatItsWriterKeepsToItself();
+    void showsALogThatItsWriterShares();
+    void setsTheLevelWhenTheFileMayBeReadAgain();
+    void setsTheLevelWhenTheFileMayBeWrittenAgain();
 };
 
 namespace {
+
+const QByteArray properties("log4cpp.rootCategory = INFO\r\n"
+                            "log4cpp.category.qzsdk = INFO, a_qzsdk\r\n");
 
 QString text(const char *utf8)
 {
@@ -75,6 +85,56 @@ void LockedFiles::overwritesNoZipThatIsOpenElsewhereAndGoesOn()
     f.worker.enqueueExport(f.zip());
     QVERIFY(f.answers());
     QCOMPARE(zipContents(f.zip()).value(text("SDKLOG/a.log")), QByteArray("line\n"));
+}
+
+void LockedFiles::showsNoLogThatItsWriterKeepsToItself()
+{
+    ScratchFolder scratch;
+    const QString log = scratch.file(text("locked.log"), "secret\n");
+    const HeldFile held(log, HeldFile::Others::MayNothing);
+    QVERIFY(!readLogFile(log, 10, [](std::string_view, int) { QFAIL("a line"); }));
+}
+
+void LockedFiles::showsALogThatItsWriterShares()
+{
+    ScratchFolder scratch;
+    const QString log = scratch.file(text("busy.log"), "still being written\n");
+    const HeldFile held(log, HeldFile::Others::MayEverything);
+    QByteArray shown;
+    const auto count = readLogFile(log, 10, [&shown](std::string_view line, int) {
+        shown = QByteArray(line.data(), int(line.size()));
+    });
+    QCOMPARE(count.value_or(-1), 1);
+    QCOMPARE(shown, QByteArray("still being written"));
+}
+
+void LockedFiles::setsTheLevelWhenTheFileMayBeReadAgain()
+{
+    ScratchFolder scratch;
+    const DebugCapture output;
+    LogLevelRewrite rewrite(scratch.file(text("a.properties"), properties));
+    {
+        const HeldFile held(scratch.path(text("a.properties")), HeldFile::Others::MayNothing);
+        QCOMPARE(rewrite.apply(2), LogLevelRewrite::Outcome::Unreadable);
+    }
+    QCOMPARE(scratch.read(text("a.properties")), properties);
+    QCOMPARE(rewrite.apply(2), LogLevelRewrite::Outcome::Done);
+}
+
+void LockedFiles::setsTheLevelWhenTheFileMayBeWrittenAgain()
+{
+    ScratchFolder scratch;
+    const DebugCapture output;
+    LogLevelRewrite rewrite(scratch.file(text("a.properties"), properties));
+    {
+        const HeldFile held(scratch.path(text("a.properties")), HeldFile::Others::MayRead);
+        QCOMPARE(rewrite.apply(2), LogLevelRewrite::Outcome::Failed);
+    }
+    QCOMPARE(scratch.read(text("a.properties")), properties);
+    QCOMPARE(rewrite.apply(2), LogLevelRewrite::Outcome::Done);
+    QCOMPARE(scratch.read(text("a.properties")),
+             QByteArray("log4cpp.rootCategory = FATAL\r\n"
+                        "log4cpp.category.qzsdk = FATAL, a_qzsdk\r\n"));
 }
 
 QTEST_GUILESS_MAIN(LockedFiles)

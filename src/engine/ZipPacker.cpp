@@ -9,11 +9,12 @@ namespace {
 
 void removeFile(const QFileInfo &file)
 {
-    if (file.dir().remove(file.fileName()) || file.isSymLink())
+    // By its path: a name such as ":a.log" alone means a file in the program's resources.
+    if (QFile::remove(file.filePath()) || file.isSymLink())
         return;
     // A copy of a read-only log is read-only, which keeps it from being removed on some systems.
     QFile::setPermissions(file.filePath(), file.permissions() | QFileDevice::WriteOwner);
-    file.dir().remove(file.fileName());
+    QFile::remove(file.filePath());
 }
 
 } // namespace

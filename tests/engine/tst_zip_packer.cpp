@@ -19,6 +19,7 @@ private slots:
     void leavesAHiddenFileAndWithItTheFolder();
     void overwritesAZipThatIsThere();
     void removesTheFolderEvenWhenTheZipCannotBeWritten();
+    void removesFilesWhoseNamesMeanSomethingToQt();
     void followsNoLinkOutOfTheFolder();
     void refusesToRemoveAnEmptyPath();
     void takesAMissingFolderForRemoved();
@@ -131,6 +132,22 @@ void ZipPackerTest::removesTheFolderEvenWhenTheZipCannotBeWritten()
     QVERIFY(!QFileInfo::exists(scratch.path(text("missing"))));
     QVERIFY(!QFileInfo::exists(scratch.path(text("in"))));
     QVERIFY(output.contains(text("cannot write zip")));
+}
+
+void ZipPackerTest::removesFilesWhoseNamesMeanSomethingToQt()
+{
+    ScratchFolder scratch;
+    const QString name = text(":a.log"); // on its own, a path in the program's resources
+    const QString folder = scratch.folder(text("in"));
+    QFile file(folder + QLatin1Char('/') + name);
+    if (!file.open(QIODevice::WriteOnly) || !QDir(folder).entryList().contains(name))
+        QSKIP("no file can have such a name here");
+    file.close();
+    const QString zip = scratch.path(text("a.zip"));
+    DebugCapture output;
+    QVERIFY(zipFolder(folder, zip));
+    QCOMPARE(zipEntryNames(zip), QStringList(name));
+    QVERIFY(!QFileInfo::exists(folder));
 }
 
 void ZipPackerTest::followsNoLinkOutOfTheFolder()

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <vector>
 
 namespace {
 
@@ -13,13 +14,15 @@ public:
     Trial(std::string_view expression, std::string_view subject)
         : pattern(expression)
         , line(subject)
+        , inVain((pattern.size() + 1) * (line.size() + 1))
     {
     }
 
-    [[nodiscard]] bool matchesFrom(std::size_t at, std::size_t pos) const;
+    [[nodiscard]] bool matchesFrom(std::size_t at, std::size_t pos);
     [[nodiscard]] bool everyClassEnds() const;
 
 private:
+    [[nodiscard]] bool matchesAnew(std::size_t at, std::size_t pos);
     [[nodiscard]] bool isWord(std::size_t pos) const
     {
         return pos < line.size() &&
@@ -36,6 +39,7 @@ private:
 
     std::string_view pattern;
     std::string_view line;
+    std::vector<bool> inVain; ///< what was tried already, by both positions
 };
 
 /// Just behind the character, escape or class that begins at @p at; 0: the class never ends.
@@ -105,7 +109,17 @@ bool Trial::classAccepts(std::size_t at, char c) const
     return found != negated;
 }
 
-bool Trial::matchesFrom(std::size_t at, std::size_t pos) const
+bool Trial::matchesFrom(std::size_t at, std::size_t pos)
+{
+    const std::size_t place = at * (line.size() + 1) + pos;
+    if (inVain[place])
+        return false;
+    const bool matches = matchesAnew(at, pos);
+    inVain[place] = !matches;
+    return matches;
+}
+
+bool Trial::matchesAnew(std::size_t at, std::size_t pos)
 {
     if (at == pattern.size())
         return true;
@@ -135,7 +149,7 @@ bool Trial::matchesFrom(std::size_t at, std::size_t pos) const
 
 bool expressionMatches(std::string_view expression, std::string_view line)
 {
-    const Trial trial(expression, line);
+    Trial trial(expression, line);
     if (!trial.everyClassEnds())
         return false;
     for (std::size_t pos = 0; pos <= line.size(); ++pos) {

@@ -1,49 +1,13 @@
 #include "LogLine.h"
+#include "StreamedLine.h"
 
 #include <QtTest>
 
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
 namespace {
-
-struct Fields
-{
-    bool structured = false;
-    std::string timestamp;
-    std::string level;
-    std::string source;
-    std::string message;
-};
-
-/// The rule in its plainest form: a stream that is read word by word.
-Fields readAsStream(const std::string &line)
-{
-    std::istringstream in(line);
-    std::string date;
-    std::string time;
-    Fields fields;
-    std::getline(in, date, ' ');
-    std::getline(in, time, ' ');
-    std::getline(in, fields.level, ' ');
-    const std::string &level = fields.level;
-    fields.structured = !date.empty() && !time.empty() &&
-                        (level == "INFO" || level == "DEBUG" || level == "WARN" ||
-                         level == "ERROR" || level == "FATAL");
-    if (!fields.structured)
-        return {};
-    fields.timestamp = date + ' ' + time;
-    char bracket = 0;
-    std::string discarded;
-    in >> bracket;
-    std::getline(in, discarded, ']');
-    in >> bracket;
-    std::getline(in, fields.source, ']');
-    std::getline(in, fields.message, '\n');
-    return fields;
-}
 
 std::string randomLine(std::mt19937 &random)
 {
@@ -160,7 +124,7 @@ void LogLineTest::splitsGeneratedLinesAsAStreamDoes()
     int structured = 0;
     for (int i = 0; i < 20'000; ++i) {
         const std::string text = randomLine(random);
-        const Fields expected = readAsStream(text);
+        const StreamedLine expected = readAsStream(text);
         const LogLine line = splitLogLine(text);
         const bool same = line.structured == expected.structured &&
                           line.timestamp == expected.timestamp && line.level == expected.level &&

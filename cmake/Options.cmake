@@ -2,6 +2,7 @@
 
 option(VANTREL_BUILD_TESTS "Build the tests" ON)
 option(VANTREL_BUILD_BENCHMARKS "Build the benchmarks, which need Google Benchmark" OFF)
+option(VANTREL_BUILD_FUZZERS "Build the fuzzers, which needs clang" OFF)
 option(VANTREL_WERROR "Treat warnings as errors" OFF)
 set(VANTREL_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them: address,undefined or thread")
 
@@ -28,6 +29,11 @@ target_compile_definitions(vantrel_strict INTERFACE
 if(VANTREL_SANITIZE)
   add_compile_options(-fsanitize=${VANTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VANTREL_SANITIZE})
+endif()
+
+if(VANTREL_BUILD_FUZZERS)
+  # What the fuzzers link tells them which ways were taken.
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 # A room is a static library that shows its own folder only to those who link it: what a room does

@@ -1,0 +1,105 @@
+// findstr's expressions, translated and matched, against a matcher too simple to be wrong. The
+// first line of an input is the keyword, the rest is the text that is searched.
+#include "FindstrExpression.h"
+#include "FindstrMatcher.h"
+#include "Fuzz.h"
+#include "LineFilter.h"
+#include "LineSearch.h"
+#include "MemoryFile.h"
+#include "SlowFindstr.h"
+#include "TextBlocks.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t pieceBytes = 511;
+
+/// The lines of @p text with their line feeds.
+std::vector<std::string_view> linesOf(std::string_view text)
+{
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        const std::size_t size = end == std::string_view::npos ? text.size() : end + 1;
+        lines.push_back(text.substr(0, size));
+        text.remove_prefix(size);
+    }
+    return lines;
+}
+
+std::string_view content(std::string_view line)
+{
+    if (line.back() == '\n')
+        line.remove_suffix(1);
+    return line;
+}
+
+bool anyMatches(const std::vector<FindstrExpression> &expressions, std::string_view line)
+{
+    return std::any_of(expressions.begin(), expressions.end(), [line](const auto &expression) {
+        const bool matches = FindstrMatcher(expression).matches(line);
+        demand(FindstrMatcher(simplified(expression)).matches(line) == matches,
+               "a simplified expression matches the same");
+        return matches;
+    });
+}
+
+std::vector<std::string_view> filtered(const std::string &keyword, std::string_view text,
+                                       PatternFinder::Use use)
+{
+    std::vector<std::string_view> lines;
+    LineFilter(keyword, use).forEachLine(text, [&lines](std::string_view line) {
+        lines.push_back(line);
+    });
+    return lines;
+}
+
+/// What a search hands out for @p lines: pieces, each up to its first zero byte.
+std::vector<std::string> piecesOf(const std::vector<std::string_view> &lines)
+{
+    std::vector<std::string> pieces;
+    for (std::string_view line : lines) {
+        for (; !line.empty(); line.remove_prefix(std::min(pieceBytes, line.size()))) {
+            const std::string_view piece = line.substr(0, pieceBytes);
+            pieces.emplace_back(piece.substr(0, piece.find('\0')));
+        }
+    }
+    return pieces;
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const std::string input(reinterpret_cast<const char *>(data), size);
+    const std::size_t end = input.find('\n');
+    if (end == std::string::npos)
+        return 0;
+    const std::string keyword = input.substr(0, end);
+    const std::string raw = input.substr(end + 1);
+    std::string text = raw;
+    text.resize(unifyLineEnds(text.data(), text.size()));
+
+    const std::vector<FindstrExpression> expressions = parseFindstr(keyword);
+    std::vector<std::string_view> expected;
+    for (const std::string_view line : linesOf(text)) {
+        const bool matches = slowFindstrMatches(keyword, content(line));
+        demand(anyMatches(expressions, content(line)) == matches, "the matcher says the same");
+        if (matches)
+            expected.push_back(line);
+    }
+    demand(filtered(keyword, text, PatternFinder::Use::MachineCode) == expected,
+           "the filter finds the same lines");
+    demand(filtered(keyword, text, PatternFinder::Use::Interpreter) == expected,
+           "the filter finds the same lines without machine code");
+
+    const MemoryFile file(QByteArray::fromStdString(raw));
+    std::vector<std::string> pieces;
+    const bool searched = systemLineSearch(
+        keyword, file.path(), [&pieces](const char *piece) { pieces.emplace_back(piece); });
+    demand(searched && pieces == piecesOf(expected), "the search hands out the same lines");
+    return 0;
+}

@@ -1,0 +1,147 @@
+// A log file's way into lines: whole, and from a device that gives little at a time and may fail.
+#include "Fuzz.h"
+#include "LogFile.h"
+#include "MemoryFile.h"
+#include "TextBlocks.h"
+
+#include <QIODevice>
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// Gives a text in pieces of given sizes, the last one for all the rest, and fails in the end if
+/// it is told to.
+class HaltingDevice : public QIODevice
+{
+public:
+    HaltingDevice(std::string_view text, std::vector<std::uint32_t> pieceSizes, bool breaks)
+        : rest(text)
+        , sizes(std::move(pieceSizes))
+        , failing(breaks)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    [[nodiscard]] bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        if (rest.empty())
+            return failing ? -1 : 0;
+        std::size_t size = std::min(rest.size(), std::size_t(maxSize));
+        if (at < sizes.size())
+            size = std::min(size, std::size_t(sizes[at++]) + 1);
+        std::copy_n(rest.data(), size, data);
+        rest.remove_prefix(size);
+        return qint64(size);
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    std::string_view rest;
+    std::vector<std::uint32_t> sizes;
+    std::size_t at = 0;
+    bool failing;
+};
+
+/// Few bytes of input make a line longer than a block: each 1 stands for many x.
+std::string inflated(const std::string &text)
+{
+    std::string result;
+    int left = 4;
+    for (const char c : text) {
+        if (c == '\1' && left-- > 0)
+            result.append(100'000, 'x');
+        else
+            result += c;
+    }
+    return result;
+}
+
+std::string withLineFeeds(const std::string &text)
+{
+    std::string result;
+    std::size_t from = 0;
+    for (std::size_t end = 0; (end = text.find("\r\n", from)) != std::string::npos; from = end + 1)
+        result.append(text, from, end - from);
+    return result.append(text, from);
+}
+
+/// The rule in its plainest form.
+std::vector<std::string> expectedLines(const std::string &text, int most)
+{
+    std::istringstream in(withLineFeeds(text));
+    std::vector<std::string> lines;
+    std::string line;
+    while (int(lines.size()) < most && std::getline(in, line) && !in.eof())
+        lines.push_back(line.substr(0, line.find('\0')));
+    return lines;
+}
+
+void tryFile(const std::string &text, int most)
+{
+    const MemoryFile file(QByteArray::fromStdString(text));
+    std::vector<std::string> lines;
+    const auto count = readLogFile(file.path(), most, [&lines](std::string_view line, int number) {
+        demand(number == int(lines.size()), "lines are numbered from 0");
+        lines.emplace_back(line);
+    });
+    demand(lines == expectedLines(text, most), "the lines that a stream reads");
+    demand(count == int(lines.size()), "the number of lines");
+}
+
+/// What a reader that takes no more than @p longest bytes of a line makes of @p text.
+std::string cutLines(const std::string &text, std::size_t longest, bool &cut)
+{
+    std::string result;
+    for (std::size_t from = 0; from < text.size();) {
+        const std::size_t end = std::min(text.find('\n', from), text.size());
+        cut = cut || end - from > longest;
+        result.append(text, from, std::min(end - from, longest));
+        if (end < text.size())
+            result += '\n';
+        from = end + 1;
+    }
+    return withLineFeeds(result);
+}
+
+void tryBlocks(const std::string &text, std::vector<std::uint32_t> sizes, bool breaks)
+{
+    HaltingDevice device(text, std::move(sizes), breaks);
+    TextBlocks blocks(device, TextBlocks::blockBytes);
+    std::string result;
+    bool ended = false;
+    for (std::string_view block = blocks.next(); !block.empty(); block = blocks.next()) {
+        demand(!ended, "only the last block may lack its line feed");
+        ended = block.back() != '\n';
+        result += block;
+    }
+    bool cut = false;
+    demand(result == cutLines(text, TextBlocks::blockBytes, cut), "the text, block after block");
+    demand(blocks.hasCut() == cut, "a cut line is told");
+    demand(blocks.failed() == breaks, "a failed device is told");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    FuzzedDataProvider input(data, size);
+    const int most = input.ConsumeIntegralInRange(0, 40);
+    const bool breaks = input.ConsumeBool();
+    std::vector<std::uint32_t> sizes;
+    for (int left = input.ConsumeIntegralInRange(0, 12); left > 0; --left)
+        sizes.push_back(input.ConsumeBool() ? input.ConsumeIntegral<std::uint8_t>()
+                                            : input.ConsumeIntegralInRange(0U, 300'000U));
+    const std::string text = inflated(input.ConsumeRemainingBytesAsString());
+    tryFile(text, most);
+    tryBlocks(text, std::move(sizes), breaks);
+    return 0;
+}

@@ -1,0 +1,95 @@
+// Setting the level on a disk that fails at any moment, while others write the file too: whoever
+// wrote last, the whole of that text outlives it.
+#include "Fuzz.h"
+#include "LogLevelRewrite.h"
+#include "MemoryFile.h"
+#include "PlainLevels.h"
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <string>
+
+namespace {
+
+QByteArray someText(FuzzedDataProvider &input)
+{
+    static const char *const pieces[] = {"log4cpp.rootCategory = WARN\n",
+                                         "log4cpp.category.qzsdk = WARN\r\n", "x\n", "\n", "abc"};
+    QByteArray text;
+    for (int left = input.ConsumeIntegralInRange(0, 5); left > 0; --left)
+        text += input.PickValueInArray(pieces);
+    return text;
+}
+
+/// A disk that takes as much of a file's new contents as the input says.
+class Disk
+{
+public:
+    Disk(MemoryFile &onlyFile, FuzzedDataProvider &provider)
+        : file(onlyFile)
+        , input(provider)
+    {
+    }
+
+    bool overwrite(const QString &path, const QByteArray &bytes)
+    {
+        demand(path == file.path(), "only the properties file is written");
+        lastFailed = !repaired && input.ConsumeBool();
+        if (!lastFailed)
+            return overwriteFile(path, bytes);
+        const int taken = input.ConsumeIntegralInRange(0, bytes.size());
+        const QByteArray before = file.read();
+        const bool truncated = input.ConsumeBool();
+        file.write(bytes.left(taken) + (truncated ? QByteArray() : before.mid(taken)));
+        return false;
+    }
+
+    bool repaired = false;
+    bool lastFailed = false; ///< the file may be torn
+
+private:
+    MemoryFile &file;
+    FuzzedDataProvider &input;
+};
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    FuzzedDataProvider input(data, size);
+    QByteArray whole = someText(input);
+    MemoryFile file(whole);
+    Disk disk(file, input);
+    {
+        LogLevelRewrite rewrite(file.path(), [&disk](const QString &path, const QByteArray &bytes) {
+            return disk.overwrite(path, bytes);
+        });
+        for (int left = input.ConsumeIntegralInRange(1, 8); left > 0; --left) {
+            if (input.ConsumeBool()) {
+                const QByteArray text = someText(input);
+                // Who writes what is there already cannot be told from nobody.
+                if (text != file.read()) {
+                    file.write(text);
+                    whole = text;
+                    disk.lastFailed = false;
+                }
+            }
+            const int level = input.ConsumeIntegralInRange(-1, 3);
+            const PlainLevels expected = withPlainLevels(whole, level);
+            const auto outcome = rewrite.apply(level);
+            const QByteArray now = file.read();
+            demand(outcome != LogLevelRewrite::Outcome::Unreadable, "the file can be read");
+            demand(outcome != LogLevelRewrite::Outcome::Done ||
+                       (now == expected.bytes && expected.bothReplaced),
+                   "done means that both lines are set");
+            if (disk.lastFailed)
+                continue;
+            demand(now == whole || now == expected.bytes,
+                   "the file is whole unless the disk fails");
+            whole = now;
+        }
+        disk.repaired = true;
+    }
+    demand(file.read() == whole, "the text is put back as soon as the disk works");
+    return 0;
+}

@@ -51,14 +51,14 @@ private:
     bool failing;
 };
 
-/// Few bytes of input make a line longer than a block: each 1 stands for many x.
+/// Few bytes of input make a line as long as a block, or longer: each 1 stands for many x.
 std::string inflated(const std::string &text)
 {
     std::string result;
-    int left = 4;
+    int left = 5;
     for (const char c : text) {
         if (c == '\1' && left-- > 0)
-            result.append(100'000, 'x');
+            result.append(TextBlocks::blockBytes / 4, 'x');
         else
             result += c;
     }
@@ -129,6 +129,13 @@ void tryBlocks(const std::string &text, std::vector<std::uint32_t> sizes, bool b
     demand(blocks.failed() == breaks, "a failed device is told");
 }
 
+void tryLineEnds(const std::string &text)
+{
+    std::string changed = text;
+    changed.resize(unifyLineEnds(changed.data(), changed.size()));
+    demand(changed == withLineFeeds(text), "CR LF becomes LF, and nothing else changes");
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -141,6 +148,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         sizes.push_back(input.ConsumeBool() ? input.ConsumeIntegral<std::uint8_t>()
                                             : input.ConsumeIntegralInRange(0U, 300'000U));
     const std::string text = inflated(input.ConsumeRemainingBytesAsString());
+    tryLineEnds(text);
     tryFile(text, most);
     tryBlocks(text, std::move(sizes), breaks);
     return 0;

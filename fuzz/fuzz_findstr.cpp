@@ -1,5 +1,6 @@
 // findstr's expressions, translated and matched, against a matcher too simple to be wrong. The
-// first line of an input is the keyword, the rest is the text that is searched.
+// first line of an input is the keyword, the rest is the text that is searched. Where the input
+// begins with a zero byte, the other bytes stand for pieces that are likely to mean something.
 #include "FindstrExpression.h"
 #include "FindstrMatcher.h"
 #include "Fuzz.h"
@@ -10,6 +11,7 @@
 #include "TextBlocks.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -37,15 +39,34 @@ std::string_view content(std::string_view line)
     return line;
 }
 
-bool anyMatches(const std::vector<FindstrExpression> &expressions, std::string_view line)
+/// The matcher alone, on an expression as it was read and as it is searched.
+class Matchers
 {
-    return std::any_of(expressions.begin(), expressions.end(), [line](const auto &expression) {
-        const bool matches = FindstrMatcher(expression).matches(line);
-        demand(FindstrMatcher(simplified(expression)).matches(line) == matches,
-               "a simplified expression matches the same");
+public:
+    explicit Matchers(const std::string &keyword)
+    {
+        for (const FindstrExpression &expression : parseFindstr(keyword)) {
+            asRead.emplace_back(expression);
+            asSearched.emplace_back(simplified(expression));
+        }
+    }
+
+    [[nodiscard]] bool anyMatches(std::string_view line)
+    {
+        bool matches = false;
+        for (std::size_t i = 0; i < asRead.size(); ++i) {
+            const bool matchesAsRead = asRead[i].matches(line);
+            demand(asSearched[i].matches(line) == matchesAsRead,
+                   "a simplified expression matches the same");
+            matches = matches || matchesAsRead;
+        }
         return matches;
-    });
-}
+    }
+
+private:
+    std::vector<FindstrMatcher> asRead;
+    std::vector<FindstrMatcher> asSearched;
+};
 
 std::vector<std::string_view> filtered(const std::string &keyword, std::string_view text,
                                        PatternFinder::Use use)
@@ -70,11 +91,37 @@ std::vector<std::string> piecesOf(const std::vector<std::string_view> &lines)
     return pieces;
 }
 
+std::string decoded(std::string_view input)
+{
+    static const char *const pieces[] = {
+        "a",      "b",  "a",     "b",    "x",    "_",     "-",      ".",   "*",    "*",
+        ".*",     "^",  "$",     "[ab]", "[^a]", "[a-x]", "[]",     "[^]", "[^-]", "[-a]",
+        "[a\\]]", "[",  "]",     "\\<",  "\\>",  "\\.",   "\\*",    "\\",  " ",    "[^b]*",
+        "a*",     "b*", "[ab]*", "\xc3", "\xa4", "\r",    "[b-x]*x"};
+    static const std::string bytes("aaabbbxx_-.*^$[]\\ \xc3\xa4\r\n\n\n", 25);
+    std::string text;
+    bool inKeyword = true;
+    for (const char c : input) {
+        const auto code = static_cast<unsigned char>(c);
+        if (!inKeyword) {
+            text += bytes[code % bytes.size()];
+        } else if (c == '\n') {
+            text += c;
+            inKeyword = false;
+        } else {
+            text += pieces[code % std::size(pieces)];
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    const std::string input(reinterpret_cast<const char *>(data), size);
+    std::string input(reinterpret_cast<const char *>(data), size);
+    if (size > 0 && data[0] == 0)
+        input = decoded(std::string_view(input).substr(1));
     const std::size_t end = input.find('\n');
     if (end == std::string::npos)
         return 0;
@@ -83,11 +130,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     std::string text = raw;
     text.resize(unifyLineEnds(text.data(), text.size()));
 
-    const std::vector<FindstrExpression> expressions = parseFindstr(keyword);
+    Matchers matchers(keyword);
     std::vector<std::string_view> expected;
     for (const std::string_view line : linesOf(text)) {
         const bool matches = slowFindstrMatches(keyword, content(line));
-        demand(anyMatches(expressions, content(line)) == matches, "the matcher says the same");
+        demand(matchers.anyMatches(content(line)) == matches, "the matcher says the same");
         if (matches)
             expected.push_back(line);
     }

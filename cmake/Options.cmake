@@ -4,6 +4,7 @@ option(VANTREL_BUILD_TESTS "Build the tests" ON)
 option(VANTREL_BUILD_BENCHMARKS "Build the benchmarks, which need Google Benchmark" OFF)
 option(VANTREL_BUILD_FUZZERS "Build the fuzzers, which needs clang" OFF)
 option(VANTREL_WERROR "Treat warnings as errors" OFF)
+option(VANTREL_COVERAGE "Note which lines are run; see tools/coverage" OFF)
 set(VANTREL_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them: address,undefined or thread")
 
 set(CMAKE_CXX_STANDARD 17)
@@ -29,6 +30,12 @@ target_compile_definitions(vantrel_strict INTERFACE
 if(VANTREL_SANITIZE)
   add_compile_options(-fsanitize=${VANTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VANTREL_SANITIZE})
+endif()
+
+if(VANTREL_COVERAGE)
+  # Counters are atomic: two threads run.
+  add_compile_options(--coverage -fprofile-abs-path -fprofile-update=atomic)
+  add_link_options(--coverage)
 endif()
 
 if(VANTREL_BUILD_FUZZERS)

@@ -92,15 +92,15 @@ bool CLogProcessThread::saveSystemDump(const QString &staging)
 {
     if (staging.isEmpty())
         return false;
-    writeSystemDumps(staging + QStringLiteral("/SystemDmp.zip"), questions.dumpPlaces(),
-                     memoryDumpReadable());
+    const DumpPlaces places = questions.dumpPlaces(); // a search of the disk
+    writeSystemDumps(staging + QStringLiteral("/SystemDmp.zip"), places,
+                     kernelDumpReadable(places));
     return true;
 }
 
 bool CLogProcessThread::memoryDumpReadable() const
 {
-    const QString path = questions.dumpPlaces().kernelDumpProbe;
-    return !path.isEmpty() && QFile(path).open(QIODevice::ReadOnly);
+    return kernelDumpReadable(questions.dumpPlaces());
 }
 
 bool CLogProcessThread::saveClientDump(const QString &staging)

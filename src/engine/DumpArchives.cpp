@@ -1,6 +1,7 @@
 #include "DumpArchives.h"
 
 #include "DumpPlaces.h"
+#include "ReadableFile.h"
 #include "ZipArchive.h"
 
 #include <QDateTime>
@@ -13,9 +14,14 @@
 
 namespace {
 
-bool isReadable(const QString &path)
+void addClientDumps(ZipArchive &archive, const QString &folder)
 {
-    return QFile(path).open(QIODevice::ReadOnly);
+    QDirIterator walk(folder, QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot);
+    while (walk.hasNext()) {
+        const QString path = walk.next();
+        if (walk.fileName().contains(QLatin1String(".dmp")))
+            addDump(archive, walk.fileName(), path);
+    }
 }
 
 } // namespace
@@ -58,10 +64,15 @@ QStringList smallDumps(const DumpPlaces &places)
     return paths;
 }
 
-void writeSystemDumps(const QString &zipPath, const DumpPlaces &places, bool kernelDumpReadable)
+bool kernelDumpReadable(const DumpPlaces &places)
+{
+    return !places.kernelDumpProbe.isEmpty() && isReadable(places.kernelDumpProbe);
+}
+
+void writeSystemDumps(const QString &zipPath, const DumpPlaces &places, bool withKernelDump)
 {
     ZipArchive archive(zipPath);
-    if (kernelDumpReadable)
+    if (withKernelDump)
         addDump(archive, places.kernelDump, places.kernelDump);
     else
         qDebug() << "蓝屏日志文件Memory.dmp不存在";
@@ -76,13 +87,7 @@ void writeSystemDumps(const QString &zipPath, const DumpPlaces &places, bool ker
 void writeClientDumps(const QString &zipPath, const QString &folder)
 {
     ZipArchive archive(zipPath);
-    if (folder.isEmpty()) // which would be the working directory
-        return;
-    QDirIterator walk(folder, QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot);
-    while (walk.hasNext()) {
-        const QString path = walk.next();
-        if (walk.fileName().contains(QLatin1String(".dmp")))
-            addDump(archive, walk.fileName(), path);
-    }
+    if (!folder.isEmpty()) // which would be the working directory
+        addClientDumps(archive, folder);
     archive.close();
 }

@@ -18,6 +18,8 @@ private slots:
     void smallDumpsAreFoundInSubFoldersToo();
     void aNameThatContainsTheMarkIsASmallDump();
     void aMarkInCapitalsIsNone();
+    void theKernelDumpIsExemptBeingReadByItsName();
+    void thePlacesAreAskedForOnce();
     void aFolderOfSuchANameCountsAsWell();
     void linksAndHiddenFilesAreNoSmallDumps();
     void hundredsOfSmallDumpsWithEqualTimes();
@@ -169,6 +171,24 @@ void DumpArchives::aMarkInCapitalsIsNone()
     d.small(text("A.DMP"), 0);
     QCOMPARE(d.packed(), ExportFixture::Contents());
     QCOMPARE(d.f.output.lines(), QStringList({text(noKernelDump), text(noSmallDump)}));
+}
+
+void DumpArchives::theKernelDumpIsExemptBeingReadByItsName()
+{
+    Dumps d;
+    const QString kernel = d.f.scratch.file(text("MEMORY.DMP"), "kernel");
+    d.machine.dumps.kernelDump = d.machine.dumps.kernelDumpProbe = kernel;
+    d.small(text("A.DMP"), 0);
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(kernel), "kernel"}}));
+    QCOMPARE(d.f.output.lines(), QStringList(text(noSmallDump)));
+}
+
+void DumpArchives::thePlacesAreAskedForOnce()
+{
+    Dumps d;
+    d.machine.asked.clear();
+    (void)d.packed();
+    QCOMPARE(d.machine.asked, QStringList(text("dumpPlaces")));
 }
 
 void DumpArchives::aFolderOfSuchANameCountsAsWell()

@@ -1,17 +1,12 @@
 #include "DumpPlaces.h"
 
+#include "ReadableFile.h"
 #include "linux/Sources.h"
 
 #include <QDateTime>
 #include <QDirIterator>
-#include <QFile>
 
 namespace {
-
-bool isReadable(const QString &path)
-{
-    return QFile(path).open(QIODevice::ReadOnly);
-}
 
 /// kdump's newest dump that may be read: a vmcore in a folder named by the time, or one named
 /// dump.TIME. The kernel's log beside it, "vmcore-dmesg.txt" or "dmesg.TIME", is none.

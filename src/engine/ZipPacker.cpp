@@ -37,8 +37,8 @@ bool addFolderToZip(ZipArchive &archive, const QString &current, const QString &
             continue;
         if (entry.isFile()) {
             const QString name = entry.filePath().mid(root.size() + 1);
-            qDebug() << name << current << root;
             archive.addFile(name, entry.filePath());
+            qDebug() << name << current << root;
         } else if (!entry.isSymLink()) { // a linked folder may lead back up here
             addFolderToZip(archive, entry.filePath(), root);
         }

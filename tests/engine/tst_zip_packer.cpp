@@ -20,6 +20,9 @@ private slots:
     void overwritesAZipThatIsThere();
     void removesTheFolderEvenWhenTheZipCannotBeWritten();
     void removesFilesWhoseNamesMeanSomethingToQt();
+    void removesReadOnlyFiles();
+    void saysThatTheFolderWasNotRemoved();
+    void printsAnEntryOnceItWasAdded();
     void followsNoLinkOutOfTheFolder();
     void refusesToRemoveAnEmptyPath();
     void takesAMissingFolderForRemoved();
@@ -148,6 +151,68 @@ void ZipPackerTest::removesFilesWhoseNamesMeanSomethingToQt()
     QVERIFY(zipFolder(folder, zip));
     QCOMPARE(zipEntryNames(zip), QStringList(name));
     QVERIFY(!QFileInfo::exists(folder));
+}
+
+void ZipPackerTest::removesReadOnlyFiles()
+{
+    // As copies of read-only logs are.
+    ScratchFolder scratch;
+    for (const char *name : {"in/a.log", "in/sub/b.log"})
+        QVERIFY(QFile::setPermissions(scratch.file(text(name), "x"), QFileDevice::ReadOwner));
+    const QString zip = scratch.path(text("a.zip"));
+    DebugCapture output;
+    QVERIFY(zipFolder(scratch.path(text("in")), zip));
+    QCOMPARE(zipEntryNames(zip), QStringList({text("a.log"), text("sub/b.log")}));
+    QVERIFY(!QFileInfo::exists(scratch.path(text("in"))));
+    QVERIFY(!output.contains(text("folder not removed")));
+}
+
+void ZipPackerTest::saysThatTheFolderWasNotRemoved()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("this system cannot take away the right to write");
+    ScratchFolder scratch;
+    scratch.file(text("in/locked/a.log"), "kept");
+    const QString zips = scratch.folder(text("zips"));
+    QVERIFY(QFile::setPermissions(scratch.path(), QFileDevice::Permissions(0x5555)));
+    QVERIFY(QFile::setPermissions(scratch.path(text("in")), QFileDevice::Permissions(0x5555)));
+    QVERIFY(
+        QFile::setPermissions(scratch.path(text("in/locked")), QFileDevice::Permissions(0x5555)));
+    QVERIFY(QFile::setPermissions(zips, QFileDevice::Permissions(0x7777)));
+    const QString zip = zips + text("/a.zip");
+    DebugCapture output;
+    {
+        const OrdinaryUser user;
+        QVERIFY(zipFolder(scratch.path(text("in")), zip));
+    }
+    QVERIFY(QFile::setPermissions(scratch.path(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(scratch.path(text("in")), QFileDevice::Permissions(0x7777)));
+    QVERIFY(
+        QFile::setPermissions(scratch.path(text("in/locked")), QFileDevice::Permissions(0x7777)));
+    QCOMPARE(zipContents(zip), (Contents{{text("locked/a.log"), "kept"}}));
+    QCOMPARE(scratch.read(text("in/locked/a.log")), QByteArray("kept"));
+    QCOMPARE(output.lines().last(),
+             text("folder not removed: \"%1\"").arg(scratch.path(text("in"))));
+}
+
+void ZipPackerTest::printsAnEntryOnceItWasAdded()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("this system cannot take away the right to read");
+    ScratchFolder scratch;
+    const QString locked = scratch.file(text("in/a.log"), "secret");
+    QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
+    QVERIFY(QFile::setPermissions(scratch.path(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(scratch.path(text("in")), QFileDevice::Permissions(0x7777)));
+    DebugCapture output;
+    {
+        const OrdinaryUser user;
+        QVERIFY(zipFolder(scratch.path(text("in")), scratch.path(text("a.zip"))));
+    }
+    // What befell it while it was read comes first.
+    QCOMPARE(output.lines().size(), 2);
+    QVERIFY(output.lines().first().startsWith(text("cannot read \"%1\"").arg(locked)));
+    QCOMPARE(output.lines().last(), text("\"a.log\" \"%1\" \"%1\"").arg(scratch.path(text("in"))));
 }
 
 void ZipPackerTest::followsNoLinkOutOfTheFolder()

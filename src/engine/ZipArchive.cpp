@@ -4,27 +4,18 @@
 
 #include <private/qzipwriter_p.h>
 
-#include <limits>
 #include <new>
 
 namespace {
 
-// The writer compresses into one byte array that is a little larger than the contents, and an
-// array holds less than 2 GiB: this leaves it that little.
-constexpr qint64 largestEntry = 2'146'000'000;
-
-// Without the zip64 extension, offsets have 32 bits and the number of entries has 16.
-constexpr qint64 largestArchive = std::numeric_limits<quint32>::max();
-constexpr int mostEntries = std::numeric_limits<quint16>::max();
-
-QByteArray contentsOf(const QString &path)
+QByteArray contentsOf(const QString &path, qint64 most)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qDebug() << "cannot read" << path << file.errorString();
         return {};
     }
-    if (file.size() > largestEntry) {
+    if (file.size() > most) {
         qDebug() << "too large for the zip, left empty:" << path << file.size() << "bytes";
         return {};
     }
@@ -37,8 +28,9 @@ QByteArray contentsOf(const QString &path)
 
 } // namespace
 
-ZipArchive::ZipArchive(const QString &zipPath)
-    : target(zipPath)
+ZipArchive::ZipArchive(const QString &zipPath, const ZipLimits &most)
+    : limits(most)
+    , target(zipPath)
 {
     // Unbuffered: each write shows at once whether the disk took it.
     if (target.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
@@ -57,7 +49,7 @@ void ZipArchive::addFile(const QString &entryName, const QString &filePath)
     if (writer == nullptr)
         return;
     try {
-        const QByteArray contents = contentsOf(filePath);
+        const QByteArray contents = contentsOf(filePath, limits.entryBytes);
         if (!hasRoomFor(entryName, contents.size()))
             return;
         writer->addFile(entryName, contents); // needs about as much memory again
@@ -86,8 +78,9 @@ bool ZipArchive::hasRoomFor(const QString &entryName, qint64 size) const
     // Twice the name and a generous margin stand for the headers, here and in the directory.
     const qint64 overhead = 2 * entryName.toUtf8().size() + 256;
     const qint64 directory = qint64(entries + 1) * 1024;
-    const bool fits = entries < mostEntries &&
-                      target.pos() + size + size / 1024 + overhead + directory < largestArchive;
+    const bool fits =
+        entries < limits.entries &&
+        target.pos() + size + size / 1024 + overhead + directory < limits.archiveBytes;
     if (!fits)
         qDebug() << "no room in the zip, left out:" << entryName << size << "bytes";
     return fits;

@@ -20,6 +20,9 @@ private slots:
     void opensInOtherTools_data();
     void opensInOtherTools();
     void leavesAFileOfTwoGibibytesEmptyAndSaysSo();
+    void leavesALargerFileThanItsLimitEmptyAndSaysSo();
+    void leavesOutWhatIsBeyondTheNumberOfEntries();
+    void leavesOutWhatWouldMakeItTooLarge();
     void leavesAVanishedFileEmptyAndSaysSo();
     void saysThatItCannotBeWritten();
     void leavesNoHalfZipOnAFullDisk_data();
@@ -143,6 +146,67 @@ void ZipArchiveTest::leavesAFileOfTwoGibibytesEmptyAndSaysSo()
         output.lines(),
         QStringList(QStringLiteral("too large for the zip, left empty: \"%1\" 2147483648 bytes")
                         .arg(huge)));
+}
+
+void ZipArchiveTest::leavesALargerFileThanItsLimitEmptyAndSaysSo()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    const QString larger = scratch.file(QStringLiteral("2"), noise(1001));
+    DebugCapture output;
+    ZipLimits limits;
+    limits.entryBytes = 1000;
+    ZipArchive archive(zip, limits);
+    archive.addFile(QStringLiteral("fits"), scratch.file(QStringLiteral("1"), noise(1000)));
+    archive.addFile(QStringLiteral("larger"), larger);
+    QVERIFY(archive.close());
+    QCOMPARE(zipContents(zip),
+             (QMap<QString, QByteArray>{{QStringLiteral("fits"), noise(1000)},
+                                        {QStringLiteral("larger"), QByteArray()}}));
+    QCOMPARE(
+        output.lines(),
+        QStringList(
+            QStringLiteral("too large for the zip, left empty: \"%1\" 1001 bytes").arg(larger)));
+}
+
+void ZipArchiveTest::leavesOutWhatIsBeyondTheNumberOfEntries()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    const QString file = scratch.file(QStringLiteral("1"), "one");
+    DebugCapture output;
+    ZipLimits limits;
+    limits.entries = 3;
+    ZipArchive archive(zip, limits);
+    for (const char *name : {"a", "b", "c", "d", "e"})
+        archive.addFile(QLatin1String(name), file);
+    QVERIFY(archive.close());
+    QCOMPARE(zipEntryNames(zip),
+             QStringList({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+    QCOMPARE(output.lines(),
+             QStringList({QStringLiteral("no room in the zip, left out: \"d\" 3 bytes"),
+                          QStringLiteral("no room in the zip, left out: \"e\" 3 bytes")}));
+}
+
+void ZipArchiveTest::leavesOutWhatWouldMakeItTooLarge()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    DebugCapture output;
+    ZipLimits limits;
+    limits.archiveBytes = 100'000;
+    ZipArchive archive(zip, limits);
+    archive.addFile(QStringLiteral("half"), scratch.file(QStringLiteral("1"), noise(50'000)));
+    archive.addFile(QStringLiteral("as much"), scratch.file(QStringLiteral("2"), noise(50'000)));
+    archive.addFile(QStringLiteral("little"), scratch.file(QStringLiteral("3"), noise(1000)));
+    QVERIFY(archive.close());
+    // What follows is not lost with it.
+    QCOMPARE(zipContents(zip),
+             (QMap<QString, QByteArray>{{QStringLiteral("half"), noise(50'000)},
+                                        {QStringLiteral("little"), noise(1000)}}));
+    QVERIFY(QFileInfo(zip).size() < limits.archiveBytes);
+    QCOMPARE(output.lines(),
+             QStringList(QStringLiteral("no room in the zip, left out: \"as much\" 50000 bytes")));
 }
 
 void ZipArchiveTest::leavesAVanishedFileEmptyAndSaysSo()

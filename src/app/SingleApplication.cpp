@@ -1,5 +1,7 @@
 #include "SingleApplication.h"
 
+#include "ProcessLock.h"
+
 #include <QDebug>
 #include <QLocalServer>
 #include <QLocalSocket>
@@ -28,6 +30,9 @@ SingleApplication::SingleApplication(int &argc, char **argv, const QString &uniq
     : QApplication(argc, argv)
     , _uniqueKey(uniqueKey + qAppName())
 {
+    // One copy at a time looks round and settles what it is: of two that start at once, each would
+    // take the other's attaching, which only clears, for a running copy.
+    const ProcessLock alone(_uniqueKey, patience);
     clearAbandonedSegment(_uniqueKey);
     sharedMemory.setKey(_uniqueKey);
     _isRunning = sharedMemory.attach();

@@ -1,5 +1,8 @@
 #include "SingleApplication.h"
 
+#include <QFile>
+#include <QThread>
+
 #include <cstdio>
 
 /// A program that is nothing but its guard, for the tests to start copies of.
@@ -9,6 +12,8 @@
 ///   guard_copy KEY send HEX sends that text; tells "sent" or "not sent" and ends
 ///   guard_copy KEY stay     stays, be it the first or not
 ///   guard_copy KEY poke     has receiveMessage() called although nobody connected, and ends
+///
+/// With the name of a file in GUARD_COPY_WAITS_FOR it tells "ready" and begins when there is one.
 namespace {
 
 void tell(const QByteArray &line)
@@ -23,10 +28,21 @@ QString textOf(const QByteArray &utf8)
     return QString::fromUtf8(utf8.constData(), utf8.size());
 }
 
+void awaitTheOthers()
+{
+    const QString sign = qEnvironmentVariable("GUARD_COPY_WAITS_FOR");
+    if (sign.isEmpty())
+        return;
+    tell("ready");
+    while (!QFile::exists(sign))
+        QThread::usleep(50);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    awaitTheOthers();
     const QString key = QString::fromLocal8Bit(argc > 1 ? argv[1] : "");
     const QByteArray wish = argc > 2 ? argv[2] : "";
     SingleApplication app(argc, argv, key);

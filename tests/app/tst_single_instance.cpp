@@ -11,6 +11,9 @@
 #include <QUuid>
 #include <QtTest>
 
+#include <memory>
+#include <vector>
+
 /// Real processes under a key of their own, with a folder for temporary files of their own.
 class SingleInstance : public QObject
 {
@@ -28,6 +31,8 @@ private slots:
     void startsAnewAfterTheFirstWasKilled();
     void startsAnewAfterTheTracesOfAKilledOneWereHalfCleared();
     void findsTheFirstAfterAnotherWasKilled();
+    void oneIsTheFirstOfManyThatStartAtOnce_data();
+    void oneIsTheFirstOfManyThatStartAtOnce();
     void saysWhyTheFirstCannotBeReached();
     void carriesOnWhereNoGuardCanBeMade();
     void survivesACallWithoutAConnection();
@@ -216,6 +221,48 @@ void SingleInstance::findsTheFirstAfterAnotherWasKilled()
     Member next(family, sending("still there"));
     QVERIFY(next.tells("sent"));
     QVERIFY(first.tells("message " + QByteArray("still there").toHex()));
+}
+
+void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce_data()
+{
+    QTest::addColumn<bool>("killed");
+    QTest::newRow("after one was killed") << true;
+    QTest::newRow("after none") << false;
+}
+
+void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce()
+{
+    QFETCH(bool, killed);
+    const int rounds = 12;
+    const int copies = 4;
+    for (int round = 0; round < rounds; ++round) {
+        Family family;
+        if (killed) {
+            Member before(family);
+            QVERIFY(before.tells("first"));
+            before.kill();
+        }
+        const QString sign = family.folder.path(QStringLiteral("begin"));
+        auto surroundings = family.surroundings();
+        surroundings.insert(QStringLiteral("GUARD_COPY_WAITS_FOR"), sign);
+        std::vector<std::unique_ptr<Copy>> started;
+        for (int i = 0; i < copies; ++i) {
+            started.push_back(
+                std::make_unique<Copy>(program, QStringList(family.key), surroundings));
+            QVERIFY(started.back()->tells("ready"));
+        }
+        family.folder.file(QStringLiteral("begin"));
+        int firsts = 0;
+        for (const auto &copy : started) {
+            QVERIFY(QTest::qWaitFor([&] { return copy->output().size() > 1; }, 20000));
+            QVERIFY(copy->output().size() == 2);
+            firsts += copy->output().last() == "first" ? 1 : 0;
+            QCOMPARE(copy->errors(), QByteArrayList());
+        }
+        QVERIFY2(firsts == 1, qPrintable(QStringLiteral("%1 in round %2").arg(firsts).arg(round)));
+        Member late(family, sending("reached"));
+        QVERIFY(late.tells("sent"));
+    }
 }
 
 void SingleInstance::saysWhyTheFirstCannotBeReached()

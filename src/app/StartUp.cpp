@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QFont>
 
+#include <utility>
+
 namespace {
 
 constexpr const char *glIntegration = "QT_XCB_GL_INTEGRATION"; // read by Qt's X11 platform alone
@@ -23,7 +25,7 @@ void prepareStart()
 
 void settleStart()
 {
-    if (glIntegrationIsOurs)
+    if (std::exchange(glIntegrationIsOurs, false))
         qunsetenv(glIntegration);
 }
 

@@ -1,0 +1,201 @@
+#include "ZipTools.h"
+
+#include "Machine.h"
+#include "ZipContents.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QVector>
+
+#include <array>
+#include <memory>
+
+namespace {
+
+constexpr int patience = 120'000; // milliseconds, for a tool on a busy machine
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// An entry as a tool lists it.
+struct Entry
+{
+    QString name;
+    quint32 checksum = 0;
+
+    bool operator==(const Entry &other) const
+    {
+        return name == other.name && checksum == other.checksum;
+    }
+};
+
+/// The zip's checksum of @p bytes, bit by bit from its definition.
+quint32 checksumOf(const QByteArray &bytes)
+{
+    static const QVector<quint32> table = [] {
+        QVector<quint32> made;
+        for (quint32 i = 0; i < 256; ++i) {
+            quint32 value = i;
+            for (int bit = 0; bit < 8; ++bit)
+                value = (value >> 1) ^ ((value & 1) != 0 ? 0xedb88320U : 0);
+            made.append(value);
+        }
+        return made;
+    }();
+    quint32 sum = 0xffffffff;
+    for (const char byte : bytes)
+        sum = (sum >> 8) ^ table.at(int((sum ^ quint8(byte)) & 0xff));
+    return ~sum;
+}
+
+/// The names of files outside begin with a slash, which some tools leave out.
+QString relative(const QString &name)
+{
+    return name.startsWith(QLatin1Char('/')) ? name.mid(1) : name;
+}
+
+/// A tool at work; several work at the same time.
+class Tool
+{
+public:
+    Tool(const char *program, const QStringList &arguments)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(text("LC_ALL"), text("C.UTF-8")); // for names beyond ASCII
+        environment.remove(text("LD_PRELOAD"));
+        process.setProcessEnvironment(environment);
+        process.start(text(program), arguments);
+    }
+
+    /// Waits for its end; false: it never started or did not end well.
+    bool succeeds(int acceptable = 0)
+    {
+        const bool ended = process.state() == QProcess::NotRunning
+                               ? process.error() != QProcess::FailedToStart
+                               : process.waitForFinished(patience);
+        output += process.readAllStandardOutput();
+        errors += process.readAllStandardError();
+        return ended && process.exitStatus() == QProcess::NormalExit &&
+               (process.exitCode() == 0 || process.exitCode() == acceptable);
+    }
+
+    [[nodiscard]] QString complaint(const char *what)
+    {
+        return text(what) + text(": ") + QString::fromUtf8(errors) +
+               QString::fromUtf8(output).right(1000) + process.errorString();
+    }
+
+    QByteArray output;
+    QByteArray errors;
+
+private:
+    QProcess process;
+};
+
+struct Archive
+{
+    explicit Archive(const QString &zip)
+        : path(zip)
+    {
+        const QMap<QString, QByteArray> contents = zipContents(path);
+        for (const QString &name : zipEntryNames(path)) {
+            entries.append({relative(name), checksumOf(contents.value(name))});
+            all += contents.value(name);
+        }
+    }
+
+    QString path;
+    QVector<Entry> entries;
+    QByteArray all; ///< the contents one behind the other
+};
+
+QVector<Entry> listedByUnzip(const Tool &tool)
+{
+    static const QRegularExpression line(
+        text(R"(^ *\d+ +\S+ +\d+ +-?\d+% +\S+ +\S+ +([0-9a-f]{8}) +(.+)$)"));
+    QVector<Entry> entries;
+    for (const QString &row : QString::fromUtf8(tool.output).split(QLatin1Char('\n'))) {
+        const auto match = line.match(row);
+        if (match.hasMatch())
+            entries.append({relative(match.captured(2)), match.captured(1).toUInt(nullptr, 16)});
+    }
+    return entries;
+}
+
+QVector<Entry> listedBy7z(const Tool &tool)
+{
+    QVector<Entry> entries;
+    for (const QString &row : QString::fromUtf8(tool.output).split(QLatin1Char('\n'))) {
+        if (row.startsWith(text("Path = ")))
+            entries.append({relative(row.mid(7)), 0});
+        else if (row.startsWith(text("CRC = ")) && !entries.isEmpty())
+            entries.last().checksum = row.mid(6).toUInt(nullptr, 16); // none for an empty file
+    }
+    return entries;
+}
+
+QVector<Entry> listedByPython(const Tool &tool)
+{
+    QVector<Entry> entries;
+    for (const QString &row : QString::fromUtf8(tool.errors).split(QLatin1Char('\n'))) {
+        if (row.size() > 9)
+            entries.append({relative(row.mid(9)), row.left(8).toUInt(nullptr, 16)});
+    }
+    return entries;
+}
+
+/// Lists on the error output and unpacks to the other.
+const char *const pythonProgram = "import sys, zipfile\n"
+                                  "z = zipfile.ZipFile(sys.argv[1])\n"
+                                  "assert z.testzip() is None\n"
+                                  "for i in z.infolist():\n"
+                                  "    sys.stdout.buffer.write(z.read(i))\n"
+                                  "    print('%08x %s' % (i.CRC, i.filename), file=sys.stderr)\n";
+
+} // namespace
+
+QString zipToolsComplaint(const QString &path)
+{
+    if (onWindows())
+        return {};
+    const Archive archive(path);
+    const int emptyZip = archive.entries.isEmpty() ? 1 : 0; // unzip warns of one
+    struct Check
+    {
+        const char *name;
+        std::unique_ptr<Tool> tool;
+        int acceptable;
+        bool unpacks;
+        QVector<Entry> (*listed)(const Tool &);
+    };
+    const auto start = [&](const char *program, QStringList arguments) {
+        return std::make_unique<Tool>(program, arguments << path);
+    };
+    std::array<Check, 6> checks{{
+        {"unzip tests", start("unzip", {text("-tqq")}), emptyZip, false, nullptr},
+        {"unzip lists", start("unzip", {text("-v")}), emptyZip, false, listedByUnzip},
+        {"unzip unpacks", start("unzip", {text("-p")}), emptyZip, true, nullptr},
+        {"7z lists", start("7z", {text("l"), text("-slt"), text("-ba")}), 0, false, listedBy7z},
+        {"7z tests and unpacks", start("7z", {text("x"), text("-so")}), 0, true, nullptr},
+        {"python", start("python3", {text("-c"), text(pythonProgram)}), 0, true, listedByPython},
+    }};
+    QString complaint;
+    for (Check &check : checks) {
+        const bool right =
+            check.tool->succeeds(check.acceptable) &&
+            (check.listed == nullptr || check.listed(*check.tool) == archive.entries) &&
+            (!check.unpacks || check.tool->output == archive.all);
+        if (!right && complaint.isEmpty())
+            complaint = check.tool->complaint(check.name);
+    }
+    return complaint;
+}
+
+QMap<QString, QByteArray> verifiedZipContents(const QString &path)
+{
+    const QString complaint = zipToolsComplaint(path);
+    return complaint.isEmpty() ? zipContents(path)
+                               : QMap<QString, QByteArray>{{complaint, QByteArray()}};
+}

@@ -1,0 +1,106 @@
+#include "ScratchFolder.h"
+#include "ZipTools.h"
+
+#include <QtTest>
+
+#include <private/qzipwriter_p.h>
+
+/// The checks of zips are checked: a good one passes, and a bad one does not.
+class ZipToolsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void agreeOnAGoodZip();
+    void agreeOnAZipWithoutEntries();
+    void complainOfAByteThatChanged_data();
+    void complainOfAByteThatChanged();
+    void complainOfHalfAZip();
+    void complainOfWhatIsNoZip();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+QString goodZip(ScratchFolder &scratch)
+{
+    const QString path = scratch.path(text("good zip.zip"));
+    QZipWriter writer(path);
+    writer.addFile(text("SDKLOG/日志 1.log"), QByteArray(10000, 'x'));
+    writer.addFile(text("empty"), QByteArray());
+    writer.addFile(text("100% sure.txt"), QByteArray("line\r\n\0\xff", 8));
+    writer.addFile(text("/outside/dump.dmp"), "dump");
+    return path;
+}
+
+} // namespace
+
+void ZipToolsTest::agreeOnAGoodZip()
+{
+    ScratchFolder scratch;
+    QCOMPARE(verifiedZipContents(goodZip(scratch)),
+             (QMap<QString, QByteArray>{{text("SDKLOG/日志 1.log"), QByteArray(10000, 'x')},
+                                        {text("empty"), QByteArray()},
+                                        {text("100% sure.txt"), QByteArray("line\r\n\0\xff", 8)},
+                                        {text("outside/dump.dmp"), "dump"}}));
+}
+
+void ZipToolsTest::agreeOnAZipWithoutEntries()
+{
+    ScratchFolder scratch;
+    const QString path = scratch.path(text("a.zip"));
+    QZipWriter(path).close();
+    QCOMPARE(zipToolsComplaint(path), QString());
+}
+
+void ZipToolsTest::complainOfAByteThatChanged_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    // The directory, at the zip's end, says the one; the header before the contents the other.
+    QTest::newRow("contents") << QByteArray("dump") << QByteArray("Dump");
+    QTest::newRow("name") << QByteArray("empty") << QByteArray("Empty");
+}
+
+void ZipToolsTest::complainOfAByteThatChanged()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    ScratchFolder scratch;
+    const QString path = scratch.path(text("a.zip"));
+    {
+        QZipWriter writer(path);
+        writer.setCompressionPolicy(QZipWriter::NeverCompress);
+        writer.addFile(text("empty"), QByteArray());
+        writer.addFile(text("last"), "dump");
+    }
+    QCOMPARE(zipToolsComplaint(path), QString());
+    QByteArray bytes = scratch.read(text("a.zip"));
+    const int place = bytes.indexOf(before);
+    QVERIFY(place > 0);
+    scratch.file(text("a.zip"), bytes.replace(place, before.size(), after));
+    QVERIFY(!zipToolsComplaint(path).isEmpty());
+}
+
+void ZipToolsTest::complainOfHalfAZip()
+{
+    ScratchFolder scratch;
+    goodZip(scratch);
+    const QByteArray bytes = scratch.read(text("good zip.zip"));
+    for (const int size : {bytes.size() - 1, bytes.size() / 2, 10, 0})
+        QVERIFY(!zipToolsComplaint(scratch.file(text("half.zip"), bytes.left(size))).isEmpty());
+}
+
+void ZipToolsTest::complainOfWhatIsNoZip()
+{
+    ScratchFolder scratch;
+    QVERIFY(!zipToolsComplaint(scratch.file(text("a.zip"), "text")).isEmpty());
+    QVERIFY(!zipToolsComplaint(scratch.path(text("missing.zip"))).isEmpty());
+}
+
+QTEST_GUILESS_MAIN(ZipToolsTest)
+#include "tst_zip_tools.moc"

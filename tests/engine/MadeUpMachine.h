@@ -14,6 +14,7 @@ struct MadeUpMachine
     std::optional<MemoryStatus> memory = MemoryStatus{};
     MemoryModuleList modules;
     DumpPlaces dumps;
+    QByteArray filling;          ///< behind the events of each channel
     QString refusedChannel;      ///< cannot be exported
     QStringList exportedTargets; ///< of the channels, in the order of the asking
     QStringList asked;           ///< names of the questions, in the order of the asking
@@ -36,7 +37,7 @@ struct MadeUpMachine
                 return false;
             QFile file(target);
             return file.open(QIODevice::WriteOnly) &&
-                   file.write("events of " + channel.toUtf8()) > 0;
+                   file.write("events of " + channel.toUtf8() + filling) > 0;
         };
         return result;
     }

@@ -1,5 +1,4 @@
-#include "ExportFixture.h"
-#include "MadeUpMachine.h"
+#include "FullJob.h"
 
 #include <functional>
 #include <new>
@@ -28,110 +27,19 @@ QString text(const char *utf8)
     return QString::fromUtf8(utf8);
 }
 
-struct Job
-{
-    Job()
-    {
-        machine.memory = MemoryStatus{50, quint64(8) << 30, quint64(4) << 30};
-        machine.modules.modules = {{"PART", 8388608, 3200}};
-        NetworkAdapter adapter;
-        adapter.name = text("eth0");
-        adapter.hardwareAddress = QByteArray::fromHex("020304050607");
-        adapter.mtu = 1500;
-        machine.adapters.adapters = {adapter};
-        kernelDump = f.scratch.file(text("Memory.dmp"), "kernel");
-        smallDump = f.scratch.file(text("Minidumps/a.dmp"), "small");
-        machine.dumps = {kernelDump, kernelDump, f.scratch.path(text("Minidumps/")), text(".dmp"),
-                         false};
-        f.log(text("client.dmp"), "client");
-        whole = {{text("ApplicationEvents.evtx"), "events of Application"},
-                 {text("ClientDump.zip/client.dmp"), "client"},
-                 {text("NICInfo.txt"), "Adapter: eth0\nMAC: 02-03-04-05-06-07\nMTU: 1500 bytes\n"
-                                       "TransmitLinkSpeed: 0 Mbps\nReceiveLinkSpeed: 0 Mbps\n"
-                                       "Status: Inactive\n\n"},
-                 {text("SDKLOG/a.log"), "line\n"},
-                 {text("SystemDmp.zip/") + inside(kernelDump), "kernel"},
-                 {text("SystemDmp.zip/") + inside(smallDump), "small"},
-                 {text("SystemEvents.evtx"), "events of System"},
-                 {text("SystemInfo.txt"),
-                  "Memory Load: 50%\nTotal Physical Memory: 8192 MB\n"
-                  "Available Physical Memory: 4096 MB\n"
-                  "PartNumber: PART\nCapacity: 8388608 Kb\nSpeed: 3200 MHz\n"}};
-        CConfiguration &hub = *CConfiguration::instance();
-        for (std::atomic<bool> *flag : {&hub.systemLog, &hub.sdkLog, &hub.nicInfo, &hub.systemInfo,
-                                        &hub.systemDump, &hub.clientDump})
-            *flag = true;
-    }
-
-    /// The name of a file in a dump archive as the reader lists it.
-    static QString inside(const QString &path)
-    {
-        return path.startsWith(QLatin1Char('/')) ? path.mid(1) : path;
-    }
-
-    void drop(const QString &prefix)
-    {
-        for (const QString &name : whole.keys()) {
-            if (name.startsWith(prefix))
-                whole.remove(name);
-        }
-    }
-
-    bool run()
-    {
-        f.choose({f.log(text("a.log"))});
-        f.worker.enqueueExport(f.zip());
-        return f.answers();
-    }
-
-    /// What was packed, the dump archives by their contents.
-    Contents packed()
-    {
-        Contents contents = zipContents(f.zip());
-        for (const QString &archive : {text("ClientDump.zip"), text("SystemDmp.zip")}) {
-            if (!contents.contains(archive))
-                continue;
-            const Contents inner =
-                zipContents(f.scratch.file(text("inner.zip"), contents.take(archive)));
-            for (auto entry = inner.begin(); entry != inner.end(); ++entry)
-                contents.insert(archive + QLatin1Char('/') + entry.key(), entry.value());
-        }
-        return contents;
-    }
-
-    /// What is printed when the items print @p byItems: the copy of the log before that, each file
-    /// that is packed after it.
-    QStringList printed(const QStringList &byItems)
-    {
-        QStringList lines = QStringList(text("true")) + byItems;
-        for (const QString &name : zipEntryNames(f.zip())) {
-            const QString folder =
-                name.startsWith(text("SDKLOG/")) ? f.staging() + text("/SDKLOG") : f.staging();
-            lines.append(text("\"%1\" \"%2\" \"%3\"").arg(name, folder, f.staging()));
-        }
-        return lines;
-    }
-
-    MadeUpMachine machine;
-    ExportFixture f{machine.questions()};
-    QString kernelDump;
-    QString smallDump;
-    Contents whole; ///< what the zip is to hold
-};
-
 struct Fault
 {
     const char *name;
-    std::function<void(Job &)> make; ///< also takes away from the whole what it costs
-    QStringList printed;             ///< by the items
+    std::function<void(FullJob &)> make; ///< also takes away from the whole what it costs
+    QStringList printed;                 ///< by the items
 };
 
 const char *const noKernelDump = "蓝屏日志文件Memory.dmp不存在";
 const char *const noSmallDump = "蓝屏日志文件Minidumps不存在";
 
-std::function<void(Job &)> failingModules(MemoryModuleList::Query query)
+std::function<void(FullJob &)> failingModules(MemoryModuleList::Query query)
 {
-    return [query](Job &job) {
+    return [query](FullJob &job) {
         job.machine.modules = {query, {}};
         QByteArray &report = job.whole[text("SystemInfo.txt")];
         report.truncate(report.indexOf("PartNumber"));
@@ -139,7 +47,7 @@ std::function<void(Job &)> failingModules(MemoryModuleList::Query query)
 }
 
 template <typename Problem>
-void throwAt(Job &job, const char *question)
+void throwAt(FullJob &job, const char *question)
 {
     job.machine.ask = [question](const QString &asked) {
         if (asked == QLatin1String(question))
@@ -159,20 +67,20 @@ QVector<Fault> eventLogFaults()
 {
     return {
         {"Application refused",
-         [](Job &job) {
+         [](FullJob &job) {
              job.machine.refusedChannel = text("Application");
              job.drop(text("ApplicationEvents"));
              job.drop(text("SystemEvents"));
          },
          {text("saveEventLog failed!")}},
         {"System refused",
-         [](Job &job) {
+         [](FullJob &job) {
              job.machine.refusedChannel = text("System");
              job.drop(text("SystemEvents"));
          },
          {text("saveEventLog failed!")}},
         {"event log throws",
-         [](Job &job) {
+         [](FullJob &job) {
              throwAt<Broken>(job, "Application");
              job.drop(text("ApplicationEvents"));
              job.drop(text("SystemEvents"));
@@ -186,19 +94,19 @@ QVector<Fault> systemInfoFaults()
     using Query = MemoryModuleList::Query;
     return {
         {"no memory status",
-         [](Job &job) {
+         [](FullJob &job) {
              job.machine.memory = {};
              job.whole[text("SystemInfo.txt")].clear();
          },
          {text("Failed to get memory status."), text("saveSysInfo failed!")}},
         {"memory throws",
-         [](Job &job) {
+         [](FullJob &job) {
              throwAt<std::bad_alloc>(job, "memory");
              job.whole[text("SystemInfo.txt")].clear();
          },
          {text("item given up: std::bad_alloc"), text("saveSysInfo failed!")}},
         {"memory throws something of its own",
-         [](Job &job) {
+         [](FullJob &job) {
              throwAt<int>(job, "memory");
              job.whole[text("SystemInfo.txt")].clear();
          },
@@ -215,14 +123,14 @@ QVector<Fault> adapterFaults()
 {
     return {
         {"adapter query",
-         [](Job &job) {
+         [](FullJob &job) {
              job.machine.adapters.error = 1450;
              job.whole[text("NICInfo.txt")] =
                  "Call to GetAdaptersAddresses failed with error code: 1450\n";
          },
          {}},
         {"adapters throw",
-         [](Job &job) {
+         [](FullJob &job) {
              throwAt<Broken>(job, "adapters");
              job.whole[text("NICInfo.txt")].clear();
          },
@@ -234,26 +142,26 @@ QVector<Fault> dumpFaults()
 {
     return {
         {"no kernel dump",
-         [](Job &job) {
+         [](FullJob &job) {
              QFile::remove(job.kernelDump);
-             job.drop(text("SystemDmp.zip/") + Job::inside(job.kernelDump));
+             job.drop(text("SystemDmp.zip/") + FullJob::inside(job.kernelDump));
          },
          {text(noKernelDump)}},
         {"no small dump",
-         [](Job &job) {
+         [](FullJob &job) {
              QFile::remove(job.smallDump);
-             job.drop(text("SystemDmp.zip/") + Job::inside(job.smallDump));
+             job.drop(text("SystemDmp.zip/") + FullJob::inside(job.smallDump));
          },
          {text(noSmallDump)}},
         {"system dumps throw",
-         [](Job &job) {
+         [](FullJob &job) {
              throwAt<Broken>(job, "dumpPlaces");
              job.drop(text("SystemDmp.zip"));
          },
          {text("item given up: broken"),
           text("saveEventLog failed!")}}, // not a slip: see the worker
         {"no client dump",
-         [](Job &job) {
+         [](FullJob &job) {
              QFile::remove(job.f.base() + text("QZviewer/client.dmp"));
              job.drop(text("ClientDump.zip"));
          },
@@ -263,7 +171,7 @@ QVector<Fault> dumpFaults()
 
 QVector<Fault> faults()
 {
-    return QVector<Fault>{{"none", [](Job &) {}, {}}} + eventLogFaults() + systemInfoFaults() +
+    return QVector<Fault>{{"none", [](FullJob &) {}, {}}} + eventLogFaults() + systemInfoFaults() +
            adapterFaults() + dumpFaults();
 }
 
@@ -271,7 +179,7 @@ QVector<Fault> faults()
 
 void AllItems::areAskedForInTheirOrder()
 {
-    Job job;
+    FullJob job;
     QVERIFY(job.run());
     job.machine.asked.removeDuplicates();
     QCOMPARE(job.machine.asked,
@@ -295,7 +203,7 @@ void AllItems::oneFaultTakesNothingElseAway()
 {
     QFETCH(int, index);
     const Fault fault = faults().at(index);
-    Job job;
+    FullJob job;
     fault.make(job);
     QVERIFY(job.run());
     QCOMPARE(job.f.output.lines(), job.printed(fault.printed));
@@ -305,7 +213,7 @@ void AllItems::oneFaultTakesNothingElseAway()
 
 void AllItems::everyFaultAtOnceStillMakesAZip()
 {
-    Job job;
+    FullJob job;
     job.machine.refusedChannel = text("Application");
     job.machine.memory = {};
     job.machine.adapters.error = 1;
@@ -324,7 +232,7 @@ void AllItems::everyFaultAtOnceStillMakesAZip()
 
 void AllItems::theNextExportAfterAFaultIsWhole()
 {
-    Job job;
+    FullJob job;
     job.machine.ask = [](const QString &) { throw Broken(); };
     QVERIFY(job.run());
     QCOMPARE(job.f.output.take().filter(text("item given up: broken")).size(), 4);

@@ -1,5 +1,6 @@
 #include "DebugCapture.h"
 #include "Faults.h"
+#include "Noise.h"
 #include "ScratchFolder.h"
 #include "ZipArchive.h"
 #include "ZipContents.h"
@@ -29,22 +30,6 @@ private slots:
     void leavesNoHalfZipOnAFullDisk();
     void closesOnlyOnce();
 };
-
-namespace {
-
-/// Bytes that do not get smaller when compressed; always the same.
-QByteArray noise(int size)
-{
-    QByteArray bytes(size, Qt::Uninitialized);
-    quint32 state = 1;
-    for (char &byte : bytes) {
-        state = state * 1664525U + 1013904223U;
-        byte = char(state >> 24);
-    }
-    return bytes;
-}
-
-} // namespace
 
 void ZipArchiveTest::holdsWhatWasAdded()
 {

@@ -3,6 +3,7 @@
 #include "Machine.h"
 #include "ZipContents.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QVector>
@@ -70,15 +71,14 @@ public:
     }
 
     /// Waits for its end; false: it never started or did not end well.
-    bool succeeds(int acceptable = 0)
+    bool succeeds()
     {
         const bool ended = process.state() == QProcess::NotRunning
                                ? process.error() != QProcess::FailedToStart
                                : process.waitForFinished(patience);
         output += process.readAllStandardOutput();
         errors += process.readAllStandardError();
-        return ended && process.exitStatus() == QProcess::NormalExit &&
-               (process.exitCode() == 0 || process.exitCode() == acceptable);
+        return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     }
 
     [[nodiscard]] QString complaint(const char *what)
@@ -94,21 +94,22 @@ private:
     QProcess process;
 };
 
-struct Archive
+/// What the tools have to tell of several zips, one behind the other.
+struct Expected
 {
-    explicit Archive(const QString &zip)
-        : path(zip)
+    explicit Expected(const QStringList &paths)
     {
-        const QMap<QString, QByteArray> contents = zipContents(path);
-        for (const QString &name : zipEntryNames(path)) {
-            entries.append({relative(name), checksumOf(contents.value(name))});
-            all += contents.value(name);
+        for (const QString &path : paths) {
+            const QMap<QString, QByteArray> contents = zipContents(path);
+            for (const QString &name : zipEntryNames(path)) {
+                entries.append({relative(name), checksumOf(contents.value(name))});
+                unpacked += contents.value(name);
+            }
         }
     }
 
-    QString path;
     QVector<Entry> entries;
-    QByteArray all; ///< the contents one behind the other
+    QByteArray unpacked;
 };
 
 QVector<Entry> listedByUnzip(const Tool &tool)
@@ -147,46 +148,60 @@ QVector<Entry> listedByPython(const Tool &tool)
 }
 
 /// Lists on the error output and unpacks to the other.
-const char *const pythonProgram = "import sys, zipfile\n"
-                                  "z = zipfile.ZipFile(sys.argv[1])\n"
-                                  "assert z.testzip() is None\n"
-                                  "for i in z.infolist():\n"
-                                  "    sys.stdout.buffer.write(z.read(i))\n"
-                                  "    print('%08x %s' % (i.CRC, i.filename), file=sys.stderr)\n";
+const char *const pythonProgram =
+    "import sys, zipfile\n"
+    "for path in sys.argv[1:]:\n"
+    "    z = zipfile.ZipFile(path)\n"
+    "    assert z.testzip() is None\n"
+    "    for i in z.infolist():\n"
+    "        sys.stdout.buffer.write(z.read(i))\n"
+    "        print('%08x %s' % (i.CRC, i.filename), file=sys.stderr)\n";
+
+/// Runs a tool that takes one zip for each. Unzip ends with 1 for a zip without entries, which has
+/// 22 bytes.
+const char *const eachZip =
+    "tool=$1; shift; for zip; do $tool \"$zip\" || { code=$?;"
+    " [ $code = 1 ] && [ \"$(stat -c %s \"$zip\")\" = 22 ] || exit $code; }; done";
+
+std::unique_ptr<Tool> forEach(const char *command, const QStringList &paths)
+{
+    return std::make_unique<Tool>(
+        "sh", QStringList{text("-c"), text(eachZip), text("sh"), text(command)} + paths);
+}
+
+std::unique_ptr<Tool> python(const QStringList &paths)
+{
+    return std::make_unique<Tool>("python3", QStringList{text("-c"), text(pythonProgram)} + paths);
+}
 
 } // namespace
 
-QString zipToolsComplaint(const QString &path)
+QString zipToolsComplaint(const QStringList &paths)
 {
     if (onWindows())
         return {};
-    const Archive archive(path);
-    const int emptyZip = archive.entries.isEmpty() ? 1 : 0; // unzip warns of one
     struct Check
     {
         const char *name;
         std::unique_ptr<Tool> tool;
-        int acceptable;
         bool unpacks;
         QVector<Entry> (*listed)(const Tool &);
     };
-    const auto start = [&](const char *program, QStringList arguments) {
-        return std::make_unique<Tool>(program, arguments << path);
-    };
     std::array<Check, 6> checks{{
-        {"unzip tests", start("unzip", {text("-tqq")}), emptyZip, false, nullptr},
-        {"unzip lists", start("unzip", {text("-v")}), emptyZip, false, listedByUnzip},
-        {"unzip unpacks", start("unzip", {text("-p")}), emptyZip, true, nullptr},
-        {"7z lists", start("7z", {text("l"), text("-slt"), text("-ba")}), 0, false, listedBy7z},
-        {"7z tests and unpacks", start("7z", {text("x"), text("-so")}), 0, true, nullptr},
-        {"python", start("python3", {text("-c"), text(pythonProgram)}), 0, true, listedByPython},
+        {"unzip tests", forEach("unzip -tqq", paths), false, nullptr},
+        {"unzip lists", forEach("unzip -v", paths), false, listedByUnzip},
+        {"unzip unpacks", forEach("unzip -p", paths), true, nullptr},
+        {"7z lists", forEach("7z l -slt -ba", paths), false, listedBy7z},
+        {"7z tests and unpacks", forEach("7z x -so", paths), true, nullptr},
+        {"python", python(paths), true, listedByPython},
     }};
+    const Expected expected(paths); // while the tools work
     QString complaint;
     for (Check &check : checks) {
         const bool right =
-            check.tool->succeeds(check.acceptable) &&
-            (check.listed == nullptr || check.listed(*check.tool) == archive.entries) &&
-            (!check.unpacks || check.tool->output == archive.all);
+            check.tool->succeeds() &&
+            (check.listed == nullptr || check.listed(*check.tool) == expected.entries) &&
+            (!check.unpacks || check.tool->output == expected.unpacked);
         if (!right && complaint.isEmpty())
             complaint = check.tool->complaint(check.name);
     }
@@ -195,7 +210,17 @@ QString zipToolsComplaint(const QString &path)
 
 QMap<QString, QByteArray> verifiedZipContents(const QString &path)
 {
-    const QString complaint = zipToolsComplaint(path);
+    const QString complaint = zipToolsComplaint({path});
     return complaint.isEmpty() ? zipContents(path)
                                : QMap<QString, QByteArray>{{complaint, QByteArray()}};
+}
+
+void KeptZips::keep(const QString &path)
+{
+    if (!QFile::exists(path))
+        return;
+    const QString copy = folder.path(QString::number(paths.size()) + text(".zip"));
+    if (!QFile::copy(path, copy))
+        qFatal("cannot keep %s", qPrintable(path));
+    paths.append(copy);
 }

@@ -17,6 +17,7 @@ private slots:
     void complainOfAByteThatChanged();
     void complainOfHalfAZip();
     void complainOfWhatIsNoZip();
+    void lookAtAllThatWereKept();
 };
 
 namespace {
@@ -54,7 +55,7 @@ void ZipToolsTest::agreeOnAZipWithoutEntries()
     ScratchFolder scratch;
     const QString path = scratch.path(text("a.zip"));
     QZipWriter(path).close();
-    QCOMPARE(zipToolsComplaint(path), QString());
+    QCOMPARE(zipToolsComplaint({path}), QString());
 }
 
 void ZipToolsTest::complainOfAByteThatChanged_data()
@@ -78,12 +79,12 @@ void ZipToolsTest::complainOfAByteThatChanged()
         writer.addFile(text("empty"), QByteArray());
         writer.addFile(text("last"), "dump");
     }
-    QCOMPARE(zipToolsComplaint(path), QString());
+    QCOMPARE(zipToolsComplaint({path}), QString());
     QByteArray bytes = scratch.read(text("a.zip"));
     const int place = bytes.indexOf(before);
     QVERIFY(place > 0);
     scratch.file(text("a.zip"), bytes.replace(place, before.size(), after));
-    QVERIFY(!zipToolsComplaint(path).isEmpty());
+    QVERIFY(!zipToolsComplaint({path}).isEmpty());
 }
 
 void ZipToolsTest::complainOfHalfAZip()
@@ -92,14 +93,34 @@ void ZipToolsTest::complainOfHalfAZip()
     goodZip(scratch);
     const QByteArray bytes = scratch.read(text("good zip.zip"));
     for (const int size : {bytes.size() - 1, bytes.size() / 2, 10, 0})
-        QVERIFY(!zipToolsComplaint(scratch.file(text("half.zip"), bytes.left(size))).isEmpty());
+        QVERIFY(!zipToolsComplaint({scratch.file(text("half.zip"), bytes.left(size))}).isEmpty());
 }
 
 void ZipToolsTest::complainOfWhatIsNoZip()
 {
     ScratchFolder scratch;
-    QVERIFY(!zipToolsComplaint(scratch.file(text("a.zip"), "text")).isEmpty());
-    QVERIFY(!zipToolsComplaint(scratch.path(text("missing.zip"))).isEmpty());
+    QVERIFY(!zipToolsComplaint({scratch.file(text("a.zip"), "text")}).isEmpty());
+    QVERIFY(!zipToolsComplaint({scratch.path(text("missing.zip"))}).isEmpty());
+}
+
+void ZipToolsTest::lookAtAllThatWereKept()
+{
+    ScratchFolder scratch;
+    const QString path = goodZip(scratch);
+    const QString empty = scratch.path(text("empty.zip"));
+    QZipWriter(empty).close();
+    KeptZips kept;
+    kept.keep(scratch.path(text("missing.zip")));
+    QCOMPARE(kept.count(), 0);
+    for (const QString &zip : {path, empty, path})
+        kept.keep(zip);
+    QCOMPARE(kept.count(), 3);
+    QCOMPARE(kept.complaint(), QString());
+    QFile file(path);
+    QVERIFY(file.resize(file.size() - 1));
+    kept.keep(path);
+    kept.keep(empty);
+    QVERIFY(!kept.complaint().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(ZipToolsTest)

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "ExportFixture.h"
+#include "MadeUpMachine.h"
+#include "ZipTools.h"
+
+/// A worker on a made-up machine with every item chosen, and what its zip has to hold.
+struct FullJob
+{
+    using Contents = ExportFixture::Contents;
+
+    /// @p filling is behind the contents of every file, which makes a job of any size.
+    explicit FullJob(const QByteArray &filling = {})
+    {
+        const auto text = [](const char *utf8) { return QString::fromUtf8(utf8); };
+        machine.filling = filling;
+        machine.memory = MemoryStatus{50, quint64(8) << 30, quint64(4) << 30};
+        machine.modules.modules = {{"PART", 8388608, 3200}};
+        NetworkAdapter adapter;
+        adapter.name = text("eth0");
+        adapter.hardwareAddress = QByteArray::fromHex("020304050607");
+        adapter.mtu = 1500;
+        machine.adapters.adapters = {adapter};
+        kernelDump = f.scratch.file(text("Memory.dmp"), "kernel" + filling);
+        smallDump = f.scratch.file(text("Minidumps/a.dmp"), "small" + filling);
+        machine.dumps = {kernelDump, kernelDump, f.scratch.path(text("Minidumps/")), text(".dmp"),
+                         false};
+        f.log(text("client.dmp"), "client" + filling);
+        log = f.log(text("a.log"), "line\n" + filling);
+        whole = {{text("ApplicationEvents.evtx"), "events of Application" + filling},
+                 {text("ClientDump.zip/client.dmp"), "client" + filling},
+                 {text("NICInfo.txt"), "Adapter: eth0\nMAC: 02-03-04-05-06-07\nMTU: 1500 bytes\n"
+                                       "TransmitLinkSpeed: 0 Mbps\nReceiveLinkSpeed: 0 Mbps\n"
+                                       "Status: Inactive\n\n"},
+                 {text("SDKLOG/a.log"), "line\n" + filling},
+                 {text("SystemDmp.zip/") + inside(kernelDump), "kernel" + filling},
+                 {text("SystemDmp.zip/") + inside(smallDump), "small" + filling},
+                 {text("SystemEvents.evtx"), "events of System" + filling},
+                 {text("SystemInfo.txt"),
+                  "Memory Load: 50%\nTotal Physical Memory: 8192 MB\n"
+                  "Available Physical Memory: 4096 MB\n"
+                  "PartNumber: PART\nCapacity: 8388608 Kb\nSpeed: 3200 MHz\n"}};
+        chooseEveryItem();
+    }
+
+    static void chooseEveryItem()
+    {
+        CConfiguration &hub = *CConfiguration::instance();
+        for (std::atomic<bool> *flag : {&hub.systemLog, &hub.sdkLog, &hub.nicInfo, &hub.systemInfo,
+                                        &hub.systemDump, &hub.clientDump})
+            *flag = true;
+    }
+
+    /// The name of a file in a dump archive as the reader lists it.
+    static QString inside(const QString &path)
+    {
+        return path.startsWith(QLatin1Char('/')) ? path.mid(1) : path;
+    }
+
+    /// Takes away from the whole what a fault costs.
+    void drop(const QString &prefix)
+    {
+        for (const QString &name : whole.keys()) {
+            if (name.startsWith(prefix))
+                whole.remove(name);
+        }
+    }
+
+    void request()
+    {
+        f.choose({log});
+        f.worker.enqueueExport(f.zip());
+    }
+
+    bool run()
+    {
+        request();
+        return f.answers();
+    }
+
+    /// What was packed, the dump archives by their contents. Copies of all zips go to @p kept.
+    Contents packed(KeptZips *kept = nullptr)
+    {
+        const auto read = [kept](const QString &zip) {
+            if (kept != nullptr)
+                kept->keep(zip);
+            return zipContents(zip);
+        };
+        Contents contents = read(f.zip());
+        for (const QLatin1String archive :
+             {QLatin1String("ClientDump.zip"), QLatin1String("SystemDmp.zip")}) {
+            if (!contents.contains(archive))
+                continue;
+            const Contents inner =
+                read(f.scratch.file(QStringLiteral("inner.zip"), contents.take(archive)));
+            for (auto entry = inner.begin(); entry != inner.end(); ++entry)
+                contents.insert(archive + QLatin1Char('/') + entry.key(), entry.value());
+        }
+        return contents;
+    }
+
+    /// What is printed when the items print @p byItems: the copy of the log before that, each file
+    /// that is packed after it.
+    QStringList printed(const QStringList &byItems)
+    {
+        QStringList lines = QStringList(QStringLiteral("true")) + byItems;
+        for (const QString &name : zipEntryNames(f.zip())) {
+            const QString folder = name.startsWith(QLatin1String("SDKLOG/"))
+                                       ? f.staging() + QLatin1String("/SDKLOG")
+                                       : f.staging();
+            lines.append(QStringLiteral("\"%1\" \"%2\" \"%3\"").arg(name, folder, f.staging()));
+        }
+        return lines;
+    }
+
+    MadeUpMachine machine;
+    ExportFixture f{machine.questions()};
+    QString kernelDump;
+    QString smallDump;
+    QString log;    ///< the one that is chosen
+    Contents whole; ///< what the zip is to hold
+};

@@ -1,0 +1,202 @@
+#include "Faults.h"
+#include "FullJob.h"
+#include "Noise.h"
+#include "SmallDisk.h"
+
+#include <algorithm>
+
+/// The disk is full at one point after the other of an export with every item. Whatever the point:
+/// the worker goes on, the user's files stay, there is no half zip, and with room again the next
+/// export is whole.
+class FullDisk : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyFileIsTooLargeFromSomePointOn();
+    void theDiskIsFullFromSomePointOn();
+    void thereAreNoMoreFilesFromSomePointOn();
+    void theDiskIsReadOnly();
+
+public:
+    QString noDisks; ///< why a test cannot have any
+};
+
+namespace {
+
+using Contents = FullJob::Contents;
+
+const int points = 24;
+const QByteArray filling = noise(20'000);
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// Waits for the answer, or for the line of a request that must be dropped without one.
+bool settles(FullJob &job)
+{
+    if (!job.f.worker.isRunning())
+        job.f.worker.start();
+    const bool settled = QTest::qWaitFor(
+        [&] {
+            return job.f.answered > 0 || job.f.output.contains(text("mkdir failed")) ||
+                   job.f.output.contains(text("mkpath failed"));
+        },
+        30000);
+    job.f.answered = 0;
+    return settled;
+}
+
+/// A report or an event log may have been cut short; a log or an archive in the zip may not.
+bool isPartOf(const Contents &found, const Contents &whole)
+{
+    for (auto entry = found.begin(); entry != found.end(); ++entry) {
+        const QByteArray wanted = whole.value(entry.key());
+        const bool mayBeCut =
+            entry.key().endsWith(text(".txt")) || entry.key().endsWith(text(".evtx"));
+        if (mayBeCut ? !wanted.startsWith(entry.value()) : wanted != entry.value())
+            return false;
+    }
+    return true;
+}
+
+/// What the zip holds that was written when @p fault struck; what was lost was said.
+void endsWell(FullJob &job, KeptZips &kept, const char *fault, qint64 room)
+{
+    const QByteArray where = QByteArray(fault) + " at " + QByteArray::number(room);
+    if (QFileInfo::exists(job.f.zip())) {
+        const Contents found = job.packed(&kept);
+        QVERIFY2(isPartOf(found, job.whole),
+                 where + ": " + found.keys().join(QLatin1Char(' ')).toUtf8());
+        QVERIFY2(found == job.whole || job.f.output.lines().size() > job.printed({}).size() ||
+                     job.f.output.lines().contains(text("false")),
+                 where);
+    } else {
+        QVERIFY2(!job.f.output.lines().isEmpty(), where);
+    }
+    QFile log(job.log);
+    QVERIFY2(log.open(QIODevice::ReadOnly) && log.readAll() == "line\n" + filling, where);
+}
+
+/// With room again.
+void isWholeAgain(FullJob &job, KeptZips &kept)
+{
+    QVERIFY(QDir(job.f.staging()).removeRecursively()); // of a request that was dropped
+    job.f.output.take();
+    QVERIFY(job.run());
+    QCOMPARE(job.packed(&kept), job.whole);
+    QVERIFY(!QFileInfo::exists(job.f.staging()));
+}
+
+} // namespace
+
+void FullDisk::everyFileIsTooLargeFromSomePointOn()
+{
+    KeptZips kept;
+    FullJob job(filling);
+    QVERIFY(job.run());
+    const qint64 needed = QFileInfo(job.f.zip()).size();
+    int lost = 0;
+    for (int point = 0; point <= points; ++point) {
+        const long room = long(needed * point / points);
+        QFile::remove(job.f.zip());
+        job.f.output.take();
+        {
+            const FileSizeLimit limit(room);
+            job.request();
+            QVERIFY(settles(job));
+        }
+        lost += QFileInfo::exists(job.f.zip()) ? 0 : 1;
+        endsWell(job, kept, "file size", room);
+        isWholeAgain(job, kept);
+        if (QTest::currentTestFailed())
+            return;
+    }
+    QVERIFY(lost > 0 && lost <= points);
+    QCOMPARE(kept.complaint(), QString());
+}
+
+void FullDisk::theDiskIsFullFromSomePointOn()
+{
+    if (!noDisks.isEmpty())
+        QSKIP(qPrintable(noDisks));
+    KeptZips kept; // elsewhere
+    SmallDisk disk(4 << 20, 1000);
+    QVERIFY2(disk.trouble().isEmpty(), qPrintable(disk.trouble()));
+    FullJob job(filling);
+    QVERIFY(job.run());
+    const qint64 needed = 2 * QFileInfo(job.f.zip()).size() + (64 << 10);
+    int lost = 0;
+    for (int point = 0; point <= points; ++point) {
+        const qint64 room = needed * point / points;
+        QFile::remove(job.f.zip());
+        job.f.output.take();
+        disk.leaveBytes(room);
+        job.request();
+        QVERIFY(settles(job));
+        disk.makeRoom();
+        lost += QFileInfo::exists(job.f.zip()) ? 0 : 1;
+        endsWell(job, kept, "room", room);
+        isWholeAgain(job, kept);
+        if (QTest::currentTestFailed())
+            return;
+    }
+    QVERIFY(lost > 0 && lost < points);
+    QCOMPARE(kept.complaint(), QString());
+}
+
+void FullDisk::thereAreNoMoreFilesFromSomePointOn()
+{
+    if (!noDisks.isEmpty())
+        QSKIP(qPrintable(noDisks));
+    KeptZips kept; // elsewhere
+    SmallDisk disk(4 << 20, 200);
+    QVERIFY2(disk.trouble().isEmpty(), qPrintable(disk.trouble()));
+    FullJob job(filling);
+    // The staging folder, its folder for logs, seven files and the zip.
+    for (int left = 0; left <= 10; ++left) {
+        QFile::remove(job.f.zip());
+        job.f.output.take();
+        disk.leaveFiles(left);
+        job.request();
+        QVERIFY(settles(job));
+        disk.makeRoom();
+        QCOMPARE(job.f.output.contains(text("mkdir failed")), left == 0);
+        QCOMPARE(job.f.output.contains(text("mkpath failed")), left == 1);
+        endsWell(job, kept, "files", left);
+        isWholeAgain(job, kept);
+        if (QTest::currentTestFailed())
+            return;
+    }
+    QCOMPARE(kept.complaint(), QString());
+}
+
+void FullDisk::theDiskIsReadOnly()
+{
+    if (!noDisks.isEmpty())
+        QSKIP(qPrintable(noDisks));
+    KeptZips kept; // elsewhere
+    SmallDisk disk(4 << 20, 1000);
+    QVERIFY2(disk.trouble().isEmpty(), qPrintable(disk.trouble()));
+    FullJob job(filling);
+    disk.setReadOnly(true);
+    job.request();
+    QVERIFY(settles(job));
+    disk.setReadOnly(false);
+    QVERIFY(job.f.output.contains(text("mkdir failed")));
+    QVERIFY(!QFileInfo::exists(job.f.zip()));
+    isWholeAgain(job, kept);
+    QCOMPARE(kept.complaint(), QString());
+}
+
+int main(int argc, char **argv)
+{
+    FullDisk tests;
+    tests.noDisks = SmallDisk::prepare(); // as long as this is the only thread
+    QCoreApplication app(argc, argv);
+    return QTest::qExec(&tests, argc, argv);
+}
+
+#include "tst_full_disk.moc"

@@ -1,0 +1,64 @@
+#include "CConfiguration.h"
+#include "SingleApplication.h"
+#include "StartUp.h"
+#include "Vantrel.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include <cstdio>
+
+/// The program with somebody at it, for tests that need it as a process:
+///
+///   driven_program ZIP...   ticks every box, presses Export once for each zip, closes the window
+///
+/// It tells "second" and ends where a copy runs; else "exporting" and "exported" for each zip.
+namespace {
+
+void tell(const char *line)
+{
+    std::printf("%s\n", line);
+    std::fflush(stdout);
+}
+
+template <typename Widget>
+Widget &find(const QWidget &window, const char *name)
+{
+    auto *widget = window.findChild<Widget *>(QString::fromLatin1(name));
+    if (widget == nullptr)
+        qFatal("the window has no %s", name);
+    return *widget;
+}
+
+void drive(Vantrel &window, const QStringList &zips)
+{
+    for (const char *box : {"checkBoxNICInfo", "checkBoxSystemLog", "checkBoxSystemInfo",
+                            "checkBoxSystemDump", "checkBoxClientDump"})
+        find<QCheckBox>(window, box).click();
+    for (const QString &zip : zips) {
+        CConfiguration::instance()->exportPath = zip;
+        tell("exporting");
+        find<QPushButton>(window, "btnExport").click(); // returns when the wait dialog is closed
+        tell("exported");
+    }
+    window.close();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    prepareStart();
+    SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
+    if (app.isRunning()) {
+        tell("second");
+        return 0;
+    }
+    useSystemFont();
+    Vantrel window;
+    window.show();
+    settleStart();
+    QTimer::singleShot(0, &window, [&] { drive(window, QApplication::arguments().mid(1)); });
+    return QApplication::exec();
+}

@@ -1,0 +1,95 @@
+#include "Dice.h"
+#include "ProgramFixture.h"
+
+#include <QElapsedTimer>
+
+/// The program is killed in the midst of an export, at a moment that chance chooses. The next start
+/// is a normal one, its export is whole, and nothing of the user's is lost.
+class Killed : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void atRandomMomentsOfAnExport();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// Entries of @p contents that neither an export has nor a killed one leaves behind: half a copy
+/// under a name for the meantime, or the part of the events that were exported by then.
+QStringList unexpected(const ProgramFixture::Contents &contents, const QStringList &usual)
+{
+    static const QRegularExpression left(
+        text(R"(/qt_temp\.\w+$|^(Application|System)Events(\(\d+\))?\.evtx$)"));
+    QStringList names;
+    for (const QString &name : contents.keys()) {
+        if (!usual.contains(name) && !left.match(name).hasMatch())
+            names.append(name);
+    }
+    return names;
+}
+
+} // namespace
+
+void Killed::atRandomMomentsOfAnExport()
+{
+    QRandomGenerator chance = dice();
+    ProgramFixture f(text("Zoë's 家 home"));
+    f.layOutLogs(8, 600'000);
+    KeptZips kept;
+    const QString zip = f.path(text("QZSDK/UserLogInfo.zip"));
+    const QString second = f.path(text("QZSDK/second.zip"));
+
+    // How long an export takes, and what it holds when nobody is killed.
+    const auto undisturbed = f.start({zip, zip});
+    QVERIFY(undisturbed->tells("exporting"));
+    QElapsedTimer time;
+    time.start();
+    QCOMPARE(undisturbed->exitCode(), 0);
+    const int duration = int(time.elapsed() / 2) + 1;
+    const QStringList usual = zipEntryNames(zip);
+    QCOMPARE(logsIn(zipContents(zip)), f.logs);
+
+    int inTheMidst = 0;
+    for (int kills = times("VANTREL_KILLS", 20); kills > 0; --kills) {
+        {
+            const auto killed = f.start({zip});
+            QVERIFY(killed->tells("exporting"));
+            const int moment = chance.bounded(duration);
+            if (!QTest::qWaitFor([&] { return killed->output().contains("exported"); }, moment))
+                killed->kill();
+        }
+        inTheMidst += QFileInfo::exists(f.path(text("QZSDK/LogInfo"))) ? 1 : 0;
+        QVERIFY(f.nothingIsLost());
+
+        const auto next = f.start({zip, second});
+        QCOMPARE(next->exitCode(), 0);
+        QCOMPARE(next->output(),
+                 (QByteArrayList{"exporting", "exported", "exporting", "exported"}));
+        QVERIFY(f.nothingIsLost());
+        QVERIFY(!QFileInfo::exists(f.path(text("QZSDK/LogInfo"))));
+        const auto contents = zipContents(zip);
+        QCOMPARE(unexpected(contents, usual).join(QLatin1Char(' ')), QString());
+        for (const QString &name : usual)
+            QVERIFY2(contents.contains(name), qPrintable(name));
+        for (auto log = f.logs.begin(); log != f.logs.end(); ++log)
+            QVERIFY2(contents.value(log.key()) == log.value(), qPrintable(log.key()));
+        // Nothing of the killed one is left for the export after the next.
+        QCOMPARE(zipEntryNames(second), usual);
+        QCOMPARE(logsIn(zipContents(second)), f.logs);
+        QCOMPARE(zipContents(second).value(text("SystemInfo.txt")).count("Memory Load"), 1);
+        kept.keep(zip);
+        kept.keep(second);
+    }
+    QCOMPARE(kept.complaint(), QString());
+    qInfo("%d of the kills left a staging folder", inTheMidst);
+    QVERIFY(inTheMidst > 0);
+}
+
+QTEST_GUILESS_MAIN(Killed)
+#include "tst_killed.moc"

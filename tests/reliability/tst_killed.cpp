@@ -40,7 +40,7 @@ void Killed::atRandomMomentsOfAnExport()
 {
     QRandomGenerator chance = dice();
     ProgramFixture f(text("Zoë's 家 home"));
-    f.layOutLogs(8, 600'000);
+    f.layOutLogs(8, 250'000);
     KeptZips kept;
     const QString zip = f.path(text("QZSDK/UserLogInfo.zip"));
     const QString second = f.path(text("QZSDK/second.zip"));

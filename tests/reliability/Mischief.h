@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QThread>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <utility>
+
+/// Does something again and again on a thread of its own, as another program would, until its end.
+class Mischief
+{
+public:
+    /// @p act is given the number of the round, from 0.
+    explicit Mischief(std::function<void(int)> act)
+        : doing(std::move(act))
+        , thread(QThread::create([this] {
+            for (int round = 0; !enough; ++round) {
+                doing(round);
+                rounds = round + 1;
+            }
+        }))
+    {
+        thread->start();
+    }
+
+    ~Mischief()
+    {
+        enough = true;
+        thread->wait();
+    }
+
+    Mischief(const Mischief &) = delete;
+    Mischief &operator=(const Mischief &) = delete;
+
+    [[nodiscard]] int roundsSoFar() const { return rounds; }
+
+private:
+    std::function<void(int)> doing;
+    std::atomic<bool> enough{false};
+    std::atomic<int> rounds{0};
+    std::unique_ptr<QThread> thread;
+};

@@ -1,0 +1,318 @@
+#include "Dice.h"
+#include "Faults.h"
+#include "FullJob.h"
+#include "Mischief.h"
+#include "Noise.h"
+
+/// Others write, cut, lock and remove files and folders while exports run. Each zip is a valid one,
+/// what nobody touched is in it, and once nobody disturbs an export is whole.
+class MovingFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aLogIsCutAndGrowsWhileItIsCopied();
+    void aLogIsReplacedAndRemovedWhileItIsCopied();
+    void theRightToReadComesAndGoes();
+    void theSourceFolderComesAndGoes();
+    void theStagingFolderIsTakenAway();
+    void theSdkFolderIsTakenAway();
+    void theFolderOfTheZipIsReadOnly();
+    void theStagingFolderOfAKilledRunIsReadOnly();
+};
+
+namespace {
+
+using Contents = FullJob::Contents;
+
+const QByteArray filling = noise(30'000);
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+int exports()
+{
+    return times("VANTREL_EXPORTS", 20);
+}
+
+/// A full job, and a second log that is chosen with the first and that others are busy with.
+struct BusyJob : FullJob
+{
+    BusyJob()
+        : FullJob(filling)
+        , busy(f.log(text("busy.log"), contents))
+    {
+    }
+
+    void requestBoth()
+    {
+        f.choose({log, busy});
+        f.worker.enqueueExport(f.zip());
+    }
+
+    bool runBoth()
+    {
+        requestBoth();
+        return f.answers(1, 60000);
+    }
+
+    /// What lies in the zip of the busy log; the rest has to be whole.
+    bool restIsWhole(QByteArray &ofBusy)
+    {
+        Contents found = packed(&kept);
+        ofBusy = found.take(text("SDKLOG/busy.log"));
+        found.remove(text("SDKLOG/busy.log"));
+        return found == whole;
+    }
+
+    void isWholeUndisturbed()
+    {
+        f.scratch.file(text("QZSDK/QZviewer/busy.log"), contents);
+        QVERIFY(QFile::setPermissions(busy, QFileDevice::Permissions(0x6666)));
+        f.output.take();
+        QVERIFY(runBoth());
+        QByteArray ofBusy;
+        QVERIFY(restIsWhole(ofBusy));
+        QVERIFY(ofBusy == contents);
+        QVERIFY(!QFileInfo::exists(f.staging()));
+        QCOMPARE(kept.complaint(), QString());
+    }
+
+    KeptZips kept;
+    const QByteArray contents = noise(1 << 20, 7);
+    QString busy;
+};
+
+/// Whether @p copy is what somebody may have read of @p log while it was cut here and there: the
+/// system fills a block up with zeros where it cuts a file.
+bool isOf(const QByteArray &copy, const QByteArray &log)
+{
+    if (copy.size() > log.size())
+        return false;
+    for (int i = 0; i < copy.size(); ++i) {
+        if (copy.at(i) != log.at(i) && copy.at(i) != '\0')
+            return false;
+    }
+    return true;
+}
+
+/// The answers that come while requests are disturbed in a way that may cost one its answer.
+bool settles(FullJob &job)
+{
+    if (!job.f.worker.isRunning())
+        job.f.worker.start();
+    const bool settled = QTest::qWaitFor(
+        [&] {
+            return job.f.answered > 0 || job.f.output.contains(text("mkdir failed")) ||
+                   job.f.output.contains(text("mkpath failed"));
+        },
+        60000);
+    job.f.answered = 0;
+    job.f.output.take();
+    return settled;
+}
+
+void openToEverybody(const FullJob &job)
+{
+    for (const QString &folder :
+         {job.f.scratch.path(), job.f.base(), job.f.base() + text("QZviewer")})
+        QVERIFY(QFile::setPermissions(folder, QFileDevice::Permissions(0x7777)));
+}
+
+} // namespace
+
+void MovingFiles::aLogIsCutAndGrowsWhileItIsCopied()
+{
+    BusyJob job;
+    {
+        Mischief writer([&](int round) {
+            QFile file(job.busy);
+            if (!file.open(QIODevice::ReadWrite))
+                return;
+            const int cut = (round * 7919) % job.contents.size();
+            file.resize(cut);
+            file.seek(cut);
+            file.write(job.contents.mid(cut));
+        });
+        for (int i = exports(); i > 0; --i) {
+            QVERIFY(job.runBoth());
+            QByteArray found;
+            QVERIFY(job.restIsWhole(found));
+            QVERIFY(isOf(found, job.contents));
+        }
+        QVERIFY(writer.roundsSoFar() > 0);
+    }
+    job.isWholeUndisturbed();
+}
+
+void MovingFiles::aLogIsReplacedAndRemovedWhileItIsCopied()
+{
+    BusyJob job;
+    {
+        Mischief other([&](int round) {
+            const QString next = job.busy + text(".next");
+            QFile file(next);
+            if (file.open(QIODevice::WriteOnly))
+                file.write(job.contents);
+            file.close();
+            QFile::remove(job.busy);
+            if (round % 3 != 0)
+                QFile::rename(next, job.busy);
+        });
+        for (int i = exports(); i > 0; --i) {
+            QVERIFY(job.runBoth());
+            QByteArray found;
+            QVERIFY(job.restIsWhole(found));
+            QVERIFY(found.isEmpty() || found == job.contents);
+        }
+        QVERIFY(other.roundsSoFar() > 0);
+    }
+    job.isWholeUndisturbed();
+}
+
+void MovingFiles::theRightToReadComesAndGoes()
+{
+    BusyJob job;
+    openToEverybody(job);
+    if (QTest::currentTestFailed())
+        return;
+    QVERIFY(QFile::remove(job.busy));
+    {
+        const OrdinaryUser owner;
+        job.f.scratch.file(text("QZSDK/QZviewer/busy.log"), job.contents);
+    }
+    {
+        Mischief owner([&](int round) {
+            const int rights = round % 2 == 0 ? 0 : 0x6666;
+            QFile::setPermissions(job.busy, QFileDevice::Permissions(rights));
+        });
+        for (int i = exports(); i > 0; --i) {
+            {
+                const OrdinaryUser user;
+                QVERIFY(job.runBoth());
+            }
+            QByteArray found;
+            QVERIFY(job.restIsWhole(found));
+            QVERIFY(found.isEmpty() || found == job.contents);
+        }
+    }
+    job.isWholeUndisturbed();
+}
+
+void MovingFiles::theSourceFolderComesAndGoes()
+{
+    FullJob job(filling);
+    KeptZips kept;
+    const QString source = job.f.base() + text("QZviewer");
+    const QString away = job.f.scratch.path(text("away"));
+    {
+        Mischief other([&](int) {
+            QDir().rename(source, away);
+            QDir().rename(away, source);
+        });
+        for (int i = exports(); i > 0; --i) {
+            QVERIFY(job.run());
+            const Contents found = job.packed(&kept);
+            for (auto entry = found.begin(); entry != found.end(); ++entry)
+                QVERIFY2(entry.value() == job.whole.value(entry.key()) ||
+                             entry.key() == text("ClientDump.zip/client.dmp"),
+                         qPrintable(entry.key()));
+        }
+        QVERIFY(other.roundsSoFar() > 0);
+    }
+    QVERIFY(job.run());
+    QCOMPARE(job.packed(&kept), job.whole);
+    QCOMPARE(kept.complaint(), QString());
+}
+
+void MovingFiles::theStagingFolderIsTakenAway()
+{
+    FullJob job(filling);
+    KeptZips kept;
+    {
+        Mischief other([&](int) { QDir(job.f.staging()).removeRecursively(); });
+        for (int i = exports(); i > 0; --i) {
+            job.request();
+            QVERIFY(settles(job));
+            kept.keep(job.f.zip());
+        }
+        QVERIFY(other.roundsSoFar() > 0);
+    }
+    QVERIFY(job.run());
+    QCOMPARE(job.packed(&kept), job.whole);
+    QVERIFY(!QFileInfo::exists(job.f.staging()));
+    QVERIFY(job.f.scratch.read(text("QZSDK/QZviewer/a.log")) == "line\n" + filling);
+    QCOMPARE(kept.complaint(), QString());
+}
+
+void MovingFiles::theSdkFolderIsTakenAway()
+{
+    FullJob job(filling);
+    KeptZips kept;
+    const QString sdk = job.f.scratch.path(text("QZSDK"));
+    const QString away = job.f.scratch.path(text("away"));
+    for (int i = exports(); i > 0; --i) {
+        job.request();
+        if (!job.f.worker.isRunning())
+            job.f.worker.start();
+        QVERIFY(QDir().rename(sdk, away)); // at whatever point the export is
+        QVERIFY(settles(job));
+        // The folder for logs is made with all folders on the way to it.
+        QVERIFY(!QFileInfo::exists(sdk) || QDir(sdk).removeRecursively());
+        QVERIFY(QDir().rename(away, sdk));
+        kept.keep(job.f.zip());
+        QDir(job.f.staging()).removeRecursively(); // what was moved away with the folder
+    }
+    QVERIFY(job.run());
+    QCOMPARE(job.packed(&kept), job.whole);
+    QCOMPARE(kept.complaint(), QString());
+}
+
+void MovingFiles::theFolderOfTheZipIsReadOnly()
+{
+    FullJob job(filling);
+    KeptZips kept;
+    openToEverybody(job);
+    const QString folder = job.f.scratch.folder(text("zips"));
+    const QString zip = folder + text("/a.zip");
+    QVERIFY(QFile::setPermissions(folder, QFileDevice::Permissions(0x5555)));
+    {
+        const OrdinaryUser user;
+        job.f.choose({job.log});
+        job.f.worker.enqueueExport(zip);
+        QVERIFY(job.f.answers());
+    }
+    QVERIFY(job.f.output.contains(text("cannot write zip \"%1\"").arg(zip)));
+    QVERIFY(!QFileInfo::exists(zip));
+    QVERIFY(!QFileInfo::exists(job.f.staging()));
+    QVERIFY(job.run());
+    QCOMPARE(job.packed(&kept), job.whole);
+    QCOMPARE(kept.complaint(), QString());
+}
+
+void MovingFiles::theStagingFolderOfAKilledRunIsReadOnly()
+{
+    FullJob job(filling);
+    KeptZips kept;
+    openToEverybody(job);
+    const QString staging = job.f.scratch.folder(text("QZSDK/LogInfo"));
+    job.f.scratch.file(text("QZSDK/LogInfo/left.txt"), "left");
+    QVERIFY(QFile::setPermissions(staging, QFileDevice::Permissions(0x5555)));
+    {
+        const OrdinaryUser user;
+        job.request();
+        QVERIFY(settles(job)); // "mkpath failed": dropped, as a request has to be
+    }
+    QCOMPARE(job.f.scratch.read(text("QZSDK/LogInfo/left.txt")), QByteArray("left"));
+    QVERIFY(QFile::setPermissions(staging, QFileDevice::Permissions(0x7777)));
+    job.whole[text("left.txt")] = "left";
+    QVERIFY(job.run());
+    QCOMPARE(job.packed(&kept), job.whole);
+    QVERIFY(!QFileInfo::exists(staging));
+    QCOMPARE(kept.complaint(), QString());
+}
+
+QTEST_GUILESS_MAIN(MovingFiles)
+#include "tst_moving_files.moc"

@@ -21,10 +21,12 @@ QMap<QString, QByteArray> zipContents(const QString &path)
     if (isEmptyZip(path))
         return {};
     QZipReader reader(path);
-    if (!reader.isReadable() || reader.status() != QZipReader::NoError)
+    // The reader says of a file that breaks off nothing but that it has no entries.
+    const auto entries = reader.fileInfoList();
+    if (!reader.isReadable() || reader.status() != QZipReader::NoError || entries.isEmpty())
         return {{QStringLiteral("not a zip"), QByteArray()}};
     QMap<QString, QByteArray> contents;
-    for (const QZipReader::FileInfo &entry : reader.fileInfoList()) {
+    for (const QZipReader::FileInfo &entry : entries) {
         // The reader lists names without the slash that some begin with, but finds them with it,
         // and takes their bytes for the system's encoding when it looks for them.
         const QString name = QString::fromLocal8Bit(entry.filePath.toUtf8());

@@ -1,0 +1,159 @@
+#include "CConfiguration.h"
+#include "Dice.h"
+#include "MainWindowFixture.h"
+#include "Mischief.h"
+#include "ViewerFixture.h"
+#include "ZipTools.h"
+
+#include <QAction>
+
+/// Windows that are used while everything moves.
+class BusyWindows : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theSourceIsSwitchedWhileExportsRun();
+    void theViewerLoadsWhileTheFileIsRewritten();
+    void logsFromAnotherTimeAreListedAndExported();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// What is in a zip of all listed logs, which is asked for now and comes after all that was asked
+/// for before.
+QMap<QString, QByteArray> lastExport(MainWindowFixture &f)
+{
+    const QString zip = f.home.path(text("last.zip"));
+    CConfiguration::instance()->exportPath = zip;
+    f.find<QAction>("actionExportAll")->trigger();
+    // It is no zip before its last byte is written.
+    const auto done = [&] {
+        return QFileInfo::exists(zip) && !zipContents(zip).contains(text("not a zip"));
+    };
+    return QTest::qWaitFor(done, 60000) ? verifiedZipContents(zip)
+                                        : QMap<QString, QByteArray>{{text("no zip"), {}}};
+}
+
+} // namespace
+
+void BusyWindows::theSourceIsSwitchedWhileExportsRun()
+{
+    MainWindowFixture f;
+    const int sources = 5;
+    for (int source = 0; source < sources; ++source) {
+        const QString folder = source == 0 ? text("QZviewer") : text("QZtool%1").arg(source);
+        for (int log = 0; log < 10; ++log)
+            f.log(text("%1/%2-%3.log").arg(folder).arg(source).arg(log),
+                  QByteArray(2000, char('a' + source)));
+    }
+    f.open();
+    f.window->show();
+    auto *combo = f.find<CComboBoxEx>("comboSource");
+    QCOMPARE(combo->count(), sources);
+    KeptZips kept;
+    const int switches = times("VANTREL_SWITCHES", 1000);
+    QStringList zips;
+    for (int i = 0; i < switches; ++i) {
+        combo->setCurrentIndex(i % sources);
+        QCOMPARE(f.listedNames().size(), 10);
+        if (i % 10 == 0) {
+            zips.append(f.home.path(text("%1.zip").arg(i)));
+            CConfiguration::instance()->exportPath = zips.last();
+            f.find<QAction>("actionExportAll")->trigger();
+        }
+        QCoreApplication::processEvents();
+    }
+    combo->setCurrentIndex(combo->findText(text("QZtool3")));
+    const auto last = lastExport(f);
+    QCOMPARE(last.size(), 10);
+    for (int log = 0; log < 10; ++log)
+        QCOMPARE(last.value(text("SDKLOG/3-%1.log").arg(log)), QByteArray(2000, 'd'));
+
+    for (const QString &zip : zips) {
+        kept.keep(zip);
+        // Requests that were queued together share what was chosen last; no file is cut or mixed.
+        const auto contents = zipContents(zip);
+        for (auto entry = contents.begin(); entry != contents.end(); ++entry) {
+            const char letter = char('a' + entry.key().mid(7, 1).toInt());
+            QCOMPARE(entry.value(), QByteArray(2000, letter));
+        }
+    }
+    QCOMPARE(kept.count(), zips.size());
+    QCOMPARE(kept.complaint(), QString());
+}
+
+void BusyWindows::theViewerLoadsWhileTheFileIsRewritten()
+{
+    ViewerFixture f;
+    const int lines = 3000;
+    QByteArray whole;
+    for (int i = 0; i < lines; ++i)
+        whole += logLine(i % 2 == 0 ? "INFO" : "ERROR", QByteArray::number(i)) + '\n';
+    const QString path = f.folder.file(text("busy.log"), whole);
+    const QString other = f.folder.file(text("other.log"), logLine("INFO") + '\n');
+    {
+        Mischief writer([&](int round) {
+            QFile file(path);
+            switch (round % 4) {
+            case 0: // cut and written anew
+                if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+                    file.write(whole);
+                break;
+            case 1: // goes on
+                if (file.open(QIODevice::WriteOnly | QIODevice::Append))
+                    file.write(whole.left(5000));
+                break;
+            case 2: // rolled over
+                QFile::rename(path, path + text(".%1").arg(round % 3));
+                QFile::remove(path + text(".%1").arg((round + 1) % 3));
+                break;
+            default:
+                file.resize(round % whole.size());
+            }
+        });
+        for (int i = times("VANTREL_LOADS", 150); i > 0; --i) {
+            (void)f.open(path);
+            f.search(i % 2 == 0 ? text("ERROR.*1") : text("INFO"));
+            f.pressEnter(QString()); // reads the file again
+            QVERIFY(f.filledRows() <= 100000);
+            QVERIFY(f.open(other));
+            QCOMPARE(f.text(0, 3), text(" frame received"));
+        }
+        QVERIFY(writer.roundsSoFar() > 0);
+    }
+    f.folder.file(text("busy.log"), whole);
+    QVERIFY(f.open(path));
+    QCOMPARE(f.filledRows(), lines);
+    for (int i = 0; i < lines; ++i)
+        QCOMPARE(f.text(i, 3), QLatin1Char(' ') + QString::number(i));
+}
+
+void BusyWindows::logsFromAnotherTimeAreListedAndExported()
+{
+    MainWindowFixture f;
+    const QDateTime now = QDateTime::currentDateTime();
+    f.log(text("QZviewer/now.log"), "now\n", now);
+    f.log(text("QZviewer/next year.log"), "next year\n", now.addYears(1));
+    f.log(text("QZviewer/2037.log"), "2037\n", QDateTime(QDate(2037, 12, 31), QTime(12, 0)));
+    f.log(text("QZviewer/1980.log"), "1980\n", QDateTime(QDate(1980, 1, 1), QTime(0, 0)));
+    f.log(text("QZviewer/1970.log"), "1970\n", QDateTime(QDate(1970, 1, 2), QTime(0, 0)));
+    f.open();
+    f.window->show();
+    QCOMPARE(f.listedNames(), QStringList({text("2037.log"), text("next year.log"), text("now.log"),
+                                           text("1980.log"), text("1970.log")}));
+    QCOMPARE(lastExport(f),
+             (QMap<QString, QByteArray>{{text("SDKLOG/now.log"), "now\n"},
+                                        {text("SDKLOG/next year.log"), "next year\n"},
+                                        {text("SDKLOG/2037.log"), "2037\n"},
+                                        {text("SDKLOG/1980.log"), "1980\n"},
+                                        {text("SDKLOG/1970.log"), "1970\n"}}));
+}
+
+QTEST_MAIN(BusyWindows)
+#include "tst_busy_windows.moc"

@@ -8,7 +8,7 @@ namespace {
 std::string escaped(unsigned byte)
 {
     static constexpr char digits[] = "0123456789abcdef";
-    if (byte != '_' && isWordByte(static_cast<unsigned char>(byte)))
+    if (isWordByte(static_cast<unsigned char>(byte)))
         return std::string(1, static_cast<char>(byte));
     return {'\\', 'x', digits[byte >> 4], digits[byte & 15]};
 }

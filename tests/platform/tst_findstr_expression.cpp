@@ -82,7 +82,7 @@ void FindstrExpressionTest::translates_data()
     row("^abc$", "^abc$");
     row("a^b$c", "a\\x5eb\\x24c");
     row("+?(){}|", "\\x2b\\x3f\\x28\\x29\\x7b\\x7d\\x7c");
-    row("[a-c_x]", "[\\x5fa-cx]");
+    row("[a-c_x]", "[_a-cx]");
     row("[^a]", "[\\x00-\\x09\\x0b-\\x60b-\\xff]");
     row("[]x", "(?!)x");
     row("[^]", "[^\\n]");

@@ -4,6 +4,7 @@
 #include "CMenuEx.h"
 #include "LogFile.h"
 #include "LogItemDelegate.h"
+#include "SearchRun.h"
 #include "ui_LogViewer.h"
 
 #include <QActionGroup>
@@ -11,8 +12,10 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDebug>
+#include <QElapsedTimer>
 #include <QShortcut>
 
+#include <chrono>
 #include <utility>
 
 namespace {
@@ -21,7 +24,9 @@ constexpr int rowCapacity = 100000;
 constexpr int spareRows = 5;
 constexpr int rowHeight = 32;
 constexpr int menuTextWidth = 115;
-constexpr int allColumns = 5; ///< the data of an action that stands for every column
+constexpr std::chrono::milliseconds searchRound{15}; ///< a picture of a screen's
+constexpr int searchPatience = 100; ///< milliseconds that a search may take unnoticed
+constexpr int allColumns = 5;       ///< the data of an action that stands for every column
 
 /// In column order, before translation.
 constexpr std::array<const char *, LogRows::ColumnCount> headerTexts{
@@ -163,17 +168,18 @@ void LogViewer::on_btnSearch_clicked()
     const QString keyword = ui->lineEdit->text();
     if (keyword.isEmpty())
         return;
+    endSearch();
     ui->tableWidget->clearContents();
     ui->tableWidget->scrollToTop(); // that is where the lines found appear
     lastSearchKeyword = keyword.toStdString();
-    const SilentFill fill(*ui->tableWidget);
-    int row = 0;
-    const PieceSink show = [this, &row](const char *piece) {
-        if (row < ui->tableWidget->rowCount()) // what comes behind has nowhere to be shown
-            parseLogLine(piece, row++);
-    };
-    if (!lineSearch(lastSearchKeyword, currentLogPath, show))
+    // What lies behind the table's last row has nowhere to be shown.
+    SearchRun run(lineSearch, lastSearchKeyword, currentLogPath, ui->tableWidget->rowCount());
+    searchRun = &run;
+    showFound(run);
+    if (run.hasFailed())
         qDebug() << "Failed to execute findstr command.";
+    if (searchRun == &run)
+        endSearch();
 }
 
 void LogViewer::onLineEditEnterPressed()
@@ -289,6 +295,7 @@ void LogViewer::goToRow(int row)
 std::optional<int> LogViewer::fillFromFile()
 {
     QTableWidget &table = *ui->tableWidget;
+    endSearch();
     table.clearContents();
     table.scrollToTop();
     table.setRowCount(rowCapacity);
@@ -303,4 +310,37 @@ std::optional<int> LogViewer::fillFromFile()
     else
         qDebug() << "Failed to open file.";
     return lines;
+}
+
+void LogViewer::showFound(SearchRun &run)
+{
+    // Nobody is left to wait for a search once the last window is closed.
+    const auto closing =
+        connect(qApp, &QGuiApplication::lastWindowClosed, this, [&run] { run.stop(); });
+    QElapsedTimer time;
+    time.start();
+    int row = 0;
+    while (!run.isOver()) {
+        const std::vector<std::string> found = run.take(searchRound);
+        // Whoever uses the window meanwhile may begin another search or load a file.
+        if (searchRun == &run && !found.empty()) {
+            const SilentFill fill(*ui->tableWidget);
+            for (const std::string &piece : found)
+                parseLogLine(piece.c_str(), row++);
+        }
+        if (!run.isOver() && time.elapsed() > searchPatience) {
+            if (searchRun == &run)
+                ui->tableWidget->viewport()->setCursor(Qt::BusyCursor);
+            QCoreApplication::processEvents();
+        }
+    }
+    disconnect(closing);
+}
+
+void LogViewer::endSearch()
+{
+    if (searchRun != nullptr)
+        searchRun->stop();
+    searchRun = nullptr;
+    ui->tableWidget->viewport()->unsetCursor();
 }

@@ -12,6 +12,7 @@
 class CMenuEx;
 class QAction;
 class QMenu;
+class SearchRun;
 
 namespace Ui {
 class LogViewer;
@@ -60,12 +61,15 @@ private:
     void setUpKeys();
     void goToRow(int row);
     std::optional<int> fillFromFile();
+    void showFound(SearchRun &run);
+    void endSearch();
 
     std::unique_ptr<Ui::LogViewer> ui;
     LineSearch lineSearch;
     QString currentLogPath;        ///< the file that is shown or was last tried
     std::string lastSearchKeyword; ///< in UTF-8; empty: nothing was searched yet
     std::unique_ptr<LogRows> rows;
+    SearchRun *searchRun = nullptr; ///< the one whose lines are shown; ends with its slot
     QMenu *contextMenu = nullptr;
     QAction *actionCopyAll = nullptr;
     QAction *actionCopySelected = nullptr;

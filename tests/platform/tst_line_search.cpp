@@ -29,6 +29,7 @@ private slots:
     void saysWhenTheFileCannotBeSearched();
     void cannotSearchWithoutPermission();
     void endsWhereAFileWasCutMeanwhile();
+    void endsWhenItIsStopped();
     void saysWhenAFileCannotBeReadAnyFurther();
     void matchesNothingWithoutAnExpression();
     void survivesExpressionsOfTenThousandCharacters_data();
@@ -246,6 +247,22 @@ void LineSearchTest::endsWhereAFileWasCutMeanwhile()
     }));
     QVERIFY(found > 0);
     QVERIFY(found < 1'000'000);
+}
+
+void LineSearchTest::endsWhenItIsStopped()
+{
+    const QByteArray text = QByteArray(2000, 'x') + '\n' + QByteArray("x\n").repeated(1'000'000);
+    const QString path = scratch.file(QStringLiteral("stopped.log"), text);
+    for (int wanted : {2, 100, 200'000}) {
+        SearchStop stop(false);
+        int found = 0;
+        const auto count = [&stop, &found, wanted](const char * /*piece*/) {
+            if (++found == wanted)
+                stop = true;
+        };
+        QVERIFY(systemLineSearch("x", path, count, stop));
+        QCOMPARE(found, wanted);
+    }
 }
 
 void LineSearchTest::saysWhenAFileCannotBeReadAnyFurther()

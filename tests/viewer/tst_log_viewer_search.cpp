@@ -18,7 +18,8 @@ struct FakeSearch
 
     LineSearch search()
     {
-        return [this](const std::string &keyword, const QString &path, const PieceSink &sink) {
+        return [this](const std::string &keyword, const QString &path, const PieceSink &sink,
+                      const SearchStop & /*stop*/) {
             calls.append({keyword, path});
             for (const QByteArray &piece : qAsConst(pieces))
                 sink(piece.constData());

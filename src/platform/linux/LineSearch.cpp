@@ -14,10 +14,10 @@ namespace {
 
 constexpr std::size_t pieceBytes = 511;
 
-void handOut(std::string_view line, const PieceSink &sink)
+void handOut(std::string_view line, const PieceSink &sink, const SearchStop &stop)
 {
     std::array<char, pieceBytes + 1> piece;
-    while (!line.empty()) {
+    while (!line.empty() && !stop) {
         const std::size_t size = std::min(line.size(), pieceBytes);
         std::memcpy(piece.data(), line.data(), size);
         piece[size] = '\0';
@@ -28,7 +28,8 @@ void handOut(std::string_view line, const PieceSink &sink)
 
 } // namespace
 
-bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink)
+bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink,
+                      const SearchStop &stop)
 {
     QFile file(path);
     if (!openShared(file))
@@ -38,8 +39,9 @@ bool systemLineSearch(const std::string &keyword, const QString &path, const Pie
         return true;
     // Read, not mapped: a log that its writer cuts short while it is searched just ends earlier.
     TextBlocks blocks(file);
-    for (std::string_view block = blocks.next(); !block.empty(); block = blocks.next())
-        filter.forEachLine(block, [&sink](std::string_view line) { handOut(line, sink); });
+    const auto found = [&sink, &stop](std::string_view line) { handOut(line, sink, stop); };
+    for (std::string_view block; !stop && !(block = blocks.next()).empty();)
+        filter.forEachLine(block, found);
     blocks.reportLosses(path);
     return true;
 }

@@ -15,14 +15,15 @@ struct PipeCloser
 
 } // namespace
 
-bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink)
+bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink,
+                      const SearchStop &stop)
 {
     const std::string command = findstrCommand(keyword, path.toLocal8Bit().toStdString());
     const std::unique_ptr<FILE, PipeCloser> pipe(_popen(command.c_str(), "r"));
     if (!pipe)
         return false;
     std::array<char, 512> piece;
-    while (std::fgets(piece.data(), static_cast<int>(piece.size()), pipe.get()) != nullptr)
+    while (!stop && std::fgets(piece.data(), static_cast<int>(piece.size()), pipe.get()) != nullptr)
         sink(piece.data());
     return true;
 }

@@ -70,8 +70,7 @@ FindstrMatcher::Skips FindstrMatcher::skipsFor(const FindstrExpression &expressi
 bool FindstrMatcher::matches(std::string_view line, std::size_t from)
 {
     // Nearly every expression fits one word, which then stays in a register.
-    return wordCount == 1 && !hasBorders ? matchesOneWord(line, from)
-                                         : matchesManyWords(line, from);
+    return hasOneWord() ? matchesOneWord(line, from) : matchesManyWords(line, from);
 }
 
 bool FindstrMatcher::matchesOneWord(std::string_view line, std::size_t from) const
@@ -116,6 +115,26 @@ bool FindstrMatcher::matchesManyWords(std::string_view line, std::size_t from)
         consume(byte);
         wordBefore = wordBehind;
     }
+}
+
+std::uint64_t FindstrMatcher::nextPlaces(std::uint64_t places, unsigned char byte) const
+{
+    const std::uint64_t taken = places & accepting[byte];
+    const std::uint64_t staying = repeated.front();
+    const std::uint64_t anew = atLineStart ? 0 : 1;
+    return skipped((taken & staying) | ((taken & ~staying) << 1) | anew);
+}
+
+bool FindstrMatcher::isComplete(std::uint64_t places, bool atEnd) const
+{
+    return ((places >> finalPlace) & 1) != 0 && (atEnd || !atLineEnd);
+}
+
+std::uint64_t FindstrMatcher::skipped(std::uint64_t places) const
+{
+    const Skips &allowed = skips[static_cast<std::size_t>(Kind::Byte)];
+    const std::uint64_t marked = places | allowed.ends.front();
+    return places | (allowed.reachable.front() & (~(marked - allowed.starts.front()) ^ marked));
 }
 
 void FindstrMatcher::skip(const Skips &allowed)

@@ -19,6 +19,15 @@ public:
     /// threads at once.
     [[nodiscard]] bool matches(std::string_view line, std::size_t from = 0);
 
+    /// The expression fits one machine word and has no borders of words: what follows may be
+    /// called. A word is a set of places that are reached, the ones that need no further byte
+    /// included.
+    [[nodiscard]] bool hasOneWord() const { return wordCount == 1 && !hasBorders; }
+    [[nodiscard]] std::uint64_t firstPlaces() const { return skipped(1); }
+    [[nodiscard]] std::uint64_t nextPlaces(std::uint64_t places, unsigned char byte) const;
+    /// Whether a line matches that has led to @p places, at its end or wherever it goes on.
+    [[nodiscard]] bool isComplete(std::uint64_t places, bool atEnd) const;
+
 private:
     using Words = std::vector<std::uint64_t>;
 
@@ -35,6 +44,7 @@ private:
                                  FindstrItem::Kind border) const;
     [[nodiscard]] bool matchesOneWord(std::string_view line, std::size_t from) const;
     [[nodiscard]] bool matchesManyWords(std::string_view line, std::size_t from);
+    [[nodiscard]] std::uint64_t skipped(std::uint64_t places) const;
     void skip(const Skips &skips);
     void consume(unsigned char byte);
     [[nodiscard]] bool isComplete() const;

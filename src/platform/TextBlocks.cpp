@@ -6,12 +6,15 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace {
 
 std::size_t lastLineEnd(const char *text, std::size_t size)
 {
-    return std::string_view(text, size).rfind('\n');
+    // Looking forward is many times faster: most of a long line's blocks hold no line feed.
+    return std::memchr(text, '\n', size) != nullptr ? std::string_view(text, size).rfind('\n')
+                                                    : std::string_view::npos;
 }
 
 } // namespace
@@ -19,26 +22,26 @@ std::size_t lastLineEnd(const char *text, std::size_t size)
 TextBlocks::TextBlocks(QIODevice &device, std::size_t longestLine)
     : source(device)
     , lineLimit(std::max(longestLine, blockBytes))
-    , buffer(blockBytes)
 {
+    grow();
 }
 
 std::string_view TextBlocks::next()
 {
     used -= delivered;
-    std::memmove(buffer.data(), buffer.data() + delivered, used);
+    std::memmove(buffer.get(), buffer.get() + delivered, used);
     delivered = 0;
     // What is left over is the beginning of a line: it holds no line feed.
     for (std::size_t firstNew = used; readMore(); firstNew = used) {
         dropOverlong(firstNew);
-        const std::size_t end = lastLineEnd(buffer.data() + firstNew, used - firstNew);
+        const std::size_t end = lastLineEnd(buffer.get() + firstNew, used - firstNew);
         if (end == std::string_view::npos)
             continue;
         delivered = firstNew + end + 1;
-        return {buffer.data(), unifyLineEnds(buffer.data(), delivered)};
+        return {buffer.get(), unifyLineEnds(buffer.get(), delivered)};
     }
     delivered = used;
-    return {buffer.data(), used};
+    return {buffer.get(), used};
 }
 
 void TextBlocks::reportLosses(const QString &path) const
@@ -51,10 +54,10 @@ void TextBlocks::reportLosses(const QString &path) const
 
 bool TextBlocks::readMore()
 {
-    if (used == buffer.size())
-        buffer.resize(buffer.size() * 2);
-    const std::size_t room = std::min(buffer.size() - used, blockBytes);
-    const qint64 count = source.read(buffer.data() + used, static_cast<qint64>(room));
+    if (used == capacity)
+        grow();
+    const std::size_t room = std::min(capacity - used, blockBytes);
+    const qint64 count = source.read(buffer.get() + used, static_cast<qint64>(room));
     readFailed = readFailed || count < 0;
     if (count <= 0)
         return false;
@@ -62,10 +65,21 @@ bool TextBlocks::readMore()
     return true;
 }
 
+void TextBlocks::grow()
+{
+    const std::size_t wanted = std::max(capacity * 2, blockBytes);
+    auto *const grown = static_cast<char *>(std::realloc(buffer.get(), wanted));
+    if (grown == nullptr)
+        throw std::bad_alloc();
+    (void)buffer.release(); // realloc has taken it
+    buffer.reset(grown);
+    capacity = wanted;
+}
+
 void TextBlocks::dropOverlong(std::size_t firstNew)
 {
     // Only the line that was begun before this block can be longer than a block.
-    char *const text = buffer.data();
+    char *const text = buffer.get();
     const void *const found = std::memchr(text + firstNew, '\n', used - firstNew);
     const std::size_t lineEnd =
         found != nullptr ? static_cast<std::size_t>(static_cast<const char *>(found) - text) : used;

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
+#include <memory>
 #include <string_view>
-#include <vector>
 
 class QIODevice;
 class QString;
@@ -32,11 +33,18 @@ public:
 
 private:
     bool readMore();
+    void grow();
     void dropOverlong(std::size_t firstNew);
 
     QIODevice &source;
     const std::size_t lineLimit;
-    std::vector<char> buffer;
+    struct Release
+    {
+        void operator()(char *memory) const { std::free(memory); }
+    };
+    /// Grows in place where the system can, and is not filled with zeros first.
+    std::unique_ptr<char, Release> buffer;
+    std::size_t capacity = 0;
     std::size_t used = 0;      ///< bytes in the buffer
     std::size_t delivered = 0; ///< bytes at its start that the last call handed out
     bool readFailed = false;

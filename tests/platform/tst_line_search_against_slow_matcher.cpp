@@ -1,3 +1,5 @@
+#include "FindstrAutomaton.h"
+#include "FindstrMatcher.h"
 #include "LineFilter.h"
 #include "SlowFindstr.h"
 
@@ -87,6 +89,8 @@ private slots:
     void slowMatcherKnowsTheTable();
     void findsTheSameLines_data();
     void findsTheSameLines();
+    void matcherAndAutomatonAgree();
+    void goesOnWhereTheAutomatonGivesUp();
 };
 
 void LineSearchAgainstSlowMatcher::slowMatcherKnowsTheTable_data()
@@ -149,6 +153,67 @@ void LineSearchAgainstSlowMatcher::findsTheSameLines()
     }
     // Keywords that select everything or nothing would prove little.
     QVERIFY2(selective > keywords / 4, qPrintable(QString::number(selective)));
+}
+
+void LineSearchAgainstSlowMatcher::matcherAndAutomatonAgree()
+{
+    std::mt19937 random(20240608);
+    constexpr int keywords = 8000;
+    int byAutomaton = 0;
+    for (int i = 0; i < keywords; ++i) {
+        const std::string keyword = keywordOf(random);
+        const std::string line = lineOf(random);
+        bool matches = false;
+        for (FindstrExpression &parsed : parseFindstr(keyword)) {
+            const FindstrExpression expression = simplified(std::move(parsed));
+            const bool one = FindstrMatcher(expression).matches(line);
+            matches = matches || one;
+            FindstrAutomaton automaton(expression);
+            if (!automaton.isUsable())
+                continue; // the keyword has borders of words
+            ++byAutomaton;
+            const std::string before = "~\n"; // most expressions do not match this line
+            const bool skips = automaton.find(before, 0) == std::string::npos;
+            const std::size_t from = skips ? 0 : before.size();
+            const std::size_t place = automaton.find(before + line + '\n', from);
+            QCOMPARE(place != std::string::npos, one);
+            QVERIFY(!one || (place >= before.size() && place <= before.size() + line.size()));
+            if (!line.empty())
+                QCOMPARE(automaton.find(line, 0) != std::string::npos, one);
+        }
+        QCOMPARE(matches, slowFindstrMatches(keyword, line));
+    }
+    QVERIFY2(byAutomaton > keywords / 2, qPrintable(QString::number(byAutomaton)));
+}
+
+void LineSearchAgainstSlowMatcher::goesOnWhereTheAutomatonGivesUp()
+{
+    // Which of the last twelve bytes were an "a": 4096 states.
+    std::string keyword = "[ab]b*a";
+    for (int i = 0; i < 11; ++i)
+        keyword += "[ab]";
+    keyword += 'c';
+    std::mt19937 random(20240609);
+    Text text;
+    for (int i = 0; i < 2000; ++i) {
+        std::string line;
+        for (int j = 0; j < 20; ++j)
+            line += "ab"[random() % 2];
+        text.lines.push_back(line + (i % 3 == 0 ? "c" : "d"));
+        text.bytes += text.lines.back() + '\n';
+    }
+    FindstrAutomaton automaton(simplified(parseFindstr(keyword).front()));
+    std::size_t place = automaton.find(text.bytes, 0);
+    QVERIFY(place != std::string::npos);
+    while (place != std::string::npos)
+        place = automaton.find(text.bytes, text.bytes.find('\n', place) + 1);
+    QVERIFY2(!automaton.isUsable(), "the text was to need too many states");
+
+    LineFilter filter(keyword);
+    const std::string wanted = expected(keyword, text);
+    QVERIFY(!wanted.empty() && wanted != text.bytes);
+    QCOMPARE(found(filter, text.bytes), wanted);
+    QCOMPARE(found(filter, text.bytes), wanted);
 }
 
 QTEST_APPLESS_MAIN(LineSearchAgainstSlowMatcher)

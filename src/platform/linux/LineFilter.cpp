@@ -32,8 +32,11 @@ LineFilter::LineFilter(std::string_view keyword, PatternFinder::Use use)
     for (FindstrExpression &parsed : parseFindstr(keyword)) {
         const FindstrExpression expression = simplified(std::move(parsed));
         const FindstrPattern pattern = toPattern(expression);
-        searches.push_back(
-            {PatternFinder(pattern.text, use), FindstrMatcher(expression), pattern.exact, {}});
+        searches.push_back({PatternFinder(pattern.text, use),
+                            FindstrAutomaton(expression),
+                            FindstrMatcher(expression),
+                            pattern.exact,
+                            {}});
     }
 }
 
@@ -54,20 +57,33 @@ std::string_view LineFilter::nextLine(std::string_view text, std::size_t from)
 void LineFilter::Search::advance(std::string_view text, std::size_t from)
 {
     line = {};
+    if (!exact)
+        line = lineByAutomaton(text, from);
+    if (exact || !automaton.isUsable())
+        line = lineByPattern(text, from);
+}
+
+std::string_view LineFilter::Search::lineByAutomaton(std::string_view text, std::size_t from)
+{
+    const std::size_t place = automaton.find(text, from);
+    return place != std::string_view::npos ? lineAround(text, from, place) : std::string_view();
+}
+
+std::string_view LineFilter::Search::lineByPattern(std::string_view text, std::size_t from)
+{
     while (from < text.size()) {
         const std::size_t place = finder.find(text, from);
         const bool isBehindLastLine = place == text.size() && text.back() == '\n';
         if (place == std::string_view::npos || isBehindLastLine)
-            return;
+            break;
         const std::string_view candidate = lineAround(text, from, place);
         // The pattern finds more than the expression, so nothing can match before its place.
         const char *const found = text.data() + place;
-        if (accepts(candidate, static_cast<std::size_t>(found - candidate.data()))) {
-            line = candidate;
-            return;
-        }
+        if (accepts(candidate, static_cast<std::size_t>(found - candidate.data())))
+            return candidate;
         from = static_cast<std::size_t>(candidate.data() - text.data()) + candidate.size();
     }
+    return {};
 }
 
 bool LineFilter::Search::accepts(std::string_view candidate, std::size_t from)

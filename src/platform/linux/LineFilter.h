@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FindstrAutomaton.h"
 #include "FindstrMatcher.h"
 #include "PatternFinder.h"
 
@@ -33,16 +34,19 @@ public:
     }
 
 private:
-    /// One of the keyword's expressions: its pattern leads to lines, which the matcher judges where
-    /// the pattern is not exact.
+    /// One of the keyword's expressions: its pattern leads to lines. Where that is not exact the
+    /// automaton does, and where there is none the matcher judges what the pattern finds.
     struct Search
     {
         PatternFinder finder;
+        FindstrAutomaton automaton;
         FindstrMatcher matcher;
         bool exact;
         std::string_view line; ///< the next one in the text at hand; empty: none is left
 
         void advance(std::string_view text, std::size_t from);
+        [[nodiscard]] std::string_view lineByAutomaton(std::string_view text, std::size_t from);
+        [[nodiscard]] std::string_view lineByPattern(std::string_view text, std::size_t from);
         [[nodiscard]] bool accepts(std::string_view candidate, std::size_t from);
     };
 

@@ -25,6 +25,24 @@ std::string_view content(std::string_view line)
     return line;
 }
 
+bool isRare(const FindstrItem &item)
+{
+    constexpr std::size_t fewBytes = 4;
+    return item.kind == FindstrItem::Kind::Byte && item.bytes.count() <= fewBytes;
+}
+
+/// The pattern can leap from line to line: it begins with two bytes together that are seldom so,
+/// or has nothing to repeat. Otherwise the automaton is faster, which looks at every byte.
+bool leaps(const FindstrExpression &expression)
+{
+    const auto &items = expression.items;
+    const auto gap = std::find_if(items.begin(), items.end(),
+                                  [](const FindstrItem &item) { return item.repeated; });
+    const auto pair = std::adjacent_find(
+        items.begin(), gap, [](const auto &a, const auto &b) { return isRare(a) && isRare(b); });
+    return gap == items.end() || pair != gap;
+}
+
 } // namespace
 
 LineFilter::LineFilter(std::string_view keyword, PatternFinder::Use use)
@@ -36,6 +54,7 @@ LineFilter::LineFilter(std::string_view keyword, PatternFinder::Use use)
                             FindstrAutomaton(expression),
                             FindstrMatcher(expression),
                             pattern.exact,
+                            leaps(expression),
                             {}});
     }
 }
@@ -57,9 +76,10 @@ std::string_view LineFilter::nextLine(std::string_view text, std::size_t from)
 void LineFilter::Search::advance(std::string_view text, std::size_t from)
 {
     line = {};
-    if (!exact)
+    const bool byPattern = exact && leaping;
+    if (!byPattern)
         line = lineByAutomaton(text, from);
-    if (exact || !automaton.isUsable())
+    if (byPattern || !automaton.isUsable())
         line = lineByPattern(text, from);
 }
 

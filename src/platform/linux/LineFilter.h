@@ -34,14 +34,16 @@ public:
     }
 
 private:
-    /// One of the keyword's expressions: its pattern leads to lines. Where that is not exact the
-    /// automaton does, and where there is none the matcher judges what the pattern finds.
+    /// One of the keyword's expressions. Its pattern leads to lines, or its automaton where the
+    /// pattern is not exact or not fast. Where there is no automaton the matcher judges the lines
+    /// that an inexact pattern finds.
     struct Search
     {
         PatternFinder finder;
         FindstrAutomaton automaton;
         FindstrMatcher matcher;
-        bool exact;
+        bool exact;            ///< the pattern finds no line that does not match
+        bool leaping;          ///< the pattern is the fastest way
         std::string_view line; ///< the next one in the text at hand; empty: none is left
 
         void advance(std::string_view text, std::size_t from);

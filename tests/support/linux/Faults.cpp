@@ -3,12 +3,32 @@
 #include <QFile>
 
 #include <csignal>
+#include <grp.h>
 #include <sys/resource.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
 constexpr uid_t nobody = 65534;
+
+/// The further groups of this process, which bring rights of their own: a root that logged in is in
+/// root's group by them, too.
+std::vector<gid_t> furtherGroups;
+
+bool takeFurtherGroups()
+{
+    const int count = getgroups(0, nullptr);
+    if (count < 0)
+        return false;
+    furtherGroups.resize(size_t(count));
+    return getgroups(count, furtherGroups.data()) == count && setgroups(0, nullptr) == 0;
+}
+
+bool giveFurtherGroupsBack()
+{
+    return setgroups(furtherGroups.size(), furtherGroups.data()) == 0;
+}
 
 void limitFileSize(rlim_t bytes)
 {
@@ -26,14 +46,14 @@ OrdinaryUser::OrdinaryUser()
 {
     if (geteuid() != 0)
         return;
-    if (setegid(nobody) != 0 || seteuid(nobody) != 0)
+    if (!takeFurtherGroups() || setegid(nobody) != 0 || seteuid(nobody) != 0)
         qFatal("cannot become an ordinary user");
     dropped = true;
 }
 
 OrdinaryUser::~OrdinaryUser()
 {
-    if (dropped && (seteuid(0) != 0 || setegid(0) != 0))
+    if (dropped && (seteuid(0) != 0 || setegid(0) != 0 || !giveFurtherGroupsBack()))
         qFatal("cannot become root again");
 }
 

@@ -18,13 +18,15 @@ Vantrel::Vantrel(QWidget *parent, const UserEnvironment &userEnvironment)
     , ui(std::make_unique<Ui::Vantrel>())
     , environment(userEnvironment)
 {
+    // First: what is measured before the fonts are known keeps the wrong ones.
+    chooseLanguageAndStyle();
     ui->setupUi(this);
     setUpExportPath();
     setUpTitleBar();
     buildContextMenu();
     setUpTable();
     findSources();
-    chooseLanguageAndStyle();
+    retranslate();
     offerSources();
     createWindows();
     startWorker();
@@ -69,7 +71,6 @@ void Vantrel::chooseLanguageAndStyle()
                                   : QStringLiteral(":/Linguist_CN.qm"));
     QCoreApplication::installTranslator(&translator);
     Skin::applyStyleSheet(*this, english ? Skin::englishFonts : Skin::chineseFonts);
-    retranslate();
 }
 
 void Vantrel::retranslate()

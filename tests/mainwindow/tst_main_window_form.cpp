@@ -34,6 +34,8 @@ private slots:
     void letsTheTabKeyFollowTheReadingOrder();
     void namesEveryControlForAScreenReader();
     void worksWithoutASkin();
+    void everyWindowHasTheFontsOfTheLanguage_data();
+    void everyWindowHasTheFontsOfTheLanguage();
 };
 
 namespace {
@@ -347,6 +349,33 @@ void MainWindowForm::worksWithoutASkin()
         QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("Export"));
     }
     QVERIFY(QDir::setCurrent(before));
+}
+
+void MainWindowForm::everyWindowHasTheFontsOfTheLanguage_data()
+{
+    QTest::addColumn<QByteArray>("language");
+    QTest::addColumn<QString>("family");
+
+    QTest::newRow("English") << QByteArray("1") << text("Segoe UI");
+    QTest::newRow("Chinese") << QByteArray("0") << text("Microsoft YaHei UI");
+}
+
+void MainWindowForm::everyWindowHasTheFontsOfTheLanguage()
+{
+    QFETCH(QByteArray, language);
+    MainWindowFixture f;
+    f.useLanguage(language);
+    f.open();
+    f.window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
+    for (const char *name : {"lbSource", "lbLogSetting", "lbUpdateTime", "lbTitle"}) {
+        const auto labels = f.window->findChildren<QLabel *>(QString::fromLatin1(name));
+        QVERIFY2(!labels.isEmpty(), name);
+        for (QLabel *label : labels) {
+            label->ensurePolished();
+            QTEST(label->font().family(), "family");
+        }
+    }
 }
 
 QTEST_MAIN(MainWindowForm)

@@ -205,8 +205,8 @@ void LogViewer::setUpTable()
     CTableWidget &table = *ui->tableWidget;
     table.verticalHeader()->setVisible(false);
     table.verticalHeader()->setDefaultSectionSize(rowHeight);
-    table.setRowCount(rowCapacity);
     setUpColumns();
+    table.setRowCount(rowCapacity); // rows of no columns would all be moved when the columns come
     table.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     table.setAlternatingRowColors(true);
     table.setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -1,0 +1,137 @@
+#include "CConfiguration.h"
+#include "Dice.h"
+#include "LogViewer.h"
+#include "MainWindowFixture.h"
+
+#include <QAction>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QPushButton>
+
+#include <cstdio>
+#include <malloc.h>
+
+/// Export after export in one process, by the button with every item and by the menu, while sources
+/// are switched and logs are looked at: the process does not grow.
+class Soak : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void memoryAndHandlesStayFlat();
+};
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool sanitized = true; // its memory is the sanitizer's, which keeps what was freed
+#else
+constexpr bool sanitized = false;
+#endif
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// What a process takes of its system.
+struct Usage
+{
+    qint64 heap = 0;     ///< bytes allocated and not freed
+    qint64 resident = 0; ///< bytes
+    int handles = 0;     ///< open files
+    int threads = 0;
+    int objects = 0; ///< QObjects below the window
+};
+
+int entriesOf(const char *folder)
+{
+    return QDir(text(folder))
+        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
+        .size();
+}
+
+Usage usage(const Vantrel &window)
+{
+    Usage now;
+    const auto heap = mallinfo2();
+    now.heap = qint64(heap.uordblks) + qint64(heap.hblkhd);
+    QFile status(text("/proc/self/statm"));
+    if (status.open(QIODevice::ReadOnly))
+        now.resident = status.readAll().split(' ').value(1).toLongLong() * 4096;
+    now.handles = entriesOf("/proc/self/fd");
+    now.threads = entriesOf("/proc/self/task");
+    now.objects = window.findChildren<QObject *>().size();
+    return now;
+}
+
+void print(int exports, double seconds, const Usage &now)
+{
+    std::printf("%6d exports %7.1f s  heap %7.0f KiB  resident %7.0f KiB  %d handles  %d threads  "
+                "%d objects\n",
+                exports, seconds, double(now.heap) / 1024, double(now.resident) / 1024, now.handles,
+                now.threads, now.objects);
+    std::fflush(stdout);
+}
+
+/// A user's round: a source, a look into a log, an export.
+bool exportOnce(MainWindowFixture &f, int number)
+{
+    const QString zip = CConfiguration::instance()->exportPath;
+    QFile::remove(zip);
+    auto *combo = f.find<CComboBoxEx>("comboSource");
+    combo->setCurrentIndex(number % combo->count());
+    emit f.table()->itemDoubleClicked(f.table()->item(number % 10, 1));
+    if (number % 2 == 0)
+        f.find<QPushButton>("btnExport")->click(); // returns when the wait dialog is closed
+    else
+        f.find<QAction>("actionExportAll")->trigger();
+    const bool done = QTest::qWaitFor(
+        [&] { return QFileInfo::exists(zip) && !zipContents(zip).contains(text("not a zip")); },
+        60000);
+    f.output.take();
+    return done && !QFileInfo::exists(f.home.path(text("QZSDK/LogInfo")));
+}
+
+} // namespace
+
+void Soak::memoryAndHandlesStayFlat()
+{
+    const int exports = times("VANTREL_SOAK", 60);
+    const int warmUp = qMax(exports / 10, 20);
+    MainWindowFixture f;
+    for (const char *source : {"QZviewer", "QZcontrol", "QZgrabber"}) {
+        for (int log = 0; log < 20; ++log)
+            f.log(text("%1/%2.log").arg(text(source)).arg(log), QByteArray(5000, 'x') + '\n');
+        f.log(text("%1/gentl_cxp_log/links.txt").arg(text(source)));
+    }
+    f.log(text("QZviewer/client.dmp"), QByteArray(50000, 'd'));
+    f.open();
+    f.window->show();
+    for (const char *box : {"checkBoxNICInfo", "checkBoxSystemLog", "checkBoxSystemInfo",
+                            "checkBoxSystemDump", "checkBoxClientDump"})
+        f.find<QCheckBox>(box)->click();
+
+    QElapsedTimer time;
+    time.start();
+    Usage start;
+    for (int i = 1; i <= warmUp + exports; ++i) {
+        QVERIFY2(exportOnce(f, i), qPrintable(QString::number(i)));
+        if (i == warmUp)
+            start = usage(*f.window);
+        const int counted = i - warmUp;
+        if (counted >= 0 && counted % qMax(exports / 10, 1) == 0)
+            print(counted, double(time.elapsed()) / 1000, usage(*f.window));
+    }
+    const Usage end = usage(*f.window);
+    QCOMPARE(end.handles, start.handles);
+    QCOMPARE(end.threads, start.threads);
+    QCOMPARE(end.objects, start.objects);
+    if (sanitized)
+        return;
+    QVERIFY2(end.heap - start.heap < 200'000, "the heap grew");
+    QVERIFY2(end.resident - start.resident < 8'000'000, "the process grew");
+}
+
+QTEST_MAIN(Soak)
+#include "tst_soak.moc"

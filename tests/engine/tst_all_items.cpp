@@ -16,6 +16,10 @@ private slots:
     void oneFaultTakesNothingElseAway();
     void everyFaultAtOnceStillMakesAZip();
     void theNextExportAfterAFaultIsWhole();
+    void cleanupTestCase();
+
+private:
+    KeptZips zips; ///< of all tests
 };
 
 namespace {
@@ -207,7 +211,7 @@ void AllItems::oneFaultTakesNothingElseAway()
     fault.make(job);
     QVERIFY(job.run());
     QCOMPARE(job.f.output.lines(), job.printed(fault.printed));
-    QCOMPARE(job.packed(), job.whole);
+    QCOMPARE(job.packed(&zips), job.whole);
     QVERIFY(!QFileInfo::exists(job.f.staging()));
 }
 
@@ -224,10 +228,11 @@ void AllItems::everyFaultAtOnceStillMakesAZip()
     QCOMPARE(job.f.output.lines(),
              job.printed({text("saveEventLog failed!"), text("Failed to get memory status."),
                           text("saveSysInfo failed!"), text(noKernelDump), text(noSmallDump)}));
-    QCOMPARE(job.packed(), (Contents{{text("NICInfo.txt"),
-                                      "Call to GetAdaptersAddresses failed with error code: 1\n"},
-                                     {text("SDKLOG/a.log"), "line\n"},
-                                     {text("SystemInfo.txt"), {}}}));
+    QCOMPARE(
+        job.packed(&zips),
+        (Contents{{text("NICInfo.txt"), "Call to GetAdaptersAddresses failed with error code: 1\n"},
+                  {text("SDKLOG/a.log"), "line\n"},
+                  {text("SystemInfo.txt"), {}}}));
 }
 
 void AllItems::theNextExportAfterAFaultIsWhole()
@@ -239,7 +244,13 @@ void AllItems::theNextExportAfterAFaultIsWhole()
     job.machine.ask = [](const QString &) {};
     QVERIFY(job.run());
     QCOMPARE(job.f.output.lines(), job.printed({}));
-    QCOMPARE(job.packed(), job.whole);
+    QCOMPARE(job.packed(&zips), job.whole);
+}
+
+void AllItems::cleanupTestCase()
+{
+    QVERIFY(zips.count() > 0);
+    QCOMPARE(zips.complaint(), QString());
 }
 
 QTEST_GUILESS_MAIN(AllItems)

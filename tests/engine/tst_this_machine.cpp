@@ -1,4 +1,5 @@
 #include "ExportFixture.h"
+#include "ZipTools.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -92,7 +93,7 @@ void ThisMachine::initTestCase()
         *flag = true;
     fixture->worker.enqueueExport(fixture->zip());
     QVERIFY(fixture->answers(1, 250000));
-    contents = zipContents(fixture->zip());
+    contents = verifiedZipContents(fixture->zip());
 }
 
 void ThisMachine::adaptersAreThoseOfIp()

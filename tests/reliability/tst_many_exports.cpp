@@ -96,7 +96,7 @@ struct Choice
 void ManyExports::twoHundredAreQueuedAtOnce()
 {
     FullJob job;
-    const int count = times("VANTREL_EXPORTS", manyRequests);
+    const int count = times("VANTREL_QUEUED", manyRequests);
     const auto zip = [&](int i) { return job.f.scratch.path(text("%1.zip").arg(i)); };
     job.f.choose({job.log});
     for (int i = 0; i < count; ++i)

@@ -50,7 +50,7 @@ fail() {
 
 # expect SECONDS WHAT COMMAND...: waits for the command to succeed while the program runs.
 expect() {
-    local seconds=$1 what=$2
+    local seconds=$(($1 * ${TOUR_PATIENCE:-1})) what=$2
     shift 2
     wait_until "$seconds" holds_or_ended "$@" || fail "waited $seconds seconds in vain for $what"
     kill -0 "$program" 2>/dev/null || fail "the program ended while it was waited for $what"
@@ -147,7 +147,7 @@ export_all() {
 
 close_window() {
     click "${close_button[@]}"
-    wait_until 30 ended || fail "the window was closed, but the program still runs"
+    wait_until $((30 * ${TOUR_PATIENCE:-1})) ended || fail "the window was closed, but the program still runs"
     local code=0
     wait "$program" || code=$?
     program=

@@ -117,8 +117,6 @@ void Vantrel::onCloseWaitDlg()
 
 void Vantrel::onShowExportInfoDlg(EN_IMAGE_MSG_MODE mode, const QString &strPath)
 {
-    if (exportInfo == nullptr)
-        return;
     exportInfo->setMode(mode);
     exportInfo->setPath(strPath);
     exportInfo->move((width() - exportInfo->width()) / 2, noticeTop);

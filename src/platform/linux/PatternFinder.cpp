@@ -67,7 +67,6 @@ PatternFinder::PatternFinder(const std::string &pattern, Use use)
 
 PatternFinder::~PatternFinder() = default;
 PatternFinder::PatternFinder(PatternFinder &&other) noexcept = default;
-PatternFinder &PatternFinder::operator=(PatternFinder &&other) noexcept = default;
 
 bool PatternFinder::isUsable() const
 {

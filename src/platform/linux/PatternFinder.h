@@ -16,7 +16,6 @@ public:
     explicit PatternFinder(const std::string &pattern, Use use = Use::MachineCode);
     ~PatternFinder();
     PatternFinder(PatternFinder &&other) noexcept;
-    PatternFinder &operator=(PatternFinder &&other) noexcept;
 
     /// False: find() only says "perhaps", at every place. Becomes so too when a search fails.
     [[nodiscard]] bool isUsable() const;

@@ -33,6 +33,7 @@ private slots:
     void takesTheCloseButtonForEsc_data();
     void takesTheCloseButtonForEsc();
     void pressesTheFocusedButtonByEnter();
+    void takesEnterWithoutAFocusForTheFirstButton();
     void declaresItsSlots();
     void letsASubclassIntercept();
     void forgetsTheButtonWhenItIsShownAgain();
@@ -221,6 +222,17 @@ void MessageBox::pressesTheFocusedButtonByEnter()
     });
     QCOMPARE(answer, int(QDialog::Rejected));
     QCOMPARE(box.getClickedButton(), QMessageBox::No);
+}
+
+void MessageBox::takesEnterWithoutAFocusForTheFirstButton()
+{
+    CommonMessageBox box(text("Really?"), QMessageBox::Yes | QMessageBox::No);
+    const int answer = runAnd(box, [&] {
+        QTest::keyClick(&box, Qt::Key_A); // means nothing
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    QCOMPARE(int(box.getClickedButton()), int(QMessageBox::Yes));
+    QCOMPARE(answer, int(QDialog::Accepted));
 }
 
 void MessageBox::declaresItsSlots()

@@ -16,6 +16,7 @@ private slots:
     void leavesOutALogThatCannotBeRead();
     void leavesOutAGenTlLogThatCannotBeRead();
     void survivesASourceFolderThatWasRemoved();
+    void leavesOutGenTlLogsWhoseFolderCannotBeMade();
     void packsWhatAKilledRunLeftInTheStagingFolder();
     void takesPathsOfEveryKind_data();
     void takesPathsOfEveryKind();
@@ -136,6 +137,21 @@ void ExportFaults::survivesASourceFolderThatWasRemoved()
     QVERIFY(f.answers());
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
     QVERIFY(f.output.contains(text("not copied: \"%1\"").arg(log)));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::leavesOutGenTlLogsWhoseFolderCannotBeMade()
+{
+    ExportFixture f;
+    f.log(text("gentl_cxp_log/g.txt"));
+    const QString inItsPlace = f.scratch.file(text("elsewhere/gentl_cxp_log"), "a log");
+    f.choose({inItsPlace});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QCOMPARE(zipContents(f.zip()),
+             (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log"), "a log"}}));
+    const QString source = f.base() + text("QZviewer/gentl_cxp_log");
+    QVERIFY(f.output.contains(text("not copied: \"%1\"").arg(source)));
     exportsOnceMore(f);
 }
 

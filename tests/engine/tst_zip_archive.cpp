@@ -25,6 +25,7 @@ private slots:
     void leavesOutWhatIsBeyondTheNumberOfEntries();
     void leavesOutWhatWouldMakeItTooLarge();
     void leavesAVanishedFileEmptyAndSaysSo();
+    void takesWhatThereIsOfAFileThatIsShorterThanItSays();
     void saysThatItCannotBeWritten();
     void leavesNoHalfZipOnAFullDisk_data();
     void leavesNoHalfZipOnAFullDisk();
@@ -205,6 +206,24 @@ void ZipArchiveTest::leavesAVanishedFileEmptyAndSaysSo()
     QCOMPARE(zipContents(zip), (QMap<QString, QByteArray>{{QStringLiteral("gone"), {}}}));
     QCOMPARE(output.lines().size(), 1);
     QVERIFY(output.lines().constFirst().startsWith(QStringLiteral("cannot read")));
+}
+
+void ZipArchiveTest::takesWhatThereIsOfAFileThatIsShorterThanItSays()
+{
+    // As a file is that somebody cuts short meanwhile.
+    const QString path = QStringLiteral("/sys/kernel/mm/transparent_hugepage/enabled");
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.readAll().size() >= file.size())
+        QSKIP("there is no such file here");
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    const DebugCapture output;
+    ZipArchive archive(zip);
+    archive.addFile(QStringLiteral("x"), path);
+    QVERIFY(archive.close());
+    file.seek(0);
+    QCOMPARE(zipContents(zip).value(QStringLiteral("x")), file.readAll());
+    QVERIFY(output.lines().join(QString()).startsWith(QStringLiteral("read only ")));
 }
 
 void ZipArchiveTest::saysThatItCannotBeWritten()

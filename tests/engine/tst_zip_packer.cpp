@@ -24,6 +24,7 @@ private slots:
     void saysThatTheFolderWasNotRemoved();
     void printsAnEntryOnceItWasAdded();
     void followsNoLinkOutOfTheFolder();
+    void packsAndKeepsWhatMayNotBeRemoved();
     void refusesToRemoveAnEmptyPath();
     void takesAMissingFolderForRemoved();
 };
@@ -229,6 +230,33 @@ void ZipPackerTest::followsNoLinkOutOfTheFolder()
     QCOMPARE(zipEntryNames(zip), QStringList(text("x")));
     QCOMPARE(scratch.read(text("precious/data")), QByteArray("keep me"));
     QVERIFY(!QFileInfo::exists(scratch.path(text("in"))));
+}
+
+void ZipPackerTest::packsAndKeepsWhatMayNotBeRemoved()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("no way to take a permission away here");
+    ScratchFolder scratch;
+    scratch.file(text("in/locked/a.log"), "a");
+    const QString folder = scratch.path(text("in"));
+    const QString zip = scratch.path(text("a.zip"));
+    const auto readable = QFileDevice::ReadOwner | QFileDevice::ExeOwner | QFileDevice::ReadOther |
+                          QFileDevice::ExeOther;
+    for (const char *locked : {"in/locked", "in"})
+        QVERIFY(QFile::setPermissions(scratch.path(text(locked)), readable));
+    QVERIFY(QFile::setPermissions(scratch.path(),
+                                  readable | QFileDevice::WriteOwner | QFileDevice::WriteOther));
+    DebugCapture output;
+    {
+        const OrdinaryUser user;
+        QVERIFY(zipFolder(folder, zip));
+    }
+    QCOMPARE(zipContents(zip), (Contents{{text("locked/a.log"), "a"}}));
+    QCOMPARE(scratch.read(text("in/locked/a.log")), QByteArray("a"));
+    QVERIFY(output.contains(text("folder not removed: \"%1\"").arg(folder)));
+    // So that the scratch folder can go.
+    for (const char *locked : {"in", "in/locked"})
+        QFile::setPermissions(scratch.path(text(locked)), readable | QFileDevice::WriteOwner);
 }
 
 void ZipPackerTest::refusesToRemoveAnEmptyPath()

@@ -36,6 +36,7 @@ private slots:
     void setsEveryRowByTheHeader();
     void putsTheRowBoxesInTheMiddleOfTheirCells();
     void opensAFileInTheViewerByADoubleClick();
+    void doesNothingAtASingleClick();
     void showsTheContextMenuForAnItemOnly();
     void remembersTheEnteredItemAndReportsNone();
     void showsTheSettingsAsAWindowModalDialog();
@@ -321,6 +322,18 @@ void SdkLogTable::opensAFileInTheViewerByADoubleClick()
     const auto *shown = viewer->findChild<QTableWidget *>(text("tableWidget"));
     QVERIFY(shown != nullptr);
     QCOMPARE(shown->item(1, 3)->text(), text("two"));
+}
+
+void SdkLogTable::doesNothingAtASingleClick()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"), "one\n");
+    f.open();
+    f.window->show();
+    f.output.take();
+    emit f.table()->itemClicked(f.table()->item(0, 2));
+    QCOMPARE(f.output.lines(), QStringList());
+    QVERIFY(!f.window->findChild<LogViewer *>()->isVisible());
 }
 
 void SdkLogTable::showsTheContextMenuForAnItemOnly()

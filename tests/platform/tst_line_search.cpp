@@ -35,6 +35,7 @@ private slots:
     void survivesExpressionsOfTenThousandCharacters_data();
     void survivesExpressionsOfTenThousandCharacters();
     void takesAPatternThatIsTooLargeAsFoundEverywhere();
+    void saysPerhapsOnceASearchHasFailed();
     void stepsGrowWithTheLineNotWithItsSquare_data();
     void stepsGrowWithTheLineNotWithItsSquare();
     void countedStepsShowWhatBacktrackingWouldCost();
@@ -308,6 +309,17 @@ void LineSearchTest::takesAPatternThatIsTooLargeAsFoundEverywhere()
     PatternFinder finder(QByteArray("[\\x01\\x03]").repeated(40'000).toStdString());
     QVERIFY(!finder.isUsable());
     QCOMPARE(finder.find("abc\n", 2), std::size_t(2));
+}
+
+void LineSearchTest::saysPerhapsOnceASearchHasFailed()
+{
+    // More to come back to than the library's machine code has room for.
+    PatternFinder finder("(?:(a)|b)*c");
+    QVERIFY(finder.isUsable());
+    const std::string text(1'000'000, 'a');
+    QCOMPARE(finder.find(text, 3), std::size_t(3));
+    QVERIFY(!finder.isUsable());
+    QCOMPARE(finder.find("x", 0), std::size_t(0));
 }
 
 void LineSearchTest::stepsGrowWithTheLineNotWithItsSquare_data()

@@ -28,6 +28,7 @@ private slots:
     void failsOnAFolder();
     void failsOnAnEmptyPath();
     void failsOnAFileThatMayNotBeRead();
+    void failsOnAFileThatCannotBeReadAnyFurther();
     void failsOnAFileThatMayNotBeWritten();
     void failsOnAFileThatIsRightAlreadyButMayNotBeWritten();
     void refusesAFileBeyondAllMeasure();
@@ -220,6 +221,16 @@ void LogLevelRewriting::failsOnAFileThatMayNotBeRead()
     }
     QCOMPARE(output.lines(), QStringList{QStringLiteral("open failed")});
     QCOMPARE(scratch.read(name()), infoFile);
+}
+
+void LogLevelRewriting::failsOnAFileThatCannotBeReadAnyFurther()
+{
+    const QString path = QStringLiteral("/proc/self/mem"); // its first byte cannot be read
+    if (!QFileInfo::exists(path))
+        QSKIP("there is no such file here");
+    const DebugCapture output;
+    QCOMPARE(readPropertiesFile(path), std::nullopt);
+    QCOMPARE(output.lines(), QStringList{QStringLiteral("read failed")});
 }
 
 void LogLevelRewriting::failsOnAFileThatMayNotBeWritten()

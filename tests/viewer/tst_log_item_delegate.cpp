@@ -17,6 +17,7 @@ private slots:
     void showsMarkupInToolTipsAsText();
     void cutsToolTipsOfLongLines();
     void showsNoToolTipWhereThereIsNone();
+    void leavesOtherHelpToTheView();
 
 private:
     QString toolTipOf(const QString &line);
@@ -85,6 +86,21 @@ void LogItemDelegateTest::cutsToolTipsOfLongLines()
 void LogItemDelegateTest::showsNoToolTipWhereThereIsNone()
 {
     QCOMPARE(toolTipOf(QString()), QString());
+}
+
+void LogItemDelegateTest::leavesOtherHelpToTheView()
+{
+    QTableWidget table(1, 1);
+    auto *const item = new QTableWidgetItem;
+    item->setToolTip(QStringLiteral("tip"));
+    table.setItem(0, 0, item);
+    LogItemDelegate delegate;
+    QHelpEvent asked(QEvent::QueryWhatsThis, QPoint(5, 5), QPoint(5, 5));
+    const QModelIndex index = table.model()->index(0, 0);
+    QVERIFY(!delegate.helpEvent(&asked, &table, QStyleOptionViewItem(), index));
+    item->setWhatsThis(QStringLiteral("this"));
+    QVERIFY(delegate.helpEvent(&asked, &table, QStyleOptionViewItem(), index));
+    QVERIFY(!QToolTip::isVisible());
 }
 
 QTEST_MAIN(LogItemDelegateTest)

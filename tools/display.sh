@@ -20,8 +20,9 @@ has_window_manager() {
 # start_display FOLDER: exports DISPLAY; what the servers say goes to files in the folder.
 start_display() {
     local folder=$1 number="" answer
+    # -r: a busy machine may be slow to let go of a key, which is not meant to repeat.
     exec {answer}< <(exec Xvfb -displayfd 1 -screen 0 1280x900x24 -dpi 96 -nolisten tcp \
-        -noreset 2>"$folder/xvfb.log")
+        -noreset -r 2>"$folder/xvfb.log")
     display_pids+=($!)
     if ! read -r -t 30 -u "$answer" number || [[ -z $number ]]; then
         echo "The virtual display did not start:" >&2

@@ -1,3 +1,4 @@
+#include "AccessibleControls.h"
 #include "SingleApplication.h"
 #include "StartUp.h"
 #include "Vantrel.h"
@@ -12,6 +13,7 @@ int main(int argc, char **argv)
     }
 
     useSystemFont();
+    installAccessibleControls();
     Vantrel window;
     // The window has no such slot: a second start leaves the first copy as it is, on purpose. The
     // connection stays so that only a slot has to be added, should that change.

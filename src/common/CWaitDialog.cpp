@@ -25,6 +25,7 @@ CWaitDialog::~CWaitDialog() = default;
 void CWaitDialog::setTitle(const QString &title)
 {
     ui->lbTitle->setText(title);
+    setAccessibleName(title); // the window's own title is the form's
 }
 
 int CWaitDialog::showAndWait(const QString &text)

@@ -47,6 +47,7 @@ void ExportInfoDlg::setMode(int newMode)
         ui->label_text->setText(tr("Export selected info finished !"));
     else if (newMode == EN_EXPORT_ALL)
         ui->label_text->setText(tr("Export info finished !"));
+    setAccessibleName(ui->label_text->text()); // it has no title
     ui->btnView->setText(tr("View"));
     mode = newMode;
 }

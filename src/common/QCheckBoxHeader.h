@@ -16,6 +16,7 @@ public:
 
     /// Sets the box without emitting checkStausChange.
     void setChecked(bool checked);
+    [[nodiscard]] int boxColumn() const { return checkColumn; }
 
 signals:
     /// The user clicked the box, which is now @p checked.

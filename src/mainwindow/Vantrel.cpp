@@ -54,6 +54,7 @@ void Vantrel::setUpTitleBar()
 void Vantrel::buildContextMenu()
 {
     contextMenu = new QMenu(this);
+    contextMenu->setAccessibleName(ui->tableWidget->accessibleName());
     actionExportAll = contextMenu->addAction(tr("Export All SDK Log"));
     actionExportAll->setObjectName(QStringLiteral("actionExportAll"));
     actionExportSelected = contextMenu->addAction(tr("Export Selected SDK Log"));

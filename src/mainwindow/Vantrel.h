@@ -69,6 +69,7 @@ private:
     void setUpTitleBar();
     void buildContextMenu();
     void setUpTable();
+    void setUpTableKeys();
     void chooseLanguageAndStyle();
     void retranslate();
     void findSources();

@@ -8,11 +8,13 @@
 #include "SdkLogFiles.h"
 #include "ui_Vantrel.h"
 
+#include <QAbstractItemView>
 #include <QDebug>
 #include <QDir>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QMenu>
+#include <QShortcut>
 
 // The upper half of the window: where the logs come from and which there are.
 
@@ -72,6 +74,35 @@ void Vantrel::setUpTable()
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setContextMenuPolicy(Qt::CustomContextMenu);
+    setUpTableKeys();
+}
+
+void Vantrel::setUpTableKeys()
+{
+    CTableWidget *table = ui->tableWidget;
+    table->setTabKeyNavigation(false); // the tabulator leads out of the table
+    setTabOrder(ui->btnSettings, header->findChild<QCheckBox *>());
+    setTabOrder(header->findChild<QCheckBox *>(), table);
+    // The cell of the box has no item: neither a double click nor the context menu is for it.
+    connect(table, &QTableWidget::currentCellChanged, this, [table](int row, int column) {
+        if (column == CheckColumn)
+            table->setCurrentCell(row, TimeColumn, QItemSelectionModel::NoUpdate);
+    });
+    const auto onKey = [this, table](int key, auto reaction) {
+        auto *shortcut = new QShortcut(key, table);
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, this, reaction);
+    };
+    const auto open = [this, table] {
+        if (QTableWidgetItem *item = table->item(table->currentRow(), NameColumn))
+            on_tableWidget_itemDoubleClicked(item);
+    };
+    onKey(Qt::Key_Return, open);
+    onKey(Qt::Key_Enter, open);
+    onKey(Qt::Key_Space, [table] {
+        if (QCheckBox *box = rowCheckBox(*table, table->currentRow()))
+            box->toggle();
+    });
 }
 
 void Vantrel::findSources()
@@ -87,6 +118,7 @@ void Vantrel::offerSources()
 {
     if (!sourceNames.isEmpty())
         ui->comboSource->addItems(sourceNames);
+    ui->comboSource->view()->setAccessibleName(ui->comboSource->accessibleName());
     if (hasClientFolder)
         ui->comboSource->setCurrentText(clientSource());
 }
@@ -112,6 +144,7 @@ void Vantrel::addRow(int row, const SdkLogFile &file)
     auto *box = new QUserCheckBox(row, cell);
     box->setChecked(CConfiguration::instance()->sdkLog);
     box->setAccessibleName(file.name);
+    box->setFocusPolicy(Qt::ClickFocus); // the table's own keys lead to its rows
     connect(box, &QCheckBox::stateChanged, this, &Vantrel::onCheckStateChange);
     layout->addWidget(box);
     ui->tableWidget->setCellWidget(row, CheckColumn, cell);

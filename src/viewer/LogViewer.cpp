@@ -238,6 +238,7 @@ void LogViewer::buildFilterMenu()
 {
     menuFilter = new CMenuEx(this);
     menuFilter->setObjectName(QStringLiteral("menuFilter"));
+    menuFilter->setAccessibleName(ui->btnFilter->accessibleName());
     menuFilter->setMinimumWidth(180);
     auto *group = new QActionGroup(this);
     group->setExclusive(false);
@@ -256,6 +257,7 @@ void LogViewer::buildFilterMenu()
 void LogViewer::buildContextMenu()
 {
     contextMenu = new QMenu(this);
+    contextMenu->setAccessibleName(ui->tableWidget->accessibleName());
     actionCopyAll =
         contextMenu->addAction(tr("CopyAll"), this, &LogViewer::onActionCopyAllTriggered);
     actionCopyAll->setObjectName(QStringLiteral("actionCopyAll"));

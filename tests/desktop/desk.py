@@ -1,0 +1,281 @@
+"""What the desktop tests share: the program as a process, and its windows as an assistive tool
+sees them. Everything waits for a condition; the time limit only ends what hangs."""
+
+import contextlib
+import os
+import pathlib
+import subprocess
+import tempfile
+import time
+import unittest
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+from texts import LANGUAGE, tr  # noqa: E402
+
+PATIENCE = 40  # seconds after which what has not happened counts as a failure
+BIN = pathlib.Path(os.environ["VANTREL_BIN"])
+
+# Nothing is kept from one look to the next: the program changes without being asked.
+Atspi.get_desktop(0).set_cache_mask(Atspi.Cache.NONE)
+
+
+def until(what, question):
+    """Asks until the answer is true, and returns it. What vanishes meanwhile is no answer."""
+    deadline = time.monotonic() + PATIENCE
+    while True:
+        answer = None
+        with contextlib.suppress(GLib.Error):
+            answer = question()
+        if answer:
+            return answer
+        if time.monotonic() > deadline:
+            raise AssertionError(f"waited {PATIENCE} s in vain for {what}")
+        while GLib.MainContext.default().iteration(False):
+            pass  # brings what the program tells by itself
+        time.sleep(0.02)
+
+
+class Node:
+    """One thing that the program offers to assistive tools."""
+
+    def __init__(self, accessible):
+        self.accessible = accessible
+
+    @property
+    def name(self):
+        return self.accessible.get_name()
+
+    @property
+    def role(self):
+        return self.accessible.get_role_name()
+
+    def has(self, state):
+        return self.accessible.get_state_set().contains(state)
+
+    @property
+    def showing(self):
+        return self.has(Atspi.StateType.SHOWING)
+
+    @property
+    def checked(self):
+        return self.has(Atspi.StateType.CHECKED)
+
+    @property
+    def focused(self):
+        return self.has(Atspi.StateType.FOCUSED)
+
+    @property
+    def text(self):
+        return Atspi.Text.get_text(self.accessible, 0, -1)
+
+    @property
+    def actions(self):
+        count = Atspi.Action.get_n_actions(self.accessible)
+        return [Atspi.Action.get_action_name(self.accessible, i) for i in range(count)]
+
+    def children(self):
+        for i in range(self.accessible.get_child_count()):
+            child = self.accessible.get_child_at_index(i)
+            if child is not None:
+                yield Node(child)
+
+    def all_below(self):
+        """Everything below that can be seen, but not the cells of tables."""
+        for child in self.children():
+            if not child.showing:
+                continue
+            yield child
+            if child.role != "table":
+                yield from child.all_below()
+
+    def find(self, role, name):
+        """What has this role and name below, and can be seen; waits for it."""
+        return until(
+            f"{role} {name!r}",
+            lambda: next((n for n in self.all_below() if n.role == role and n.name == name), None),
+        )
+
+    def act(self, action):
+        """Carries out the action of this name, as soon as it is offered."""
+        offered = until(
+            f"{action} of {self.role} {self.name!r}",
+            lambda: self.actions if action in self.actions else None,
+        )
+        Atspi.Action.do_action(self.accessible, offered.index(action))
+
+    def press(self):
+        self.act("Press")
+
+    def toggle(self):
+        """Ticks or unticks, and waits until that is to be seen."""
+        wanted = not self.checked
+        self.act("Toggle")
+        until(f"{self.name!r} to change", lambda: self.checked == wanted)
+
+    def focus(self):
+        self.act("SetFocus")
+        until(f"the focus on {self.name!r}", lambda: self.focused)
+
+    def type(self, text):
+        self.focus()
+        Atspi.EditableText.set_text_contents(self.accessible, text)
+        until(f"{text!r} in {self.name!r}", lambda: self.text == text)
+
+    def cell(self, row, column):
+        return Node(Atspi.Table.get_accessible_at(self.accessible, row, column))
+
+    def header(self, column):
+        """A table's: its children begin with the corner and the headers of the columns."""
+        return Node(self.accessible.get_child_at_index(column + 1))
+
+    def box(self, row):
+        """The check box in a row of a table, or above all rows for -1."""
+        holder = self.header(0) if row < 0 else self.cell(row, 0)
+        return next(child for child in holder.children() if child.role == "check box")
+
+    def column(self, column):
+        """The texts of a table's column, up to the first cell without one."""
+        texts = []
+        for row in range(Atspi.Table.get_n_rows(self.accessible)):
+            text = self.cell(row, column).name
+            if not text:
+                break
+            texts.append(text)
+        return texts
+
+
+def key(*keys):
+    """Presses keys, as X names them, in the window that has the focus."""
+    subprocess.run(["xdotool", "key", *keys], check=True)
+
+
+def clipboard():
+    read = subprocess.run(
+        ["xclip", "-out", "-selection", "clipboard"], capture_output=True, timeout=PATIENCE
+    )
+    return read.stdout.decode()
+
+
+class Program:
+    """The program in a sample home of its own."""
+
+    def __init__(self):
+        self.folder = tempfile.TemporaryDirectory()
+        scratch = pathlib.Path(self.folder.name)
+        self.home = scratch / "home"
+        self.tools = scratch / "tools"
+        self.tools.mkdir()
+        subprocess.run(
+            [BIN / "vantrel-sample-home", "--log-lines", "20", "--language", LANGUAGE, self.home],
+            check=True,
+        )
+        self.sdk = self.home / "QZSDK"
+        self.zip = self.sdk / "UserLogInfo.zip"
+        self.said = open(scratch / "said", "w+b")
+        self.process = None
+        self.shown = []  # menus, newest last
+        self.listener = Atspi.EventListener.new(self.take_note)
+        self.listener.register("object:state-changed:showing")
+
+    def take_note(self, event):
+        with contextlib.suppress(GLib.Error):
+            if event.detail1 and event.source.get_role_name() == "popup menu":
+                self.shown.append(Node(event.source))
+
+    def tool(self, name, script):
+        """Puts a program of this name before the system's own."""
+        path = self.tools / name
+        path.write_text("#!/bin/sh\n" + script)
+        path.chmod(0o700)
+
+    def launch(self):
+        """Starts a copy in this home."""
+        changed = {
+            "HOME": str(self.home),
+            "XDG_CONFIG_HOME": str(self.home / ".config"),
+            "XDG_CACHE_HOME": self.folder.name,
+            "TMPDIR": self.folder.name,
+            "PATH": f"{self.tools}:{os.environ['PATH']}",
+            "LC_ALL": "C.UTF-8",
+            "QT_QPA_PLATFORM": "xcb",
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            # A sanitized program would tell of what the toolkit keeps to its end.
+            "ASAN_OPTIONS": "detect_leaks=0",
+        }
+        return subprocess.Popen(
+            [BIN / "Vantrel"],
+            cwd=BIN,
+            env={**os.environ, **changed},
+            stdin=subprocess.DEVNULL,
+            stdout=self.said,
+            stderr=subprocess.STDOUT,
+        )
+
+    def start(self):
+        self.process = self.launch()
+        return self.window("Vantrel")
+
+    def window(self, name):
+        """The window of this name, once it is there and has the keyboard."""
+
+        def look():
+            window = next((w for w in self.windows() if w.name == name), None)
+            return window if window and window.has(Atspi.StateType.ACTIVE) else None
+
+        return until(f"the window {name!r}", look)
+
+    def windows(self):
+        desktop = Atspi.get_desktop(0)
+        for i in range(desktop.get_child_count()):
+            application = desktop.get_child_at_index(i)
+            if application is not None and application.get_process_id() == self.process.pid:
+                return [w for w in Node(application).children() if w.showing]
+        return []
+
+    def menu(self, open_it):
+        """The menu that appears when "open_it" is called, with its entries by name."""
+        self.shown.clear()
+        open_it()
+        menu = until("a menu", lambda: self.shown[-1] if self.shown else None)
+        return {entry.name: entry for entry in menu.children()}
+
+    def closed(self, name):
+        until(f"{name!r} to close", lambda: all(w.name != name for w in self.windows()))
+
+    def end(self):
+        self.listener.deregister("object:state-changed:showing")
+        if self.process is not None and self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+        self.said.seek(0)
+        said = self.said.read().decode(errors="replace")
+        self.said.close()
+        self.folder.cleanup()
+        return said
+
+
+class DesktopTest(unittest.TestCase):
+    """A test with a running program; "prepare" may change its home first."""
+
+    def setUp(self):
+        self.program = Program()
+        self.addCleanup(self.end_program)
+        self.prepare()
+        self.main = self.program.start()
+        self.files = self.main.find("table", "SDK log files")
+
+    def prepare(self):
+        pass
+
+    def end_program(self):
+        print(f"\nWhat the program said:\n{self.program.end()}", flush=True)
+
+    def finish(self, dialog, name, button):
+        """Ends a file dialog with this file."""
+        dialog.find("text", "File name:").type(str(name))
+        dialog.find("push button", button).press()
+        self.program.closed(dialog.name)

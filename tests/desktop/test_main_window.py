@@ -1,0 +1,215 @@
+"""The main window, the wait dialog and the notice, by the names that assistive tools read out."""
+
+import fcntl
+import zipfile
+
+from desk import DesktopTest, key, tr, until, unittest
+
+ITEMS = [
+    "SDK Log",
+    "NIC Information",
+    "System Log",
+    "System Information",
+    "System Dump",
+    "Client Dump",
+]
+CONTROLS = {"push button", "check box", "radio button", "combo box", "list", "text", "table"}
+
+
+class Names(DesktopTest):
+    def test_every_control_has_its_name(self):
+        named = [(n.role, n.name) for n in self.main.all_below() if n.role in CONTROLS]
+        self.assertEqual(
+            sorted(named),
+            sorted(
+                [
+                    ("push button", "Close"),
+                    ("combo box", "QZviewer"),  # its value; the label beside it tells what it is
+                    ("list", "Log source"),
+                    ("push button", "Log level settings"),
+                    ("table", "SDK log files"),
+                    *(("check box", tr(item)) for item in ITEMS),
+                    ("text", "Export path"),
+                    ("push button", "Choose the zip file"),
+                    ("push button", tr("Export")),
+                ]
+            ),
+        )
+
+    def test_the_log_source_is_labelled(self):
+        label = self.main.find("label", tr("LogSource(Process Name)"))
+        targets = [
+            relation.get_target(0).get_name()
+            for relation in label.accessible.get_relation_set()
+            if relation.get_relation_type().value_nick == "label-for"
+        ]
+        self.assertEqual(targets, ["QZviewer"])
+
+    def test_headers_and_boxes_of_the_table_have_names(self):
+        headers = [self.files.header(i).name for i in range(1, 4)]
+        self.assertEqual(headers, [tr("File Time"), tr("File Name"), tr("File Size")])
+        self.assertEqual(self.files.box(-1).name, "All rows")
+        names = self.files.column(2)
+        self.assertEqual([self.files.box(row).name for row in range(len(names))], names)
+
+
+class Keyboard(DesktopTest):
+    def focused(self):
+        for node in self.main.all_below():
+            if node.focused:
+                return node.name
+        for node in [self.files.box(-1), self.files.cell(0, 1)]:
+            if node.focused:
+                return node.name
+        return None
+
+    def test_the_tabulator_reaches_everything_in_reading_order(self):
+        stops = [
+            "QZviewer",
+            "Log level settings",
+            "All rows",
+            "SDK log files",
+            *(tr(item) for item in ITEMS),
+            "Export path",
+            "Choose the zip file",
+            tr("Export"),
+            "Close",
+            "QZviewer",
+        ]
+        self.assertEqual(until("the first focus", self.focused), stops[0])
+        for stop in stops[1:]:
+            key("Tab")
+            until(f"the focus on {stop!r}", lambda name=stop: self.focused() == name)
+
+    def test_space_ticks_the_row_and_return_opens_its_log(self):
+        self.files.focus()
+        key("Down")
+        until("the second row", lambda: self.files.cell(1, 1).focused)
+        key("space")
+        until("the tick to go", lambda: not self.files.box(1).checked)
+        self.assertTrue(self.files.box(0).checked)
+        key("Return")
+        self.program.window(tr("LogViewer"))
+
+
+class Export(DesktopTest):
+    def prepare(self):
+        # The journal keeps its answer back until the test has seen the wait dialog.
+        self.gate = open(self.program.home / "gate", "w")
+        self.addCleanup(self.gate.close)
+        fcntl.flock(self.gate, fcntl.LOCK_EX)
+        self.program.tool(
+            "journalctl", f'exec flock --shared "{self.gate.name}" echo "MESSAGE=from the journal"\n'
+        )
+        self.opened = self.program.home / "opened"
+        self.program.tool(
+            "xdg-open",
+            f'printf %s "$1" >"{self.opened}.part"\nmv "{self.opened}.part" "{self.opened}"\n',
+        )
+
+    def test_packs_what_is_ticked_and_shows_the_folder(self):
+        for item in ITEMS[1:]:
+            self.main.find("check box", tr(item)).toggle()
+        left_out = self.files.box(2)
+        left_out.toggle()
+        logs = self.files.column(2)
+        self.assertFalse(self.files.box(-1).checked)
+
+        self.main.find("push button", tr("Export")).press()
+        wait = self.program.window(tr("Export"))
+        wait.find("label", tr("Exporting information..."))
+        self.gate.close()
+        self.program.closed(tr("Export"))
+
+        self.main.find("dialog", tr("Export info finished !"))
+        self.main.find("label", tr("Export info finished !"))
+        self.main.find("push button", tr("View")).press()
+        url = until("the folder", lambda: self.opened.exists() and self.opened.read_text())
+        self.assertEqual(url, f"file:///{self.program.sdk}")
+
+        with zipfile.ZipFile(self.program.zip) as archive:
+            self.assertIsNone(archive.testzip())
+            names = archive.namelist()
+        packed = {name for name in names if name.startswith("SDKLOG/q")}
+        self.assertEqual(packed, {f"SDKLOG/{log}" for log in logs if log != left_out.name})
+        for report in ["NICInfo.txt", "SystemInfo.txt", "ClientDump.zip"]:
+            self.assertIn(report, names)
+        self.assertEqual(len([n for n in names if n.startswith("SDKLOG/gentl_cxp_log/")]), 3)
+        self.assertIn("from the journal", self.event_logs(names))
+
+    def event_logs(self, names):
+        with zipfile.ZipFile(self.program.zip) as archive:
+            logs = [n for n in names if n.startswith(("Application", "System.", "EventLog"))]
+            return "".join(archive.read(name).decode() for name in logs)
+
+
+class Rows(DesktopTest):
+    def exported(self, entry):
+        """Exports by this entry of the context menu; the names of the logs in the zip."""
+        self.program.zip.unlink(missing_ok=True)
+        self.files.focus()
+        entries = self.program.menu(lambda: key("Menu"))
+        self.assertEqual(
+            list(entries), [tr("Export All SDK Log"), tr("Export Selected SDK Log")]
+        )
+        entries[tr(entry)].press()
+        staging = self.program.sdk / "LogInfo"
+        until("the zip", lambda: self.program.zip.exists() and not staging.exists())
+        key("Escape")
+        with zipfile.ZipFile(self.program.zip) as archive:
+            return {n[len("SDKLOG/") :] for n in archive.namelist() if n.startswith("SDKLOG/q")}
+
+    def test_the_context_menu_exports_the_ticked_rows_or_all(self):
+        logs = self.files.column(2)
+        self.files.box(-1).toggle()
+        self.assertFalse(any(self.files.box(row).checked for row in range(len(logs))))
+        self.files.box(1).toggle()
+        self.assertEqual(self.exported("Export Selected SDK Log"), {logs[1]})
+        self.assertEqual(self.exported("Export All SDK Log"), set(logs))
+
+    def test_the_box_for_sdk_logs_ticks_every_row(self):
+        box = self.main.find("check box", tr("SDK Log"))
+        box.toggle()
+        until("no tick", lambda: not self.files.box(0).checked and not self.files.box(-1).checked)
+        box.toggle()
+        until("the ticks", lambda: self.files.box(0).checked and self.files.box(-1).checked)
+
+    def test_another_source_lists_its_logs(self):
+        source = self.main.find("combo box", "QZviewer")
+        source.press()
+        choices = source.find("list", "Log source")
+        names = [choice.name for choice in choices.children()]
+        away = names.index("QZgrabber") - names.index("QZviewer")
+        key(*["Down" if away > 0 else "Up"] * abs(away), "Return")
+        self.main.find("combo box", "QZgrabber")
+        until("its logs", lambda: self.files.column(2)[:1] == ["qzgrabber.log"])
+
+
+class Paths(DesktopTest):
+    def test_the_zip_goes_where_the_file_dialog_says(self):
+        shown = self.main.find("text", "Export path")
+        self.assertEqual(shown.text, f"{self.program.home}/QZSDK/UserLogInfo.zip")
+        choose = self.main.find("push button", "Choose the zip file")
+
+        choose.press()
+        dialog = self.program.window(tr("Save ZIP File"))
+        dialog.find("push button", "Cancel").press()
+        self.program.closed(dialog.name)
+        self.assertEqual(shown.text, f"{self.program.home}/QZSDK/UserLogInfo.zip")
+
+        chosen = self.program.home / "for support.zip"
+        choose.press()
+        self.finish(self.program.window(tr("Save ZIP File")), chosen, "Save")
+        until("the path", lambda: shown.text == str(chosen))
+        self.main.find("push button", tr("Export")).press()
+        self.main.find("push button", tr("View"))
+        self.assertTrue(zipfile.is_zipfile(chosen))
+        self.assertFalse(self.program.zip.exists())
+
+    def test_the_close_button_ends_the_program(self):
+        self.main.find("push button", "Close").press()
+        self.assertEqual(self.program.process.wait(40), 0)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

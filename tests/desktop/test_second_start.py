@@ -1,0 +1,61 @@
+"""A second start leaves the first copy's window as it is, in front or not."""
+
+import os
+import subprocess
+
+from desk import PATIENCE, DesktopTest, until, unittest
+
+
+def asked(*command):
+    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+
+
+class SecondStart(DesktopTest):
+    def setUp(self):
+        super().setUp()
+        self.own = asked("xdotool", "search", "--onlyvisible", "--name", "^Vantrel$").split()[-1]
+        asked("xdotool", "windowmove", "--sync", self.own, "150", "60")
+
+    def desktop(self):
+        """Stacking, the active window, and how the first copy's own window lies and is shown."""
+        root = asked("xprop", "-root", "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW")
+        geometry = asked("xdotool", "getwindowgeometry", "--shell", self.own)
+        state = asked("xprop", "-id", self.own, "_NET_WM_STATE", "WM_STATE", "WM_HINTS")
+        return root + geometry + state
+
+    def second_start_changes_nothing(self):
+        before = self.desktop()
+        for _ in range(2):
+            self.assertEqual(self.program.launch().wait(PATIENCE), 0)
+        # An answer to this question comes behind whatever the first copy made of the others.
+        self.assertTrue(self.main.find("push button", "Close").showing)
+        self.assertEqual(self.desktop(), before)
+        self.assertIsNone(self.program.process.poll())
+
+    def test_in_front(self):
+        self.second_start_changes_nothing()
+
+    def test_behind_another_window(self):
+        other = subprocess.Popen(
+            ["xev", "-geometry", "600x500+100+100", "-name", "another"], stdout=subprocess.DEVNULL
+        )
+        self.addCleanup(other.wait)
+        self.addCleanup(other.kill)
+        until("the other window in front", lambda: self.active() not in ("0", self.own))
+        self.second_start_changes_nothing()
+
+    def test_minimised(self):
+        asked("xdotool", "windowminimize", self.own)
+        until(
+            "the window to go",
+            lambda: "Iconic" in asked("xprop", "-id", self.own, "WM_STATE"),
+        )
+        self.second_start_changes_nothing()
+
+    def active(self):
+        words = asked("xprop", "-root", "_NET_ACTIVE_WINDOW").split()
+        return str(int(words[-1], 16)) if words[-1].startswith("0x") else "0"
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,42 @@
+"""The words of the windows, by the English one, in the language that the tests run in."""
+
+import os
+
+LANGUAGE = os.environ.get("VANTREL_LANGUAGE", "english")
+
+# Not here: what has the same words in both languages.
+CHINESE = {
+    "Client Dump": "客户端Dump",
+    "CopyAll": "拷贝所有日志",
+    "CopySelected": "拷贝选择日志",
+    "Event Type": "导出选项",
+    "Export": "导出",
+    "Export All SDK Log": "导出所有SDK日志",
+    "Export Selected SDK Log": "导出选择SDK日志",
+    "Export info finished !": "导出信息结束！",
+    "Export to File": "导出路径",
+    "Exporting information...": "正在导出信息...",
+    "File Name": "文件名称",
+    "File Size": "文件大小",
+    "File Time": "文件时间",
+    "Log Level": "日志等级",
+    "Log Level Setting": "日志等级",
+    "Log Message": "日志内容",
+    "Log Source": "日志来源",
+    "Log Timestamp": "日志时间",
+    "LogSettingsDlg": "日志配置",
+    "LogSource(Process Name)": "日志源（进程名）",
+    "LogViewer": "日志浏览",
+    "NIC Information": "网卡信息",
+    "SDK Log": "SDK日志",
+    "Save ZIP File": "保存ZIP压缩包",
+    "Select Log Config File": "选择日志配置文件",
+    "System Dump": "系统蓝屏日志",
+    "System Information": "系统信息",
+    "System Log": "系统日志",
+    "View": "查看",
+}
+
+
+def tr(english):
+    return CHINESE.get(english, english) if LANGUAGE == "chinese" else english

@@ -1,12 +1,14 @@
 #include "CComboBoxEx.h"
 
 #include <QListView>
+#include <QStyledItemDelegate>
 
 CComboBoxEx::CComboBoxEx(QWidget *parent)
     : QComboBox(parent)
     , listView(new QListView(parent))
 {
     setView(listView);
+    setItemDelegate(new QStyledItemDelegate(this)); // the skin's, not the style's own
 }
 
 void CComboBoxEx::showPopup()

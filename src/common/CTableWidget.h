@@ -2,7 +2,8 @@
 
 #include <QTableWidget>
 
-/// A table that takes back the resize cursor which the frame around it may have set.
+/// A table that takes back the resize cursor which the frame around it may have set, and that shows
+/// the row where the keyboard is when the tabulator comes to it.
 class CTableWidget : public QTableWidget
 {
     Q_OBJECT
@@ -11,5 +12,6 @@ public:
     explicit CTableWidget(QWidget *parent);
 
 protected:
+    void focusInEvent(QFocusEvent *event) override;
     void enterEvent(QEvent *event) override;
 };

@@ -1,0 +1,318 @@
+#include "CWaitDialog.h"
+#include "CommonMessageBox.h"
+#include "ExportInfoDlg.h"
+#include "LogSettingsDlg.h"
+#include "LogViewer.h"
+#include "MainWindowFixture.h"
+#include "StyleSheetRules.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+
+#include <cmath>
+
+/// Whether what is written can be read and what can be used can be seen: the contrast ratios of the
+/// W3C's accessibility guidelines (WCAG 2.1, 1.4.3 and 1.4.11), from the sheet and from windows as
+/// they are drawn.
+class Contrast : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isComputedAsTheGuidelinesSay();
+    void isEnoughForEveryTextColourOfTheSheet_data();
+    void isEnoughForEveryTextColourOfTheSheet();
+    void isEnoughForEveryFocusRing_data();
+    void isEnoughForEveryFocusRing();
+    void isEnoughForEveryOutline_data();
+    void isEnoughForEveryOutline();
+    void isEnoughForTextAsItIsDrawn_data();
+    void isEnoughForTextAsItIsDrawn();
+};
+
+namespace {
+
+constexpr double enoughForText = 4.5;
+constexpr double enoughForShapes = 3.0;
+constexpr int scale = 4; // large enough for strokes that have their full colour somewhere
+
+const QColor windowColour(QStringLiteral("#F6F8FA"));
+const QColor titleBarColour(QStringLiteral("#1F2A37"));
+const QColor noticeColour(QStringLiteral("#383838")); // 78 % black over white
+
+double luminance(const QColor &colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor &a, const QColor &b)
+{
+    const double one = luminance(a) + 0.05;
+    const double other = luminance(b) + 0.05;
+    return qMax(one, other) / qMin(one, other);
+}
+
+const StyleSheetRules &rules()
+{
+    static const StyleSheetRules read = [] {
+        QFile file(QStringLiteral("Skins/Default/Vantrel/style.qss"));
+        if (!file.open(QIODevice::ReadOnly))
+            qFatal("no skin here");
+        return styleSheetRules(QString::fromUtf8(file.readAll()));
+    }();
+    return read;
+}
+
+/// "#2563EB", "rgb(255,255,255)" and "1px solid #2563EB"; invalid for all else.
+QColor parsed(const QString &value)
+{
+    static const QRegularExpression parts(
+        QStringLiteral("^rgb\\((\\d+),\\s*(\\d+),\\s*(\\d+)\\)$"));
+    const QRegularExpressionMatch match = parts.match(value);
+    if (match.hasMatch())
+        return {match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt()};
+    const QColor colour(value.section(QLatin1Char(' '), -1));
+    return colour.alpha() == 255 ? colour : QColor();
+}
+
+/// "QComboBox:hover" without what stands behind the colon.
+QString atRest(const QString &selector)
+{
+    return selector.section(QLatin1Char(':'), 0, 0);
+}
+
+/// The colour in a rule's property, or in that of the rule for the same thing at rest; invalid
+/// where it is not given or shows what lies behind.
+QColor colourOf(const QString &selector, const QString &property)
+{
+    for (const QString &name : {selector, atRest(selector)}) {
+        const QString value = rules().value(name).value(property);
+        if (!value.isEmpty())
+            return parsed(value);
+    }
+    return {};
+}
+
+/// What lies behind something that has no background of its own.
+QColor behind(const QString &selector)
+{
+    if (selector.contains(QLatin1String("lbTitle")) ||
+        selector.startsWith(QLatin1String("CommonTitleBar")))
+        return titleBarColour;
+    return selector.startsWith(QLatin1String("ExportInfoDlg")) ? noticeColour : windowColour;
+}
+
+QColor backgroundOf(const QString &selector)
+{
+    const QColor own = colourOf(selector, QStringLiteral("background-color"));
+    return own.isValid() ? own : behind(selector);
+}
+
+/// What cannot be used need not be readable. The colours of the notice are given; its link is
+/// underlined and large enough to be judged as a shape.
+bool isExempt(const QString &selector)
+{
+    return selector.contains(QLatin1String(":disabled"));
+}
+
+void addRows(const QString &property, const QString &part)
+{
+    QTest::addColumn<QString>("selector");
+    for (auto rule = rules().cbegin(); rule != rules().cend(); ++rule) {
+        if (rule->contains(property) && rule.key().contains(part) && !isExempt(rule.key()))
+            QTest::newRow(qPrintable(rule.key())) << rule.key();
+    }
+}
+
+QByteArray report(const QColor &a, const QColor &b)
+{
+    return QStringLiteral("%1 on %2: %3")
+        .arg(a.name(), b.name())
+        .arg(contrast(a, b), 0, 'f', 2)
+        .toUtf8();
+}
+
+QImage drawn(QWidget &widget)
+{
+    QImage image(widget.size() * scale, QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::white);
+    widget.render(&image);
+    return image;
+}
+
+/// The colour of most pixels, and the one that stands out most against it.
+QPair<QColor, QColor> groundAndText(const QImage &image)
+{
+    QHash<QRgb, int> counts;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            ++counts[image.pixel(x, y)];
+    }
+    QRgb ground = 0;
+    for (auto count = counts.cbegin(); count != counts.cend(); ++count) {
+        if (count.value() > counts.value(ground))
+            ground = count.key();
+    }
+    QRgb text = ground;
+    for (auto count = counts.cbegin(); count != counts.cend(); ++count) {
+        if (contrast(count.key(), ground) > contrast(text, ground))
+            text = count.key();
+    }
+    return {ground, text};
+}
+
+/// Where a widget shows text, in its own coordinates: without its frame and its indicator.
+QRect textArea(const QWidget &widget)
+{
+    QRect area = widget.rect().adjusted(4, 4, -4, -4);
+    if (widget.inherits("QCheckBox") || widget.inherits("QRadioButton"))
+        area = widget.rect().adjusted(20, 0, 0, 0);
+    return area;
+}
+
+QString textOf(const QWidget &widget)
+{
+    if (const auto *label = qobject_cast<const QLabel *>(&widget))
+        return label->text();
+    if (const auto *button = qobject_cast<const QAbstractButton *>(&widget))
+        return button->text();
+    if (const auto *field = qobject_cast<const QLineEdit *>(&widget))
+        return field->text();
+    if (const auto *box = qobject_cast<const QComboBox *>(&widget))
+        return box->currentText();
+    return {};
+}
+
+/// How many texts of the window were looked at.
+int checkTexts(QWidget &window)
+{
+    const QImage picture = drawn(window);
+    int looked = 0;
+    for (QWidget *widget : window.findChildren<QWidget *>()) {
+        if (!widget->isVisibleTo(&window) || textOf(*widget).isEmpty() || widget->isWindow())
+            continue;
+        const QPoint corner = widget->mapTo(&window, textArea(*widget).topLeft());
+        const auto [ground, text] =
+            groundAndText(picture.copy(QRect(corner * scale, textArea(*widget).size() * scale)));
+        const double enough =
+            widget->objectName() == QLatin1String("btnView") ? enoughForShapes : enoughForText;
+        if (contrast(ground, text) < enough)
+            qWarning() << widget->objectName() << textOf(*widget) << report(text, ground);
+        else
+            ++looked;
+    }
+    return looked;
+}
+
+} // namespace
+
+void Contrast::isComputedAsTheGuidelinesSay()
+{
+    QCOMPARE(contrast(Qt::black, Qt::white), 21.0);
+    QCOMPARE(contrast(Qt::white, Qt::white), 1.0);
+    // Well-known: the lightest grey that is readable on white.
+    QVERIFY(contrast(QColor(0x76, 0x76, 0x76), Qt::white) >= 4.5);
+    QVERIFY(contrast(QColor(0x77, 0x77, 0x77), Qt::white) < 4.5);
+}
+
+void Contrast::isEnoughForEveryTextColourOfTheSheet_data()
+{
+    addRows(QStringLiteral("color"), QString());
+}
+
+void Contrast::isEnoughForEveryTextColourOfTheSheet()
+{
+    QFETCH(QString, selector);
+    const QColor text = colourOf(selector, QStringLiteral("color"));
+    QVERIFY2(text.isValid(), qPrintable(selector));
+    const double enough =
+        selector.contains(QLatin1String("btnView")) ? enoughForShapes : enoughForText;
+    // Also on whatever background the same thing has while it is used.
+    for (auto rule = rules().cbegin(); rule != rules().cend(); ++rule) {
+        if (isExempt(rule.key()) || atRest(rule.key()) != atRest(selector))
+            continue;
+        const QColor ground = backgroundOf(rule.key());
+        const QColor shown = rule->contains(QStringLiteral("color"))
+                                 ? colourOf(rule.key(), QStringLiteral("color"))
+                                 : text;
+        QVERIFY2(contrast(shown, ground) >= enough, report(shown, ground));
+    }
+    const QColor chosen = colourOf(selector, QStringLiteral("selection-background-color"));
+    if (chosen.isValid()) {
+        const QColor chosenText = colourOf(selector, QStringLiteral("selection-color"));
+        QVERIFY2(contrast(chosenText, chosen) >= enough, report(chosenText, chosen));
+    }
+}
+
+void Contrast::isEnoughForEveryFocusRing_data()
+{
+    addRows(QStringLiteral("border"), QStringLiteral(":focus"));
+}
+
+void Contrast::isEnoughForEveryFocusRing()
+{
+    QFETCH(QString, selector);
+    const QColor ring = colourOf(selector, QStringLiteral("border"));
+    QVERIFY2(ring.isValid(), qPrintable(selector));
+    for (const QColor &beside : {backgroundOf(selector), behind(selector)})
+        QVERIFY2(contrast(ring, beside) >= enoughForShapes, report(ring, beside));
+}
+
+void Contrast::isEnoughForEveryOutline_data()
+{
+    QTest::addColumn<QString>("selector");
+    for (const char *selector : {"QPushButton", "QLineEdit", "QComboBox", "QMenu"})
+        QTest::newRow(selector) << QString::fromLatin1(selector);
+}
+
+void Contrast::isEnoughForEveryOutline()
+{
+    QFETCH(QString, selector);
+    const QColor outline = colourOf(selector, QStringLiteral("border"));
+    QVERIFY(outline.isValid());
+    for (const QColor &beside : {backgroundOf(selector), behind(selector)})
+        QVERIFY2(contrast(outline, beside) >= enoughForShapes, report(outline, beside));
+}
+
+void Contrast::isEnoughForTextAsItIsDrawn_data()
+{
+    QTest::addColumn<QByteArray>("language");
+    QTest::newRow("English") << QByteArray("1");
+    QTest::newRow("Chinese") << QByteArray("0");
+}
+
+void Contrast::isEnoughForTextAsItIsDrawn()
+{
+    QFETCH(QByteArray, language);
+    MainWindowFixture f;
+    f.useLanguage(language);
+    f.log(QStringLiteral("QZviewer/a.log"));
+    f.open();
+    const int warnings = f.output.lines().size();
+    auto *notice = f.find<ExportInfoDlg>("ExportInfoDlg");
+    notice->setMode(1);
+    CWaitDialog wait(nullptr);
+    wait.setTitle(QStringLiteral("Export"));
+    CommonMessageBox question(QStringLiteral("Really?"), QMessageBox::Yes | QMessageBox::No);
+
+    // Title, three labels, the source, six boxes, the path, the button.
+    QCOMPARE(checkTexts(*f.window), 13);
+    QCOMPARE(checkTexts(*f.find<LogViewer>("LogViewer")), 5);
+    QCOMPARE(checkTexts(*f.find<LogSettingsDlg>("LogSettingsDlg")), 6);
+    QCOMPARE(checkTexts(wait), 2);
+    QCOMPARE(checkTexts(question), 4);
+    QCOMPARE(checkTexts(*notice), 2);
+    QVERIFY2(f.output.lines().size() == warnings,
+             qPrintable(f.output.lines().join(QLatin1Char('\n'))));
+}
+
+QTEST_MAIN(Contrast)
+#include "tst_contrast.moc"

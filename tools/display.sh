@@ -17,11 +17,12 @@ has_window_manager() {
     xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
 }
 
-# start_display FOLDER: exports DISPLAY; what the servers say goes to files in the folder.
+# start_display FOLDER [WIDTHxHEIGHT]: exports DISPLAY; what the servers say goes to files in the
+# folder.
 start_display() {
-    local folder=$1 number="" answer
+    local folder=$1 size=${2:-1280x900} number="" answer
     # -r: a busy machine may be slow to let go of a key, which is not meant to repeat.
-    exec {answer}< <(exec Xvfb -displayfd 1 -screen 0 1280x900x24 -dpi 96 -nolisten tcp \
+    exec {answer}< <(exec Xvfb -displayfd 1 -screen 0 "${size}x24" -dpi 96 -nolisten tcp \
         -noreset -r 2>"$folder/xvfb.log")
     display_pids+=($!)
     if ! read -r -t 30 -u "$answer" number || [[ -z $number ]]; then

@@ -161,12 +161,13 @@ def clipboard():
 
 
 class Program:
-    """The program in a sample home of its own."""
+    """The program in a sample home of its own, with these variables beside its usual ones."""
 
-    def __init__(self):
+    def __init__(self, home=None, **variables):
+        self.variables = variables
         self.folder = tempfile.TemporaryDirectory()
         scratch = pathlib.Path(self.folder.name)
-        self.home = scratch / "home"
+        self.home = home or scratch / "home"
         self.tools = scratch / "tools"
         self.tools.mkdir()
         subprocess.run(
@@ -209,7 +210,7 @@ class Program:
         return subprocess.Popen(
             [BIN / "Vantrel"],
             cwd=BIN,
-            env={**os.environ, **changed},
+            env={**os.environ, **changed, **self.variables},
             stdin=subprocess.DEVNULL,
             stdout=self.said,
             stderr=subprocess.STDOUT,

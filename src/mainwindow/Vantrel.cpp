@@ -18,15 +18,13 @@ Vantrel::Vantrel(QWidget *parent, const UserEnvironment &userEnvironment)
     , ui(std::make_unique<Ui::Vantrel>())
     , environment(userEnvironment)
 {
-    // First: what is measured before the fonts are known keeps the wrong ones.
-    chooseLanguageAndStyle();
     ui->setupUi(this);
     setUpExportPath();
     setUpTitleBar();
     buildContextMenu();
     setUpTable();
+    chooseLanguageAndStyle();
     findSources();
-    retranslate();
     offerSources();
     createWindows();
     startWorker();
@@ -72,6 +70,7 @@ void Vantrel::chooseLanguageAndStyle()
                                   : QStringLiteral(":/Linguist_CN.qm"));
     QCoreApplication::installTranslator(&translator);
     Skin::applyStyleSheet(*this, english ? Skin::englishFonts : Skin::chineseFonts);
+    retranslate();
 }
 
 void Vantrel::retranslate()

@@ -109,9 +109,7 @@ void Vantrel::findSources()
 {
     sourceNames = QDir(sdkRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
     hasClientFolder = sourceNames.contains(clientSource());
-    // Where there is a source, offering it fills the table: twice would take twice as long.
-    if (sourceNames.isEmpty())
-        fillTable(QString());
+    fillTable(hasClientFolder ? clientSource() : sourceNames.value(0));
 }
 
 void Vantrel::offerSources()

@@ -71,7 +71,8 @@ void MainWindowForm::hasTheNamedWidgets_data()
     QTest::newRow("mainTitleBar") << QByteArray("CommonTitleBar") << QSize(0, 36) << QSize(any, 36);
     QTest::newRow("lbSource") << QByteArray("QLabel") << QSize(100, 0) << QSize(160, any);
     QTest::newRow("comboSource") << QByteArray("CComboBoxEx") << QSize(250, 26) << QSize(250, 26);
-    QTest::newRow("btnSettings") << QByteArray("QPushButton") << QSize(0, 0) << QSize(30, 30);
+    // Its smallest size is the skin's, for the picture.
+    QTest::newRow("btnSettings") << QByteArray("QPushButton") << QSize(30, 30) << QSize(30, 30);
     QTest::newRow("tableWidget") << QByteArray("CTableWidget") << QSize(0, 120) << QSize(any, any);
     QTest::newRow("lbNotifyType") << QByteArray("QLabel") << QSize(88, 16) << QSize(88, 16);
     QTest::newRow("lbExport") << QByteArray("QLabel") << QSize(88, 26) << QSize(88, 26);

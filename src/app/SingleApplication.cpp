@@ -1,10 +1,10 @@
 #include "SingleApplication.h"
 
-#include "ProcessLock.h"
-
 #include <QDebug>
+#include <QDir>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QLockFile>
 
 namespace {
 
@@ -32,7 +32,8 @@ SingleApplication::SingleApplication(int &argc, char **argv, const QString &uniq
 {
     // One copy at a time looks round and settles what it is: of two that start at once, each would
     // take the other's attaching, which only clears, for a running copy.
-    const ProcessLock alone(_uniqueKey, patience);
+    QLockFile alone(QDir::tempPath() + QLatin1Char('/') + _uniqueKey + QStringLiteral(".lock"));
+    alone.tryLock(patience);
     clearAbandonedSegment(_uniqueKey);
     sharedMemory.setKey(_uniqueKey);
     _isRunning = sharedMemory.attach();

@@ -275,6 +275,17 @@ class DesktopTest(unittest.TestCase):
     def end_program(self):
         print(f"\nWhat the program said:\n{self.program.end()}", flush=True)
 
+    def assert_tab_order(self, window, stops, more=lambda: []):
+        """That the tabulator leads through the controls of these names and from the last one back
+        to the first, which has the focus; "more" gives what is not simply below the window."""
+
+        def focused():
+            return next((n.name for n in [*window.all_below(), *more()] if n.focused), None)
+
+        for stop in [*stops[1:], stops[0]]:
+            key("Tab")
+            until(f"the focus on {stop!r}", lambda name=stop: focused() == name)
+
     def finish(self, dialog, name, button):
         """Ends a file dialog with this file."""
         dialog.find("text", "File name:").type(str(name))

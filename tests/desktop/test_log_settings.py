@@ -45,6 +45,14 @@ class LogSettings(DesktopTest):
         )
         self.settings.find("label", tr("Log Level Setting"))
 
+    def test_the_tabulator_reaches_everything(self):
+        until("the first focus", lambda: self.level("INFO").focused)
+        choose = tr("Select Log Config File")
+        self.assert_tab_order(self.settings, ["INFO", "Log config file", choose, "Close"])
+        self.settings.find("push button", "Close").focus()
+        key("space")
+        self.program.closed(tr("LogSettingsDlg"))
+
     def test_each_level_is_written(self):
         self.until_level("INFO")
         for level in ["DEBUG", "FATAL", "INFO"]:

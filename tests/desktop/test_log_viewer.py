@@ -57,6 +57,14 @@ class LogViewer(DesktopTest):
         headers = [self.lines.header(column).name for column in range(4)]
         self.assertEqual(headers, [tr(name) for name in COLUMNS])
 
+    def test_the_tabulator_reaches_everything(self):
+        close = self.viewer.find("push button", "Close")
+        close.focus()
+        controls = ["Search", "Start the search", "Choose columns", "Log lines"]
+        self.assert_tab_order(self.viewer, ["Close", *LEVELS[:4], *controls])
+        key("space")
+        self.program.closed(tr("LogViewer"))
+
     def test_each_level_can_be_hidden(self):
         everything = list(range(len(LINES)))
         self.until_shown(everything)

@@ -28,7 +28,7 @@ Copy::Copy(const QString &program, const QStringList &arguments,
     process.setWorkingDirectory(workingFolder);
     process.start(program, arguments);
     if (!process.waitForStarted(patience))
-        qFatal("cannot start %s", qPrintable(program));
+        qFatal("cannot start %s: %s", qPrintable(program), qPrintable(process.errorString()));
 }
 
 Copy::~Copy()

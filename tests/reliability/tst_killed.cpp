@@ -46,17 +46,19 @@ void Killed::atRandomMomentsOfAnExport()
     const QString second = f.path(text("QZSDK/second.zip"));
 
     // How long an export takes, and what it holds when nobody is killed.
-    const auto undisturbed = f.start({zip, zip});
+    const auto undisturbed = f.start({zip});
     QVERIFY(undisturbed->tells("exporting"));
     QElapsedTimer time;
     time.start();
+    QVERIFY(undisturbed->tells("exported"));
+    const int duration = int(time.elapsed()) + 1;
     QCOMPARE(undisturbed->exitCode(), 0);
-    const int duration = int(time.elapsed() / 2) + 1;
     const QStringList usual = zipEntryNames(zip);
     QCOMPARE(logsIn(zipContents(zip)), f.logs);
 
     int inTheMidst = 0;
-    for (int kills = times("VANTREL_KILLS", 20); kills > 0; --kills) {
+    const int kills = times("VANTREL_KILLS", 20);
+    for (int i = 0; i < kills; ++i) {
         {
             const auto killed = f.start({zip});
             QVERIFY(killed->tells("exporting"));
@@ -88,7 +90,7 @@ void Killed::atRandomMomentsOfAnExport()
     }
     QCOMPARE(kept.complaint(), QString());
     qInfo("%d of the kills left a staging folder", inTheMidst);
-    QVERIFY(inTheMidst > 0);
+    QVERIFY(inTheMidst > 0 || kills < 20); // a few may all come too early or too late
 }
 
 QTEST_GUILESS_MAIN(Killed)

@@ -35,6 +35,7 @@ constexpr std::array<const char *, LogRows::ColumnCount> headerTexts{
 
 QString elided(const QWidget &menu, const QString &text)
 {
+    menu.ensurePolished(); // it has the skin's font only then
     return menu.fontMetrics().elidedText(text, Qt::ElideRight, menuTextWidth);
 }
 

@@ -1,5 +1,7 @@
 #include "Copy.h"
 
+#include "Machine.h"
+
 #include <QtTest>
 
 namespace {
@@ -33,6 +35,11 @@ Copy::Copy(const QString &program, const QStringList &arguments,
 
 Copy::~Copy()
 {
+    // Where it need not react, it is asked to go, and can write down which lines it ran.
+    if (isRunning() && !onWindows()) {
+        process.terminate();
+        process.waitForFinished(patience);
+    }
     kill();
 }
 

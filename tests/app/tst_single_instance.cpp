@@ -197,7 +197,8 @@ void SingleInstance::startsAnewAfterTheTracesOfAKilledOneWereHalfCleared()
 {
     // The files of a killed copy are gone, its segment is still there.
     const Family family;
-    for (int i = 0; i < 5; ++i) {
+    constexpr int rounds = 5;
+    for (int i = 0; i < rounds; ++i) {
         const QDir folder(family.folder.path());
         for (const QString &file : folder.entryList(QDir::Files | QDir::System))
             QVERIFY(QFile::remove(folder.filePath(file)));
@@ -206,7 +207,8 @@ void SingleInstance::startsAnewAfterTheTracesOfAKilledOneWereHalfCleared()
         Member second(family);
         QVERIFY(second.tells("second"));
         QCOMPARE(killed.errors(), QByteArrayList());
-        killed.kill();
+        if (i + 1 < rounds)
+            killed.kill();
     }
 }
 

@@ -1,0 +1,86 @@
+#include "DebugCapture.h"
+#include "ScratchFolder.h"
+#include "ZipArchive.h"
+#include "ZipContents.h"
+
+#include <QFile>
+#include <QtTest>
+
+#include <algorithm>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr qint64 megabyte = 1024 * 1024;
+
+bool isSanitized()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    return true;
+#else
+    return false;
+#endif
+}
+
+/// While it lives, this process can have no more than @p more bytes beyond those that it has.
+class MemoryLimit
+{
+public:
+    explicit MemoryLimit(qint64 more)
+    {
+        QFile status(QStringLiteral("/proc/self/statm"));
+        if (!status.open(QIODevice::ReadOnly))
+            qFatal("cannot read how much memory there is in use");
+        const qint64 pages = status.readAll().split(' ').value(0).toLongLong();
+        set(rlim_t(pages * sysconf(_SC_PAGESIZE) + more));
+    }
+    ~MemoryLimit() { set(RLIM_INFINITY); }
+    MemoryLimit(const MemoryLimit &) = delete;
+    MemoryLimit &operator=(const MemoryLimit &) = delete;
+
+private:
+    static void set(rlim_t bytes)
+    {
+        rlimit limit{};
+        if (getrlimit(RLIMIT_AS, &limit) != 0)
+            qFatal("cannot read the memory limit");
+        limit.rlim_cur = std::min(bytes, limit.rlim_max);
+        if (setrlimit(RLIMIT_AS, &limit) != 0)
+            qFatal("cannot set the memory limit");
+    }
+};
+
+} // namespace
+
+class LowMemory : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void leavesOutAFileThatDoesNotFitAndPacksTheOthers();
+};
+
+void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
+{
+    if (isSanitized())
+        QSKIP("sanitizers need more memory than can be taken away");
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    const QString small = scratch.file(QStringLiteral("small"), "small");
+    const QString large = scratch.sparseFile(QStringLiteral("large"), 1024 * megabyte);
+    const DebugCapture output;
+    {
+        ZipArchive archive(zip);
+        const MemoryLimit limit(256 * megabyte);
+        archive.addFile(QStringLiteral("before"), small);
+        archive.addFile(QStringLiteral("large"), large);
+        archive.addFile(QStringLiteral("behind"), small);
+        QVERIFY(archive.close());
+    }
+    QCOMPARE(zipEntryNames(zip), QStringList({QStringLiteral("before"), QStringLiteral("behind")}));
+    QVERIFY(output.contains(QStringLiteral("no memory, left out of the zip: \"%1\"").arg(large)));
+}
+
+QTEST_GUILESS_MAIN(LowMemory)
+#include "tst_low_memory.moc"

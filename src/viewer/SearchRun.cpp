@@ -1,5 +1,6 @@
 #include "SearchRun.h"
 
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -9,8 +10,13 @@ SearchRun::SearchRun(const LineSearch &search, const std::string &keyword, const
     , stopped(limit <= 0)
 {
     const auto run = [this, search, keyword, path] {
-        end(search(
-            keyword, path, [this](const char *piece) { add(piece); }, stopped));
+        bool done = false;
+        try {
+            done = search(
+                keyword, path, [this](const char *piece) { add(piece); }, stopped);
+        } catch (const std::bad_alloc &) { // would end the program if it left this thread
+        }
+        end(done);
     };
     try {
         thread = std::thread(run);
@@ -57,10 +63,10 @@ void SearchRun::add(const char *piece)
         changed.notify_one();
 }
 
-void SearchRun::end(bool wasStarted)
+void SearchRun::end(bool wasDone)
 {
     const std::lock_guard lock(mutex);
     ended = true;
-    failed = !wasStarted;
+    failed = !wasDone;
     changed.notify_one();
 }

@@ -27,14 +27,14 @@ public:
 
     /// The search has ended, and all its pieces were taken.
     [[nodiscard]] bool isOver() const;
-    /// The search could not be started. Final once the search is over.
+    /// The search could not be started, or ran out of memory. Final once the search is over.
     [[nodiscard]] bool hasFailed() const;
     /// Makes the search end early. Does not wait for that.
     void stop() { stopped = true; }
 
 private:
     void add(const char *piece);
-    void end(bool wasStarted);
+    void end(bool wasDone);
 
     mutable std::mutex mutex; ///< guards the four below
     std::condition_variable changed;

@@ -1,5 +1,6 @@
 #include "DebugCapture.h"
 #include "ScratchFolder.h"
+#include "SearchRun.h"
 #include "ZipArchive.h"
 #include "ZipContents.h"
 
@@ -13,6 +14,7 @@
 namespace {
 
 constexpr qint64 megabyte = 1024 * 1024;
+constexpr const char *whySkipped = "sanitizers need more memory than can be taken away";
 
 bool isSanitized()
 {
@@ -58,13 +60,42 @@ class LowMemory : public QObject
     Q_OBJECT
 
 private slots:
+    void endsASearchThatCannotBegin(); // first: no thread has left its memory behind yet
+    void endsASearchThatRunsOutOfMemory();
     void leavesOutAFileThatDoesNotFitAndPacksTheOthers();
 };
+
+void LowMemory::endsASearchThatCannotBegin()
+{
+    if (isSanitized())
+        QSKIP(whySkipped);
+    const auto neverCalled = [](const auto &...) { return true; };
+    const MemoryLimit limit(megabyte); // less than a thread has for itself
+    SearchRun run(neverCalled, "x", {}, 10);
+    QVERIFY(run.isOver());
+    QVERIFY(run.hasFailed());
+}
+
+void LowMemory::endsASearchThatRunsOutOfMemory()
+{
+    if (isSanitized())
+        QSKIP(whySkipped);
+    ScratchFolder scratch;
+    const QString log = scratch.sparseFile(QStringLiteral("one line.log"), 512 * megabyte);
+    bool failed = false;
+    {
+        const MemoryLimit limit(32 * megabyte);
+        SearchRun run(systemLineSearch, "x", log, 10);
+        QVERIFY(QTest::qWaitFor([&run] { return run.isOver(); }, 20000));
+        failed = run.hasFailed();
+    }
+    QVERIFY(failed);
+}
 
 void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
 {
     if (isSanitized())
-        QSKIP("sanitizers need more memory than can be taken away");
+        QSKIP(whySkipped);
     ScratchFolder scratch;
     const QString zip = scratch.path(QStringLiteral("a.zip"));
     const QString small = scratch.file(QStringLiteral("small"), "small");

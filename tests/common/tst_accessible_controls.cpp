@@ -1,10 +1,8 @@
 #include "AccessibleControls.h"
 #include "CTableWidget.h"
-#include "QCheckBoxHeader.h"
-#include "QUserCheckBox.h"
+#include "FileTable.h"
 
 #include <QAccessible>
-#include <QHBoxLayout>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QToolButton>
@@ -35,44 +33,6 @@ private slots:
 };
 
 namespace {
-
-QAccessibleInterface *seen(QObject *object)
-{
-    return QAccessible::queryAccessibleInterface(object);
-}
-
-/// Two rows of a time and a name, with a box each and one above them.
-struct FileTable
-{
-    FileTable()
-    {
-        table.setHorizontalHeader(new QCheckBoxHeader(0, Qt::Horizontal, &table));
-        table.setColumnCount(3);
-        table.setHorizontalHeaderLabels({QString(), text("Time"), text("Name")});
-        table.setRowCount(3);
-        for (int row = 0; row < 2; ++row) {
-            auto *cell = new QWidget;
-            boxes[row] = new QUserCheckBox(row, cell);
-            boxes[row]->setAccessibleName(text("%1.log").arg(row));
-            (new QHBoxLayout(cell))->addWidget(boxes[row]);
-            table.setCellWidget(row, 0, cell);
-            table.setItem(row, 1, new QTableWidgetItem(text("time %1").arg(row)));
-            table.setItem(row, 2, new QTableWidgetItem(text("%1.log").arg(row)));
-        }
-        table.setSelectionBehavior(QAbstractItemView::SelectRows);
-        table.resize(600, 300);
-        table.show();
-    }
-
-    static QString text(const char *latin1) { return QString::fromLatin1(latin1); }
-    [[nodiscard]] QAccessibleInterface *cell(int row, int column)
-    {
-        return seen(&table)->tableInterface()->cellAt(row, column);
-    }
-
-    CTableWidget table{nullptr};
-    QUserCheckBox *boxes[2] = {};
-};
 
 QString nameOf(QAccessibleInterface *accessible)
 {

@@ -250,8 +250,13 @@ class Program:
     def end(self):
         self.listener.deregister("object:state-changed:showing")
         if self.process is not None and self.process.poll() is None:
-            self.process.kill()
-            self.process.wait()
+            # Asked to go, it can write down which lines it ran.
+            self.process.terminate()
+            try:
+                self.process.wait(20)
+            except subprocess.TimeoutExpired:
+                self.process.kill()
+                self.process.wait()
         self.said.seek(0)
         said = self.said.read().decode(errors="replace")
         self.said.close()

@@ -393,8 +393,7 @@ void DumpArchives::anEmptyFolderIsRefused()
     QVERIFY(!d.f.worker.saveClientDump(QString()));
     QCOMPARE(d.machine.asked, QStringList());
     QCOMPARE(d.f.output.lines(), QStringList());
-    QVERIFY(!QFile::exists(text("/SystemDmp.zip")));
-    QVERIFY(!QFile::exists(text("/ClientDump.zip")));
+    QVERIFY(!QFile::exists(text("/SystemDmp.zip")) && !QFile::exists(text("/ClientDump.zip")));
 }
 
 QTEST_GUILESS_MAIN(DumpArchives)

@@ -1,16 +1,10 @@
-#include "ExportInfoDlg.h"
 #include "MainWindowFixture.h"
-#include "OpenedUrls.h"
-#include "ZipTools.h"
 
-#include <QAction>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRandomGenerator>
-#include <QTimer>
 
+/// What to export, and where to.
 class ExportPanel : public QObject
 {
     Q_OBJECT
@@ -24,19 +18,6 @@ private slots:
     void keepsThePathWhenTheSaveDialogIsCancelled();
     void takesThePathThatWasChosen();
     void startsTheSaveDialogWhereTheLastOneEnded();
-    void exportsTheCheckedRowsIntoTheZip();
-    void waitsAndThenNotifiesEvenWithNothingTicked();
-    void doesNothingForAnEmptyExportPath();
-    void exportsAllListedLogsByTheMenuWithoutAWaitDialog();
-    void exportsNoMoreThanTheFiftyListedLogs();
-    void exportsTheCheckedLogsByTheMenu();
-    void exportsNoSelectionBeforeAnItemWasClicked();
-    void exportsTheSelectionAfterADoubleClick();
-    void opensTheZipsFolderFromTheNotice();
-    void centresTheNoticeBelowTheUpperEdge();
-    void staysWaitingWhenTheRequestWasDropped();
-    void waitsForAnExportWhenTheWindowGoes();
-    void survivesChangesOfTheSourceDuringAnExport();
 };
 
 namespace {
@@ -49,48 +30,6 @@ QString text(const char *utf8)
 CConfiguration &hub()
 {
     return *CConfiguration::instance();
-}
-
-CWaitDialog *visibleWaitDialog()
-{
-    for (QWidget *widget : QApplication::topLevelWidgets()) {
-        auto *dialog = qobject_cast<CWaitDialog *>(widget);
-        if (dialog != nullptr && dialog->isVisible())
-            return dialog;
-    }
-    return nullptr;
-}
-
-/// What the wait dialog said while Export ran; Export returns when the dialog was closed.
-struct Waiting
-{
-    bool shown = false;
-    QString title;
-    QString message;
-};
-
-Waiting pressExport(MainWindowFixture &f)
-{
-    Waiting seen;
-    QTimer::singleShot(0, f.window.get(), [&seen] {
-        if (const CWaitDialog *dialog = visibleWaitDialog()) {
-            seen.shown = true;
-            seen.title = dialog->findChild<QLabel *>(text("lbTitle"))->text();
-            seen.message = dialog->findChild<QLabel *>(text("textLabel"))->text();
-        }
-    });
-    f.find<QPushButton>("btnExport")->click();
-    return seen;
-}
-
-ExportInfoDlg *notice(const MainWindowFixture &f)
-{
-    return f.window->findChild<ExportInfoDlg *>();
-}
-
-QString noticeText(const MainWindowFixture &f)
-{
-    return notice(f)->findChild<QLabel *>(text("label_text"))->text();
 }
 
 } // namespace
@@ -232,220 +171,6 @@ void ExportPanel::startsTheSaveDialogWhereTheLastOneEnded()
     QCOMPARE(proposals.at(1), chosen);
     // The same file again: the field keeps its text, which is stored anew.
     QCOMPARE(hub().exportPath, chosen);
-}
-
-void ExportPanel::exportsTheCheckedRowsIntoTheZip()
-{
-    MainWindowFixture f;
-    const QDateTime now = QDateTime::currentDateTime();
-    f.log(text("QZviewer/a.log"), "a\n", now);
-    f.log(text("QZviewer/b.log"), "b\n", now.addSecs(-1));
-    f.log(text("QZviewer/c.log"), "c\n", now.addSecs(-2));
-    f.log(text("QZviewer/gentl_cxp_log/g.txt"), "g\n");
-    f.open();
-    f.window->show();
-    f.box(1)->click();
-    pressExport(f);
-    QCOMPARE(verifiedZipContents(f.home.path(text("QZSDK/UserLogInfo.zip"))),
-             (QMap<QString, QByteArray>{{text("SDKLOG/a.log"), "a\n"},
-                                        {text("SDKLOG/c.log"), "c\n"},
-                                        {text("SDKLOG/gentl_cxp_log/g.txt"), "g\n"}}));
-    QVERIFY(!QFileInfo::exists(f.home.path(text("QZSDK/LogInfo"))));
-}
-
-void ExportPanel::waitsAndThenNotifiesEvenWithNothingTicked()
-{
-    MainWindowFixture f;
-    f.home.folder(text("QZSDK/QZviewer"));
-    f.open();
-    f.window->show();
-    f.find<QCheckBox>("checkBoxSDKLog")->click();
-    const Waiting seen = pressExport(f);
-    QVERIFY(seen.shown);
-    QCOMPARE(seen.title, text("Export"));
-    QCOMPARE(seen.message, text("Exporting information..."));
-    QCOMPARE(visibleWaitDialog(), nullptr);
-    QVERIFY(notice(f)->isVisible());
-    QCOMPARE(noticeText(f), text("Export info finished !"));
-    QVERIFY(QFileInfo::exists(hub().exportPath));
-}
-
-void ExportPanel::doesNothingForAnEmptyExportPath()
-{
-    MainWindowFixture f;
-    f.home.folder(text("QZSDK/QZviewer"));
-    f.open();
-    f.window->show();
-    hub().exportPath.clear();
-    QSignalSpy asked(f.window.get(), &Vantrel::showWaitDlg);
-    f.find<QPushButton>("btnExport")->click();
-    QCOMPARE(asked.count(), 0);
-}
-
-void ExportPanel::exportsAllListedLogsByTheMenuWithoutAWaitDialog()
-{
-    MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.log(text("QZviewer/b.log"));
-    f.open();
-    f.window->show();
-    hub().clientDump = true; // not asked for by the menu
-    f.box(0)->click();
-    QSignalSpy asked(f.window.get(), &Vantrel::showWaitDlg);
-    f.find<QAction>("actionExportAll")->trigger();
-    QTRY_VERIFY(notice(f)->isVisible());
-    QCOMPARE(asked.count(), 0);
-    QCOMPARE(visibleWaitDialog(), nullptr);
-    QStringList names = verifiedZipContents(hub().exportPath).keys();
-    QCOMPARE(names, QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
-    // The same words as after the button.
-    QCOMPARE(noticeText(f), text("Export info finished !"));
-}
-
-void ExportPanel::exportsNoMoreThanTheFiftyListedLogs()
-{
-    MainWindowFixture f;
-    const QDateTime now = QDateTime::currentDateTime();
-    for (int i = 0; i < 60; ++i)
-        f.log(text("QZviewer/%1.log").arg(i), "x", now.addSecs(-i));
-    f.open();
-    f.find<QAction>("actionExportAll")->trigger();
-    QTRY_VERIFY(!notice(f)->isHidden());
-    const QStringList names = verifiedZipContents(hub().exportPath).keys();
-    QCOMPARE(names.size(), 50);
-    QVERIFY(names.contains(text("SDKLOG/49.log")));
-    QVERIFY(!names.contains(text("SDKLOG/50.log")));
-}
-
-void ExportPanel::exportsTheCheckedLogsByTheMenu()
-{
-    MainWindowFixture f;
-    const QDateTime now = QDateTime::currentDateTime();
-    f.log(text("QZviewer/a.log"), "a", now);
-    f.log(text("QZviewer/b.log"), "b", now.addSecs(-1));
-    f.open();
-    f.window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
-    f.box(0)->click();
-    // The row under the pointer is not the one that is exported: the checked ones are.
-    emit f.table()->customContextMenuRequested(
-        f.table()->visualItemRect(f.table()->item(0, 1)).center());
-    f.find<QAction>("actionExportSelected")->trigger();
-    QTRY_VERIFY(notice(f)->isVisible());
-    QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList(text("SDKLOG/b.log")));
-}
-
-void ExportPanel::exportsNoSelectionBeforeAnItemWasClicked()
-{
-    MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.open();
-    f.find<QAction>("actionExportSelected")->trigger();
-    // Were it queued, it would come before this one and make its own zip.
-    hub().exportPath = f.home.path(text("second.zip"));
-    f.find<QAction>("actionExportAll")->trigger();
-    QTRY_VERIFY(QFileInfo::exists(f.home.path(text("second.zip"))));
-    QVERIFY(!QFileInfo::exists(f.home.path(text("QZSDK/UserLogInfo.zip"))));
-}
-
-void ExportPanel::exportsTheSelectionAfterADoubleClick()
-{
-    MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.open();
-    f.window->show();
-    emit f.table()->itemDoubleClicked(f.table()->item(0, 1));
-    f.find<QAction>("actionExportSelected")->trigger();
-    QTRY_VERIFY(notice(f)->isVisible());
-    QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList(text("SDKLOG/a.log")));
-}
-
-void ExportPanel::opensTheZipsFolderFromTheNotice()
-{
-    MainWindowFixture f;
-    f.open();
-    hub().exportPath = f.home.path(text("zips/a.zip"));
-    f.call("onCloseWaitDlg");
-    QVERIFY(!QFileInfo::exists(f.home.path(text("zips"))));
-    OpenedUrls spy;
-    QVERIFY(QMetaObject::invokeMethod(notice(f), "on_btnView_clicked"));
-    QCOMPARE(spy.opened.size(), 1);
-    QCOMPARE(QDir::cleanPath(spy.opened.constFirst().toLocalFile()), f.home.path(text("zips")));
-    QVERIFY(QFileInfo::exists(f.home.path(text("zips"))));
-}
-
-void ExportPanel::centresTheNoticeBelowTheUpperEdge()
-{
-    MainWindowFixture f;
-    f.open();
-    f.window->show();
-    f.call("onCloseWaitDlg");
-    QVERIFY(notice(f)->isVisible());
-    QCOMPARE(notice(f)->pos(), QPoint((f.window->width() - notice(f)->width()) / 2, 100));
-}
-
-void ExportPanel::staysWaitingWhenTheRequestWasDropped()
-{
-    MainWindowFixture f; // no SDK folder: the staging folder has no parent
-    f.open();
-    f.window->show();
-    QTimer watch;
-    connect(&watch, &QTimer::timeout, f.window.get(), [&f] {
-        if (!f.output.contains(text("mkdir failed")))
-            return;
-        QCoreApplication::processEvents();
-        CWaitDialog *dialog = visibleWaitDialog();
-        QVERIFY(dialog != nullptr);
-        dialog->close(); // as a user would, who gives up waiting
-    });
-    watch.start(1);
-    f.find<QPushButton>("btnExport")->click();
-    QVERIFY(!notice(f)->isVisible());
-}
-
-void ExportPanel::waitsForAnExportWhenTheWindowGoes()
-{
-    MainWindowFixture f;
-    // What cannot be compressed takes the longest to pack.
-    QVector<quint32> noise(2 << 20);
-    QRandomGenerator(1).fillRange(noise.data(), noise.size());
-    const QByteArray log(reinterpret_cast<const char *>(noise.constData()), 8 << 20);
-    f.log(text("QZviewer/a.log"), log);
-    f.open();
-    // On a busy machine an export may be over before it is seen: then another one follows.
-    auto *all = f.find<QAction>("actionExportAll");
-    all->trigger();
-    QVERIFY(QTest::qWaitFor(
-        [&] {
-            if (!notice(f)->isHidden()) {
-                notice(f)->hide();
-                all->trigger();
-            }
-            return QFileInfo::exists(f.home.path(text("QZSDK/LogInfo")));
-        },
-        60000));
-    f.window.reset();
-    const auto contents = verifiedZipContents(f.home.path(text("QZSDK/UserLogInfo.zip")));
-    QVERIFY(contents.value(text("SDKLOG/a.log")) == log);
-    QVERIFY(!QFileInfo::exists(f.home.path(text("QZSDK/LogInfo"))));
-}
-
-void ExportPanel::survivesChangesOfTheSourceDuringAnExport()
-{
-    MainWindowFixture f;
-    for (int i = 0; i < 50; ++i) {
-        f.log(text("QZviewer/%1.log").arg(i), QByteArray(10000, 'x'));
-        f.log(text("other/%1.log").arg(i));
-    }
-    f.open();
-    auto *combo = f.find<CComboBoxEx>("comboSource");
-    f.find<QAction>("actionExportAll")->trigger();
-    for (int i = 0; i < 20; ++i) {
-        combo->setCurrentText(i % 2 == 0 ? text("other") : text("QZviewer"));
-        QCoreApplication::processEvents();
-    }
-    QTRY_VERIFY(!notice(f)->isHidden());
-    QCOMPARE(verifiedZipContents(hub().exportPath).keys().size(), 50);
 }
 
 QTEST_MAIN(ExportPanel)

@@ -11,7 +11,7 @@
 
 using Outcome = LogLevelRewrite::Outcome;
 
-/// Setting the level in a file on a disk, with what disks and users do to files.
+/// Setting the level in a file on a disk, with what users do to files.
 class LogLevelRewriting : public QObject
 {
     Q_OBJECT
@@ -33,21 +33,10 @@ private slots:
     void failsOnAFileThatIsRightAlreadyButMayNotBeWritten();
     void refusesAFileBeyondAllMeasure();
     void keepsBinaryContents();
-    void putsTheTextBackWhenTheDiskIsFull();
-    void worksFromTheKeptTextAfterAFailedWrite();
-    void putsTheKeptTextBackAtTheEnd();
-    void takesAMendedFileOverTheKeptText();
-    void keepsTheTextWhenTheTornFileCannotBeRead();
-    void putsTheKeptTextOverATornFileThatWasNeverRead();
-    void putsTheKeptTextBackAfterAnUnreadableRound();
-    void leavesAMendedFileAloneAtTheEnd();
-    void leavesATornFileThatWasRemovedAlone();
     void overwritesOnlyWhatIsThere();
     void saysNothingWhenAllIsWell();
     void saysOnceThatLinesAreMissing();
     void saysOnceThatTheFileIsNotWritable();
-    void saysOnceWhatWasNotWrittenAndNotRestored();
-    void saysNotThatATextWhichIsBackWasNotRestored();
 };
 
 namespace {
@@ -70,34 +59,6 @@ void setPermissions(const ScratchFolder &scratch, QFileDevice::Permissions file)
     QVERIFY(QFile::setPermissions(scratch.path(), everybody));
     QVERIFY(QFile::setPermissions(scratch.path(name()), file));
 }
-
-// Too large to be read, but to be written: the fault of a moment, made to last.
-void makeUnreadable(const QString &path)
-{
-    if (!QFile::resize(path, 600LL * 1024 * 1024) || readPropertiesFile(path))
-        qFatal("cannot make the file unreadable");
-}
-
-/// A disk that tears a file apart as often as it is told to.
-struct TearingDisk
-{
-    int failures = 0;
-    bool unreadable = false; ///< the torn file cannot be read either
-
-    bool operator()(const QString &path, const QByteArray &bytes)
-    {
-        if (failures == 0)
-            return overwriteFile(path, bytes);
-        --failures;
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes.left(10)) != 10)
-            qFatal("cannot tear the file");
-        file.close();
-        if (unreadable)
-            makeUnreadable(path);
-        return false;
-    }
-};
 
 } // namespace
 
@@ -278,146 +239,6 @@ void LogLevelRewriting::keepsBinaryContents()
     QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), bytes + '\n' + debugFile + bytes);
 }
 
-void LogLevelRewriting::putsTheTextBackWhenTheDiskIsFull()
-{
-    if (!FileSizeLimit::available())
-        QSKIP("no way to fill a disk here");
-    QByteArray text = infoFile;
-    for (int i = 0; i < 500; ++i)
-        text += "log4cpp.category.qzsdk\n"; // each grows when it is set
-    ScratchFolder scratch;
-    LogLevelRewrite rewrite(scratch.file(name(), text));
-    {
-        const FileSizeLimit limit(long(text.size()) + 1000);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(scratch.read(name()), text);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(scratch.read(name()), text);
-    }
-    QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QVERIFY(scratch.read(name()).size() > text.size() + 1000);
-}
-
-void LogLevelRewriting::worksFromTheKeptTextAfterAFailedWrite()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile + "last line");
-    TearingDisk disk;
-    disk.failures = 4; // two attempts, each with a vain try to put the text back
-    LogLevelRewrite rewrite(path, disk);
-    QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    QCOMPARE(scratch.read(name()).size(), 10);
-    QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    QCOMPARE(scratch.read(name()).size(), 10);
-    QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), "first line\n" + debugFile + "last line");
-}
-
-void LogLevelRewriting::putsTheKeptTextBackAtTheEnd()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile);
-    {
-        TearingDisk disk;
-        disk.failures = 2;
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(scratch.read(name()), QByteArray("first line"));
-    }
-    QCOMPARE(scratch.read(name()), "first line\n" + infoFile);
-}
-
-void LogLevelRewriting::takesAMendedFileOverTheKeptText()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "old\n" + infoFile);
-    TearingDisk disk;
-    disk.failures = 2;
-    LogLevelRewrite rewrite(path, disk);
-    QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    scratch.file(name(), "mended\n" + infoFile);
-    QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), "mended\n" + debugFile);
-}
-
-void LogLevelRewriting::keepsTheTextWhenTheTornFileCannotBeRead()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile);
-    TearingDisk disk;
-    disk.failures = 2;
-    disk.unreadable = true;
-    LogLevelRewrite rewrite(path, disk);
-    QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    QVERIFY(QFile::resize(path, 10));
-    QCOMPARE(scratch.read(name()), QByteArray("first line"));
-    QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), "first line\n" + debugFile);
-}
-
-void LogLevelRewriting::putsTheKeptTextOverATornFileThatWasNeverRead()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile);
-    {
-        TearingDisk disk;
-        disk.failures = 2;
-        disk.unreadable = true;
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(rewrite.apply(1), Outcome::Unreadable);
-    }
-    QCOMPARE(QFileInfo(path).size(), qint64(11 + infoFile.size()));
-    QCOMPARE(scratch.read(name()), "first line\n" + infoFile);
-}
-
-void LogLevelRewriting::putsTheKeptTextBackAfterAnUnreadableRound()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile);
-    {
-        TearingDisk disk;
-        disk.failures = 2;
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        makeUnreadable(path);
-        QCOMPARE(rewrite.apply(1), Outcome::Unreadable);
-    }
-    QCOMPARE(QFileInfo(path).size(), qint64(11 + infoFile.size()));
-    QCOMPARE(scratch.read(name()), "first line\n" + infoFile);
-}
-
-void LogLevelRewriting::leavesAMendedFileAloneAtTheEnd()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "old\n" + infoFile);
-    {
-        TearingDisk disk;
-        disk.failures = 2;
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        scratch.file(name(), "mended\n" + infoFile);
-    }
-    QCOMPARE(scratch.read(name()), "mended\n" + infoFile);
-}
-
-void LogLevelRewriting::leavesATornFileThatWasRemovedAlone()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
-    int writes = 0;
-    {
-        LogLevelRewrite rewrite(path, [&writes](const QString &, const QByteArray &) {
-            ++writes;
-            return false;
-        });
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(writes, 2);
-        QVERIFY(QFile::remove(path));
-    }
-    QCOMPARE(writes, 2);
-}
-
 void LogLevelRewriting::overwritesOnlyWhatIsThere()
 {
     ScratchFolder scratch;
@@ -459,35 +280,6 @@ void LogLevelRewriting::saysOnceThatTheFileIsNotWritable()
     QCOMPARE(rewrite.apply(1), Outcome::Failed);
     QCOMPARE(rewrite.apply(0), Outcome::Failed);
     QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not writable")});
-}
-
-void LogLevelRewriting::saysOnceWhatWasNotWrittenAndNotRestored()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
-    DebugCapture output;
-    {
-        TearingDisk disk;
-        disk.failures = 5; // the last one at the end
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    }
-    QCOMPARE(output.lines(), QStringList({QStringLiteral("log config not written"),
-                                          QStringLiteral("log config not restored")}));
-    QCOMPARE(scratch.read(name()), infoFile.left(10));
-}
-
-void LogLevelRewriting::saysNotThatATextWhichIsBackWasNotRestored()
-{
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
-    DebugCapture output;
-    TearingDisk disk;
-    disk.failures = 1;
-    QCOMPARE(LogLevelRewrite(path, disk).apply(1), Outcome::Failed);
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not written")});
-    QCOMPARE(scratch.read(name()), infoFile);
 }
 
 QTEST_GUILESS_MAIN(LogLevelRewriting)

@@ -1,0 +1,306 @@
+#include "Faults.h"
+#include "SettingsFixture.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+/// The settings window: where its file comes from, which level it shows and sets.
+class LogSettingsFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void findsTheFileBesideTheIcon_data();
+    void findsTheFileBesideTheIcon();
+    void findsNoFileWithoutARegistration();
+    void findsNoFileWhereItIsMissing();
+    void findsNoFileThatMayNotBeRead();
+    void asksForAFileAtStartWhenThereIsNone();
+    void asksInTheAgreedWay();
+    void changesNothingWhenTheFileDialogIsCancelled();
+    void takesTheChosenFile();
+    void doesNotReadTheSameFileTwice();
+    void comparesChosenFilesCaseSensitively();
+    void showsTheLevelOfTheFile_data();
+    void showsTheLevelOfTheFile();
+    void keepsTheLevelShownWhenTheChosenFileNamesNone();
+    void keepsTheLevelShownWhenTheChosenFileIsUnreadable();
+    void setsTheLevelThatIsClicked_data();
+    void setsTheLevelThatIsClicked();
+    void fallsBackToTheStoredLevelWhenTheFileIsGone();
+    void setsTheLevelInAFileWithANonAsciiName();
+};
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
+                            "log4cpp.category.qzsdk = INFO, a_qzsdk\n";
+const QByteArray debugFile = "log4cpp.rootCategory = DEBUG\n"
+                             "log4cpp.category.qzsdk = DEBUG, a_qzsdk\n";
+
+CConfiguration &hub()
+{
+    return *CConfiguration::instance();
+}
+
+} // namespace
+
+void LogSettingsFile::findsTheFileBesideTheIcon_data()
+{
+    QTest::addColumn<QString>("icon"); // below the client's folder
+    QTest::addColumn<QString>("separators");
+    QTest::newRow("with an index") << text("/QZviewer.exe,0") << text("/");
+    QTest::newRow("plain") << text("/QZviewer.exe") << text("\\/");
+    QTest::newRow("backslash") << text("\\QZviewer.exe,0") << text("\\");
+    QTest::newRow("name with blanks") << text("/the viewer, new.exe,-101") << text("/");
+    QTest::newRow("only the folder") << text("/") << text("/");
+}
+
+void LogSettingsFile::findsTheFileBesideTheIcon()
+{
+    QFETCH(QString, icon);
+    QFETCH(QString, separators);
+    SettingsFixture f;
+    const QString path = f.properties(debugFile);
+    f.client.iconPath = f.scratch.path(text("Client")) + icon;
+    f.client.pathSeparators = separators;
+    f.open();
+    QCOMPARE(f.window->findDefaultLogConfig(), path);
+    QCOMPARE(hub().logConfigPath, path);
+    QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), path);
+    QCOMPARE(f.asked, 0);
+}
+
+void LogSettingsFile::findsNoFileWithoutARegistration()
+{
+    SettingsFixture f;
+    f.properties(infoFile);
+    f.client.iconPath.clear();
+    f.open();
+    QVERIFY(f.window->findDefaultLogConfig().isNull());
+    QCOMPARE(f.asked, 1);
+}
+
+void LogSettingsFile::findsNoFileWhereItIsMissing()
+{
+    SettingsFixture f;
+    f.open();
+    QCOMPARE(f.window->findDefaultLogConfig(), QString());
+    f.scratch.folder(SettingsFixture::defaultName()); // a folder of that name is no file either
+    QCOMPARE(f.window->findDefaultLogConfig(), QString());
+}
+
+void LogSettingsFile::findsNoFileThatMayNotBeRead()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("no way to take a permission away here");
+    SettingsFixture f;
+    const QString path = f.properties(infoFile);
+    f.open();
+    QVERIFY(QFile::setPermissions(f.scratch.path(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions(0x2222)));
+    const OrdinaryUser user;
+    QVERIFY(QFileInfo(path).isFile());
+    QCOMPARE(f.window->findDefaultLogConfig(), QString());
+}
+
+void LogSettingsFile::asksForAFileAtStartWhenThereIsNone()
+{
+    SettingsFixture f;
+    f.chooses = f.scratch.file(text("mine.properties"), debugFile);
+    f.open();
+    QCOMPARE(f.asked, 1);
+    QCOMPARE(hub().logConfigPath, f.chooses);
+    QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), f.chooses);
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+}
+
+void LogSettingsFile::asksInTheAgreedWay()
+{
+    SettingsFixture f;
+    bool seen = false;
+    f.onAsked = [&seen](const QFileDialog &dialog) {
+        QCOMPARE(dialog.parentWidget(), nullptr);
+        QCOMPARE(dialog.windowTitle(), text("Select Log Config File"));
+        QCOMPARE(dialog.nameFilters(), QStringList{text("*.properties")});
+        QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptOpen);
+        QCOMPARE(dialog.viewMode(), QFileDialog::List);
+        // What is asked for is a close button only; a title bar comes with it.
+        QCOMPARE(dialog.windowType(), Qt::Dialog);
+        QVERIFY(dialog.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+        QVERIFY(!(dialog.windowFlags() &
+                  (Qt::WindowContextHelpButtonHint | Qt::WindowMinMaxButtonsHint)));
+        seen = true;
+    };
+    f.open();
+    QVERIFY(seen);
+}
+
+void LogSettingsFile::changesNothingWhenTheFileDialogIsCancelled()
+{
+    SettingsFixture f;
+    f.open();
+    QCOMPARE(f.asked, 1);
+    QCOMPARE(hub().logConfigPath, QString());
+    QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), QString());
+    QCOMPARE(f.shownLevel(), text("INFO"));
+
+    f.chooses = f.scratch.file(text("mine.properties"), debugFile);
+    f.find<QPushButton>("btnSetLogCfgPath")->click();
+    f.chooses.clear();
+    f.find<QPushButton>("btnSetLogCfgPath")->click();
+    QCOMPARE(f.asked, 3);
+    QCOMPARE(hub().logConfigPath, f.scratch.path(text("mine.properties")));
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+}
+
+void LogSettingsFile::takesTheChosenFile()
+{
+    SettingsFixture f;
+    const QString first = f.properties(infoFile);
+    f.open();
+    f.chooses = f.scratch.file(text("mine.properties"), debugFile);
+    f.find<QPushButton>("btnSetLogCfgPath")->click();
+    QCOMPARE(hub().logConfigPath, f.chooses);
+    QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), f.chooses);
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    f.radio("radioFATAL")->click();
+    QVERIFY(f.scratch.read(text("mine.properties")).contains("FATAL, a_qzsdk"));
+    QCOMPARE(f.written(), infoFile);
+}
+
+void LogSettingsFile::doesNotReadTheSameFileTwice()
+{
+    SettingsFixture f;
+    f.chooses = f.scratch.file(text("mine.properties"), debugFile);
+    f.open();
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    f.scratch.file(text("mine.properties"), infoFile);
+    f.find<QPushButton>("btnSetLogCfgPath")->click();
+    QCOMPARE(f.asked, 2);
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+}
+
+void LogSettingsFile::comparesChosenFilesCaseSensitively()
+{
+    SettingsFixture f;
+    f.chooses = f.scratch.file(text("mine.properties"), infoFile);
+    f.open();
+    f.chooses = f.scratch.file(text("Mine.properties"), debugFile);
+    f.find<QPushButton>("btnSetLogCfgPath")->click();
+    QCOMPARE(hub().logConfigPath, f.chooses);
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+}
+
+void LogSettingsFile::showsTheLevelOfTheFile_data()
+{
+    QTest::addColumn<QByteArray>("contents");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("INFO") << infoFile << text("INFO");
+    QTest::newRow("DEBUG") << debugFile << text("DEBUG");
+    QTest::newRow("FATAL") << QByteArray("log4cpp.rootCategory = FATAL") << text("FATAL");
+    QTest::newRow("WARN leaves INFO") << QByteArray("log4cpp.rootCategory = WARN") << text("INFO");
+    QTest::newRow("ERROR leaves INFO")
+        << QByteArray("log4cpp.rootCategory = ERROR") << text("INFO");
+    QTest::newRow("no root line leaves INFO") << QByteArray("x") << text("INFO");
+    QTest::newRow("empty leaves INFO") << QByteArray() << text("INFO");
+}
+
+void LogSettingsFile::showsTheLevelOfTheFile()
+{
+    QFETCH(QByteArray, contents);
+    SettingsFixture f;
+    f.properties(contents);
+    f.open();
+    QTEST(f.shownLevel(), "shown");
+    QCOMPARE(hub().logLevel, 0U); // what is shown was not set by us
+    QCOMPARE(f.written(), contents);
+}
+
+void LogSettingsFile::keepsTheLevelShownWhenTheChosenFileNamesNone()
+{
+    SettingsFixture f;
+    f.properties(debugFile);
+    f.open();
+    f.chooses = f.scratch.file(text("warn.properties"), "log4cpp.rootCategory = WARN, a\n");
+    f.find<QPushButton>("btnSetLogCfgPath")->click();
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+}
+
+void LogSettingsFile::keepsTheLevelShownWhenTheChosenFileIsUnreadable()
+{
+    SettingsFixture f;
+    f.properties(debugFile);
+    f.open();
+    QVERIFY(!f.window->readLogLevel(f.scratch.path(text("none.properties"))));
+    QVERIFY(!f.window->readLogLevel(f.scratch.path()));
+    QCOMPARE(f.output.lines(), QStringList({text("open failed"), text("open failed")}));
+    f.chooses = f.scratch.path(text("none.properties"));
+    f.find<QPushButton>("btnSetLogCfgPath")->click();
+    QCOMPARE(hub().logConfigPath, f.chooses);
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+}
+
+void LogSettingsFile::setsTheLevelThatIsClicked_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<uint>("level");
+    QTest::addColumn<QByteArray>("name");
+    QTest::newRow("INFO") << QByteArray("radioINFO") << 0U << QByteArray("INFO");
+    QTest::newRow("DEBUG") << QByteArray("radioDEBUG") << 1U << QByteArray("DEBUG");
+    QTest::newRow("FATAL") << QByteArray("radioFATAL") << 2U << QByteArray("FATAL");
+}
+
+void LogSettingsFile::setsTheLevelThatIsClicked()
+{
+    QFETCH(QByteArray, button);
+    QFETCH(uint, level);
+    QFETCH(QByteArray, name);
+    SettingsFixture f;
+    f.properties("log4cpp.rootCategory = WARN\nlog4cpp.category.qzsdk = WARN\nx = y\n");
+    hub().logLevel = level == 2 ? 0 : 2;
+    f.open();
+    f.radio(button.constData())->click();
+    QCOMPARE(f.written().replace("\r\n", "\n"), "log4cpp.rootCategory = " + name +
+                                                    "\nlog4cpp.category.qzsdk = " + name +
+                                                    ", a_qzsdk\nx = y\n");
+    QCOMPARE(hub().logLevel, level);
+    QCOMPARE(f.shownLevel(), QString::fromLatin1(name));
+}
+
+void LogSettingsFile::fallsBackToTheStoredLevelWhenTheFileIsGone()
+{
+    SettingsFixture f;
+    const QString path = f.properties(debugFile);
+    f.open();
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QVERIFY(QFile::remove(path));
+    f.radio("radioFATAL")->click();
+    QCOMPARE(f.shownLevel(), text("INFO"));
+    QCOMPARE(hub().logLevel, 0U);
+    QVERIFY(f.output.contains(text("open failed")));
+
+    hub().logLevel = 7; // no such button
+    f.radio("radioDEBUG")->click();
+    QCOMPARE(f.shownLevel(), text("DEBUG"));
+}
+
+void LogSettingsFile::setsTheLevelInAFileWithANonAsciiName()
+{
+    SettingsFixture f;
+    f.chooses = f.scratch.file(text("Größe 日志 配置/日志 ü.properties"), infoFile);
+    f.open();
+    QCOMPARE(hub().logConfigPath, f.chooses);
+    f.radio("radioDEBUG")->click();
+    QCOMPARE(hub().logLevel, 1U);
+    QCOMPARE(f.scratch.read(text("Größe 日志 配置/日志 ü.properties")).replace("\r\n", "\n"),
+             debugFile);
+}
+
+QTEST_MAIN(LogSettingsFile)
+#include "tst_log_settings_file.moc"

@@ -33,7 +33,7 @@ SingleApplication::SingleApplication(int &argc, char **argv, const QString &uniq
     // One copy at a time looks round and settles what it is: of two that start at once, each would
     // take the other's attaching, which only clears, for a running copy.
     QLockFile alone(QDir::tempPath() + QLatin1Char('/') + _uniqueKey + QStringLiteral(".lock"));
-    alone.tryLock(patience);
+    (void)alone.tryLock(patience); // the start goes on without it, too
     clearAbandonedSegment(_uniqueKey);
     sharedMemory.setKey(_uniqueKey);
     _isRunning = sharedMemory.attach();

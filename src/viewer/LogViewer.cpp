@@ -174,12 +174,13 @@ void LogViewer::on_btnSearch_clicked()
     ui->tableWidget->scrollToTop(); // that is where the lines found appear
     lastSearchKeyword = keyword.toStdString();
     // What lies behind the table's last row has nowhere to be shown.
-    SearchRun run(lineSearch, lastSearchKeyword, currentLogPath, ui->tableWidget->rowCount());
-    searchRun = &run;
-    showFound(run);
-    if (run.hasFailed())
+    const auto run = std::make_shared<SearchRun>(lineSearch, lastSearchKeyword, currentLogPath,
+                                                 ui->tableWidget->rowCount());
+    searchRun = run;
+    showFound(*run);
+    if (run->hasFailed())
         qDebug() << "Failed to execute findstr command.";
-    if (searchRun == &run)
+    if (searchRun == run)
         endSearch();
 }
 
@@ -326,13 +327,13 @@ void LogViewer::showFound(SearchRun &run)
     while (!run.isOver()) {
         const std::vector<std::string> found = run.take(searchRound);
         // Whoever uses the window meanwhile may begin another search or load a file.
-        if (searchRun == &run && !found.empty()) {
+        if (searchRun.get() == &run && !found.empty()) {
             const SilentFill fill(*ui->tableWidget);
             for (const std::string &piece : found)
                 parseLogLine(piece.c_str(), row++);
         }
         if (!run.isOver() && time.elapsed() > searchPatience) {
-            if (searchRun == &run)
+            if (searchRun.get() == &run)
                 ui->tableWidget->viewport()->setCursor(Qt::BusyCursor);
             QCoreApplication::processEvents();
         }
@@ -344,6 +345,6 @@ void LogViewer::endSearch()
 {
     if (searchRun != nullptr)
         searchRun->stop();
-    searchRun = nullptr;
+    searchRun.reset();
     ui->tableWidget->viewport()->unsetCursor();
 }

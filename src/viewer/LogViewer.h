@@ -69,7 +69,7 @@ private:
     QString currentLogPath;        ///< the file that is shown or was last tried
     std::string lastSearchKeyword; ///< in UTF-8; empty: nothing was searched yet
     std::unique_ptr<LogRows> rows;
-    SearchRun *searchRun = nullptr; ///< the one whose lines are shown; ends with its slot
+    std::shared_ptr<SearchRun> searchRun; ///< the one whose lines are shown; its slot has it, too
     QMenu *contextMenu = nullptr;
     QAction *actionCopyAll = nullptr;
     QAction *actionCopySelected = nullptr;

@@ -116,16 +116,26 @@ SilentFill::~SilentFill()
 
 void setLevelHidden(QTableWidget &table, const QString &level, bool hidden)
 {
-    // While its updates are off the header does not place all rows anew for each one of them.
+    // While its updates are off the header does not place all rows anew for each one of them, and
+    // the table is told of them all at once.
     QHeaderView *const rows = table.verticalHeader();
     const bool hadUpdates = rows->updatesEnabled();
+    const bool wasBlocked = rows->blockSignals(true);
     rows->setUpdatesEnabled(false);
+    int last = -1;
     for (int row = 0; row < table.rowCount(); ++row) {
         const QTableWidgetItem *const cell = table.item(row, LogRows::Level);
-        if (cell != nullptr && cell->text() == level)
-            table.setRowHidden(row, hidden);
+        if (cell != nullptr && cell->text() == level) {
+            rows->setSectionHidden(row, hidden);
+            last = row;
+        }
     }
     rows->setUpdatesEnabled(hadUpdates);
+    rows->blockSignals(wasBlocked);
+    if (last < 0)
+        return;
+    emit rows->sectionResized(last, 0, rows->sectionSize(last));
+    table.viewport()->update();
 }
 
 QString allLines(const QTableWidget &table)

@@ -109,7 +109,9 @@ void Vantrel::findSources()
 {
     sourceNames = QDir(sdkRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
     hasClientFolder = sourceNames.contains(clientSource());
-    fillTable(hasClientFolder ? clientSource() : sourceNames.value(0));
+    // Where there is a source, offering it fills the table: twice would take twice as long.
+    if (sourceNames.isEmpty())
+        fillTable(QString());
 }
 
 void Vantrel::offerSources()

@@ -116,12 +116,13 @@ SilentFill::~SilentFill()
 
 void setLevelHidden(QTableWidget &table, const QString &level, bool hidden)
 {
-    // While its updates are off the header does not place all rows anew for each one of them, and
-    // the table is told of them all at once.
+    // While its updates are off the header does not place all rows anew for each one of them, the
+    // table is told of them all at once, and the style is asked once for the least height of a row.
     QHeaderView *const rows = table.verticalHeader();
     const bool hadUpdates = rows->updatesEnabled();
     const bool wasBlocked = rows->blockSignals(true);
     rows->setUpdatesEnabled(false);
+    rows->setMinimumSectionSize(rows->minimumSectionSize());
     int last = -1;
     for (int row = 0; row < table.rowCount(); ++row) {
         const QTableWidgetItem *const cell = table.item(row, LogRows::Level);
@@ -130,6 +131,7 @@ void setLevelHidden(QTableWidget &table, const QString &level, bool hidden)
             last = row;
         }
     }
+    rows->setMinimumSectionSize(-1);
     rows->setUpdatesEnabled(hadUpdates);
     rows->blockSignals(wasBlocked);
     if (last < 0)

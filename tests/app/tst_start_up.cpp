@@ -2,6 +2,7 @@
 #include "Copy.h"
 #include "GuardTraces.h"
 #include "ScratchFolder.h"
+#include "Text.h"
 
 #include <QFileInfo>
 #include <QtTest>
@@ -37,7 +38,6 @@ struct User
 
     [[nodiscard]] QMap<QString, QString> surroundings() const
     {
-        const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
         return {{text("HOME"), folder.path()},
                 {text("XDG_CONFIG_HOME"), folder.path()},
                 {text("TMPDIR"), folder.path()},

@@ -3,6 +3,7 @@
 #include "CTableWidget.h"
 #include "QCheckBoxHeader.h"
 #include "QUserCheckBox.h"
+#include "Text.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
@@ -36,7 +37,6 @@ struct FileTable
         table.show();
     }
 
-    static QString text(const char *latin1) { return QString::fromLatin1(latin1); }
     [[nodiscard]] QAccessibleInterface *cell(int row, int column)
     {
         return seen(&table)->tableInterface()->cellAt(row, column);

@@ -1,6 +1,7 @@
 #include "AccessibleCell.h"
 #include "AccessibleControls.h"
 #include "FileTable.h"
+#include "Text.h"
 
 #include <QHeaderView>
 #include <QtTest>
@@ -45,7 +46,7 @@ void AccessibleTable::findsTheCellAtAPoint()
     const QRect place = f.cell(1, 2)->rect();
     QAccessibleInterface *found = seen(&f.table)->childAt(place.center().x(), place.center().y());
     QCOMPARE(found, f.cell(1, 2));
-    QCOMPARE(found->text(QAccessible::Name), FileTable::text("1.log"));
+    QCOMPARE(found->text(QAccessible::Name), text("1.log"));
     QVERIFY(seen(&f.table)->childAt(-10000, -10000) == nullptr);
 }
 
@@ -72,7 +73,7 @@ void AccessibleTable::tellsWhatCellsAndHeadersAre()
     QVERIFY(f.cell(-1, 1)->tableCellInterface() == nullptr);
     QVERIFY(f.cell(0, -1)->state().invisible);
     QVERIFY(!f.cell(0, 1)->state().invisible);
-    QCOMPARE(tableOf(f)->columnDescription(2), FileTable::text("Name"));
+    QCOMPARE(tableOf(f)->columnDescription(2), text("Name"));
     QCOMPARE(tableOf(f)->rowDescription(0), QString());
     QVERIFY(tableOf(f)->caption() == nullptr);
     QVERIFY(tableOf(f)->summary() == nullptr);
@@ -137,8 +138,8 @@ void AccessibleTable::hasCellsThatAreWholeInThemselves()
     QVERIFY(cell->child(0) == nullptr);
     QVERIFY(cell->childAt(0, 0) == nullptr);
     QCOMPARE(cell->indexOfChild(seen(&f.table)), -1);
-    cell->setText(QAccessible::Name, FileTable::text("other"));
-    QCOMPARE(cell->text(QAccessible::Name), FileTable::text("time 1"));
+    cell->setText(QAccessible::Name, text("other"));
+    QCOMPARE(cell->text(QAccessible::Name), text("time 1"));
 
     QAccessibleTableCellInterface *place = cell->tableCellInterface();
     QCOMPARE(place->rowExtent(), 1);
@@ -146,7 +147,7 @@ void AccessibleTable::hasCellsThatAreWholeInThemselves()
     QVERIFY(place->rowHeaderCells().isEmpty());
     QCOMPARE(place->columnHeaderCells(), QList<QAccessibleInterface *>{f.cell(-1, 1)});
 
-    cell->actionInterface()->doAction(FileTable::text("fly"));
+    cell->actionInterface()->doAction(text("fly"));
     QVERIFY(cell->actionInterface()
                 ->keyBindingsForAction(QAccessibleActionInterface::toggleAction())
                 .isEmpty());

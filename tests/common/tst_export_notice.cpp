@@ -3,6 +3,7 @@
 #include "FormItems.h"
 #include "OwnMethods.h"
 #include "StyleSheetRules.h"
+#include "Text.h"
 #include "WorkingFolder.h"
 
 #include <QFrame>
@@ -157,7 +158,6 @@ void ExportNotice::saysNothingAtFirst()
 
 void ExportNotice::carriesItsOwnSheet()
 {
-    const auto text = [](const char *latin1) { return QString::fromLatin1(latin1); };
     const StyleSheetRules expected{
         {text("ExportInfoDlg"),
          {{text("min-height"), text("40px")},

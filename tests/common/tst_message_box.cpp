@@ -3,6 +3,7 @@
 #include "CommonTitleBar.h"
 #include "DebugCapture.h"
 #include "ModalDialog.h"
+#include "Text.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -46,11 +47,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 constexpr auto all = QMessageBox::Ok | QMessageBox::Cancel | QMessageBox::Yes | QMessageBox::No;
 

@@ -2,6 +2,7 @@
 
 #include "ExportFixture.h"
 #include "MadeUpMachine.h"
+#include "Text.h"
 #include "ZipTools.h"
 
 /// A worker on a made-up machine with every item chosen, and what its zip has to hold.
@@ -12,7 +13,6 @@ struct FullJob
     /// @p filling is behind the contents of every file, which makes a job of any size.
     explicit FullJob(const QByteArray &filling = {})
     {
-        const auto text = [](const char *utf8) { return QString::fromUtf8(utf8); };
         machine.filling = filling;
         machine.memory = MemoryStatus{50, quint64(8) << 30, quint64(4) << 30};
         machine.modules.modules = {{"PART", 8388608, 3200}};

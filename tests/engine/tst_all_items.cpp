@@ -1,4 +1,5 @@
 #include "FullJob.h"
+#include "Text.h"
 
 #include <functional>
 #include <new>
@@ -25,11 +26,6 @@ private:
 namespace {
 
 using Contents = ExportFixture::Contents;
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 struct Fault
 {

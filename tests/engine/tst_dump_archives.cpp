@@ -4,6 +4,7 @@
 #include "Faults.h"
 #include "Machine.h"
 #include "MadeUpMachine.h"
+#include "Text.h"
 #include "ZipArchive.h"
 
 class DumpArchives : public QObject
@@ -45,11 +46,6 @@ namespace {
 
 const char *const noKernelDump = "蓝屏日志文件Memory.dmp不存在";
 const char *const noSmallDump = "蓝屏日志文件Minidumps不存在";
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// The entry that stands for @p path: the reader takes off what an archive must not begin with.
 QString entry(const QString &path)

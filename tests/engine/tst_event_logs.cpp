@@ -2,6 +2,7 @@
 
 #include "ExportFixture.h"
 #include "MadeUpMachine.h"
+#include "Text.h"
 
 class EventLogs : public QObject
 {
@@ -23,11 +24,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 QString uniqueIn(const ScratchFolder &scratch)
 {

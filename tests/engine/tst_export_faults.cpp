@@ -1,6 +1,7 @@
 #include "ExportFixture.h"
 #include "Faults.h"
 #include "Machine.h"
+#include "Text.h"
 
 #include <QFile>
 
@@ -25,11 +26,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// Proves that the worker still works.
 void exportsOnceMore(ExportFixture &f)

@@ -1,4 +1,5 @@
 #include "ExportFixture.h"
+#include "Text.h"
 
 #include <QMetaMethod>
 
@@ -33,11 +34,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 CConfiguration &hub()
 {

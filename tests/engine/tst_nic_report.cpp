@@ -3,6 +3,7 @@
 #include "ExportFixture.h"
 #include "Faults.h"
 #include "MadeUpMachine.h"
+#include "Text.h"
 
 class NicReport : public QObject
 {
@@ -31,11 +32,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 NetworkAdapter ethernet()
 {

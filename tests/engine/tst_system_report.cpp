@@ -2,6 +2,7 @@
 
 #include "ExportFixture.h"
 #include "MadeUpMachine.h"
+#include "Text.h"
 
 class SystemReport : public QObject
 {
@@ -29,11 +30,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 constexpr MemoryStatus memory{37, quint64(16) << 30, quint64(10) << 30};
 const QByteArray memoryLines = "Memory Load: 37%\n"

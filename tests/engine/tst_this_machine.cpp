@@ -1,4 +1,5 @@
 #include "ExportFixture.h"
+#include "Text.h"
 #include "ZipTools.h"
 
 #include <QJsonArray>
@@ -25,11 +26,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 struct Run
 {

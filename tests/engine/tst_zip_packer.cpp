@@ -1,6 +1,7 @@
 #include "DebugCapture.h"
 #include "Faults.h"
 #include "ScratchFolder.h"
+#include "Text.h"
 #include "ZipContents.h"
 #include "ZipPacker.h"
 
@@ -32,11 +33,6 @@ private slots:
 namespace {
 
 using Contents = QMap<QString, QByteArray>;
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "DisplayLanguage.h"
 #include "ScratchFolder.h"
+#include "Text.h"
 
 #include <QFileInfo>
 #include <QtTest>
@@ -26,11 +27,6 @@ namespace {
 
 const QString backslash = QStringLiteral("\\");
 const QString both = QStringLiteral("\\/");
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// A path whose executable has a name of @p length letters.
 QString longPath(int length)

@@ -1,6 +1,7 @@
 #include "ExportInfoDlg.h"
 #include "MainWindowFixture.h"
 #include "OpenedUrls.h"
+#include "Text.h"
 #include "ZipTools.h"
 
 #include <QAction>
@@ -31,11 +32,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 CConfiguration &hub()
 {

@@ -1,4 +1,5 @@
 #include "MainWindowFixture.h"
+#include "Text.h"
 
 #include <QFileDialog>
 #include <QLineEdit>
@@ -21,11 +22,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 CConfiguration &hub()
 {

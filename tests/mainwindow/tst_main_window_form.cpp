@@ -1,6 +1,7 @@
 #include "CQZLineEdit.h"
 #include "CommonTitleBar.h"
 #include "MainWindowFixture.h"
+#include "Text.h"
 
 #include <QFileDialog>
 #include <QLabel>
@@ -39,11 +40,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 constexpr int any = QWIDGETSIZE_MAX;
 

@@ -4,6 +4,7 @@
 #include "MainWindowFixture.h"
 #include "QUserCheckBox.h"
 #include "SdkLogFiles.h"
+#include "Text.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -43,11 +44,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 const QDateTime noon(QDate(2026, 3, 5), QTime(12, 0, 7));
 

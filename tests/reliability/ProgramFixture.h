@@ -5,6 +5,7 @@
 #include "GuardTraces.h"
 #include "Noise.h"
 #include "ScratchFolder.h"
+#include "Text.h"
 #include "ZipContents.h"
 #include "ZipTools.h"
 
@@ -76,7 +77,6 @@ struct ProgramFixture
     [[nodiscard]] std::unique_ptr<Copy> start(const QStringList &zips,
                                               const QMap<QString, QString> &more = {}) const
     {
-        const auto text = [](const char *utf8) { return QString::fromUtf8(utf8); };
         QMap<QString, QString> variables{{text("HOME"), home},
                                          {text("XDG_CONFIG_HOME"), home + text("/.config")},
                                          {text("TMPDIR"), temporary},

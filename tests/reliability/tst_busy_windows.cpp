@@ -2,6 +2,7 @@
 #include "Dice.h"
 #include "MainWindowFixture.h"
 #include "Mischief.h"
+#include "Text.h"
 #include "ViewerFixture.h"
 #include "ZipTools.h"
 
@@ -19,11 +20,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// A file is no zip before its last byte is written.
 bool isWholeZip(const QString &path)

@@ -2,6 +2,7 @@
 #include "FullJob.h"
 #include "Noise.h"
 #include "SmallDisk.h"
+#include "Text.h"
 
 #include <algorithm>
 
@@ -28,11 +29,6 @@ using Contents = FullJob::Contents;
 
 const int points = 24;
 const QByteArray filling = noise(20'000);
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// Waits for the answer, or for the line of a request that must be dropped without one.
 bool settles(FullJob &job)

@@ -1,5 +1,6 @@
 #include "Dice.h"
 #include "ProgramFixture.h"
+#include "Text.h"
 
 #include <QElapsedTimer>
 
@@ -14,11 +15,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// Entries of @p contents that neither an export has nor a killed one leaves behind: half a copy
 /// under a name for the meantime, or the part of the events that were exported by then.

@@ -1,4 +1,5 @@
 #include "FullJob.h"
+#include "Text.h"
 #include "ZipArchive.h"
 
 #include <QProcess>
@@ -14,11 +15,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// The whole check of ZipTools is meant for fewer entries: it would look for each among all.
 bool succeeds(const QString &tool, const QStringList &arguments)

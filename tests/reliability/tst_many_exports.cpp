@@ -1,5 +1,6 @@
 #include "Dice.h"
 #include "FullJob.h"
+#include "Text.h"
 
 /// Many exports: queued at once, given up at the end, and one of every kind.
 class ManyExports : public QObject
@@ -15,11 +16,6 @@ private slots:
 namespace {
 
 using Contents = FullJob::Contents;
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 const int manyRequests = 200;
 

@@ -3,6 +3,7 @@
 #include "FullJob.h"
 #include "Mischief.h"
 #include "Noise.h"
+#include "Text.h"
 
 /// Others write, cut, lock and remove files and folders while exports run. Each zip is a valid one,
 /// what nobody touched is in it, and once nobody disturbs an export is whole.
@@ -26,11 +27,6 @@ namespace {
 using Contents = FullJob::Contents;
 
 const QByteArray filling = noise(30'000);
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 int exports()
 {

@@ -1,4 +1,5 @@
 #include "ProgramFixture.h"
+#include "Text.h"
 
 /// The program as a process, with homes and clocks as some users have them.
 class OddHomes : public QObject
@@ -13,11 +14,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// The date and time of the first entry, to the hour, as its header has it.
 QByteArray zipTime(const QString &zip)

@@ -1,6 +1,7 @@
 #include "CQZLineEdit.h"
 #include "CommonTitleBar.h"
 #include "SettingsFixture.h"
+#include "Text.h"
 
 #include <QFrame>
 #include <QLabel>
@@ -34,11 +35,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
                             "log4cpp.category.qzsdk = INFO, a_qzsdk\n";

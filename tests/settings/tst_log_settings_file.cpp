@@ -1,5 +1,6 @@
 #include "Faults.h"
 #include "SettingsFixture.h"
+#include "Text.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -32,11 +33,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
                             "log4cpp.category.qzsdk = INFO, a_qzsdk\n";

@@ -1,6 +1,7 @@
 #include "ZipTools.h"
 
 #include "Machine.h"
+#include "Text.h"
 #include "ZipContents.h"
 
 #include <QFile>
@@ -14,11 +15,6 @@
 namespace {
 
 constexpr int patience = 120'000; // milliseconds, for a tool on a busy machine
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// An entry as a tool lists it.
 struct Entry

@@ -1,4 +1,5 @@
 #include "ScratchFolder.h"
+#include "Text.h"
 #include "ZipTools.h"
 
 #include <QtTest>
@@ -21,11 +22,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 QString goodZip(ScratchFolder &scratch)
 {

@@ -2,6 +2,7 @@
 #include "HeldFile.h"
 #include "LogFile.h"
 #include "LogLevelRewrite.h"
+#include "Text.h"
 
 /// Files that another program has open. What it keeps to itself must not spoil an export, nor be
 /// spoilt.
@@ -24,11 +25,6 @@ namespace {
 
 const QByteArray properties("log4cpp.rootCategory = INFO\r\n"
                             "log4cpp.category.qzsdk = INFO, a_qzsdk\r\n");
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 } // namespace
 

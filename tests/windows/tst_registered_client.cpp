@@ -4,6 +4,7 @@
 #include "ModalDialog.h"
 #include "ResetHub.h"
 #include "ScratchFolder.h"
+#include "Text.h"
 #include "UserEnvironment.h"
 
 #include <QDialog>
@@ -31,11 +32,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// "C:\...\<below>" for a folder that the program calls "C:/...".
 QString native(const QString &path)

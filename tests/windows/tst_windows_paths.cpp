@@ -1,6 +1,7 @@
 #include "ExportFixture.h"
 
 #include "LineSearch.h"
+#include "Text.h"
 
 #include <fstream>
 
@@ -18,15 +19,6 @@ private slots:
     void exportsAPathBeyond260Characters();
     void searchesThroughFindstr();
 };
-
-namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-} // namespace
 
 void WindowsPaths::byteStringsAreUtf8()
 {

@@ -1,6 +1,7 @@
 #include "ExportFixture.h"
 
 #include "NetworkAdapters.h"
+#include "Text.h"
 
 #include <QRegularExpression>
 
@@ -18,11 +19,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 QByteArrayList linesOf(const QByteArray &report)
 {

@@ -1,5 +1,6 @@
 #include "Faults.h"
 #include "ScratchFolder.h"
+#include "Text.h"
 #include "linux/Sources.h"
 
 #include <QFile>
@@ -18,11 +19,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 const QDateTime noon = QDateTime::fromSecsSinceEpoch(1'700'000'000, Qt::UTC);
 

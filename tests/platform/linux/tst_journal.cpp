@@ -1,5 +1,6 @@
 #include "DebugCapture.h"
 #include "JournalScript.h"
+#include "Text.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -32,11 +33,6 @@ private slots:
 };
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 const QString application = QStringLiteral("Application");
 const QString system_ = QStringLiteral("System");

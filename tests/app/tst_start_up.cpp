@@ -1,6 +1,7 @@
 #include "ClientRegistration.h"
 #include "Copy.h"
 #include "GuardTraces.h"
+#include "LogConfig.h"
 #include "ScratchFolder.h"
 #include "Text.h"
 
@@ -30,11 +31,7 @@ const QByteArray itsWindow("QObject::connect:  (receiver name: 'Vantrel')");
 /// A user of this machine who has the camera client, so that nothing asks for the SDK's log set-up.
 struct User
 {
-    User()
-    {
-        folder.file(QStringLiteral("Client/SDKLOG_default.properties"),
-                    "log4cpp.rootCategory = INFO\nlog4cpp.category.qzsdk = INFO, a_qzsdk\n");
-    }
+    User() { folder.file(QStringLiteral("Client/SDKLOG_default.properties"), infoFile); }
 
     [[nodiscard]] QMap<QString, QString> surroundings() const
     {

@@ -3,6 +3,7 @@
 #include "CComboBoxEx.h"
 #include "CTableWidget.h"
 #include "DebugCapture.h"
+#include "LogConfig.h"
 #include "ModalDialog.h"
 #include "ResetHub.h"
 #include "ScratchFolder.h"
@@ -26,8 +27,7 @@ struct MainWindowFixture
         environment.client.iconPath =
             home.file(QStringLiteral("Client/QZviewer.exe")) + QStringLiteral(",0");
         environment.client.pathSeparators = QStringLiteral("\\/");
-        home.file(QStringLiteral("Client/SDKLOG_default.properties"),
-                  "log4cpp.rootCategory = INFO\nlog4cpp.category.qzsdk = INFO, a_qzsdk\n");
+        home.file(QStringLiteral("Client/SDKLOG_default.properties"), infoFile);
         useLanguage("1");
     }
     ~MainWindowFixture() { ModalDialog::setRunner({}); }

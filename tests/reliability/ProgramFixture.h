@@ -3,6 +3,7 @@
 #include "ClientRegistration.h"
 #include "Copy.h"
 #include "GuardTraces.h"
+#include "LogConfig.h"
 #include "Noise.h"
 #include "ScratchFolder.h"
 #include "Text.h"
@@ -26,13 +27,8 @@ struct ProgramFixture
         , client(home + QStringLiteral("/.config"), home + QStringLiteral("/Client/QZviewer.exe,0"))
         , traces(temporary, QStringLiteral("Pemberk Vantreldriven_program"))
     {
-        file(QStringLiteral("Client/SDKLOG_default.properties"), properties());
+        file(QStringLiteral("Client/SDKLOG_default.properties"), infoFile);
         file(QStringLiteral("AppData/Roaming/QZviewer/language.ini"), "[language]\nlang=1\n");
-    }
-
-    static QByteArray properties()
-    {
-        return "log4cpp.rootCategory = INFO\nlog4cpp.category.qzsdk = INFO, a_qzsdk\n";
     }
 
     [[nodiscard]] QString path(const QString &name) const { return home + QLatin1Char('/') + name; }
@@ -65,7 +61,7 @@ struct ProgramFixture
                 return false;
         }
         return read(path(QStringLiteral("QZSDK/QZviewer/client.dmp"))) == "dump" &&
-               read(path(QStringLiteral("Client/SDKLOG_default.properties"))) == properties();
+               read(path(QStringLiteral("Client/SDKLOG_default.properties"))) == infoFile;
     }
 
     [[nodiscard]] static QByteArray read(const QString &name)

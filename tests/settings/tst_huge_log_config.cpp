@@ -1,3 +1,4 @@
+#include "LogConfig.h"
 #include "LogLevelRewrite.h"
 #include "ScratchFolder.h"
 #include "SettingsFixture.h"
@@ -37,7 +38,7 @@ void HugeLogConfig::isRewritten()
     QCOMPARE(CConfiguration::instance()->logLevel, 1U);
     const QByteArray expected = lines + "log4cpp.rootCategory = DEBUG\n" + comment +
                                 "log4cpp.category.qzsdk = DEBUG, a_qzsdk\nlast";
-    QVERIFY(f.written().replace("\r\n", "\n") == expected);
+    QVERIFY(unixLines(f.written()) == expected);
 }
 
 void HugeLogConfig::leavesTheWindowsUsableWhileItIsRetried()

@@ -1,3 +1,4 @@
+#include "LogConfig.h"
 #include "LogLevelFile.h"
 
 #include <QTemporaryFile>
@@ -31,13 +32,6 @@ private slots:
     void takesOnlyTheCarriageReturnsOfLineEnds();
     void copesWithEveryTextOfThreePieces();
 };
-
-namespace {
-
-const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
-                            "log4cpp.category.qzsdk = INFO, a_qzsdk\n";
-
-} // namespace
 
 void LogLevelFileText::readsTheLevelOfTheFirstRootLine_data()
 {

@@ -1,4 +1,5 @@
 #include "Faults.h"
+#include "LogConfig.h"
 #include "ProcessorTime.h"
 #include "SettingsFixture.h"
 
@@ -36,17 +37,8 @@ private slots:
 
 namespace {
 
-const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
-                            "log4cpp.category.qzsdk = INFO, a_qzsdk\n";
-const QByteArray fatalFile = "log4cpp.rootCategory = FATAL\n"
-                             "log4cpp.category.qzsdk = FATAL, a_qzsdk\n";
 const char *const mend = "--mend";
 constexpr int aFewRounds = 200; // milliseconds
-
-QByteArray lineFeeds(QByteArray bytes)
-{
-    return bytes.replace("\r\n", "\n");
-}
 
 class PaintCounter : public QWidget
 {
@@ -109,7 +101,7 @@ void LogLevelRetry::endsOnPurposeOnlyWhenBothLinesWereReplaced()
     QVERIFY(!f.write(1));
     QVERIFY(f.wasRunning);
     QVERIFY(timer.elapsed() >= aFewRounds);
-    QCOMPARE(lineFeeds(f.written()), fatalFile);
+    QCOMPARE(unixLines(f.written()), fatalFile);
     QCOMPARE(CConfiguration::instance()->logLevel, 2U);
     QVERIFY(f.radio("radioINFO")->isEnabled());
 }
@@ -126,7 +118,7 @@ void LogLevelRetry::leavesAFileThatAnotherProcessMendedAtTheStoredLevel()
     QVERIFY(f.wasRunning);
     QTRY_COMPARE(other.state(), QProcess::NotRunning);
     QCOMPARE(other.exitCode(), 0);
-    QCOMPARE(lineFeeds(f.written()), "# mended\n" + fatalFile);
+    QCOMPARE(unixLines(f.written()), "# mended\n" + fatalFile);
 }
 
 void LogLevelRetry::endsWhenTheFileCanNoLongerBeRead()
@@ -158,7 +150,7 @@ void LogLevelRetry::endsWhenTheFileCanBeWrittenAgain()
     });
     QVERIFY(!f.write(1));
     QVERIFY(f.wasRunning);
-    QCOMPARE(lineFeeds(f.written()), fatalFile);
+    QCOMPARE(unixLines(f.written()), fatalFile);
 }
 
 void LogLevelRetry::endsWhenTheDiskHasRoomAgain()
@@ -176,7 +168,7 @@ void LogLevelRetry::endsWhenTheDiskHasRoomAgain()
     });
     QVERIFY(!f.write(1));
     QVERIFY(f.wasRunning);
-    QCOMPARE(lineFeeds(f.written()),
+    QCOMPARE(unixLines(f.written()),
              "log4cpp.rootCategory = INFO\n" +
                  QByteArray("log4cpp.category.qzsdk = INFO, a_qzsdk\n").repeated(100));
 }
@@ -187,7 +179,7 @@ void LogLevelRetry::putsTheStoredLevelIntoTheLineThatIsThere()
     CConfiguration::instance()->logLevel = 2;
     QByteArray meanwhile;
     f.after(aFewRounds, [&] {
-        meanwhile = lineFeeds(f.written());
+        meanwhile = unixLines(f.written());
         QVERIFY(QFile::remove(f.path));
     });
     QVERIFY(!f.write(1));
@@ -252,7 +244,7 @@ void LogLevelRetry::doesNotStartAgainWhileTheLevelButtonsAreClicked()
     f.radio("radioDEBUG")->click();
     QVERIFY(f.wasRunning);
     QCOMPARE(f.shownLevel(), QStringLiteral("FATAL"));
-    QCOMPARE(lineFeeds(f.written()), fatalFile);
+    QCOMPARE(unixLines(f.written()), fatalFile);
 
     f.radio("radioDEBUG")->click();
     QCOMPARE(CConfiguration::instance()->logLevel, 1U);
@@ -285,7 +277,7 @@ void LogLevelRetry::isNotDisturbedByAnotherChosenFile()
     });
     QVERIFY(!f.write(1));
     QVERIFY(f.wasRunning);
-    QCOMPARE(lineFeeds(f.written()), infoFile);
+    QCOMPARE(unixLines(f.written()), infoFile);
     QCOMPARE(f.scratch.read(QStringLiteral("other.properties")), fatalFile);
 }
 
@@ -303,7 +295,7 @@ void LogLevelRetry::endsWithTheProgram()
     QVERIFY(f.wasRunning);
     QVERIFY(returned);
     QVERIFY(!result);
-    QCOMPARE(lineFeeds(f.written()), QByteArray("nothing to replace\n"));
+    QCOMPARE(unixLines(f.written()), QByteArray("nothing to replace\n"));
 }
 
 void LogLevelRetry::endsWithTheMainWindow()

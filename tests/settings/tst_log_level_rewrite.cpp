@@ -1,5 +1,6 @@
 #include "DebugCapture.h"
 #include "Faults.h"
+#include "LogConfig.h"
 #include "LogLevelFile.h"
 #include "LogLevelRewrite.h"
 #include "Machine.h"
@@ -41,11 +42,6 @@ private slots:
 
 namespace {
 
-const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
-                            "log4cpp.category.qzsdk = INFO, a_qzsdk\n";
-const QByteArray debugFile = "log4cpp.rootCategory = DEBUG\n"
-                             "log4cpp.category.qzsdk = DEBUG, a_qzsdk\n";
-
 QString name()
 {
     return QStringLiteral("sdk.properties");
@@ -67,7 +63,7 @@ void LogLevelRewriting::setsTheLevel()
     ScratchFolder scratch;
     LogLevelRewrite rewrite(scratch.file(name(), "# SDK\n" + infoFile));
     QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), "# SDK\n" + debugFile);
+    QCOMPARE(unixLines(scratch.read(name())), "# SDK\n" + debugFile);
 }
 
 void LogLevelRewriting::endsLinesAsThePlatformDoes()
@@ -104,7 +100,7 @@ void LogLevelRewriting::shortensTheFileWhereTheTextShrinks()
     const QString path = scratch.file(name(), "log4cpp.rootCategory = " + QByteArray(5000, 'x') +
                                                   "\nlog4cpp.category.qzsdk\n");
     QCOMPARE(LogLevelRewrite(path).apply(0), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), infoFile);
+    QCOMPARE(unixLines(scratch.read(name())), infoFile);
 }
 
 void LogLevelRewriting::doesNotTouchAFileThatIsRightAlready()
@@ -128,8 +124,7 @@ void LogLevelRewriting::replacesWhatIsThereWhenAMarkerIsMissing()
     ScratchFolder scratch;
     LogLevelRewrite rewrite(scratch.file(name(), "x\nlog4cpp.rootCategory = WARN"));
     QCOMPARE(rewrite.apply(2), Outcome::Failed);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"),
-             QByteArray("x\nlog4cpp.rootCategory = FATAL\n"));
+    QCOMPARE(unixLines(scratch.read(name())), QByteArray("x\nlog4cpp.rootCategory = FATAL\n"));
 }
 
 void LogLevelRewriting::readsAnewEachTime()
@@ -140,7 +135,7 @@ void LogLevelRewriting::readsAnewEachTime()
     QCOMPARE(scratch.read(name()), QByteArray("nothing"));
     scratch.file(name(), infoFile);
     QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), debugFile);
+    QCOMPARE(unixLines(scratch.read(name())), debugFile);
 }
 
 void LogLevelRewriting::failsOnAMissingFile()
@@ -236,7 +231,7 @@ void LogLevelRewriting::keepsBinaryContents()
     ScratchFolder scratch;
     const QString path = scratch.file(name(), bytes + '\n' + infoFile + bytes);
     QCOMPARE(LogLevelRewrite(path).apply(1), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), bytes + '\n' + debugFile + bytes);
+    QCOMPARE(unixLines(scratch.read(name())), bytes + '\n' + debugFile + bytes);
 }
 
 void LogLevelRewriting::overwritesOnlyWhatIsThere()

@@ -1,5 +1,6 @@
 #include "DebugCapture.h"
 #include "Faults.h"
+#include "LogConfig.h"
 #include "LogLevelFile.h"
 #include "LogLevelRewrite.h"
 #include "ScratchFolder.h"
@@ -30,11 +31,6 @@ private slots:
 };
 
 namespace {
-
-const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
-                            "log4cpp.category.qzsdk = INFO, a_qzsdk\n";
-const QByteArray debugFile = "log4cpp.rootCategory = DEBUG\n"
-                             "log4cpp.category.qzsdk = DEBUG, a_qzsdk\n";
 
 QString name()
 {
@@ -103,7 +99,7 @@ void LogLevelTornFile::worksFromTheKeptTextAfterAFailedWrite()
     QCOMPARE(rewrite.apply(1), Outcome::Failed);
     QCOMPARE(scratch.read(name()).size(), 10);
     QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), "first line\n" + debugFile + "last line");
+    QCOMPARE(unixLines(scratch.read(name())), "first line\n" + debugFile + "last line");
 }
 
 void LogLevelTornFile::putsTheKeptTextBackAtTheEnd()
@@ -130,7 +126,7 @@ void LogLevelTornFile::takesAMendedFileOverTheKeptText()
     QCOMPARE(rewrite.apply(1), Outcome::Failed);
     scratch.file(name(), "mended\n" + infoFile);
     QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), "mended\n" + debugFile);
+    QCOMPARE(unixLines(scratch.read(name())), "mended\n" + debugFile);
 }
 
 void LogLevelTornFile::keepsTheTextWhenTheTornFileCannotBeRead()
@@ -145,7 +141,7 @@ void LogLevelTornFile::keepsTheTextWhenTheTornFileCannotBeRead()
     QVERIFY(QFile::resize(path, 10));
     QCOMPARE(scratch.read(name()), QByteArray("first line"));
     QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(scratch.read(name()).replace("\r\n", "\n"), "first line\n" + debugFile);
+    QCOMPARE(unixLines(scratch.read(name())), "first line\n" + debugFile);
 }
 
 void LogLevelTornFile::putsTheKeptTextOverATornFileThatWasNeverRead()

@@ -1,5 +1,6 @@
 #include "CQZLineEdit.h"
 #include "CommonTitleBar.h"
+#include "LogConfig.h"
 #include "SettingsFixture.h"
 #include "Text.h"
 
@@ -35,11 +36,6 @@ private slots:
 };
 
 namespace {
-
-const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
-                            "log4cpp.category.qzsdk = INFO, a_qzsdk\n";
-const QByteArray debugFile = "log4cpp.rootCategory = DEBUG\n"
-                             "log4cpp.category.qzsdk = DEBUG, a_qzsdk\n";
 
 CConfiguration &hub()
 {

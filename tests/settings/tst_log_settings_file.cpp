@@ -1,4 +1,5 @@
 #include "Faults.h"
+#include "LogConfig.h"
 #include "SettingsFixture.h"
 #include "Text.h"
 
@@ -33,11 +34,6 @@ private slots:
 };
 
 namespace {
-
-const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
-                            "log4cpp.category.qzsdk = INFO, a_qzsdk\n";
-const QByteArray debugFile = "log4cpp.rootCategory = DEBUG\n"
-                             "log4cpp.category.qzsdk = DEBUG, a_qzsdk\n";
 
 CConfiguration &hub()
 {
@@ -262,9 +258,9 @@ void LogSettingsFile::setsTheLevelThatIsClicked()
     hub().logLevel = level == 2 ? 0 : 2;
     f.open();
     f.radio(button.constData())->click();
-    QCOMPARE(f.written().replace("\r\n", "\n"), "log4cpp.rootCategory = " + name +
-                                                    "\nlog4cpp.category.qzsdk = " + name +
-                                                    ", a_qzsdk\nx = y\n");
+    QCOMPARE(unixLines(f.written()), "log4cpp.rootCategory = " + name +
+                                         "\nlog4cpp.category.qzsdk = " + name +
+                                         ", a_qzsdk\nx = y\n");
     QCOMPARE(hub().logLevel, level);
     QCOMPARE(f.shownLevel(), QString::fromLatin1(name));
 }
@@ -294,8 +290,7 @@ void LogSettingsFile::setsTheLevelInAFileWithANonAsciiName()
     QCOMPARE(hub().logConfigPath, f.chooses);
     f.radio("radioDEBUG")->click();
     QCOMPARE(hub().logLevel, 1U);
-    QCOMPARE(f.scratch.read(text("Größe 日志 配置/日志 ü.properties")).replace("\r\n", "\n"),
-             debugFile);
+    QCOMPARE(unixLines(f.scratch.read(text("Größe 日志 配置/日志 ü.properties"))), debugFile);
 }
 
 QTEST_MAIN(LogSettingsFile)

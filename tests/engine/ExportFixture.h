@@ -2,7 +2,7 @@
 
 #include "CLogProcessThread.h"
 #include "DebugCapture.h"
-#include "ResetHub.h"
+#include "Hub.h"
 #include "ScratchFolder.h"
 #include "ZipContents.h"
 

@@ -45,9 +45,8 @@ struct FullJob
 
     static void chooseEveryItem()
     {
-        CConfiguration &hub = *CConfiguration::instance();
-        for (std::atomic<bool> *flag : {&hub.systemLog, &hub.sdkLog, &hub.nicInfo, &hub.systemInfo,
-                                        &hub.systemDump, &hub.clientDump})
+        for (std::atomic<bool> *flag : {&hub().systemLog, &hub().sdkLog, &hub().nicInfo,
+                                        &hub().systemInfo, &hub().systemDump, &hub().clientDump})
             *flag = true;
     }
 

@@ -33,15 +33,6 @@ private slots:
     void endsWhenRunningIsCleared();
 };
 
-namespace {
-
-CConfiguration &hub()
-{
-    return *CConfiguration::instance();
-}
-
-} // namespace
-
 void ExportJob::declaresOneSignalAndNoSlots()
 {
     const QMetaObject &meta = CLogProcessThread::staticMetaObject;

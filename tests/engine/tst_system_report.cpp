@@ -154,7 +154,7 @@ void SystemReport::eachZipHoldsOneReport()
     MadeUpMachine machine;
     machine.memory = memory;
     ExportFixture f(machine.questions());
-    CConfiguration::instance()->systemInfo = true;
+    hub().systemInfo = true;
     for (int i = 0; i < 2; ++i) {
         f.worker.enqueueExport(f.zip());
         QVERIFY(f.answers());
@@ -236,7 +236,7 @@ void SystemReport::theWorkerNotesTheTimeThenSetsTheHubThenAsksForComSecurity()
     QString hubText;
     machine.ask = [&](const QString &) {
         noted = CLogProcessThread::startTime();
-        hubText = CConfiguration::instance()->spareWorkPath;
+        hubText = hub().spareWorkPath;
     };
     const qint64 before = QDateTime::currentMSecsSinceEpoch();
     const CLogProcessThread worker(machine.questions());

@@ -83,9 +83,8 @@ qint64 figure(const QByteArray &report, const char *label)
 void ThisMachine::initTestCase()
 {
     fixture = std::make_unique<ExportFixture>();
-    CConfiguration &hub = *CConfiguration::instance();
-    for (std::atomic<bool> *flag :
-         {&hub.systemLog, &hub.nicInfo, &hub.systemInfo, &hub.systemDump, &hub.clientDump})
+    for (std::atomic<bool> *flag : {&hub().systemLog, &hub().nicInfo, &hub().systemInfo,
+                                    &hub().systemDump, &hub().clientDump})
         *flag = true;
     fixture->worker.enqueueExport(fixture->zip());
     QVERIFY(fixture->answers(1, 250000));

@@ -33,11 +33,6 @@ private slots:
 
 namespace {
 
-CConfiguration &hub()
-{
-    return *CConfiguration::instance();
-}
-
 CWaitDialog *visibleWaitDialog()
 {
     for (QWidget *widget : QApplication::topLevelWidgets()) {

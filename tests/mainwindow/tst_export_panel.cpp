@@ -21,15 +21,6 @@ private slots:
     void startsTheSaveDialogWhereTheLastOneEnded();
 };
 
-namespace {
-
-CConfiguration &hub()
-{
-    return *CConfiguration::instance();
-}
-
-} // namespace
-
 void ExportPanel::mirrorsEachBoxInItsFlag_data()
 {
     QTest::addColumn<int>("flag");

@@ -122,7 +122,7 @@ void MainWindowForm::showsTheExportPathReadOnly()
     const auto *path = f.find<CQZLineEdit>("lineEditPath");
     QVERIFY(path->isReadOnly());
     QCOMPARE(path->text(), f.home.path(text("QZSDK/UserLogInfo.zip")));
-    QCOMPARE(CConfiguration::instance()->exportPath, path->text());
+    QCOMPARE(hub().exportPath, path->text());
 }
 
 void MainWindowForm::hidesTheWindowButtonsButClose()

@@ -240,7 +240,7 @@ void SdkLogTable::checksRowsAndHeaderAsTheHubSays()
     f.open();
     QVERIFY(f.headerBox()->isChecked());
     QVERIFY(f.box(0)->isChecked());
-    CConfiguration::instance()->sdkLog = false;
+    hub().sdkLog = false;
     f.find<CComboBoxEx>("comboSource")->setCurrentText(text("other"));
     QVERIFY(!f.headerBox()->isChecked());
     QVERIFY(!f.box(0)->isChecked());

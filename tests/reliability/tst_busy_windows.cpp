@@ -1,5 +1,5 @@
-#include "CConfiguration.h"
 #include "Dice.h"
+#include "Hub.h"
 #include "MainWindowFixture.h"
 #include "Mischief.h"
 #include "Text.h"
@@ -32,7 +32,7 @@ bool isWholeZip(const QString &path)
 QMap<QString, QByteArray> lastExport(MainWindowFixture &f)
 {
     const QString zip = f.home.path(text("last.zip"));
-    CConfiguration::instance()->exportPath = zip;
+    hub().exportPath = zip;
     f.find<QAction>("actionExportAll")->trigger();
     return QTest::qWaitFor([&] { return isWholeZip(zip); }, 60000)
                ? verifiedZipContents(zip)
@@ -63,7 +63,7 @@ void BusyWindows::theSourceIsSwitchedWhileExportsRun()
         QCOMPARE(f.listedNames().size(), 10);
         if (i % 10 == 0) {
             zips.append(f.home.path(text("%1.zip").arg(i)));
-            CConfiguration::instance()->exportPath = zips.last();
+            hub().exportPath = zips.last();
             f.find<QAction>("actionExportAll")->trigger();
         }
         QCoreApplication::processEvents();

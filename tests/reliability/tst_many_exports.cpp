@@ -55,13 +55,12 @@ struct Choice
 
     void setFlags() const
     {
-        CConfiguration &hub = *CConfiguration::instance();
-        hub.sdkLog = flags.contains(text("sdkLog"));
-        hub.systemLog = flags.contains(text("systemLog"));
-        hub.systemInfo = flags.contains(text("systemInfo"));
-        hub.nicInfo = flags.contains(text("nicInfo"));
-        hub.systemDump = flags.contains(text("systemDump"));
-        hub.clientDump = flags.contains(text("clientDump"));
+        hub().sdkLog = flags.contains(text("sdkLog"));
+        hub().systemLog = flags.contains(text("systemLog"));
+        hub().systemInfo = flags.contains(text("systemInfo"));
+        hub().nicInfo = flags.contains(text("nicInfo"));
+        hub().systemDump = flags.contains(text("systemDump"));
+        hub().clientDump = flags.contains(text("clientDump"));
     }
 
     [[nodiscard]] bool copiesLogs() const { return chosenLog || flags.contains(text("sdkLog")); }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "CConfiguration.h"
 #include "DebugCapture.h"
+#include "Hub.h"
 #include "LogSettingsDlg.h"
 #include "ModalDialog.h"
-#include "ResetHub.h"
 #include "ScratchFolder.h"
 
 #include <QFileDialog>

@@ -35,7 +35,7 @@ void HugeLogConfig::isRewritten()
                  "log4cpp.category.qzsdk = INFO, a_qzsdk\nlast");
     f.open();
     f.radio("radioDEBUG")->click();
-    QCOMPARE(CConfiguration::instance()->logLevel, 1U);
+    QCOMPARE(hub().logLevel, 1U);
     const QByteArray expected = lines + "log4cpp.rootCategory = DEBUG\n" + comment +
                                 "log4cpp.category.qzsdk = DEBUG, a_qzsdk\nlast";
     QVERIFY(unixLines(f.written()) == expected);

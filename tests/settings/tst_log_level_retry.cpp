@@ -94,7 +94,7 @@ void LogLevelRetry::endsOnPurposeOnlyWhenBothLinesWereReplaced()
 {
     QFETCH(QByteArray, contents);
     RetryFixture f(contents);
-    CConfiguration::instance()->logLevel = 2;
+    hub().logLevel = 2;
     f.after(aFewRounds, [&f] { f.properties(infoFile); });
     QElapsedTimer timer;
     timer.start();
@@ -102,14 +102,14 @@ void LogLevelRetry::endsOnPurposeOnlyWhenBothLinesWereReplaced()
     QVERIFY(f.wasRunning);
     QVERIFY(timer.elapsed() >= aFewRounds);
     QCOMPARE(unixLines(f.written()), fatalFile);
-    QCOMPARE(CConfiguration::instance()->logLevel, 2U);
+    QCOMPARE(hub().logLevel, 2U);
     QVERIFY(f.radio("radioINFO")->isEnabled());
 }
 
 void LogLevelRetry::leavesAFileThatAnotherProcessMendedAtTheStoredLevel()
 {
     RetryFixture f;
-    CConfiguration::instance()->logLevel = 2;
+    hub().logLevel = 2;
     QProcess other;
     f.after(aFewRounds, [&] {
         other.start(QCoreApplication::applicationFilePath(), {QLatin1String(mend), f.path});
@@ -139,7 +139,7 @@ void LogLevelRetry::endsWhenTheFileCanBeWrittenAgain()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     RetryFixture f(infoFile);
-    CConfiguration::instance()->logLevel = 2;
+    hub().logLevel = 2;
     QVERIFY(QFile::setPermissions(f.scratch.path(), QFileDevice::Permissions(0x7777)));
     QVERIFY(QFile::setPermissions(f.path, QFileDevice::Permissions(0x4444)));
     auto user = std::make_unique<OrdinaryUser>();
@@ -176,7 +176,7 @@ void LogLevelRetry::endsWhenTheDiskHasRoomAgain()
 void LogLevelRetry::putsTheStoredLevelIntoTheLineThatIsThere()
 {
     RetryFixture f("log4cpp.rootCategory = WARN\nx");
-    CConfiguration::instance()->logLevel = 2;
+    hub().logLevel = 2;
     QByteArray meanwhile;
     f.after(aFewRounds, [&] {
         meanwhile = unixLines(f.written());
@@ -230,7 +230,7 @@ void LogLevelRetry::doesNotStartAgainWhileTheLevelButtonsAreClicked()
 {
     RetryFixture f;
     f.window->show();
-    CConfiguration::instance()->logLevel = 2;
+    hub().logLevel = 2;
     f.after(aFewRounds, [&f] {
         // Neither by the mouse nor by code; a second retry would not return before the first.
         QTest::mouseClick(f.radio("radioINFO"), Qt::LeftButton);
@@ -247,7 +247,7 @@ void LogLevelRetry::doesNotStartAgainWhileTheLevelButtonsAreClicked()
     QCOMPARE(unixLines(f.written()), fatalFile);
 
     f.radio("radioDEBUG")->click();
-    QCOMPARE(CConfiguration::instance()->logLevel, 1U);
+    QCOMPARE(hub().logLevel, 1U);
 }
 
 void LogLevelRetry::givesTheFocusBack()

@@ -35,15 +35,6 @@ private slots:
     void hidesAndComesBack();
 };
 
-namespace {
-
-CConfiguration &hub()
-{
-    return *CConfiguration::instance();
-}
-
-} // namespace
-
 void LogSettingsDialog::isAFramelessWindowWithTheIconAndOnlyACloseButton()
 {
     SettingsFixture f;

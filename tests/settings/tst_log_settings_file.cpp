@@ -33,15 +33,6 @@ private slots:
     void setsTheLevelInAFileWithANonAsciiName();
 };
 
-namespace {
-
-CConfiguration &hub()
-{
-    return *CConfiguration::instance();
-}
-
-} // namespace
-
 void LogSettingsFile::findsTheFileBesideTheIcon_data()
 {
     QTest::addColumn<QString>("icon"); // below the client's folder

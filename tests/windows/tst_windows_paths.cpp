@@ -38,8 +38,8 @@ void WindowsPaths::exportsWhereFoldersHaveChineseNames()
     const QString log = f.scratch.file(text("用户 张三/QZSDK/QZviewer/日志.log"), "line\n");
     f.worker.setBasePath(f.scratch.path(text("用户 张三/QZSDK/")));
     f.worker.setLogSourceFolder(text("QZviewer"));
-    CConfiguration::instance()->nicInfo = true;
-    CConfiguration::instance()->systemInfo = true;
+    hub().nicInfo = true;
+    hub().systemInfo = true;
     f.choose({log});
     const QString zip = f.scratch.path(text("用户 张三/导出.zip"));
     f.worker.enqueueExport(zip);

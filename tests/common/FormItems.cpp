@@ -3,6 +3,7 @@
 #include <QMetaEnum>
 #include <QSizePolicy>
 #include <QStringList>
+#include <QWidget>
 
 namespace {
 

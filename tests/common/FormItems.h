@@ -2,7 +2,6 @@
 
 #include <QLayout>
 #include <QString>
-#include <QWidget>
 
 /// What one item of a layout is, in words that a test can compare: "lbTitle", "layout
 /// horizontalRow", "spacer 20 x 50 Minimum Fixed".
@@ -10,13 +9,3 @@
 
 /// All items of @p layout, in order, in the words of describedItem().
 [[nodiscard]] QStringList describedItems(const QLayout &layout);
-
-/// The child of @p form that has this class and object name; none ends the program.
-template <typename T>
-T &part(const QObject &form, const char *name)
-{
-    T *found = form.findChild<T *>(QString::fromLatin1(name));
-    if (found == nullptr)
-        qFatal("the form has no %s", name);
-    return *found;
-}

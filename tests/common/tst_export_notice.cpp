@@ -2,6 +2,7 @@
 #include "ExportInfoDlg.h"
 #include "FormItems.h"
 #include "OwnMethods.h"
+#include "Part.h"
 #include "StyleSheetRules.h"
 #include "Text.h"
 #include "WorkingFolder.h"

@@ -1,7 +1,7 @@
 #include "ExportInfoDlg.h"
-#include "FormItems.h"
 #include "NoticeTimer.h"
 #include "OpenedUrls.h"
+#include "Part.h"
 #include "ScratchFolder.h"
 
 #include <QFileInfo>

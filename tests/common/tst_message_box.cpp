@@ -3,6 +3,7 @@
 #include "CommonTitleBar.h"
 #include "DebugCapture.h"
 #include "ModalDialog.h"
+#include "Part.h"
 #include "Text.h"
 
 #include <QApplication>
@@ -52,10 +53,7 @@ constexpr auto all = QMessageBox::Ok | QMessageBox::Cancel | QMessageBox::Yes | 
 
 QPushButton *button(const QWidget &box, const QByteArray &name)
 {
-    auto *found = box.findChild<QPushButton *>(QString::fromLatin1(name));
-    if (found == nullptr)
-        qFatal("the box has no %s", name.constData());
-    return found;
+    return &part<QPushButton>(box, name.constData());
 }
 
 // Runs the box as a caller would, and does something to it once it is there.

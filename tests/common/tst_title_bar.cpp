@@ -2,6 +2,7 @@
 #include "FormItems.h"
 #include "KitWindow.h"
 #include "OwnMethods.h"
+#include "Part.h"
 
 #include <QLabel>
 #include <QToolButton>

@@ -4,6 +4,7 @@
 #include "FormItems.h"
 #include "MouseEvents.h"
 #include "OwnMethods.h"
+#include "Part.h"
 #include "WorkingFolder.h"
 
 #include <QFrame>

@@ -6,6 +6,7 @@
 #include "Hub.h"
 #include "LogConfig.h"
 #include "ModalDialog.h"
+#include "Part.h"
 #include "ScratchFolder.h"
 #include "Vantrel.h"
 #include "ZipContents.h"
@@ -52,10 +53,7 @@ struct MainWindowFixture
     template <typename Widget>
     Widget *find(const char *name) const
     {
-        auto *widget = window->findChild<Widget *>(QString::fromLatin1(name));
-        if (widget == nullptr)
-            qFatal("the window has no %s", name);
-        return widget;
+        return &part<Widget>(*window, name);
     }
 
     [[nodiscard]] CTableWidget *table() const { return find<CTableWidget>("tableWidget"); }

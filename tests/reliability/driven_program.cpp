@@ -1,4 +1,5 @@
 #include "CConfiguration.h"
+#include "Part.h"
 #include "SingleApplication.h"
 #include "StartUp.h"
 #include "Vantrel.h"
@@ -22,24 +23,15 @@ void tell(const char *line)
     std::fflush(stdout);
 }
 
-template <typename Widget>
-Widget &find(const QWidget &window, const char *name)
-{
-    auto *widget = window.findChild<Widget *>(QString::fromLatin1(name));
-    if (widget == nullptr)
-        qFatal("the window has no %s", name);
-    return *widget;
-}
-
 void drive(Vantrel &window, const QStringList &zips)
 {
     for (const char *box : {"checkBoxNICInfo", "checkBoxSystemLog", "checkBoxSystemInfo",
                             "checkBoxSystemDump", "checkBoxClientDump"})
-        find<QCheckBox>(window, box).click();
+        part<QCheckBox>(window, box).click();
     for (const QString &zip : zips) {
         CConfiguration::instance()->exportPath = zip;
         tell("exporting");
-        find<QPushButton>(window, "btnExport").click(); // returns when the wait dialog is closed
+        part<QPushButton>(window, "btnExport").click(); // returns when the wait dialog is closed
         tell("exported");
     }
     window.close();

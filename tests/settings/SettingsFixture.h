@@ -4,6 +4,7 @@
 #include "Hub.h"
 #include "LogSettingsDlg.h"
 #include "ModalDialog.h"
+#include "Part.h"
 #include "ScratchFolder.h"
 
 #include <QFileDialog>
@@ -39,10 +40,7 @@ struct SettingsFixture
     template <typename Widget>
     Widget *find(const char *name) const
     {
-        auto *widget = window->findChild<Widget *>(QString::fromLatin1(name));
-        if (widget == nullptr)
-            qFatal("the window has no %s", name);
-        return widget;
+        return &part<Widget>(*window, name);
     }
     [[nodiscard]] QRadioButton *radio(const char *name) const { return find<QRadioButton>(name); }
 

@@ -2,6 +2,7 @@
 
 #include "DebugCapture.h"
 #include "LogViewer.h"
+#include "Part.h"
 #include "ScratchFolder.h"
 
 #include <QAction>
@@ -29,10 +30,7 @@ public:
     template <typename T>
     T *find(const char *name) const
     {
-        T *const found = viewer.findChild<T *>(QLatin1String(name));
-        if (found == nullptr)
-            qFatal("no %s", name);
-        return found;
+        return &part<T>(viewer, name);
     }
 
     [[nodiscard]] QTableWidget &table() const { return *find<QTableWidget>("tableWidget"); }

@@ -47,14 +47,20 @@ QString name()
     return QStringLiteral("sdk.properties");
 }
 
-// Lets OrdinaryUser into the folder, with the file's permissions as given.
-void setPermissions(const ScratchFolder &scratch, QFileDevice::Permissions file)
+/// A file on which everybody has these @p rights, in a folder that OrdinaryUser may look into.
+QString fileWithRights(ScratchFolder &scratch, QFileDevice::Permissions rights)
 {
-    const auto everybody = QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                           QFileDevice::ExeOwner | QFileDevice::ReadOther | QFileDevice::ExeOther;
-    QVERIFY(QFile::setPermissions(scratch.path(), everybody));
-    QVERIFY(QFile::setPermissions(scratch.path(name()), file));
+    const QString path = scratch.file(name(), infoFile);
+    const auto forEverybody = QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                              QFileDevice::ExeOwner | QFileDevice::ReadOther |
+                              QFileDevice::ExeOther;
+    if (!QFile::setPermissions(scratch.path(), forEverybody) ||
+        !QFile::setPermissions(path, rights))
+        qFatal("cannot set permissions");
+    return path;
 }
+
+const auto mayBeRead = QFileDevice::ReadOwner | QFileDevice::ReadOther;
 
 } // namespace
 
@@ -167,8 +173,7 @@ void LogLevelRewriting::failsOnAFileThatMayNotBeRead()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
-    setPermissions(scratch, QFileDevice::WriteOther);
+    const QString path = fileWithRights(scratch, QFileDevice::WriteOther);
     DebugCapture output;
     {
         const OrdinaryUser user;
@@ -194,8 +199,7 @@ void LogLevelRewriting::failsOnAFileThatMayNotBeWritten()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
-    setPermissions(scratch, QFileDevice::ReadOwner | QFileDevice::ReadOther);
+    const QString path = fileWithRights(scratch, mayBeRead);
     const OrdinaryUser user;
     QCOMPARE(LogLevelRewrite(path).apply(1), Outcome::Failed);
     QCOMPARE(scratch.read(name()), infoFile);
@@ -206,8 +210,7 @@ void LogLevelRewriting::failsOnAFileThatIsRightAlreadyButMayNotBeWritten()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
-    setPermissions(scratch, QFileDevice::ReadOwner | QFileDevice::ReadOther);
+    const QString path = fileWithRights(scratch, mayBeRead);
     const OrdinaryUser user;
     QCOMPARE(LogLevelRewrite(path).apply(0), Outcome::Failed);
 }
@@ -216,10 +219,11 @@ void LogLevelRewriting::refusesAFileBeyondAllMeasure()
 {
     ScratchFolder scratch;
     DebugCapture output;
-    const QString path = scratch.sparseFile(name(), 3LL * 1024 * 1024 * 1024);
+    const qint64 threeGibibytes = 3LL * 1024 * 1024 * 1024;
+    const QString path = scratch.sparseFile(name(), threeGibibytes);
     QCOMPARE(LogLevelRewrite(path).apply(0), Outcome::Unreadable);
     QCOMPARE(output.lines(), QStringList{QStringLiteral("log config file too large")});
-    QCOMPARE(QFileInfo(path).size(), 3LL * 1024 * 1024 * 1024);
+    QCOMPARE(QFileInfo(path).size(), threeGibibytes);
 }
 
 void LogLevelRewriting::keepsBinaryContents()
@@ -267,8 +271,7 @@ void LogLevelRewriting::saysOnceThatTheFileIsNotWritable()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
-    setPermissions(scratch, QFileDevice::ReadOwner | QFileDevice::ReadOther);
+    const QString path = fileWithRights(scratch, mayBeRead);
     const OrdinaryUser user;
     DebugCapture output;
     LogLevelRewrite rewrite(path);

@@ -9,6 +9,9 @@
 #include <QFileInfo>
 #include <QtTest>
 
+#include <memory>
+#include <utility>
+
 using Outcome = LogLevelRewrite::Outcome;
 
 /// Setting the level on a disk that tears the file apart.
@@ -32,15 +35,13 @@ private slots:
 
 namespace {
 
-QString name()
-{
-    return QStringLiteral("sdk.properties");
-}
+constexpr int tornAfter = 10; // bytes
+constexpr qint64 tooLargeToRead = 600LL * 1024 * 1024;
 
 // Too large to be read, but to be written: the fault of a moment, made to last.
 void makeUnreadable(const QString &path)
 {
-    if (!QFile::resize(path, 600LL * 1024 * 1024) || readPropertiesFile(path))
+    if (!QFile::resize(path, tooLargeToRead) || readPropertiesFile(path))
         qFatal("cannot make the file unreadable");
 }
 
@@ -56,13 +57,39 @@ struct TearingDisk
             return overwriteFile(path, bytes);
         --failures;
         QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes.left(10)) != 10)
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes.left(tornAfter)) != tornAfter)
             qFatal("cannot tear the file");
         file.close();
         if (unreadable)
             makeUnreadable(path);
         return false;
     }
+};
+
+/// A properties file, in which the level is about to be set.
+struct Fixture
+{
+    Fixture(const QByteArray &contents, LogLevelRewrite::Overwrite overwrite)
+        : path(scratch.file(QStringLiteral("sdk.properties"), contents))
+        , rewrite(std::make_unique<LogLevelRewrite>(path, std::move(overwrite)))
+    {
+    }
+
+    Outcome setDebug() { return rewrite->apply(1); }
+    void end() { rewrite.reset(); }
+
+    void write(const QByteArray &contents)
+    {
+        scratch.file(QStringLiteral("sdk.properties"), contents);
+    }
+    [[nodiscard]] QByteArray contents() const
+    {
+        return scratch.read(QStringLiteral("sdk.properties"));
+    }
+
+    ScratchFolder scratch;
+    QString path;
+    std::unique_ptr<LogLevelRewrite> rewrite;
 };
 
 } // namespace
@@ -74,166 +101,124 @@ void LogLevelTornFile::putsTheTextBackWhenTheDiskIsFull()
     QByteArray text = infoFile;
     for (int i = 0; i < 500; ++i)
         text += "log4cpp.category.qzsdk\n"; // each grows when it is set
-    ScratchFolder scratch;
-    LogLevelRewrite rewrite(scratch.file(name(), text));
+    Fixture f(text, overwriteFile);
     {
         const FileSizeLimit limit(long(text.size()) + 1000);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(scratch.read(name()), text);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(scratch.read(name()), text);
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            QCOMPARE(f.setDebug(), Outcome::Failed);
+            QCOMPARE(f.contents(), text);
+        }
     }
-    QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QVERIFY(scratch.read(name()).size() > text.size() + 1000);
+    QCOMPARE(f.setDebug(), Outcome::Done);
+    QVERIFY(f.contents().size() > text.size() + 1000);
 }
 
 void LogLevelTornFile::worksFromTheKeptTextAfterAFailedWrite()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile + "last line");
-    TearingDisk disk;
-    disk.failures = 4; // two attempts, each with a vain try to put the text back
-    LogLevelRewrite rewrite(path, disk);
-    QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    QCOMPARE(scratch.read(name()).size(), 10);
-    QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    QCOMPARE(scratch.read(name()).size(), 10);
-    QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(unixLines(scratch.read(name())), "first line\n" + debugFile + "last line");
+    // Two attempts, each with a vain try to put the text back.
+    Fixture f("first line\n" + infoFile + "last line", TearingDisk{4});
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        QCOMPARE(f.setDebug(), Outcome::Failed);
+        QCOMPARE(f.contents().size(), tornAfter);
+    }
+    QCOMPARE(f.setDebug(), Outcome::Done);
+    QCOMPARE(unixLines(f.contents()), "first line\n" + debugFile + "last line");
 }
 
 void LogLevelTornFile::putsTheKeptTextBackAtTheEnd()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile);
-    {
-        TearingDisk disk;
-        disk.failures = 2;
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(scratch.read(name()), QByteArray("first line"));
-    }
-    QCOMPARE(scratch.read(name()), "first line\n" + infoFile);
+    Fixture f("first line\n" + infoFile, TearingDisk{2});
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    QCOMPARE(f.contents(), QByteArray("first line"));
+    f.end();
+    QCOMPARE(f.contents(), "first line\n" + infoFile);
 }
 
 void LogLevelTornFile::takesAMendedFileOverTheKeptText()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "old\n" + infoFile);
-    TearingDisk disk;
-    disk.failures = 2;
-    LogLevelRewrite rewrite(path, disk);
-    QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    scratch.file(name(), "mended\n" + infoFile);
-    QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(unixLines(scratch.read(name())), "mended\n" + debugFile);
+    Fixture f("old\n" + infoFile, TearingDisk{2});
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    f.write("mended\n" + infoFile);
+    QCOMPARE(f.setDebug(), Outcome::Done);
+    QCOMPARE(unixLines(f.contents()), "mended\n" + debugFile);
 }
 
 void LogLevelTornFile::keepsTheTextWhenTheTornFileCannotBeRead()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile);
-    TearingDisk disk;
-    disk.failures = 2;
-    disk.unreadable = true;
-    LogLevelRewrite rewrite(path, disk);
-    QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    QVERIFY(QFile::resize(path, 10));
-    QCOMPARE(scratch.read(name()), QByteArray("first line"));
-    QCOMPARE(rewrite.apply(1), Outcome::Done);
-    QCOMPARE(unixLines(scratch.read(name())), "first line\n" + debugFile);
+    Fixture f("first line\n" + infoFile, TearingDisk{2, true});
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    QVERIFY(QFile::resize(f.path, tornAfter));
+    QCOMPARE(f.contents(), QByteArray("first line"));
+    QCOMPARE(f.setDebug(), Outcome::Done);
+    QCOMPARE(unixLines(f.contents()), "first line\n" + debugFile);
 }
 
 void LogLevelTornFile::putsTheKeptTextOverATornFileThatWasNeverRead()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile);
-    {
-        TearingDisk disk;
-        disk.failures = 2;
-        disk.unreadable = true;
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(rewrite.apply(1), Outcome::Unreadable);
-    }
-    QCOMPARE(QFileInfo(path).size(), qint64(11 + infoFile.size()));
-    QCOMPARE(scratch.read(name()), "first line\n" + infoFile);
+    const QByteArray text = "first line\n" + infoFile;
+    Fixture f(text, TearingDisk{2, true});
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    QCOMPARE(f.setDebug(), Outcome::Unreadable);
+    f.end();
+    QCOMPARE(QFileInfo(f.path).size(), qint64(text.size()));
+    QCOMPARE(f.contents(), text);
 }
 
 void LogLevelTornFile::putsTheKeptTextBackAfterAnUnreadableRound()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "first line\n" + infoFile);
-    {
-        TearingDisk disk;
-        disk.failures = 2;
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        makeUnreadable(path);
-        QCOMPARE(rewrite.apply(1), Outcome::Unreadable);
-    }
-    QCOMPARE(QFileInfo(path).size(), qint64(11 + infoFile.size()));
-    QCOMPARE(scratch.read(name()), "first line\n" + infoFile);
+    const QByteArray text = "first line\n" + infoFile;
+    Fixture f(text, TearingDisk{2});
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    makeUnreadable(f.path);
+    QCOMPARE(f.setDebug(), Outcome::Unreadable);
+    f.end();
+    QCOMPARE(QFileInfo(f.path).size(), qint64(text.size()));
+    QCOMPARE(f.contents(), text);
 }
 
 void LogLevelTornFile::leavesAMendedFileAloneAtTheEnd()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), "old\n" + infoFile);
-    {
-        TearingDisk disk;
-        disk.failures = 2;
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        scratch.file(name(), "mended\n" + infoFile);
-    }
-    QCOMPARE(scratch.read(name()), "mended\n" + infoFile);
+    Fixture f("old\n" + infoFile, TearingDisk{2});
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    f.write("mended\n" + infoFile);
+    f.end();
+    QCOMPARE(f.contents(), "mended\n" + infoFile);
 }
 
 void LogLevelTornFile::leavesATornFileThatWasRemovedAlone()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
     int writes = 0;
-    {
-        LogLevelRewrite rewrite(path, [&writes](const QString &, const QByteArray &) {
-            ++writes;
-            return false;
-        });
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(writes, 2);
-        QVERIFY(QFile::remove(path));
-    }
+    Fixture f(infoFile, [&writes](const QString &, const QByteArray &) {
+        ++writes;
+        return false;
+    });
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    QCOMPARE(writes, 2);
+    QVERIFY(QFile::remove(f.path));
+    f.end();
     QCOMPARE(writes, 2);
 }
 
 void LogLevelTornFile::saysOnceWhatWasNotWrittenAndNotRestored()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
     DebugCapture output;
-    {
-        TearingDisk disk;
-        disk.failures = 5; // the last one at the end
-        LogLevelRewrite rewrite(path, disk);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-        QCOMPARE(rewrite.apply(1), Outcome::Failed);
-    }
+    Fixture f(infoFile, TearingDisk{5}); // the last one at the end
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    f.end();
     QCOMPARE(output.lines(), QStringList({QStringLiteral("log config not written"),
                                           QStringLiteral("log config not restored")}));
-    QCOMPARE(scratch.read(name()), infoFile.left(10));
+    QCOMPARE(f.contents(), infoFile.left(tornAfter));
 }
 
 void LogLevelTornFile::saysNotThatATextWhichIsBackWasNotRestored()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
     DebugCapture output;
-    TearingDisk disk;
-    disk.failures = 1;
-    QCOMPARE(LogLevelRewrite(path, disk).apply(1), Outcome::Failed);
+    Fixture f(infoFile, TearingDisk{1});
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    f.end();
     QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not written")});
-    QCOMPARE(scratch.read(name()), infoFile);
+    QCOMPARE(f.contents(), infoFile);
 }
 
 QTEST_GUILESS_MAIN(LogLevelTornFile)

@@ -291,9 +291,8 @@ void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing()
     const QString readable = d.small(text("a.dmp"), 20);
     const QString locked = d.small(text("b.dmp"), 10, "secret");
     QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
-    QVERIFY(QFile::setPermissions(d.f.scratch.path(), QFileDevice::Permissions(0x7777)));
-    QVERIFY(QFile::setPermissions(d.f.scratch.folder(text("staging")),
-                                  QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(d.f.scratch.path(), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(d.f.scratch.folder(text("staging")), Everybody::mayDoAll));
     const OrdinaryUser user;
     QCOMPARE(d.packed(), unreadableIsMissing ? (ExportFixture::Contents{{entry(readable), "small"}})
                                              : (ExportFixture::Contents{{entry(locked), {}}}));
@@ -306,9 +305,8 @@ void DumpArchives::anUnreadableKernelDumpIsMissed()
     Dumps d;
     const QString locked = d.withKernelDump("secret");
     QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
-    QVERIFY(QFile::setPermissions(d.f.scratch.path(), QFileDevice::Permissions(0x7777)));
-    QVERIFY(QFile::setPermissions(d.f.scratch.folder(text("staging")),
-                                  QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(d.f.scratch.path(), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(d.f.scratch.folder(text("staging")), Everybody::mayDoAll));
     const OrdinaryUser user;
     QCOMPARE(d.packed(), ExportFixture::Contents());
     QCOMPARE(d.f.output.lines(), QStringList({text(noKernelDump), text(noSmallDump)}));

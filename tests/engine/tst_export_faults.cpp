@@ -87,8 +87,8 @@ void ExportFaults::leavesOutALogThatCannotBeRead()
     ExportFixture f;
     const QString locked = f.log(text("locked.log"), "secret\n");
     QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
-    QVERIFY(QFile::setPermissions(f.scratch.path(), QFileDevice::Permissions(0x7777)));
-    QVERIFY(QFile::setPermissions(f.base(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(f.base(), Everybody::mayDoAll));
     f.choose({locked, f.log(text("a.log"))});
     {
         const OrdinaryUser user;
@@ -109,8 +109,8 @@ void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
     const QString locked = f.log(text("gentl_cxp_log/locked.txt"), "secret\n");
     f.log(text("gentl_cxp_log/open.txt"), "open\n");
     QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
-    QVERIFY(QFile::setPermissions(f.scratch.path(), QFileDevice::Permissions(0x7777)));
-    QVERIFY(QFile::setPermissions(f.base(), QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(f.base(), Everybody::mayDoAll));
     {
         const OrdinaryUser user;
         f.worker.enqueueExport(f.zip());

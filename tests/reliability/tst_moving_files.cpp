@@ -66,7 +66,7 @@ struct BusyJob : FullJob
     void isWholeUndisturbed()
     {
         f.scratch.file(text("QZSDK/QZviewer/busy.log"), contents);
-        QVERIFY(QFile::setPermissions(busy, QFileDevice::Permissions(0x6666)));
+        QVERIFY(QFile::setPermissions(busy, Everybody::mayReadAndWrite));
         f.output.take();
         QVERIFY(runBoth());
         QByteArray ofBusy;
@@ -114,7 +114,7 @@ void openToEverybody(const FullJob &job)
 {
     for (const QString &folder :
          {job.f.scratch.path(), job.f.base(), job.f.base() + text("QZviewer")})
-        QVERIFY(QFile::setPermissions(folder, QFileDevice::Permissions(0x7777)));
+        QVERIFY(QFile::setPermissions(folder, Everybody::mayDoAll));
 }
 
 } // namespace
@@ -181,8 +181,8 @@ void MovingFiles::theRightToReadComesAndGoes()
     }
     {
         Mischief owner([&](int round) {
-            const int rights = round % 2 == 0 ? 0 : 0x6666;
-            QFile::setPermissions(job.busy, QFileDevice::Permissions(rights));
+            QFile::setPermissions(job.busy, round % 2 == 0 ? QFileDevice::Permissions()
+                                                           : Everybody::mayReadAndWrite);
         });
         for (int i = exports(); i > 0; --i) {
             {
@@ -273,7 +273,7 @@ void MovingFiles::theFolderOfTheZipIsReadOnly()
     openToEverybody(job);
     const QString folder = job.f.scratch.folder(text("zips"));
     const QString zip = folder + text("/a.zip");
-    QVERIFY(QFile::setPermissions(folder, QFileDevice::Permissions(0x5555)));
+    QVERIFY(QFile::setPermissions(folder, Everybody::mayReadAndEnter));
     {
         const OrdinaryUser user;
         job.f.choose({job.log});
@@ -295,14 +295,14 @@ void MovingFiles::theStagingFolderOfAKilledRunIsReadOnly()
     openToEverybody(job);
     const QString staging = job.f.scratch.folder(text("QZSDK/LogInfo"));
     job.f.scratch.file(text("QZSDK/LogInfo/left.txt"), "left");
-    QVERIFY(QFile::setPermissions(staging, QFileDevice::Permissions(0x5555)));
+    QVERIFY(QFile::setPermissions(staging, Everybody::mayReadAndEnter));
     {
         const OrdinaryUser user;
         job.request();
         QVERIFY(settles(job)); // "mkpath failed": dropped, as a request has to be
     }
     QCOMPARE(job.f.scratch.read(text("QZSDK/LogInfo/left.txt")), QByteArray("left"));
-    QVERIFY(QFile::setPermissions(staging, QFileDevice::Permissions(0x7777)));
+    QVERIFY(QFile::setPermissions(staging, Everybody::mayDoAll));
     job.whole[text("left.txt")] = "left";
     QVERIFY(job.run());
     QCOMPARE(job.packed(&kept), job.whole);

@@ -140,13 +140,13 @@ void LogLevelRetry::endsWhenTheFileCanBeWrittenAgain()
         QSKIP("no way to take a permission away here");
     RetryFixture f(infoFile);
     hub().logLevel = 2;
-    QVERIFY(QFile::setPermissions(f.scratch.path(), QFileDevice::Permissions(0x7777)));
-    QVERIFY(QFile::setPermissions(f.path, QFileDevice::Permissions(0x4444)));
+    QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(f.path, Everybody::mayRead));
     auto user = std::make_unique<OrdinaryUser>();
     f.after(aFewRounds, [&] {
         user.reset();
         QCOMPARE(f.written(), infoFile);
-        QVERIFY(QFile::setPermissions(f.path, QFileDevice::Permissions(0x6666)));
+        QVERIFY(QFile::setPermissions(f.path, Everybody::mayReadAndWrite));
     });
     QVERIFY(!f.write(1));
     QVERIFY(f.wasRunning);

@@ -47,20 +47,15 @@ QString name()
     return QStringLiteral("sdk.properties");
 }
 
-/// A file on which everybody has these @p rights, in a folder that OrdinaryUser may look into.
+/// A file with these @p rights, in a folder that OrdinaryUser may look into.
 QString fileWithRights(ScratchFolder &scratch, QFileDevice::Permissions rights)
 {
     const QString path = scratch.file(name(), infoFile);
-    const auto forEverybody = QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                              QFileDevice::ExeOwner | QFileDevice::ReadOther |
-                              QFileDevice::ExeOther;
-    if (!QFile::setPermissions(scratch.path(), forEverybody) ||
+    if (!QFile::setPermissions(scratch.path(), Everybody::mayDoAll) ||
         !QFile::setPermissions(path, rights))
         qFatal("cannot set permissions");
     return path;
 }
-
-const auto mayBeRead = QFileDevice::ReadOwner | QFileDevice::ReadOther;
 
 } // namespace
 
@@ -173,7 +168,7 @@ void LogLevelRewriting::failsOnAFileThatMayNotBeRead()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     ScratchFolder scratch;
-    const QString path = fileWithRights(scratch, QFileDevice::WriteOther);
+    const QString path = fileWithRights(scratch, Everybody::mayWrite);
     DebugCapture output;
     {
         const OrdinaryUser user;
@@ -199,7 +194,7 @@ void LogLevelRewriting::failsOnAFileThatMayNotBeWritten()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     ScratchFolder scratch;
-    const QString path = fileWithRights(scratch, mayBeRead);
+    const QString path = fileWithRights(scratch, Everybody::mayRead);
     const OrdinaryUser user;
     QCOMPARE(LogLevelRewrite(path).apply(1), Outcome::Failed);
     QCOMPARE(scratch.read(name()), infoFile);
@@ -210,7 +205,7 @@ void LogLevelRewriting::failsOnAFileThatIsRightAlreadyButMayNotBeWritten()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     ScratchFolder scratch;
-    const QString path = fileWithRights(scratch, mayBeRead);
+    const QString path = fileWithRights(scratch, Everybody::mayRead);
     const OrdinaryUser user;
     QCOMPARE(LogLevelRewrite(path).apply(0), Outcome::Failed);
 }
@@ -271,7 +266,7 @@ void LogLevelRewriting::saysOnceThatTheFileIsNotWritable()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     ScratchFolder scratch;
-    const QString path = fileWithRights(scratch, mayBeRead);
+    const QString path = fileWithRights(scratch, Everybody::mayRead);
     const OrdinaryUser user;
     DebugCapture output;
     LogLevelRewrite rewrite(path);

@@ -85,8 +85,8 @@ void LogSettingsFile::findsNoFileThatMayNotBeRead()
     SettingsFixture f;
     const QString path = f.properties(infoFile);
     f.open();
-    QVERIFY(QFile::setPermissions(f.scratch.path(), QFileDevice::Permissions(0x7777)));
-    QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions(0x2222)));
+    QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(path, Everybody::mayWrite));
     const OrdinaryUser user;
     QVERIFY(QFileInfo(path).isFile());
     QCOMPARE(f.window->findDefaultLogConfig(), QString());

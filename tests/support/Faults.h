@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFileDevice>
 #include <QString>
 
 // Faults made for real, by the means of the system. Where a system has no such means, available()
@@ -20,6 +21,15 @@ public:
 private:
     bool dropped = false;
 };
+
+/// Rights to a file or folder that its owner and all others have alike, OrdinaryUser among them.
+namespace Everybody {
+constexpr QFileDevice::Permissions mayDoAll(0x7777);
+constexpr QFileDevice::Permissions mayReadAndWrite(0x6666);
+constexpr QFileDevice::Permissions mayReadAndEnter(0x5555);
+constexpr QFileDevice::Permissions mayRead(0x4444);
+constexpr QFileDevice::Permissions mayWrite(0x2222);
+} // namespace Everybody
 
 /// Makes @p link a link to the file or folder at @p target. False where the system has no links, or
 /// none for this user.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Faults.h"
 #include "ScratchFolder.h"
 #include "linux/Sources.h"
 
@@ -11,7 +12,7 @@ struct JournalScript
     explicit JournalScript(const QByteArray &body)
     {
         journal.program = scratch.file(QStringLiteral("journal"), "#!/bin/sh\n" + body + '\n');
-        QFile::setPermissions(journal.program, QFileDevice::Permissions(0x7755));
+        QFile::setPermissions(journal.program, Everybody::mayDoAll);
     }
 
     bool exports(const QString &channel) { return exportJournal(channel, target(), journal); }

@@ -16,6 +16,8 @@
 /// A worker at work in a scratch SDK folder, with the means to ask it and to see what came of it.
 struct ExportFixture
 {
+    static constexpr int patience = 60'000; ///< milliseconds, which only a broken worker needs
+
     using Contents = QMap<QString, QByteArray>;
 
     explicit ExportFixture(SystemQuestions questions = systemQuestions())
@@ -53,13 +55,26 @@ struct ExportFixture
 
     /// Starts the worker unless it runs and waits for @p count more answers, so many milliseconds
     /// at most.
-    bool answers(int count = 1, int patience = 10000)
+    bool answers(int count = 1, int milliseconds = patience)
     {
         if (!worker.isRunning())
             worker.start();
-        const bool came = QTest::qWaitFor([&] { return answered >= count; }, patience);
+        const bool came = QTest::qWaitFor([&] { return answered >= count; }, milliseconds);
         answered = 0;
         return came;
+    }
+
+    /// Asks for an export to zip() and waits for the answer.
+    bool exports()
+    {
+        worker.enqueueExport(zip());
+        return answers();
+    }
+    /// Likewise, with the logs at @p paths chosen before.
+    bool exports(const QStringList &paths)
+    {
+        choose(paths);
+        return exports();
     }
 
     /// Waits until @p line was printed, for requests that get no answer.
@@ -67,7 +82,7 @@ struct ExportFixture
     {
         if (!worker.isRunning())
             worker.start();
-        return QTest::qWaitFor([&] { return output.lines().contains(line); }, 10000);
+        return QTest::qWaitFor([&] { return output.lines().contains(line); }, patience);
     }
 
     struct FreshHub

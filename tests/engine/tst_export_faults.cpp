@@ -71,8 +71,7 @@ void ExportFaults::leavesOutALogThatVanished()
     const QString gone = f.log(text("gone.log"));
     f.choose({f.log(text("a.log")), gone, f.log(text("b.log"))});
     QVERIFY(QFile::remove(gone));
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()), QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
     QCOMPARE(f.output.lines().at(0), text("true"));
     QVERIFY(f.output.lines().at(1).startsWith(text("not copied: \"%1\"").arg(gone)));
@@ -92,8 +91,7 @@ void ExportFaults::leavesOutALogThatCannotBeRead()
     f.choose({locked, f.log(text("a.log"))});
     {
         const OrdinaryUser user;
-        f.worker.enqueueExport(f.zip());
-        QVERIFY(f.answers());
+        QVERIFY(f.exports());
     }
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
     QVERIFY(f.output.lines().at(0).startsWith(text("not copied: \"%1\"").arg(locked)));
@@ -113,8 +111,7 @@ void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
     QVERIFY(QFile::setPermissions(f.base(), Everybody::mayDoAll));
     {
         const OrdinaryUser user;
-        f.worker.enqueueExport(f.zip());
-        QVERIFY(f.answers());
+        QVERIFY(f.exports());
     }
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/open.txt")));
     // No result is printed for these copies, but what could not be saved is named.
@@ -129,8 +126,7 @@ void ExportFaults::survivesASourceFolderThatWasRemoved()
     const QString log = f.log(text("a.log"));
     f.choose({log});
     QVERIFY(QDir(f.base() + text("QZviewer")).removeRecursively());
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
     QVERIFY(f.output.contains(text("not copied: \"%1\"").arg(log)));
     exportsOnceMore(f);
@@ -141,9 +137,7 @@ void ExportFaults::leavesOutGenTlLogsWhoseFolderCannotBeMade()
     ExportFixture f;
     f.log(text("gentl_cxp_log/g.txt"));
     const QString inItsPlace = f.scratch.file(text("elsewhere/gentl_cxp_log"), "a log");
-    f.choose({inItsPlace});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({inItsPlace}));
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log"), "a log"}}));
     const QString source = f.base() + text("QZviewer/gentl_cxp_log");
@@ -156,9 +150,7 @@ void ExportFaults::packsWhatAKilledRunLeftInTheStagingFolder()
     ExportFixture f;
     f.scratch.file(text("QZSDK/LogInfo/SDKLOG/old.log"), "of the killed run\n");
     f.scratch.file(text("QZSDK/LogInfo/NICInfo.txt"), "likewise\n");
-    f.choose({f.log(text("a.log"))});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({f.log(text("a.log"))}));
     QCOMPARE(zipEntryNames(f.zip()),
              QStringList({text("NICInfo.txt"), text("SDKLOG/a.log"), text("SDKLOG/old.log")}));
     QVERIFY(f.output.lines().contains(
@@ -208,8 +200,7 @@ void ExportFaults::survivesAFullDiskWhileStaging()
     f.choose({f.log(text("a.log")), large, f.log(text("b.log"))});
     {
         const FileSizeLimit limit(100000);
-        f.worker.enqueueExport(f.zip());
-        QVERIFY(f.answers());
+        QVERIFY(f.exports());
     }
     // What fits is saved; half a log is none.
     QCOMPARE(zipEntryNames(f.zip()), QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
@@ -230,8 +221,7 @@ void ExportFaults::leavesNoHalfZipWhenTheDiskFillsWhilePacking()
     {
         // Each log fits, all of them in one zip do not.
         const FileSizeLimit limit(2000);
-        f.worker.enqueueExport(f.zip());
-        QVERIFY(f.answers());
+        QVERIFY(f.exports());
     }
     QVERIFY(!QFileInfo::exists(f.zip()));
     QVERIFY(!QFileInfo::exists(f.staging()));

@@ -51,9 +51,7 @@ void ExportJob::setsTheSpareWorkPathOfTheHub()
 void ExportJob::packsTheChosenLogsUnderTheirNames()
 {
     ExportFixture f;
-    f.choose({f.log(text("a.log"), "first\n"), f.log(text("日志 1.log"), "second\n")});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({f.log(text("a.log"), "first\n"), f.log(text("日志 1.log"), "second\n")}));
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/a.log"), "first\n"},
                                       {text("SDKLOG/日志 1.log"), "second\n"}}));
@@ -68,8 +66,7 @@ void ExportJob::readsThePathsAtTheHandOverSoThatItemsMayVanish()
 {
     ExportFixture f;
     f.choose({f.log(text("a.log"))}); // the items are gone when this returns
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
@@ -79,8 +76,7 @@ void ExportJob::packsTheGenTlLogsOfTheSource()
     f.choose({f.log(text("a.log"))});
     f.log(text("gentl_cxp_log/one.txt"), "1");
     f.log(text("gentl_cxp_log/two.bin"), "2");
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()),
              QStringList({text("SDKLOG/a.log"), text("SDKLOG/gentl_cxp_log/one.txt"),
                           text("SDKLOG/gentl_cxp_log/two.bin")}));
@@ -91,8 +87,7 @@ void ExportJob::takesNoSubFoldersOfTheGenTlLogs()
     ExportFixture f;
     f.log(text("gentl_cxp_log/deeper/one.txt"), "1");
     f.log(text("gentl_cxp_log/two.txt"), "2");
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/two.txt")));
 }
 
@@ -101,8 +96,7 @@ void ExportJob::copiesOnlyTheGenTlLogsWhenNoLogIsChosen()
     ExportFixture f;
     f.log(text("not chosen.log"));
     f.log(text("gentl_cxp_log/one.txt"), "1");
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log/one.txt"), "1"}}));
 }
@@ -112,9 +106,10 @@ void ExportJob::makesNoSdkFolderWithoutLogsToCopy()
     ExportFixture f;
     f.worker.enqueueExport(QString()); // writes no zip: the staging folder stays to be looked at
     f.worker.start();
-    QVERIFY(QTest::qWaitFor([&] { return QFileInfo::exists(f.staging()); }));
+    QVERIFY(
+        QTest::qWaitFor([&] { return QFileInfo::exists(f.staging()); }, ExportFixture::patience));
     f.worker.setRunning(false);
-    QVERIFY(f.worker.wait(10000));
+    QVERIFY(f.worker.wait(ExportFixture::patience));
     QVERIFY(QDir(f.staging()).isEmpty());
     QVERIFY(f.output.lines().isEmpty());
 }
@@ -123,20 +118,15 @@ void ExportJob::copiesChosenLogsEvenWithTheSdkLogFlagOff()
 {
     ExportFixture f;
     hub().sdkLog = false;
-    f.choose({f.log(text("a.log"))});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({f.log(text("a.log"))}));
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
 void ExportJob::consumesTheChosenLogs()
 {
     ExportFixture f;
-    f.choose({f.log(text("a.log"))});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({f.log(text("a.log"))}));
+    QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
 }
 
@@ -145,9 +135,7 @@ void ExportJob::doesNotCopyOverANameThatIsTaken()
     ExportFixture f;
     const QString here = f.log(text("a.log"), "from here\n");
     const QString there = f.scratch.file(text("QZSDK/other/a.log"), "from there\n");
-    f.choose({here, there});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({here, there}));
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/a.log"), "from here\n"}}));
     QCOMPARE(f.output.lines().at(0), text("true"));
@@ -158,9 +146,7 @@ void ExportJob::doesNotCopyOverANameThatIsTaken()
 void ExportJob::removesTheStagingFolderAfterPacking()
 {
     ExportFixture f;
-    f.choose({f.log(text("a.log"))});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({f.log(text("a.log"))}));
     QVERIFY(!QFileInfo::exists(f.staging()));
 }
 
@@ -171,8 +157,7 @@ void ExportJob::packsNothingElseWhenOnlySdkLogsAreAsked()
     f.log(text("crash.dmp"));
     f.choose({f.log(text("a.log"))});
     f.worker.setSdkLogOnly(true);
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
@@ -182,14 +167,11 @@ void ExportJob::keepsTheSdkLogOnlyWishWhenItsStepWasSkipped()
     hub().sdkLog = false;
     hub().clientDump = true;
     f.worker.setSdkLogOnly(true);
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     // Nothing to copy: the step was skipped, and the other items ran.
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("ClientDump.zip")));
 
-    f.choose({f.log(text("a.log"))});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({f.log(text("a.log"))}));
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
@@ -198,19 +180,16 @@ void ExportJob::forgetsTheSdkLogOnlyWishOnceHonoured()
     ExportFixture f;
     hub().clientDump = true;
     f.worker.setSdkLogOnly(true);
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("ClientDump.zip")));
 }
 
 void ExportJob::readsTheFlagsWhenARequestsTurnComes()
 {
     ExportFixture f;
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     hub().clientDump = true; // the worker runs and has read the flags once
     f.worker.enqueueExport(f.scratch.path(text("second.zip")));
     QVERIFY(f.answers());
@@ -240,7 +219,7 @@ void ExportJob::gathersButWritesNoZipForAnEmptyPath()
     f.worker.enqueueExport(QString());
     QVERIFY(f.prints(text("true")));
     f.worker.setRunning(false);
-    QVERIFY(f.worker.wait(10000));
+    QVERIFY(f.worker.wait(ExportFixture::patience));
     QCoreApplication::processEvents();
     QCOMPARE(f.answered, 0);
     QCOMPARE(f.scratch.read(text("QZSDK/LogInfo/SDKLOG/a.log")), QByteArray("kept\n"));
@@ -269,7 +248,7 @@ void ExportJob::dropsTheRequestWhenTheSdkFolderCannotBeMade()
     f.worker.enqueueExport(f.zip());
     QVERIFY(f.prints(text("mkpath failed")));
     f.worker.setRunning(false);
-    QVERIFY(f.worker.wait(10000));
+    QVERIFY(f.worker.wait(ExportFixture::patience));
     QCoreApplication::processEvents();
     QCOMPARE(f.answered, 0);
     QVERIFY(!QFileInfo::exists(f.zip()));
@@ -285,7 +264,8 @@ void ExportJob::finishesTheRequestInHandBeforeItEnds()
         f.choose({f.log(text("a.log"), QByteArray(20 << 20, 'x'))});
         f.worker.enqueueExport(zip);
         f.worker.start();
-        QVERIFY(QTest::qWaitFor([&] { return QFileInfo::exists(f.staging()); }));
+        QVERIFY(QTest::qWaitFor([&] { return QFileInfo::exists(f.staging()); },
+                                ExportFixture::patience));
     }
     QCOMPARE(zipContents(zip).value(text("SDKLOG/a.log")).size(), 20 << 20);
 }
@@ -309,7 +289,7 @@ void ExportJob::endsWhenRunningIsCleared()
     f.worker.start();
     QVERIFY(f.worker.isRunning());
     f.worker.setRunning(false);
-    QVERIFY(f.worker.wait(10000));
+    QVERIFY(f.worker.wait(ExportFixture::patience));
 }
 
 QTEST_GUILESS_MAIN(ExportJob)

@@ -4,8 +4,6 @@
 #include "SmallDisk.h"
 #include "Text.h"
 
-#include <algorithm>
-
 /// The disk is full at one point after the other of an export with every item. Whatever the point:
 /// the worker goes on, the user's files stay, there is no half zip, and with room again the next
 /// export is whole.
@@ -28,21 +26,19 @@ namespace {
 using Contents = FullJob::Contents;
 
 const int points = 24;
+const qint64 diskSize = 4 << 20;
 const QByteArray filling = noise(20'000);
 
-/// Waits for the answer, or for the line of a request that must be dropped without one.
-bool settles(FullJob &job)
+/// Whether an export that is asked for during the fault comes to its end. @p strike makes the
+/// fault; what it returns ends it.
+template <typename Strike>
+bool settlesDuring(FullJob &job, const Strike &strike)
 {
-    if (!job.f.worker.isRunning())
-        job.f.worker.start();
-    const bool settled = QTest::qWaitFor(
-        [&] {
-            return job.f.answered > 0 || job.f.output.contains(text("mkdir failed")) ||
-                   job.f.output.contains(text("mkpath failed"));
-        },
-        30000);
-    job.f.answered = 0;
-    return settled;
+    QFile::remove(job.f.zip());
+    job.f.output.take();
+    const auto fault = strike();
+    job.request();
+    return job.settles();
 }
 
 /// A report or an event log may have been cut short; a log or an archive in the zip may not.
@@ -58,7 +54,18 @@ bool isPartOf(const Contents &found, const Contents &whole)
     return true;
 }
 
-/// What the zip holds that was written when @p fault struck; what was lost was said.
+/// With room again.
+void isWholeAgain(FullJob &job, KeptZips &kept)
+{
+    QVERIFY(QDir(job.f.staging()).removeRecursively()); // of a request that was dropped
+    job.f.output.take();
+    QVERIFY(job.run());
+    QCOMPARE(job.packed(&kept), job.whole);
+    QVERIFY(!QFileInfo::exists(job.f.staging()));
+}
+
+/// What is in the zip is right, although @p fault struck while it was written; what was lost was
+/// said; and the next export is whole.
 void endsWell(FullJob &job, KeptZips &kept, const char *fault, qint64 room)
 {
     const QByteArray where = QByteArray(fault) + " at " + QByteArray::number(room);
@@ -74,16 +81,7 @@ void endsWell(FullJob &job, KeptZips &kept, const char *fault, qint64 room)
     }
     QFile log(job.log);
     QVERIFY2(log.open(QIODevice::ReadOnly) && log.readAll() == "line\n" + filling, where);
-}
-
-/// With room again.
-void isWholeAgain(FullJob &job, KeptZips &kept)
-{
-    QVERIFY(QDir(job.f.staging()).removeRecursively()); // of a request that was dropped
-    job.f.output.take();
-    QVERIFY(job.run());
-    QCOMPARE(job.packed(&kept), job.whole);
-    QVERIFY(!QFileInfo::exists(job.f.staging()));
+    isWholeAgain(job, kept);
 }
 
 } // namespace
@@ -97,16 +95,9 @@ void FullDisk::everyFileIsTooLargeFromSomePointOn()
     int lost = 0;
     for (int point = 0; point <= points; ++point) {
         const long room = long(needed * point / points);
-        QFile::remove(job.f.zip());
-        job.f.output.take();
-        {
-            const FileSizeLimit limit(room);
-            job.request();
-            QVERIFY(settles(job));
-        }
+        QVERIFY(settlesDuring(job, [&] { return FileSizeLimit(room); }));
         lost += QFileInfo::exists(job.f.zip()) ? 0 : 1;
         endsWell(job, kept, "file size", room);
-        isWholeAgain(job, kept);
         if (QTest::currentTestFailed())
             return;
     }
@@ -119,7 +110,7 @@ void FullDisk::theDiskIsFullFromSomePointOn()
     if (!noDisks.isEmpty())
         QSKIP(qPrintable(noDisks));
     KeptZips kept; // elsewhere
-    SmallDisk disk(4 << 20, 1000);
+    SmallDisk disk(diskSize, 1000);
     QVERIFY2(disk.trouble().isEmpty(), qPrintable(disk.trouble()));
     FullJob job(filling);
     QVERIFY(job.run());
@@ -127,15 +118,12 @@ void FullDisk::theDiskIsFullFromSomePointOn()
     int lost = 0;
     for (int point = 0; point <= points; ++point) {
         const qint64 room = needed * point / points;
-        QFile::remove(job.f.zip());
-        job.f.output.take();
-        disk.leaveBytes(room);
-        job.request();
-        QVERIFY(settles(job));
-        disk.makeRoom();
+        QVERIFY(settlesDuring(job, [&] {
+            disk.leaveBytes(room);
+            return qScopeGuard([&] { disk.makeRoom(); });
+        }));
         lost += QFileInfo::exists(job.f.zip()) ? 0 : 1;
         endsWell(job, kept, "room", room);
-        isWholeAgain(job, kept);
         if (QTest::currentTestFailed())
             return;
     }
@@ -148,21 +136,18 @@ void FullDisk::thereAreNoMoreFilesFromSomePointOn()
     if (!noDisks.isEmpty())
         QSKIP(qPrintable(noDisks));
     KeptZips kept; // elsewhere
-    SmallDisk disk(4 << 20, 200);
+    SmallDisk disk(diskSize, 200);
     QVERIFY2(disk.trouble().isEmpty(), qPrintable(disk.trouble()));
     FullJob job(filling);
     // The staging folder, its folder for logs, seven files and the zip.
     for (int left = 0; left <= 10; ++left) {
-        QFile::remove(job.f.zip());
-        job.f.output.take();
-        disk.leaveFiles(left);
-        job.request();
-        QVERIFY(settles(job));
-        disk.makeRoom();
+        QVERIFY(settlesDuring(job, [&] {
+            disk.leaveFiles(left);
+            return qScopeGuard([&] { disk.makeRoom(); });
+        }));
         QCOMPARE(job.f.output.contains(text("mkdir failed")), left == 0);
         QCOMPARE(job.f.output.contains(text("mkpath failed")), left == 1);
         endsWell(job, kept, "files", left);
-        isWholeAgain(job, kept);
         if (QTest::currentTestFailed())
             return;
     }
@@ -174,13 +159,13 @@ void FullDisk::theDiskIsReadOnly()
     if (!noDisks.isEmpty())
         QSKIP(qPrintable(noDisks));
     KeptZips kept; // elsewhere
-    SmallDisk disk(4 << 20, 1000);
+    SmallDisk disk(diskSize, 1000);
     QVERIFY2(disk.trouble().isEmpty(), qPrintable(disk.trouble()));
     FullJob job(filling);
-    disk.setReadOnly(true);
-    job.request();
-    QVERIFY(settles(job));
-    disk.setReadOnly(false);
+    QVERIFY(settlesDuring(job, [&] {
+        disk.setReadOnly(true);
+        return qScopeGuard([&] { disk.setReadOnly(false); });
+    }));
     QVERIFY(job.f.output.contains(text("mkdir failed")));
     QVERIFY(!QFileInfo::exists(job.f.zip()));
     isWholeAgain(job, kept);

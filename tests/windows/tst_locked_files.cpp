@@ -34,9 +34,7 @@ void LockedFiles::leavesOutALogThatItsWriterKeepsToItself()
     const QString locked = f.log(text("locked.log"), "secret\n");
     const QString free = f.log(text("free.log"), "free\n");
     const HeldFile held(locked, HeldFile::Others::MayNothing);
-    f.choose({locked, free});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({locked, free}));
     const ExportFixture::Contents contents = zipContents(f.zip());
     QVERIFY(contents.contains(text("SDKLOG/free.log")));
     QVERIFY(!contents.value(text("SDKLOG/locked.log")).contains("secret"));
@@ -59,9 +57,7 @@ void LockedFiles::takesALogThatItsWriterShares()
     ExportFixture f;
     const QString log = f.log(text("busy.log"), "still being written\n");
     const HeldFile held(log, HeldFile::Others(others));
-    f.choose({log});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({log}));
     QCOMPARE(zipContents(f.zip()).value(text("SDKLOG/busy.log")),
              QByteArray("still being written\n"));
 }
@@ -77,9 +73,7 @@ void LockedFiles::overwritesNoZipThatIsOpenElsewhereAndGoesOn()
     QVERIFY(f.answers());
     QCOMPARE(f.scratch.read(text("open.zip")), QByteArray("somebody looks at it"));
 
-    f.choose({log});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports({log}));
     QCOMPARE(zipContents(f.zip()).value(text("SDKLOG/a.log")), QByteArray("line\n"));
 }
 

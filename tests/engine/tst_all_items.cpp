@@ -189,6 +189,7 @@ void AllItems::areAskedForInTheirOrder()
              QStringList({text("ApplicationEvents.evtx"), text("ClientDump.zip"),
                           text("NICInfo.txt"), text("SDKLOG/a.log"), text("SystemDmp.zip"),
                           text("SystemEvents.evtx"), text("SystemInfo.txt")}));
+    QCOMPARE(job.packed(&zips), job.whole);
 }
 
 void AllItems::oneFaultTakesNothingElseAway_data()

@@ -23,6 +23,7 @@ private slots:
     void eventsAreThoseOfTheJournal_data();
     void eventsAreThoseOfTheJournal();
     void theZipIsTestedAndListedByUnzip();
+    void cleanupTestCase();
 };
 
 namespace {
@@ -159,6 +160,10 @@ void ThisMachine::theZipIsTestedAndListedByUnzip()
     QCOMPARE(listed, zipEntryNames(fixture->zip()));
     for (const char *always : {"ClientDump.zip", "NICInfo.txt", "SystemDmp.zip", "SystemInfo.txt"})
         QVERIFY2(listed.contains(text(always)), always);
+}
+
+void ThisMachine::cleanupTestCase()
+{
     fixture.reset();
 }
 

@@ -93,6 +93,7 @@ void Adapters::withoutTheKernelsFolderSpeedIsNoneAndUpIsRunning()
 {
     const AdapterList list = networkAdaptersFrom(QStringLiteral("/nowhere"));
     QCOMPARE(list.error, 0U);
+    QVERIFY(!list.adapters.isEmpty());
     for (const NetworkAdapter &adapter : list.adapters) {
         const QNetworkInterface found = QNetworkInterface::interfaceFromName(adapter.name);
         QCOMPARE(adapter.transmitSpeed, quint64(0));

@@ -2,6 +2,7 @@
 
 #include "ExportFixture.h"
 #include "MadeUpMachine.h"
+#include "SystemDumps.h"
 #include "Text.h"
 #include "ZipTools.h"
 
@@ -33,8 +34,8 @@ struct FullJob
                                        "TransmitLinkSpeed: 0 Mbps\nReceiveLinkSpeed: 0 Mbps\n"
                                        "Status: Inactive\n\n"},
                  {text("SDKLOG/a.log"), "line\n" + filling},
-                 {text("SystemDmp.zip/") + inside(kernelDump), "kernel" + filling},
-                 {text("SystemDmp.zip/") + inside(smallDump), "small" + filling},
+                 {text("SystemDmp.zip/") + entryOf(kernelDump), "kernel" + filling},
+                 {text("SystemDmp.zip/") + entryOf(smallDump), "small" + filling},
                  {text("SystemEvents.evtx"), "events of System" + filling},
                  {text("SystemInfo.txt"),
                   "Memory Load: 50%\nTotal Physical Memory: 8192 MB\n"
@@ -48,12 +49,6 @@ struct FullJob
         for (std::atomic<bool> *flag : {&hub().systemLog, &hub().sdkLog, &hub().nicInfo,
                                         &hub().systemInfo, &hub().systemDump, &hub().clientDump})
             *flag = true;
-    }
-
-    /// The name of a file in a dump archive as the reader lists it.
-    static QString inside(const QString &path)
-    {
-        return path.startsWith(QLatin1Char('/')) ? path.mid(1) : path;
     }
 
     /// Takes away from the whole what a fault costs.

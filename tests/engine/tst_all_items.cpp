@@ -34,9 +34,6 @@ struct Fault
     QStringList printed;                 ///< by the items
 };
 
-const char *const noKernelDump = "蓝屏日志文件Memory.dmp不存在";
-const char *const noSmallDump = "蓝屏日志文件Minidumps不存在";
-
 std::function<void(FullJob &)> failingModules(MemoryModuleList::Query query)
 {
     return [query](FullJob &job) {
@@ -144,13 +141,13 @@ QVector<Fault> dumpFaults()
         {"no kernel dump",
          [](FullJob &job) {
              QFile::remove(job.kernelDump);
-             job.drop(text("SystemDmp.zip/") + FullJob::inside(job.kernelDump));
+             job.drop(text("SystemDmp.zip/") + entryOf(job.kernelDump));
          },
          {text(noKernelDump)}},
         {"no small dump",
          [](FullJob &job) {
              QFile::remove(job.smallDump);
-             job.drop(text("SystemDmp.zip/") + FullJob::inside(job.smallDump));
+             job.drop(text("SystemDmp.zip/") + entryOf(job.smallDump));
          },
          {text(noSmallDump)}},
         {"system dumps throw",

@@ -4,6 +4,7 @@
 #include "Faults.h"
 #include "Machine.h"
 #include "MadeUpMachine.h"
+#include "SystemDumps.h"
 #include "Text.h"
 #include "ZipArchive.h"
 
@@ -44,15 +45,6 @@ private slots:
 
 namespace {
 
-const char *const noKernelDump = "蓝屏日志文件Memory.dmp不存在";
-const char *const noSmallDump = "蓝屏日志文件Minidumps不存在";
-
-/// The entry that stands for @p path: the reader takes off what an archive must not begin with.
-QString entry(const QString &path)
-{
-    return path.startsWith(QLatin1Char('/')) ? path.mid(1) : path;
-}
-
 const QDateTime noon = QDateTime::fromSecsSinceEpoch(1'700'000'000, Qt::UTC);
 
 /// A worker on a machine whose dumps lie in the scratch folder.
@@ -90,6 +82,14 @@ struct Dumps
         return f.scratch.file(text("Memory.dmp"), contents);
     }
 
+    /// Nobody may read the dump at @p path, and OrdinaryUser may pack the others.
+    void lock(const QString &path)
+    {
+        QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions()));
+        for (const QString &folder : {f.scratch.path(), f.scratch.folder(text("staging"))})
+            QVERIFY(QFile::setPermissions(folder, Everybody::mayDoAll));
+    }
+
     MadeUpMachine machine;
     ExportFixture f{machine.questions()};
 };
@@ -103,9 +103,9 @@ void DumpArchives::theKernelDumpIsNamedByItsFullPathAsOpened()
     d.machine.dumps.kernelDumpProbe = d.f.scratch.path(text("Minidumps/../Memory.dmp"));
     const QString small = d.small(text("a.dmp"), 0);
     QCOMPARE(d.packed(),
-             (ExportFixture::Contents{{entry(path), "kernel"}, {entry(small), "small"}}));
+             (ExportFixture::Contents{{entryOf(path), "kernel"}, {entryOf(small), "small"}}));
     QCOMPARE(zipEntryNames(d.f.scratch.path(text("staging/SystemDmp.zip"))),
-             QStringList({entry(path), entry(small)}));
+             QStringList({entryOf(path), entryOf(small)}));
     // The whole path, as the first entry's header has it behind its 30 bytes.
     QCOMPARE(d.f.scratch.read(text("staging/SystemDmp.zip")).mid(30, path.toUtf8().size()),
              path.toUtf8());
@@ -129,7 +129,7 @@ void DumpArchives::aMissingKernelDumpIsPrintedAndTheRestPacked()
 {
     Dumps d;
     const QString small = d.small(text("a.dmp"), 0);
-    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(small), "small"}}));
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(small), "small"}}));
     QCOMPARE(d.f.output.lines(), QStringList(text(noKernelDump)));
 }
 
@@ -139,7 +139,7 @@ void DumpArchives::onlyTheNewestSmallDumpIsPackedByItsFullPath()
     d.small(text("a.dmp"), 20);
     const QString newest = d.small(text("b.dmp"), 10, "newest");
     d.small(text("c.dmp"), 30);
-    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(newest), "newest"}}));
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(newest), "newest"}}));
     QVERIFY(newest.contains(text("/Minidumps/b.dmp")));
 }
 
@@ -148,7 +148,7 @@ void DumpArchives::smallDumpsAreFoundInSubFoldersToo()
     Dumps d;
     d.small(text("a.dmp"), 20);
     const QString newest = d.small(text("deep/er/b.dmp"), 10, "newest");
-    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(newest), "newest"}}));
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(newest), "newest"}}));
 }
 
 void DumpArchives::aNameThatContainsTheMarkIsASmallDump()
@@ -158,7 +158,7 @@ void DumpArchives::aNameThatContainsTheMarkIsASmallDump()
     const QString newest = d.small(text("b.dmp.old"), 10);
     d.small(text("dmp"), 0);
     d.small(text("c.txt"), 0);
-    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(newest), "small"}}));
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(newest), "small"}}));
 }
 
 void DumpArchives::aMarkInCapitalsIsNone()
@@ -175,7 +175,7 @@ void DumpArchives::theKernelDumpIsExemptBeingReadByItsName()
     const QString kernel = d.f.scratch.file(text("MEMORY.DMP"), "kernel");
     d.machine.dumps.kernelDump = d.machine.dumps.kernelDumpProbe = kernel;
     d.small(text("A.DMP"), 0);
-    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(kernel), "kernel"}}));
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(kernel), "kernel"}}));
     QCOMPARE(d.f.output.lines(), QStringList(text(noSmallDump)));
 }
 
@@ -193,7 +193,7 @@ void DumpArchives::aFolderOfSuchANameCountsAsWell()
     d.small(text("a.dmp"), 20);
     d.f.scratch.folder(text("Minidumps/folder.dmp")); // made now, so it is the newest
     QCOMPARE(zipEntryNames((d.packed(), d.f.scratch.path(text("staging/SystemDmp.zip")))),
-             QStringList(entry(d.f.scratch.path(text("Minidumps/folder.dmp")))));
+             QStringList(entryOf(d.f.scratch.path(text("Minidumps/folder.dmp")))));
 }
 
 void DumpArchives::linksAndHiddenFilesAreNoSmallDumps()
@@ -219,7 +219,7 @@ void DumpArchives::hundredsOfSmallDumpsWithEqualTimes()
     const QStringList found = smallDumps(d.machine.dumps);
     QCOMPARE(found.size(), 300);
     QCOMPARE(d.packed(), (ExportFixture::Contents{
-                             {entry(d.f.scratch.path(text("Minidumps/299.dmp"))), "small"}}));
+                             {entryOf(d.f.scratch.path(text("Minidumps/299.dmp"))), "small"}}));
 }
 
 void DumpArchives::withoutAnyDumpTheArchiveIsEmptyAndBothAreMissed()
@@ -253,7 +253,7 @@ void DumpArchives::aDumpOfNoBytesIsPacked()
     Dumps d;
     const QString kernel = d.withKernelDump({});
     const QString small = d.small(text("a.dmp"), 0, {});
-    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(kernel), {}}, {entry(small), {}}}));
+    QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(kernel), {}}, {entryOf(small), {}}}));
     QCOMPARE(d.f.output.lines(), QStringList());
 }
 
@@ -265,7 +265,8 @@ void DumpArchives::aDumpOfTwoGigabytesAndMoreIsToldAndEmpty()
     const QString client =
         d.f.scratch.sparseFile(text("QZSDK/QZviewer/big.dmp"), (qint64(5) << 30) + 1);
     d.f.log(text("small.dmp"), "small");
-    QCOMPARE(d.packed(), (ExportFixture::Contents{{entry(kernel), {}}, {entry(small), "small"}}));
+    QCOMPARE(d.packed(),
+             (ExportFixture::Contents{{entryOf(kernel), {}}, {entryOf(small), "small"}}));
     QCOMPARE(d.packedOfClient(),
              (ExportFixture::Contents{{text("big.dmp"), {}}, {text("small.dmp"), "small"}}));
     QCOMPARE(d.f.output.lines(),
@@ -290,12 +291,11 @@ void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing()
     d.machine.dumps.unreadableIsMissing = unreadableIsMissing;
     const QString readable = d.small(text("a.dmp"), 20);
     const QString locked = d.small(text("b.dmp"), 10, "secret");
-    QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
-    QVERIFY(QFile::setPermissions(d.f.scratch.path(), Everybody::mayDoAll));
-    QVERIFY(QFile::setPermissions(d.f.scratch.folder(text("staging")), Everybody::mayDoAll));
+    d.lock(locked);
     const OrdinaryUser user;
-    QCOMPARE(d.packed(), unreadableIsMissing ? (ExportFixture::Contents{{entry(readable), "small"}})
-                                             : (ExportFixture::Contents{{entry(locked), {}}}));
+    QCOMPARE(d.packed(), unreadableIsMissing
+                             ? (ExportFixture::Contents{{entryOf(readable), "small"}})
+                             : (ExportFixture::Contents{{entryOf(locked), {}}}));
 }
 
 void DumpArchives::anUnreadableKernelDumpIsMissed()
@@ -303,10 +303,7 @@ void DumpArchives::anUnreadableKernelDumpIsMissed()
     if (!OrdinaryUser::available())
         QSKIP("this system cannot take away the right to read");
     Dumps d;
-    const QString locked = d.withKernelDump("secret");
-    QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
-    QVERIFY(QFile::setPermissions(d.f.scratch.path(), Everybody::mayDoAll));
-    QVERIFY(QFile::setPermissions(d.f.scratch.folder(text("staging")), Everybody::mayDoAll));
+    d.lock(d.withKernelDump("secret"));
     const OrdinaryUser user;
     QCOMPARE(d.packed(), ExportFixture::Contents());
     QCOMPARE(d.f.output.lines(), QStringList({text(noKernelDump), text(noSmallDump)}));

@@ -1,12 +1,12 @@
 #include "DebugCapture.h"
 #include "Faults.h"
+#include "Machine.h"
 #include "Noise.h"
 #include "ScratchFolder.h"
 #include "ZipArchive.h"
 #include "ZipContents.h"
+#include "ZipTools.h"
 
-#include <QProcess>
-#include <QStandardPaths>
 #include <QtTest>
 
 class ZipArchiveTest : public QObject
@@ -18,8 +18,7 @@ private slots:
     void isAValidZipWithoutEntries();
     void replacesAFileThatIsThere();
     void keepsNamesInUtf8();
-    void opensInOtherTools_data();
-    void opensInOtherTools();
+    void holdsTheSameForOtherTools();
     void leavesAFileOfTwoGibibytesEmptyAndSaysSo();
     void leavesALargerFileThanItsLimitEmptyAndSaysSo();
     void leavesOutWhatIsBeyondTheNumberOfEntries();
@@ -83,23 +82,10 @@ void ZipArchiveTest::keepsNamesInUtf8()
     QVERIFY(scratch.read(QStringLiteral("a.zip")).contains(name.toUtf8()));
 }
 
-void ZipArchiveTest::opensInOtherTools_data()
+void ZipArchiveTest::holdsTheSameForOtherTools()
 {
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("unzip") << QStringLiteral("unzip") << QStringList(QStringLiteral("-t"));
-    QTest::newRow("7z") << QStringLiteral("7z") << QStringList(QStringLiteral("t"));
-    QTest::newRow("python") << QStringLiteral("python3")
-                            << QStringList({QStringLiteral("-m"), QStringLiteral("zipfile"),
-                                            QStringLiteral("-t")});
-}
-
-void ZipArchiveTest::opensInOtherTools()
-{
-    QFETCH(QString, program);
-    QFETCH(QStringList, arguments);
-    if (QStandardPaths::findExecutable(program).isEmpty())
-        QSKIP(qPrintable(program + QStringLiteral(" is not installed")));
+    if (onWindows())
+        QSKIP("there are no such tools here");
     ScratchFolder scratch;
     const QString zip = scratch.path(QStringLiteral("a.zip"));
     ZipArchive archive(zip);
@@ -108,11 +94,7 @@ void ZipArchiveTest::opensInOtherTools()
                     scratch.file(QStringLiteral("2"), "text"));
     archive.addFile(QStringLiteral("empty.txt"), scratch.file(QStringLiteral("3")));
     QVERIFY(archive.close());
-
-    QProcess tool;
-    tool.start(program, arguments << zip);
-    QVERIFY(tool.waitForFinished());
-    QVERIFY2(tool.exitCode() == 0, tool.readAllStandardOutput() + tool.readAllStandardError());
+    QCOMPARE(zipToolsComplaint({zip}), QString());
 }
 
 void ZipArchiveTest::leavesAFileOfTwoGibibytesEmptyAndSaysSo()

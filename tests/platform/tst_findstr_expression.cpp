@@ -20,6 +20,24 @@ bool isExact(const char *keyword)
     return toPattern(simplified(parseFindstr(keyword).front())).exact;
 }
 
+void addTranslationColumns()
+{
+    QTest::addColumn<QByteArray>("keyword");
+    QTest::addColumn<QByteArray>("pattern");
+}
+
+void addTranslation(const char *keyword, const char *pattern)
+{
+    QTest::newRow(keyword) << QByteArray(keyword) << QByteArray(pattern);
+}
+
+void checkTranslation()
+{
+    QFETCH(QByteArray, keyword);
+    QFETCH(QByteArray, pattern);
+    QCOMPARE(QByteArray::fromStdString(patternOf(keyword.constData())), pattern);
+}
+
 bool matcherFinds(const std::string &keyword, std::string_view line)
 {
     const auto expressions = parseFindstr(keyword);
@@ -71,58 +89,44 @@ void FindstrExpressionTest::splitsTheKeywordAtBlanksOnly()
 
 void FindstrExpressionTest::translates_data()
 {
-    QTest::addColumn<QByteArray>("keyword");
-    QTest::addColumn<QByteArray>("pattern");
-
-    const auto row = [](const char *keyword, const char *pattern) {
-        QTest::newRow(keyword) << QByteArray(keyword) << QByteArray(pattern);
-    };
-    row("abc", "abc");
-    row("a.c", "a[^\\n]c");
-    row("^abc$", "^abc$");
-    row("a^b$c", "a\\x5eb\\x24c");
-    row("+?(){}|", "\\x2b\\x3f\\x28\\x29\\x7b\\x7d\\x7c");
-    row("[a-c_x]", "[_a-cx]");
-    row("[^a]", "[\\x00-\\x09\\x0b-\\x60b-\\xff]");
-    row("[]x", "(?!)x");
-    row("[^]", "[^\\n]");
-    row("\\.\\*", "\\x2e\\x2a");
-    row("\\<c\\>", "\\b(?=\\w)c\\b(?<=\\w)");
-    row("a\\", "a\\x5c");
-    row("a.*b", "a(?:(?>[^\\n]*?b)|[^\\n]*+(*SKIP)(*FAIL))");
-    row("^a.*b$", "^a(?>[^\\n]*?b$)");
-    row("ax*b", "a(?:(?>[^\\n]*?b)|[^\\n]*+(*SKIP)(*FAIL))");
+    addTranslationColumns();
+    addTranslation("abc", "abc");
+    addTranslation("a.c", "a[^\\n]c");
+    addTranslation("^abc$", "^abc$");
+    addTranslation("a^b$c", "a\\x5eb\\x24c");
+    addTranslation("+?(){}|", "\\x2b\\x3f\\x28\\x29\\x7b\\x7d\\x7c");
+    addTranslation("[a-c_x]", "[_a-cx]");
+    addTranslation("[^a]", "[\\x00-\\x09\\x0b-\\x60b-\\xff]");
+    addTranslation("[]x", "(?!)x");
+    addTranslation("[^]", "[^\\n]");
+    addTranslation("\\.\\*", "\\x2e\\x2a");
+    addTranslation("\\<c\\>", "\\b(?=\\w)c\\b(?<=\\w)");
+    addTranslation("a\\", "a\\x5c");
+    addTranslation("a.*b", "a(?:(?>[^\\n]*?b)|[^\\n]*+(*SKIP)(*FAIL))");
+    addTranslation("^a.*b$", "^a(?>[^\\n]*?b$)");
+    addTranslation("ax*b", "a(?:(?>[^\\n]*?b)|[^\\n]*+(*SKIP)(*FAIL))");
 }
 
 void FindstrExpressionTest::translates()
 {
-    QFETCH(QByteArray, keyword);
-    QFETCH(QByteArray, pattern);
-    QCOMPARE(QByteArray::fromStdString(patternOf(keyword.constData())), pattern);
+    checkTranslation();
 }
 
 void FindstrExpressionTest::looksForNoMoreThanNeeded_data()
 {
-    QTest::addColumn<QByteArray>("keyword");
-    QTest::addColumn<QByteArray>("pattern");
-
-    const auto row = [](const char *keyword, const char *pattern) {
-        QTest::newRow(keyword) << QByteArray(keyword) << QByteArray(pattern);
-    };
-    row(".*.*.*x", "x");
-    row("x.*.*.*", "x");
-    row("^.*x.*$", "x");
-    row("a*b*c*", "");
-    row("^a*b", "^(?>[^\\n]*?b)");
-    row("a.*.*.*b", "a(?:(?>[^\\n]*?b)|[^\\n]*+(*SKIP)(*FAIL))");
-    row("a[xy]*x*b", "a(?:(?>[^\\n]*?b)|[^\\n]*+(*SKIP)(*FAIL))");
+    addTranslationColumns();
+    addTranslation(".*.*.*x", "x");
+    addTranslation("x.*.*.*", "x");
+    addTranslation("^.*x.*$", "x");
+    addTranslation("a*b*c*", "");
+    addTranslation("^a*b", "^(?>[^\\n]*?b)");
+    addTranslation("a.*.*.*b", "a(?:(?>[^\\n]*?b)|[^\\n]*+(*SKIP)(*FAIL))");
+    addTranslation("a[xy]*x*b", "a(?:(?>[^\\n]*?b)|[^\\n]*+(*SKIP)(*FAIL))");
 }
 
 void FindstrExpressionTest::looksForNoMoreThanNeeded()
 {
-    QFETCH(QByteArray, keyword);
-    QFETCH(QByteArray, pattern);
-    QCOMPARE(QByteArray::fromStdString(patternOf(keyword.constData())), pattern);
+    checkTranslation();
 }
 
 void FindstrExpressionTest::saysWhetherThePatternIsExact()

@@ -3,7 +3,7 @@
 import fcntl
 import zipfile
 
-from desk import DesktopTest, key, tr, until, unittest
+from desk import PATIENCE, DesktopTest, key, tr, until, unittest
 
 ITEMS = [
     "SDK Log",
@@ -199,7 +199,7 @@ class Paths(DesktopTest):
 
     def test_the_close_button_ends_the_program(self):
         self.main.find("push button", "Close").press()
-        self.assertEqual(self.program.process.wait(40), 0)
+        self.assertEqual(self.program.process.wait(PATIENCE), 0)
 
 
 if __name__ == "__main__":

@@ -1,5 +1,6 @@
 #include "ExportInfoDlg.h"
 #include "MainWindowFixture.h"
+#include "Noise.h"
 #include "OpenedUrls.h"
 #include "Text.h"
 #include "ZipTools.h"
@@ -7,7 +8,6 @@
 #include <QAction>
 #include <QLabel>
 #include <QPushButton>
-#include <QRandomGenerator>
 #include <QTimer>
 
 /// From the button or the menu to the zip and the notice.
@@ -249,10 +249,7 @@ void ExportFlow::staysWaitingWhenTheRequestWasDropped()
 void ExportFlow::waitsForAnExportWhenTheWindowGoes()
 {
     MainWindowFixture f;
-    // What cannot be compressed takes the longest to pack.
-    QVector<quint32> noise(2 << 20);
-    QRandomGenerator(1).fillRange(noise.data(), noise.size());
-    const QByteArray log(reinterpret_cast<const char *>(noise.constData()), 8 << 20);
+    const QByteArray log = noise(8 << 20); // what cannot be compressed takes the longest to pack
     f.log(text("QZviewer/a.log"), log);
     f.open();
     // On a busy machine an export may be over before it is seen: then another one follows.

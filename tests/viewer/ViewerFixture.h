@@ -35,6 +35,20 @@ public:
 
     [[nodiscard]] QTableWidget &table() const { return *find<QTableWidget>("tableWidget"); }
 
+    /// Shows the window; false: it does not appear.
+    bool show()
+    {
+        viewer.show();
+        return QTest::qWaitForWindowExposed(&viewer);
+    }
+    /// Likewise, and gives it the keyboard.
+    bool activate()
+    {
+        viewer.show();
+        viewer.activateWindow();
+        return QTest::qWaitForWindowActive(&viewer);
+    }
+
     bool open(const QString &path) { return viewer.openLogFile(path.toStdString()); }
 
     /// Opens a new file of these lines, each of which gets its line feed.

@@ -155,9 +155,7 @@ void LogViewerCopy::copiesTheSelectionByKey()
     ViewerFixture f;
     const QByteArrayList all = numberedLines(5);
     QVERIFY(f.openLines(all));
-    f.viewer.show();
-    f.viewer.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    QVERIFY(f.activate());
     f.table().setFocus();
     selectRows(f.table(), 1, 2);
     QTest::keySequence(&f.table(), QKeySequence::Copy);
@@ -168,9 +166,7 @@ void LogViewerCopy::leavesTheCopyKeyToTheSearchField()
 {
     ViewerFixture f;
     QVERIFY(f.openLines(numberedLines(2)));
-    f.viewer.show();
-    f.viewer.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    QVERIFY(f.activate());
     selectRows(f.table(), 0, 0);
     auto *const field = f.find<QLineEdit>("lineEdit");
     field->setText(QStringLiteral("keyword"));
@@ -183,9 +179,7 @@ void LogViewerCopy::leavesTheCopyKeyToTheSearchField()
 void LogViewerCopy::findKeyLeadsToTheSearchField()
 {
     ViewerFixture f;
-    f.viewer.show();
-    f.viewer.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    QVERIFY(f.activate());
     f.table().setFocus();
     QTest::keySequence(&f.table(), QKeySequence::Find);
     QVERIFY(f.find<QLineEdit>("lineEdit")->hasFocus());
@@ -195,9 +189,7 @@ void LogViewerCopy::movesByKeys()
 {
     ViewerFixture f;
     QVERIFY(f.openLines(numberedLines(500)));
-    f.viewer.show();
-    f.viewer.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    QVERIFY(f.activate());
     f.table().setFocus();
     QTest::keyClick(&f.table(), Qt::Key_End);
     QCOMPARE(f.table().currentRow(), 499);
@@ -215,9 +207,7 @@ void LogViewerCopy::movesOverHiddenRowsByKeys()
     ViewerFixture f;
     QVERIFY(f.openLines({logLine("DEBUG"), logLine("INFO"), logLine("WARN"), logLine("DEBUG")}));
     f.find<QCheckBox>("checkBoxDEBUG")->click();
-    f.viewer.show();
-    f.viewer.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    QVERIFY(f.activate());
     f.table().setFocus();
     QTest::keyClick(&f.table(), Qt::Key_End);
     QCOMPARE(f.table().currentRow(), 2);

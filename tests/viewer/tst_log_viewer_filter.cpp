@@ -64,8 +64,7 @@ void LogViewerFilter::filtersRowsWhileTheWindowIsShown()
     ViewerFixture f;
     QVERIFY(f.openLines(QByteArrayList{logLine("DEBUG"), logLine("INFO")} +
                         QByteArrayList{logLine("DEBUG"), logLine("WARN")}));
-    f.viewer.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&f.viewer));
+    QVERIFY(f.show());
     f.find<QCheckBox>("checkBoxDEBUG")->click();
     QTRY_COMPARE(f.table().rowViewportPosition(1), 0);
     QCOMPARE(f.table().rowViewportPosition(3), 32);

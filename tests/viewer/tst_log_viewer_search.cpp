@@ -12,11 +12,7 @@ struct FakeSearch
         QString path;
     };
 
-    QList<Call> calls;
-    QByteArrayList pieces;
-    bool starts = true;
-
-    LineSearch search()
+    LineSearch lineSearch()
     {
         return [this](const std::string &keyword, const QString &path, const PieceSink &sink,
                       const SearchStop & /*stop*/) {
@@ -25,6 +21,20 @@ struct FakeSearch
                 sink(piece.constData());
             return starts;
         };
+    }
+
+    QList<Call> calls;
+    QByteArrayList pieces;
+    bool starts = true;
+};
+
+/// A viewer that searches so.
+struct Fixture : FakeSearch, ViewerFixture
+{
+    explicit Fixture(const QByteArrayList &found = {})
+        : ViewerFixture(lineSearch())
+    {
+        pieces = found;
     }
 };
 
@@ -60,20 +70,18 @@ private slots:
 
 void LogViewerSearch::doesNothingWithAnEmptyField()
 {
-    FakeSearch fake;
-    ViewerFixture f(fake.search());
+    Fixture f;
     QVERIFY(f.openLines({"one"}));
     f.search(QString());
-    QVERIFY(fake.calls.isEmpty());
+    QVERIFY(f.calls.isEmpty());
     QCOMPARE(f.filledRows(), 1);
 }
 
 void LogViewerSearch::enterOnAnEmptyFieldRightAfterStartDoesNothing()
 {
-    FakeSearch fake;
-    ViewerFixture f(fake.search());
+    Fixture f;
     f.pressEnter(QString());
-    QVERIFY(fake.calls.isEmpty());
+    QVERIFY(f.calls.isEmpty());
     QVERIFY(f.output.lines().isEmpty());
     QCOMPARE(f.table().rowCount(), 100'000);
     const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
@@ -85,22 +93,19 @@ void LogViewerSearch::enterOnAnEmptyFieldRightAfterStartDoesNothing()
 
 void LogViewerSearch::asksForTheKeywordAsTypedInTheShownFile()
 {
-    FakeSearch fake;
-    ViewerFixture f(fake.search());
+    Fixture f;
     const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
     QVERIFY(f.open(path));
     const QString keyword = QString::fromUtf8(" say \"hi\" \\ [ä.* ");
     f.search(keyword);
-    QCOMPARE(fake.calls.size(), 1);
-    QCOMPARE(fake.calls.first().keyword, keyword.toStdString());
-    QCOMPARE(fake.calls.first().path, path);
+    QCOMPARE(f.calls.size(), 1);
+    QCOMPARE(f.calls.first().keyword, keyword.toStdString());
+    QCOMPARE(f.calls.first().path, path);
 }
 
 void LogViewerSearch::showsTheLinesFoundFromTheFirstRowOn()
 {
-    FakeSearch fake;
-    fake.pieces = {logLine("ERROR", "first") + '\n', "unstructured\n"};
-    ViewerFixture f(fake.search());
+    Fixture f({logLine("ERROR", "first") + '\n', "unstructured\n"});
     QVERIFY(f.openLines({"one", "two", "three"}));
     f.search(QStringLiteral("x"));
     QCOMPARE(f.filledRows(), 2);
@@ -111,9 +116,7 @@ void LogViewerSearch::showsTheLinesFoundFromTheFirstRowOn()
 
 void LogViewerSearch::showsTheFirstLineFoundWhereverTheTableWasScrolled()
 {
-    FakeSearch fake;
-    fake.pieces = {"found\n"};
-    ViewerFixture f(fake.search());
+    Fixture f({"found\n"});
     QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), QByteArray("x\n").repeated(1000))));
     f.viewer.show();
     f.table().scrollToBottom();
@@ -124,9 +127,7 @@ void LogViewerSearch::showsTheFirstLineFoundWhereverTheTableWasScrolled()
 
 void LogViewerSearch::leavesTheRowCountAsItIs()
 {
-    FakeSearch fake;
-    fake.pieces = {"a\n"};
-    ViewerFixture f(fake.search());
+    Fixture f({"a\n"});
     QVERIFY(f.openLines({"one", "two", "three"}));
     f.search(QStringLiteral("x"));
     QCOMPARE(f.table().rowCount(), 8);
@@ -134,10 +135,7 @@ void LogViewerSearch::leavesTheRowCountAsItIs()
 
 void LogViewerSearch::showsNoRowsBeyondTheTable()
 {
-    FakeSearch fake;
-    for (int i = 0; i < 10; ++i)
-        fake.pieces.append(QByteArray::number(i));
-    ViewerFixture f(fake.search());
+    Fixture f({"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
     QVERIFY(f.openLines({"one"}));
     f.search(QStringLiteral("x"));
     QCOMPARE(f.table().rowCount(), 6);
@@ -147,8 +145,7 @@ void LogViewerSearch::showsNoRowsBeyondTheTable()
 
 void LogViewerSearch::leavesAnEmptyTableWhenNothingIsFound()
 {
-    FakeSearch fake;
-    ViewerFixture f(fake.search());
+    Fixture f;
     QVERIFY(f.openLines({"one"}));
     f.output.take();
     f.search(QStringLiteral("x"));
@@ -158,9 +155,8 @@ void LogViewerSearch::leavesAnEmptyTableWhenNothingIsFound()
 
 void LogViewerSearch::saysWhenTheSearchCannotBeRun()
 {
-    FakeSearch fake;
-    fake.starts = false;
-    ViewerFixture f(fake.search());
+    Fixture f;
+    f.starts = false;
     QVERIFY(f.openLines({"one"}));
     f.output.take();
     f.search(QStringLiteral("x"));
@@ -170,9 +166,7 @@ void LogViewerSearch::saysWhenTheSearchCannotBeRun()
 
 void LogViewerSearch::keepsTheLineFeedOfALineFoundInItsToolTip()
 {
-    FakeSearch fake;
-    fake.pieces = {logLine("INFO") + '\n'};
-    ViewerFixture f(fake.search());
+    Fixture f({logLine("INFO") + '\n'});
     QVERIFY(f.openLines({"one"}));
     f.search(QStringLiteral("x"));
     QCOMPARE(f.tip(0, 0), QString::fromLatin1(logLine("INFO") + '\n'));
@@ -181,9 +175,7 @@ void LogViewerSearch::keepsTheLineFeedOfALineFoundInItsToolTip()
 
 void LogViewerSearch::takesALevelDirectlyBeforeTheLineFeedForNone()
 {
-    FakeSearch fake;
-    fake.pieces = {"d t INFO\n", "d t INFO"};
-    ViewerFixture f(fake.search());
+    Fixture f({"d t INFO\n", "d t INFO"});
     QVERIFY(f.openLines({"one"}));
     f.search(QStringLiteral("x"));
     QCOMPARE(f.row(0), messageOnly(QStringLiteral("d t INFO\n")));
@@ -192,9 +184,7 @@ void LogViewerSearch::takesALevelDirectlyBeforeTheLineFeedForNone()
 
 void LogViewerSearch::keepsRowsHiddenThatWereHiddenBefore()
 {
-    FakeSearch fake;
-    fake.pieces = {"a\n", "b\n", "c\n"};
-    ViewerFixture f(fake.search());
+    Fixture f({"a\n", "b\n", "c\n"});
     QVERIFY(f.openLines({logLine("INFO"), logLine("WARN")}));
     f.find<QCheckBox>("checkBoxWARN")->click();
     f.search(QStringLiteral("x"));
@@ -203,20 +193,17 @@ void LogViewerSearch::keepsRowsHiddenThatWereHiddenBefore()
 
 void LogViewerSearch::enterSearchesToo()
 {
-    FakeSearch fake;
-    fake.pieces = {"found\n"};
-    ViewerFixture f(fake.search());
+    Fixture f({"found\n"});
     QVERIFY(f.openLines({"one"}));
     f.pressEnter(QStringLiteral("key"));
-    QCOMPARE(fake.calls.size(), 1);
-    QCOMPARE(fake.calls.first().keyword, std::string("key"));
+    QCOMPARE(f.calls.size(), 1);
+    QCOMPARE(f.calls.first().keyword, std::string("key"));
     QCOMPARE(f.text(0, 3), QStringLiteral("found\n"));
 }
 
 void LogViewerSearch::enterOnAnEmptyFieldAfterASearchReloadsTheFile()
 {
-    FakeSearch fake;
-    ViewerFixture f(fake.search());
+    Fixture f;
     const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
     QVERIFY(f.open(path));
     f.search(QStringLiteral("x"));
@@ -227,13 +214,12 @@ void LogViewerSearch::enterOnAnEmptyFieldAfterASearchReloadsTheFile()
     QCOMPARE(f.filledRows(), 2);
     QCOMPARE(f.table().rowCount(), 7);
     QVERIFY2(f.output.lines().isEmpty(), "the count is written by opening a file only");
-    QCOMPARE(fake.calls.size(), 1);
+    QCOMPARE(f.calls.size(), 1);
 }
 
 void LogViewerSearch::enterOnAnEmptyFieldReloadsEveryTime()
 {
-    FakeSearch fake;
-    ViewerFixture f(fake.search());
+    Fixture f;
     const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
     QVERIFY(f.open(path));
     f.search(QStringLiteral("x"));
@@ -246,8 +232,7 @@ void LogViewerSearch::enterOnAnEmptyFieldReloadsEveryTime()
 
 void LogViewerSearch::reloadSaysWhenTheFileIsGone()
 {
-    FakeSearch fake;
-    ViewerFixture f(fake.search());
+    Fixture f;
     const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
     QVERIFY(f.open(path));
     f.search(QStringLiteral("x"));

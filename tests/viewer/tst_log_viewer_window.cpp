@@ -193,8 +193,7 @@ void LogViewerWindow::showsTheFilterMenuUnderItsButton()
 {
     ViewerFixture f;
     f.viewer.move(20, 20);
-    f.viewer.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&f.viewer));
+    QVERIFY(f.show());
     auto *const button = f.find<QToolButton>("btnFilter");
     auto *const menu = f.find<CMenuEx>("menuFilter");
     QTest::mouseClick(button, Qt::LeftButton);
@@ -223,8 +222,7 @@ void LogViewerWindow::showsTheContextMenuOnALineAndWritesIt()
 {
     ViewerFixture f;
     QVERIFY(f.openLines({logLine("INFO"), logLine("WARN")}));
-    f.viewer.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&f.viewer));
+    QVERIFY(f.show());
     f.output.take();
     const QPoint pos = f.table().visualItemRect(f.table().item(1, 3)).center();
     emit f.table().customContextMenuRequested(pos);
@@ -241,8 +239,7 @@ void LogViewerWindow::showsNoContextMenuOnEmptySpace()
 {
     ViewerFixture f;
     QVERIFY(f.openLines({logLine("INFO")}));
-    f.viewer.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&f.viewer));
+    QVERIFY(f.show());
     f.output.take();
     // A spare row, and the space below all rows.
     for (const int y : {3 * 32 + 5, 8 * 32})
@@ -313,9 +310,7 @@ void LogViewerWindow::reachesTheLevelBoxesByKeyboard()
 {
     ViewerFixture f;
     QVERIFY(f.openData("every_level.log"));
-    f.viewer.show();
-    f.viewer.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&f.viewer));
+    QVERIFY(f.activate());
     f.find<QToolButton>("btnClose")->setFocus(); // what comes before them in reading order
     for (const char *box : {"checkBoxINFO", "checkBoxERROR", "checkBoxWARN", "checkBoxDEBUG"}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -331,8 +326,7 @@ void LogViewerWindow::resizesAtItsEdges()
 {
     ViewerFixture f;
     f.viewer.move(50, 50);
-    f.viewer.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&f.viewer));
+    QVERIFY(f.show());
     QTest::mouseMove(&f.viewer, QPoint(1, 1));
     QTRY_COMPARE(f.viewer.cursor().shape(), Qt::SizeFDiagCursor);
 }

@@ -1,16 +1,11 @@
 #include "DebugCapture.h"
 #include "Faults.h"
-#include "FindstrExpression.h"
-#include "FindstrPattern.h"
 #include "LineSearch.h"
 #include "PatternFinder.h"
 #include "ScratchFolder.h"
 
 #include <QProcess>
 #include <QtTest>
-
-#define PCRE2_CODE_UNIT_WIDTH 8
-#include <pcre2.h>
 
 class LineSearchTest : public QObject
 {
@@ -36,9 +31,6 @@ private slots:
     void survivesExpressionsOfTenThousandCharacters();
     void takesAPatternThatIsTooLargeAsFoundEverywhere();
     void saysPerhapsOnceASearchHasFailed();
-    void stepsGrowWithTheLineNotWithItsSquare_data();
-    void stepsGrowWithTheLineNotWithItsSquare();
-    void countedStepsShowWhatBacktrackingWouldCost();
 
 private:
     QByteArrayList search(const QByteArray &keyword, const QByteArray &contents);
@@ -55,92 +47,115 @@ QByteArrayList LineSearchTest::search(const QByteArray &keyword, const QByteArra
     return done ? pieces : QByteArrayList{"not done"};
 }
 
+namespace {
+
+void addRow(const char *what, const char *keyword, const char *line, bool matches)
+{
+    QTest::addRow("%s: %s in %s", what, keyword, line)
+        << QByteArray(keyword) << QByteArray(line) << matches;
+}
+
+/// What stands for one byte, and how often.
+void addCharacters()
+{
+    addRow("plain", "bc", "abcd", true);
+    addRow("plain", "bd", "abcd", false);
+    for (const char *plain : {"+", "?", "(", ")", "{", "}", "|", "\"", "&", "%"}) {
+        addRow("not special", plain, (std::string("a") + plain).c_str(), true);
+        addRow("not special", plain, "a", false);
+    }
+    addRow("no alternation", "a|b", "a", false);
+    addRow("any byte", "a.c", "axc", true);
+    addRow("any byte", "a.c", "ac", false);
+    addRow("repeated", "ab*c", "ac", true);
+    addRow("repeated", "ab*c", "abbbc", true);
+    addRow("repeated", "ab*c", "abxc", false);
+    addRow("repeated class", "x[0-9]*y", "x123y", true);
+    addRow("repeated class", "x[0-9]*y", "x12a3y", false);
+    addRow("nothing is enough", "\\.*", "abc", true);
+    addRow("nothing to repeat", "*a", "*a", true);
+    addRow("nothing to repeat", "*a", "a", false);
+    addRow("nothing to repeat", "^*a", "*a", true);
+    addRow("repeated twice", "a**b", "aab", true);
+}
+
+/// Ends of lines and words, and what takes its meaning from a character.
+void addPlaces()
+{
+    addRow("line start", "^ab", "abc", true);
+    addRow("line start", "^ab", "cab", false);
+    addRow("plain elsewhere", "a^bc", "a^bc", true);
+    addRow("plain elsewhere", "a^bc", "abc", false);
+    addRow("line end", "bc$", "abc", true);
+    addRow("line end", "bc$", "bca", false);
+    addRow("plain elsewhere", "ab$c", "ab$c", true);
+    addRow("plain elsewhere", "ab$c", "abc", false);
+    addRow("whole line", "^abc$", "abc", true);
+    addRow("whole line", "^abc$", "abcd", false);
+    addRow("empty line", "^$", "a", false);
+    addRow("escape", "\\.bc", "abc", false);
+    addRow("escape", "\\.bc", "a.bc", true);
+    addRow("escape", "\\*", "a*", true);
+    addRow("escape", "a\\$", "a$b", true);
+    addRow("escape", "\\[a]", "[a]", true);
+    addRow("escape", "\\\\", "C:\\", true);
+    addRow("escape at the end", "C:\\", "C:\\", true);
+    addRow("word start", "\\<c", "cab", true);
+    addRow("word start", "\\<c", "abc", false);
+    addRow("word start", "\\<c", "a c", true);
+    addRow("word end", "c\\>", "abc", true);
+    addRow("word end", "c\\>", "cab", false);
+    addRow("word", "\\<log\\>", "a log line", true);
+    addRow("word", "\\<log\\>", "a log_line", false);
+}
+
+/// Several expressions, and classes.
+void addSets()
+{
+    addRow("several", "foo bar", "has foo", true);
+    addRow("several", "foo bar", "has bar", true);
+    addRow("several", "foo bar", "has baz", false);
+    addRow("several", "  foo   bar ", "bar", true);
+    addRow("case", "Foo", "foo", false);
+    addRow("class", "[abc]x", "bx", true);
+    addRow("class", "[abc]x", "dx", false);
+    addRow("negated class", "[^abc]x", "dx", true);
+    addRow("negated class", "[^abc]x", "bx", false);
+    addRow("range", "[a-c]x", "cx", true);
+    addRow("range", "[a-c]x", "dx", false);
+    addRow("range by byte", "[A-z]x", "_x", true);
+    addRow("reversed range", "[c-a]", "b", false);
+    addRow("hyphen at the end", "[a-]", "-", true);
+    addRow("hyphen at the start", "[-a]", "-", true);
+    addRow("escaped bracket", "[\\]]", "]", true);
+    addRow("empty class", "[]", "[]", false);
+    addRow("empty class", "[]a]", "a]", false);
+    addRow("negated empty class", "^[^]$", "a", true);
+    addRow("unterminated class", "[abc", "a", false);
+    addRow("unterminated class", "[abc", "[abc", false);
+    addRow("unterminated class beside another", "[abc def", "def", true);
+    addRow("bytes, not letters", "^a.b$",
+           "a\xc3\xa4"
+           "b",
+           false);
+    addRow("bytes, not letters", "^a..b$",
+           "a\xc3\xa4"
+           "b",
+           true);
+    addRow("worst case", ".*.*.*x", "abcx", true);
+    addRow("worst case", ".*.*.*x", "abc", false);
+}
+
+} // namespace
+
 void LineSearchTest::understandsFindstrsExpressions_data()
 {
     QTest::addColumn<QByteArray>("keyword");
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<bool>("matches");
-
-    const auto row = [](const char *what, const char *keyword, const char *line, bool matches) {
-        QTest::addRow("%s: %s in %s", what, keyword, line)
-            << QByteArray(keyword) << QByteArray(line) << matches;
-    };
-    row("plain", "bc", "abcd", true);
-    row("plain", "bd", "abcd", false);
-    for (const char *plain : {"+", "?", "(", ")", "{", "}", "|", "\"", "&", "%"}) {
-        row("not special", plain, (std::string("a") + plain).c_str(), true);
-        row("not special", plain, "a", false);
-    }
-    row("no alternation", "a|b", "a", false);
-    row("any byte", "a.c", "axc", true);
-    row("any byte", "a.c", "ac", false);
-    row("repeated", "ab*c", "ac", true);
-    row("repeated", "ab*c", "abbbc", true);
-    row("repeated", "ab*c", "abxc", false);
-    row("repeated class", "x[0-9]*y", "x123y", true);
-    row("repeated class", "x[0-9]*y", "x12a3y", false);
-    row("nothing is enough", "\\.*", "abc", true);
-    row("nothing to repeat", "*a", "*a", true);
-    row("nothing to repeat", "*a", "a", false);
-    row("nothing to repeat", "^*a", "*a", true);
-    row("repeated twice", "a**b", "aab", true);
-    row("line start", "^ab", "abc", true);
-    row("line start", "^ab", "cab", false);
-    row("plain elsewhere", "a^bc", "a^bc", true);
-    row("plain elsewhere", "a^bc", "abc", false);
-    row("line end", "bc$", "abc", true);
-    row("line end", "bc$", "bca", false);
-    row("plain elsewhere", "ab$c", "ab$c", true);
-    row("plain elsewhere", "ab$c", "abc", false);
-    row("whole line", "^abc$", "abc", true);
-    row("whole line", "^abc$", "abcd", false);
-    row("empty line", "^$", "a", false);
-    row("escape", "\\.bc", "abc", false);
-    row("escape", "\\.bc", "a.bc", true);
-    row("escape", "\\*", "a*", true);
-    row("escape", "a\\$", "a$b", true);
-    row("escape", "\\[a]", "[a]", true);
-    row("escape", "\\\\", "C:\\", true);
-    row("escape at the end", "C:\\", "C:\\", true);
-    row("word start", "\\<c", "cab", true);
-    row("word start", "\\<c", "abc", false);
-    row("word start", "\\<c", "a c", true);
-    row("word end", "c\\>", "abc", true);
-    row("word end", "c\\>", "cab", false);
-    row("word", "\\<log\\>", "a log line", true);
-    row("word", "\\<log\\>", "a log_line", false);
-    row("several", "foo bar", "has foo", true);
-    row("several", "foo bar", "has bar", true);
-    row("several", "foo bar", "has baz", false);
-    row("several", "  foo   bar ", "bar", true);
-    row("case", "Foo", "foo", false);
-    row("class", "[abc]x", "bx", true);
-    row("class", "[abc]x", "dx", false);
-    row("negated class", "[^abc]x", "dx", true);
-    row("negated class", "[^abc]x", "bx", false);
-    row("range", "[a-c]x", "cx", true);
-    row("range", "[a-c]x", "dx", false);
-    row("range by byte", "[A-z]x", "_x", true);
-    row("reversed range", "[c-a]", "b", false);
-    row("hyphen at the end", "[a-]", "-", true);
-    row("hyphen at the start", "[-a]", "-", true);
-    row("escaped bracket", "[\\]]", "]", true);
-    row("empty class", "[]", "[]", false);
-    row("empty class", "[]a]", "a]", false);
-    row("negated empty class", "^[^]$", "a", true);
-    row("unterminated class", "[abc", "a", false);
-    row("unterminated class", "[abc", "[abc", false);
-    row("unterminated class beside another", "[abc def", "def", true);
-    row("bytes, not letters", "^a.b$",
-        "a\xc3\xa4"
-        "b",
-        false);
-    row("bytes, not letters", "^a..b$",
-        "a\xc3\xa4"
-        "b",
-        true);
-    row("worst case", ".*.*.*x", "abcx", true);
-    row("worst case", ".*.*.*x", "abc", false);
+    addCharacters();
+    addPlaces();
+    addSets();
 }
 
 void LineSearchTest::understandsFindstrsExpressions()
@@ -320,78 +335,6 @@ void LineSearchTest::saysPerhapsOnceASearchHasFailed()
     QCOMPARE(finder.find(text, 3), std::size_t(3));
     QVERIFY(!finder.isUsable());
     QCOMPARE(finder.find("x", 0), std::size_t(0));
-}
-
-void LineSearchTest::stepsGrowWithTheLineNotWithItsSquare_data()
-{
-    QTest::addColumn<QByteArray>("keyword");
-
-    for (const char *keyword : {".*.*.*x", "a.*a.*a.*x", "aa*x", "^a*a*a*x", "a[ab]*a[ab]*x$",
-                                ".*a.*$x", "a.*x$", "\\<a.*\\<b.*x", "a.a.a.*x", "x.*a"})
-        QTest::newRow(keyword) << QByteArray(keyword);
-}
-
-namespace {
-
-struct Steps
-{
-    const std::string &pattern;
-    quint64 count = 0;
-    quint64 lineLength = 0;
-};
-
-/// Called before each item of a pattern that the library's interpreter tries.
-int countStep(pcre2_callout_block *block, void *data)
-{
-    auto &steps = *static_cast<Steps *>(data);
-    const bool runsToTheEnd = steps.pattern.compare(block->pattern_position, 7, "[^\\n]*+") == 0;
-    steps.count += runsToTheEnd ? steps.lineLength : 1;
-    return 0;
-}
-
-/// How many bytes and items are looked at until the whole line is known not to match.
-quint64 stepsToFail(const std::string &pattern, int length)
-{
-    const QByteArray line = QByteArray(length, 'a') + '\n';
-    Steps steps{pattern, 0, quint64(length)};
-    int error = 0;
-    PCRE2_SIZE offset = 0;
-    pcre2_code *code = pcre2_compile(reinterpret_cast<PCRE2_SPTR>(pattern.data()), pattern.size(),
-                                     PCRE2_MULTILINE | PCRE2_NO_START_OPTIMIZE | PCRE2_AUTO_CALLOUT,
-                                     &error, &offset, nullptr);
-    pcre2_match_context *context = pcre2_match_context_create(nullptr);
-    pcre2_set_callout(context, countStep, &steps);
-    pcre2_match_data *match = pcre2_match_data_create(1, nullptr);
-    const int result = pcre2_match(code, reinterpret_cast<PCRE2_SPTR>(line.data()),
-                                   std::size_t(line.size()), 0, 0, match, context);
-    pcre2_match_data_free(match);
-    pcre2_match_context_free(context);
-    pcre2_code_free(code);
-    return result == PCRE2_ERROR_NOMATCH ? steps.count : 0;
-}
-
-quint64 stepsOf(const QByteArray &keyword, int length)
-{
-    const auto expression = simplified(parseFindstr(keyword.toStdString()).front());
-    return stepsToFail(toPattern(expression).text, length);
-}
-
-} // namespace
-
-void LineSearchTest::stepsGrowWithTheLineNotWithItsSquare()
-{
-    QFETCH(QByteArray, keyword);
-    const quint64 steps = stepsOf(keyword, 1000);
-    QVERIFY2(steps > 0, "the line was to be one that does not match");
-    QVERIFY2(steps <= 20'000, qPrintable(QString::number(steps)));
-    const quint64 more = stepsOf(keyword, 10'000);
-    QVERIFY2(more <= 11 * steps, qPrintable(QString::number(more)));
-}
-
-void LineSearchTest::countedStepsShowWhatBacktrackingWouldCost()
-{
-    const std::string backtracking = "a[^\\n]*a[^\\n]*x";
-    QVERIFY(stepsToFail(backtracking, 200) > 50 * stepsToFail(backtracking, 20));
 }
 
 QTEST_APPLESS_MAIN(LineSearchTest)

@@ -36,6 +36,13 @@ struct SettingsFixture
     [[nodiscard]] QByteArray written() const { return scratch.read(defaultName()); }
 
     void open() { window = std::make_unique<LogSettingsDlg>(nullptr, client); }
+    /// Likewise, on the client's properties file with @p contents; its path.
+    QString open(const QByteArray &contents)
+    {
+        const QString path = properties(contents);
+        open();
+        return path;
+    }
 
     template <typename Widget>
     Widget *find(const char *name) const

@@ -31,9 +31,8 @@ void HugeLogConfig::isRewritten()
     QVERIFY(lines.size() > 100 * 1000 * 1000);
     const QByteArray comment = "\n# in the middle\n";
     SettingsFixture f;
-    f.properties(lines + "log4cpp.rootCategory = INFO\n" + comment +
-                 "log4cpp.category.qzsdk = INFO, a_qzsdk\nlast");
-    f.open();
+    f.open(lines + "log4cpp.rootCategory = INFO\n" + comment +
+           "log4cpp.category.qzsdk = INFO, a_qzsdk\nlast");
     f.radio("radioDEBUG")->click();
     QCOMPARE(hub().logLevel, 1U);
     const QByteArray expected = lines + "log4cpp.rootCategory = DEBUG\n" + comment +

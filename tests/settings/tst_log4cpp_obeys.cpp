@@ -69,8 +69,7 @@ void Log4cppObeys::logsAtTheLevelThatIsClicked()
     QFETCH(QByteArray, lineEnd);
     QFETCH(QStringList, levels);
     SettingsFixture f;
-    const QString path = f.properties(sdkFile(f.scratch.path(QStringLiteral("sdk.log")), lineEnd));
-    f.open();
+    const QString path = f.open(sdkFile(f.scratch.path(QStringLiteral("sdk.log")), lineEnd));
     f.radio(button.constData())->click();
     QCOMPARE(QString::fromStdString(logEveryLevel(path.toStdString())), QString());
 
@@ -93,8 +92,7 @@ void Log4cppObeys::logsWhatTheViewerShowsInColumns()
 {
     SettingsFixture f;
     const QString log = f.scratch.path(QStringLiteral("sdk.log"));
-    const QString path = f.properties(sdkFile(log, "\n"));
-    f.open();
+    const QString path = f.open(sdkFile(log, "\n"));
     f.radio("radioDEBUG")->click();
     QCOMPARE(QString::fromStdString(logEveryLevel(path.toStdString())), QString());
 

@@ -38,8 +38,7 @@ private slots:
 void LogSettingsDialog::isAFramelessWindowWithTheIconAndOnlyACloseButton()
 {
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     QCOMPARE(int(f.window->windowFlags()) & 0xfff, 0x803);
     QCOMPARE(f.window->windowModality(), Qt::NonModal);
     QVERIFY(!f.window->windowIcon().isNull());
@@ -78,8 +77,7 @@ void LogSettingsDialog::hasTheNamedWidgets()
     QFETCH(QByteArray, type);
     QFETCH(QString, name);
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     const auto *widget = f.window->findChild<QWidget *>(name);
     QVERIFY(widget != nullptr);
     QVERIFY(widget->inherits(type.constData()));
@@ -88,8 +86,7 @@ void LogSettingsDialog::hasTheNamedWidgets()
 void LogSettingsDialog::hidesTheIntervalAndTheMaximum()
 {
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     f.window->show();
     QVERIFY(!f.find<QWidget>("widget")->isVisible());
     for (const char *name : {"updateTimeSpinBox", "maxDisplaySpinBox"}) {
@@ -127,24 +124,21 @@ void LogSettingsDialog::declaresItsSignalAndSlots()
 void LogSettingsDialog::connectsByNameWithoutAWarning()
 {
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     QCOMPARE(f.output.lines(), QStringList());
 }
 
 void LogSettingsDialog::startsWithTheFocusOnTheLevel()
 {
     SettingsFixture f;
-    f.properties(debugFile);
-    f.open();
+    f.open(debugFile);
     QCOMPARE(f.window->focusWidget(), f.radio("radioDEBUG"));
 }
 
 void LogSettingsDialog::namesEveryControlForAScreenReader()
 {
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     QVERIFY(!f.find<QLineEdit>("lineEditPath")->accessibleName().isEmpty());
     QVERIFY(!f.find<QPushButton>("btnSetLogCfgPath")->accessibleName().isEmpty());
     QVERIFY(!f.find<QPushButton>("btnSetLogCfgPath")->toolTip().isEmpty());
@@ -170,8 +164,7 @@ void LogSettingsDialog::readsInBothLanguages()
 {
     QFETCH(QString, catalogue);
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     QTranslator translator;
     QVERIFY(translator.load(catalogue));
     QVERIFY(QCoreApplication::installTranslator(&translator));
@@ -193,8 +186,7 @@ void LogSettingsDialog::readsInBothLanguages()
 void LogSettingsDialog::handsOverTheLimitsWhenItCloses()
 {
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     QCOMPARE(hub().maxDisplayedLogs, 1000);
     QSignalSpy closed(f.window.get(), &LogSettingsDlg::closeWnd);
     f.window->show();
@@ -209,8 +201,7 @@ void LogSettingsDialog::handsOverTheLimitsWhenItCloses()
 void LogSettingsDialog::handsOverTheLimitsOnTheTimerWithoutASignal()
 {
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     QSignalSpy closed(f.window.get(), &LogSettingsDlg::closeWnd);
     f.find<QSpinBox>("updateTimeSpinBox")->setValue(250);
     f.find<QSpinBox>("maxDisplaySpinBox")->setValue(1000);
@@ -223,8 +214,7 @@ void LogSettingsDialog::handsOverTheLimitsOnTheTimerWithoutASignal()
 void LogSettingsDialog::handsOverOnlyLimitsThatChanged()
 {
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     f.window->show();
     f.window->close();
     hub().maxDisplayedLogs = 5;
@@ -243,8 +233,7 @@ void LogSettingsDialog::handsOverOnlyLimitsThatChanged()
 void LogSettingsDialog::hidesAndComesBack()
 {
     SettingsFixture f;
-    f.properties(infoFile);
-    f.open();
+    f.open(infoFile);
     f.window->show();
     f.radio("radioFATAL")->click();
     f.window->close();

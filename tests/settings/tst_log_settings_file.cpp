@@ -83,8 +83,7 @@ void LogSettingsFile::findsNoFileThatMayNotBeRead()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     SettingsFixture f;
-    const QString path = f.properties(infoFile);
-    f.open();
+    const QString path = f.open(infoFile);
     QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
     QVERIFY(QFile::setPermissions(path, Everybody::mayWrite));
     const OrdinaryUser user;
@@ -145,8 +144,7 @@ void LogSettingsFile::changesNothingWhenTheFileDialogIsCancelled()
 void LogSettingsFile::takesTheChosenFile()
 {
     SettingsFixture f;
-    const QString first = f.properties(infoFile);
-    f.open();
+    const QString first = f.open(infoFile);
     f.chooses = f.scratch.file(text("mine.properties"), debugFile);
     f.find<QPushButton>("btnSetLogCfgPath")->click();
     QCOMPARE(hub().logConfigPath, f.chooses);
@@ -198,8 +196,7 @@ void LogSettingsFile::showsTheLevelOfTheFile()
 {
     QFETCH(QByteArray, contents);
     SettingsFixture f;
-    f.properties(contents);
-    f.open();
+    f.open(contents);
     QTEST(f.shownLevel(), "shown");
     QCOMPARE(hub().logLevel, 0U); // what is shown was not set by us
     QCOMPARE(f.written(), contents);
@@ -208,8 +205,7 @@ void LogSettingsFile::showsTheLevelOfTheFile()
 void LogSettingsFile::keepsTheLevelShownWhenTheChosenFileNamesNone()
 {
     SettingsFixture f;
-    f.properties(debugFile);
-    f.open();
+    f.open(debugFile);
     f.chooses = f.scratch.file(text("warn.properties"), "log4cpp.rootCategory = WARN, a\n");
     f.find<QPushButton>("btnSetLogCfgPath")->click();
     QCOMPARE(f.shownLevel(), text("DEBUG"));
@@ -218,8 +214,7 @@ void LogSettingsFile::keepsTheLevelShownWhenTheChosenFileNamesNone()
 void LogSettingsFile::keepsTheLevelShownWhenTheChosenFileIsUnreadable()
 {
     SettingsFixture f;
-    f.properties(debugFile);
-    f.open();
+    f.open(debugFile);
     QVERIFY(!f.window->readLogLevel(f.scratch.path(text("none.properties"))));
     QVERIFY(!f.window->readLogLevel(f.scratch.path()));
     QCOMPARE(f.output.lines(), QStringList({text("open failed"), text("open failed")}));
@@ -259,8 +254,7 @@ void LogSettingsFile::setsTheLevelThatIsClicked()
 void LogSettingsFile::fallsBackToTheStoredLevelWhenTheFileIsGone()
 {
     SettingsFixture f;
-    const QString path = f.properties(debugFile);
-    f.open();
+    const QString path = f.open(debugFile);
     QCOMPARE(f.shownLevel(), text("DEBUG"));
     QVERIFY(QFile::remove(path));
     f.radio("radioFATAL")->click();

@@ -6,6 +6,7 @@
 #include "MadeUpMachine.h"
 #include "SystemDumps.h"
 #include "Text.h"
+#include "WorkingFolder.h"
 #include "ZipArchive.h"
 
 class DumpArchives : public QObject
@@ -367,13 +368,10 @@ void DumpArchives::aMissingSourceFolderMakesAnEmptyArchive()
 
 void DumpArchives::withoutASourceTheWorkingFolderIsNotSearched()
 {
-    ScratchFolder scratch;
-    scratch.file(text("mine.dmp"));
-    const QString before = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(scratch.path()));
-    writeClientDumps(scratch.path(text("client.zip")), QString());
-    QVERIFY(QDir::setCurrent(before));
-    QCOMPARE(zipContents(scratch.path(text("client.zip"))), ExportFixture::Contents());
+    WorkingFolder folder;
+    folder.file(text("mine.dmp"));
+    writeClientDumps(folder.path(text("client.zip")), QString());
+    QCOMPARE(zipContents(folder.path(text("client.zip"))), ExportFixture::Contents());
 }
 
 void DumpArchives::anEmptyFolderIsRefused()

@@ -2,6 +2,7 @@
 #include "CommonTitleBar.h"
 #include "MainWindowFixture.h"
 #include "Text.h"
+#include "WorkingFolder.h"
 
 #include <QFileDialog>
 #include <QLabel>
@@ -334,18 +335,13 @@ void MainWindowForm::namesEveryControlForAScreenReader()
 
 void MainWindowForm::worksWithoutASkin()
 {
-    const QString before = QDir::currentPath();
-    ScratchFolder empty;
-    QVERIFY(QDir::setCurrent(empty.path()));
-    {
-        MainWindowFixture f;
-        f.open();
-        QVERIFY(f.window->styleSheet().isEmpty());
-        f.window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
-        QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("Export"));
-    }
-    QVERIFY(QDir::setCurrent(before));
+    const WorkingFolder unstyled;
+    MainWindowFixture f;
+    f.open();
+    QVERIFY(f.window->styleSheet().isEmpty());
+    f.window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
+    QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("Export"));
 }
 
 void MainWindowForm::everyWindowHasTheFontsOfTheLanguage_data()

@@ -28,6 +28,7 @@ QString textOf(const QByteArray &utf8)
     return QString::fromUtf8(utf8.constData(), utf8.size());
 }
 
+/// Looks often, so that all copies see the sign at the same time.
 void awaitTheOthers()
 {
     const QString sign = qEnvironmentVariable("GUARD_COPY_WAITS_FOR");

@@ -75,26 +75,13 @@ bool FindstrMatcher::matches(std::string_view line, std::size_t from)
 
 bool FindstrMatcher::matchesOneWord(std::string_view line, std::size_t from) const
 {
-    const Skips &allowed = skips[static_cast<std::size_t>(Kind::Byte)];
-    const std::uint64_t starts = allowed.starts.front();
-    const std::uint64_t ends = allowed.ends.front();
-    const std::uint64_t reachable = allowed.reachable.front();
-    const std::uint64_t staying = repeated.front();
-    const std::uint64_t final = std::uint64_t{1} << finalPlace;
-    std::uint64_t places = 0;
-    for (std::size_t pos = from;; ++pos) {
-        if (pos == 0 || !atLineStart)
-            places |= 1;
-        const std::uint64_t marked = places | ends;
-        places |= reachable & (~(marked - starts) ^ marked);
-        const bool atEnd = pos == line.size();
-        if ((places & final) != 0 && (atEnd || !atLineEnd))
+    std::uint64_t places = from == 0 || !atLineStart ? firstPlaces() : 0;
+    for (std::size_t pos = from; pos < line.size(); ++pos) {
+        if (isComplete(places, false))
             return true;
-        if (atEnd)
-            return false;
-        const std::uint64_t taken = places & accepting[static_cast<unsigned char>(line[pos])];
-        places = (taken & staying) | ((taken & ~staying) << 1);
+        places = nextPlaces(places, static_cast<unsigned char>(line[pos]));
     }
+    return isComplete(places, true);
 }
 
 bool FindstrMatcher::matchesManyWords(std::string_view line, std::size_t from)

@@ -1,6 +1,5 @@
 #include "SingleApplication.h"
 
-#include <QDebug>
 #include <QDir>
 #include <QLocalServer>
 #include <QLocalSocket>

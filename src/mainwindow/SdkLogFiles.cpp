@@ -1,6 +1,7 @@
 #include "SdkLogFiles.h"
 
 #include <QDirIterator>
+#include <QFileInfo>
 
 #include <algorithm>
 

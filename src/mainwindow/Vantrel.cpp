@@ -5,7 +5,6 @@
 #include "DisplayLanguage.h"
 #include "LogSettingsDlg.h"
 #include "LogViewer.h"
-#include "QCheckBoxHeader.h"
 #include "Skin.h"
 #include "ui_Vantrel.h"
 

@@ -3,6 +3,7 @@
 #include "FindstrExpression.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>

@@ -10,7 +10,6 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QClipboard>
-#include <QCloseEvent>
 #include <QDebug>
 #include <QElapsedTimer>
 #include <QShortcut>

@@ -10,20 +10,14 @@ constexpr int longestName = 259; // bytes: the platform's path limit less the cl
 
 QString clientNameFromIcon(const CameraClient &client)
 {
-    QString reversed = client.iconPath;
-    std::reverse(reversed.begin(), reversed.end());
-    const QString ending = QStringLiteral("exe.");
-    const int endingAt = reversed.indexOf(ending);
-    const auto separator = std::find_if(reversed.cbegin(), reversed.cend(), [&client](QChar c) {
-        return client.pathSeparators.contains(c);
-    });
-    const int nameAt = endingAt + ending.size();
-    const auto nameEnd = int(separator - reversed.cbegin());
-    if (endingAt < 0 || separator == reversed.cend() || nameEnd < nameAt)
+    const QString &path = client.iconPath;
+    const auto isSeparator = [&client](QChar c) { return client.pathSeparators.contains(c); };
+    const auto separator = std::find_if(path.crbegin(), path.crend(), isSeparator);
+    const auto nameAt = int(path.crend() - separator); // 0: there is no separator
+    const int nameEnd = path.lastIndexOf(QLatin1String(".exe"));
+    if (nameAt == 0 || nameEnd < nameAt)
         return {};
-
-    QString name = reversed.mid(nameAt, nameEnd - nameAt);
-    std::reverse(name.begin(), name.end());
+    const QString name = path.mid(nameAt, nameEnd - nameAt);
     return name.toUtf8().size() <= longestName ? name : QString();
 }
 

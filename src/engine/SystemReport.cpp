@@ -4,15 +4,15 @@
 
 namespace {
 
-constexpr int mebibyte = 20; // bits to shift by
+constexpr quint64 mebibyte = 1'048'576;
 
 } // namespace
 
 QByteArray memoryReport(const MemoryStatus &status)
 {
     return "Memory Load: " + QByteArray::number(status.load) +
-           "%\nTotal Physical Memory: " + QByteArray::number(status.total >> mebibyte) +
-           " MB\nAvailable Physical Memory: " + QByteArray::number(status.available >> mebibyte) +
+           "%\nTotal Physical Memory: " + QByteArray::number(status.total / mebibyte) +
+           " MB\nAvailable Physical Memory: " + QByteArray::number(status.available / mebibyte) +
            " MB\n";
 }
 

@@ -4,18 +4,18 @@
 #include "LogLevelFile.h"
 #include "LogLevelRewrite.h"
 #include "ModalDialog.h"
+#include "ReadableFile.h"
 #include "ui_LogSettingsDlg.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
+#include <QRadioButton>
 #include <QTimer>
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
@@ -46,7 +46,7 @@ LogSettingsDlg::LogSettingsDlg(QWidget *parent, const CameraClient &registeredCl
     showFileLevel();
     ui->widget->hide();
     adjustSize();
-    for (QRadioButton *button : {ui->radioINFO, ui->radioDEBUG, ui->radioFATAL}) {
+    for (QRadioButton *button : levelButtons()) {
         if (button->isChecked())
             button->setFocus(); // not the title bar's button
     }
@@ -60,16 +60,15 @@ void LogSettingsDlg::retranslate()
     ui->mainTitleBar->setTitle(tr("LogSettingsDlg"));
 }
 
-QString LogSettingsDlg::findDefaultLogConfig()
+QString LogSettingsDlg::findDefaultLogConfig() const
 {
     QString icon = client.iconPath;
     if (icon.isEmpty())
         return {};
-    for (const QChar separator : qAsConst(client.pathSeparators))
+    for (const QChar separator : client.pathSeparators)
         icon.replace(separator, QLatin1Char('/'));
-    const QString path =
-        QFileInfo(icon).path() + QLatin1Char('/') + QStringLiteral("SDKLOG_default.properties");
-    return QFileInfo(path).isFile() && QFile(path).open(QIODevice::ReadOnly) ? path : QString();
+    const QString path = QFileInfo(icon).path() + QStringLiteral("/SDKLOG_default.properties");
+    return QFileInfo(path).isFile() && isReadable(path) ? path : QString();
 }
 
 bool LogSettingsDlg::readLogLevel(const QString &path)
@@ -135,6 +134,11 @@ void LogSettingsDlg::OnAutoUpdateTimer()
     takeOverLimits();
 }
 
+std::array<QRadioButton *, 3> LogSettingsDlg::levelButtons() const
+{
+    return {ui->radioINFO, ui->radioDEBUG, ui->radioFATAL};
+}
+
 void LogSettingsDlg::setUpTitleBar()
 {
     ui->mainTitleBar->setMinButtonVisible(false);
@@ -167,7 +171,7 @@ void LogSettingsDlg::showFileLevel()
 
 void LogSettingsDlg::showLevel(int level)
 {
-    const std::array<QRadioButton *, 3> buttons{ui->radioINFO, ui->radioDEBUG, ui->radioFATAL};
+    const auto buttons = levelButtons();
     if (level >= 0 && level < int(buttons.size()))
         buttons[size_t(level)]->setChecked(true); // the buttons exclude one another
 }
@@ -217,7 +221,7 @@ void LogSettingsDlg::putStoredLevelBack(LogLevelRewrite &rewrite)
 void LogSettingsDlg::setRetrying(bool on)
 {
     retrying = on;
-    for (QRadioButton *button : {ui->radioINFO, ui->radioDEBUG, ui->radioFATAL})
+    for (QRadioButton *button : levelButtons())
         button->setEnabled(!on);
 }
 

@@ -3,10 +3,12 @@
 #include "CameraClient.h"
 #include "CommonDialog.h"
 
+#include <array>
 #include <memory>
 #include <string>
 
 class LogLevelRewrite;
+class QRadioButton;
 
 namespace Ui {
 class LogSettingsDlg;
@@ -28,7 +30,7 @@ public:
     void retranslate();
 
     /// The properties file beside the registered client; empty when there is none to read.
-    [[nodiscard]] QString findDefaultLogConfig();
+    [[nodiscard]] QString findDefaultLogConfig() const;
 
     /// Takes the level from the file at @p path; a file that names none leaves the level as it was.
     /// False when the file cannot be read.
@@ -54,6 +56,7 @@ private slots:
     void OnAutoUpdateTimer();
 
 private:
+    [[nodiscard]] std::array<QRadioButton *, 3> levelButtons() const; ///< by level
     void setUpTitleBar();
     void setUpSpinBoxes();
     void showPath();

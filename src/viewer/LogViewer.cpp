@@ -27,10 +27,18 @@ constexpr std::chrono::milliseconds searchRound{15}; ///< a picture of a screen'
 constexpr int searchPatience = 100; ///< milliseconds that a search may take unnoticed
 constexpr int allColumns = 5;       ///< the data of an action that stands for every column
 
+/// In column order, in pixels. The last shown column is stretched to the edge.
+constexpr std::array<int, LogRows::ColumnCount> columnWidths{160, 65, 150, 370};
+
 /// In column order, before translation.
 constexpr std::array<const char *, LogRows::ColumnCount> headerTexts{
     QT_TRANSLATE_NOOP("LogViewer", "Log Timestamp"), QT_TRANSLATE_NOOP("LogViewer", "Log Level"),
     QT_TRANSLATE_NOOP("LogViewer", "Log Source"), QT_TRANSLATE_NOOP("LogViewer", "Log Message")};
+
+void resetColumnWidth(QTableWidget &table, int column)
+{
+    table.setColumnWidth(column, columnWidths[static_cast<std::size_t>(column)]);
+}
 
 QString elided(const QWidget &menu, const QString &text)
 {
@@ -119,9 +127,8 @@ void LogViewer::onActionFilter(QAction *action)
     }
     QHeaderView *const header = ui->tableWidget->horizontalHeader();
     header->setDefaultSectionSize(80);
-    const std::array<int, LogRows::ColumnCount> widths{160, 65, 150, 370};
     for (int i = 0; i < LogRows::ColumnCount; ++i)
-        ui->tableWidget->setColumnWidth(i, widths[static_cast<std::size_t>(i)]);
+        resetColumnWidth(*ui->tableWidget, i);
     header->setStretchLastSection(true);
 }
 
@@ -227,9 +234,8 @@ void LogViewer::setUpColumns()
         headers.append(tr(text));
     table.setColumnCount(LogRows::ColumnCount);
     table.setHorizontalHeaderLabels(headers);
-    table.setColumnWidth(LogRows::Timestamp, 160);
-    table.setColumnWidth(LogRows::Level, 65);
-    table.setColumnWidth(LogRows::Source, 150);
+    for (int column : {LogRows::Timestamp, LogRows::Level, LogRows::Source})
+        resetColumnWidth(table, column);
     table.horizontalHeader()->setStretchLastSection(true);
     table.horizontalHeader()->setTextElideMode(Qt::ElideRight);
     table.horizontalHeader()->setHighlightSections(false);

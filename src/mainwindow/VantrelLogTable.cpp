@@ -26,11 +26,7 @@ constexpr int checkColumnWidth = 40;
 
 enum Column { CheckColumn, TimeColumn, NameColumn, SizeColumn, columnCount };
 
-const QString &clientSource()
-{
-    static const QString name = QStringLiteral("QZviewer");
-    return name;
-}
+const QLatin1String clientSource("QZviewer");
 
 /// The check box in @p row, or null behind the last listed file.
 QCheckBox *rowCheckBox(const QTableWidget &table, int row)
@@ -54,9 +50,7 @@ void Vantrel::setUpTable()
     header->setChecked(true);
     connect(header, &QCheckBoxHeader::checkStausChange, this, &Vantrel::onAllCheckStausChange);
 
-    table->setColumnCount(columnCount);
-    table->setHorizontalHeaderLabels(
-        {QString(), tr("File Time"), tr("File Name"), tr("File Size")});
+    table->setColumnCount(columnCount); // retranslate() labels them
     table->setRowCount(rowCount);
     table->verticalHeader()->setVisible(false);
     table->verticalHeader()->setDefaultSectionSize(rowHeight);
@@ -108,7 +102,7 @@ void Vantrel::setUpTableKeys()
 void Vantrel::findSources()
 {
     sourceNames = QDir(sdkRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
-    hasClientFolder = sourceNames.contains(clientSource());
+    hasClientFolder = sourceNames.contains(clientSource);
     // Where there is a source, offering it fills the table: twice would take twice as long.
     if (sourceNames.isEmpty())
         fillTable(QString());
@@ -116,11 +110,10 @@ void Vantrel::findSources()
 
 void Vantrel::offerSources()
 {
-    if (!sourceNames.isEmpty())
-        ui->comboSource->addItems(sourceNames);
+    ui->comboSource->addItems(sourceNames);
     ui->comboSource->view()->setAccessibleName(ui->comboSource->accessibleName());
     if (hasClientFolder)
-        ui->comboSource->setCurrentText(clientSource());
+        ui->comboSource->setCurrentText(clientSource);
 }
 
 void Vantrel::fillTable(const QString &source)

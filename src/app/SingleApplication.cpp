@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int patience = 1000; // milliseconds, for each thing to wait for
+constexpr int timeout = 1000; // milliseconds, for each thing to wait for
 
 /// Where a segment outlives a killed process, the last one to detach removes it: attaching to a
 /// segment that nobody holds and letting go of it clears it away. One in use stays.
@@ -32,7 +32,7 @@ SingleApplication::SingleApplication(int &argc, char **argv, const QString &uniq
     // One copy at a time looks round and settles what it is: of two that start at once, each would
     // take the other's attaching, which only clears, for a running copy.
     QLockFile alone(QDir::tempPath() + QLatin1Char('/') + _uniqueKey + QStringLiteral(".lock"));
-    (void)alone.tryLock(patience); // the start goes on without it, too
+    (void)alone.tryLock(timeout); // the start goes on without it, too
     clearAbandonedSegment(_uniqueKey);
     sharedMemory.setKey(_uniqueKey);
     _isRunning = sharedMemory.attach();
@@ -51,10 +51,10 @@ bool SingleApplication::sendMessage(const QString &message)
         return false;
     auto *socket = new QLocalSocket(this);
     socket->connectToServer(_uniqueKey, QIODevice::WriteOnly);
-    if (!socket->waitForConnected(patience))
+    if (!socket->waitForConnected(timeout))
         return report(*socket);
     socket->write(message.toUtf8());
-    if (!socket->waitForBytesWritten(patience))
+    if (!socket->waitForBytesWritten(timeout))
         return report(*socket);
     socket->disconnectFromServer();
     return true;
@@ -65,7 +65,7 @@ void SingleApplication::receiveMessage()
     QLocalSocket *socket = localServer != nullptr ? localServer->nextPendingConnection() : nullptr;
     if (socket == nullptr)
         return;
-    if (!socket->waitForReadyRead(patience)) {
+    if (!socket->waitForReadyRead(timeout)) {
         report(*socket);
         return;
     }

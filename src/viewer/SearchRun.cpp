@@ -32,10 +32,10 @@ SearchRun::~SearchRun()
         thread.join();
 }
 
-std::vector<std::string> SearchRun::take(std::chrono::milliseconds patience)
+std::vector<std::string> SearchRun::take(std::chrono::milliseconds timeout)
 {
     std::unique_lock lock(mutex);
-    changed.wait_for(lock, patience, [this] { return ended || !pieces.empty(); });
+    changed.wait_for(lock, timeout, [this] { return ended || !pieces.empty(); });
     return std::exchange(pieces, {});
 }
 

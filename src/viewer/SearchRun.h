@@ -21,9 +21,9 @@ public:
     SearchRun(const SearchRun &) = delete;
     SearchRun &operator=(const SearchRun &) = delete;
 
-    /// Waits for pieces, for the end of the search or so long. Returns the pieces found since the
-    /// last call.
-    [[nodiscard]] std::vector<std::string> take(std::chrono::milliseconds patience);
+    /// Waits for pieces or for the end of the search, @p timeout at most. Returns the pieces found
+    /// since the last call.
+    [[nodiscard]] std::vector<std::string> take(std::chrono::milliseconds timeout);
 
     /// The search has ended, and all its pieces were taken.
     [[nodiscard]] bool isOver() const;

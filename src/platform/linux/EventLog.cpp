@@ -10,27 +10,27 @@
 
 namespace {
 
-constexpr int interval = 200;             // between two looks at the program, milliseconds
-constexpr int mostComplaints = 64 * 1024; // of what the program says, bytes
+constexpr int pollInterval = 200;        // between two looks at the program, milliseconds
+constexpr int maxErrorBytes = 64 * 1024; // of what the program says on its standard error
 
 /// Waits for the end of @p process, however long, as long as @p target grows. False: it was ended,
-/// because it hung. What it says in the meantime is added to @p complaints.
-bool outlasts(QProcess &process, const QString &target, int patience, QByteArray &complaints)
+/// because it hung. What it says in the meantime is added to @p errors.
+bool outlasts(QProcess &process, const QString &target, int timeout, QByteArray &errors)
 {
     QElapsedTimer idle;
     idle.start();
     qint64 size = 0;
     for (;;) {
-        const bool ended = process.waitForFinished(interval);
-        complaints.append(process.readAllStandardError());
-        complaints.truncate(mostComplaints);
+        const bool ended = process.waitForFinished(pollInterval);
+        errors.append(process.readAllStandardError());
+        errors.truncate(maxErrorBytes);
         if (ended || process.state() == QProcess::NotRunning)
             return true;
         const qint64 now = QFileInfo(target).size();
         if (now != size)
             idle.restart();
         size = now;
-        if (idle.hasExpired(patience)) {
+        if (idle.hasExpired(timeout)) {
             process.kill();
             process.waitForFinished();
             return false;
@@ -38,9 +38,9 @@ bool outlasts(QProcess &process, const QString &target, int patience, QByteArray
     }
 }
 
-void print(const QByteArray &complaints)
+void print(const QByteArray &errors)
 {
-    for (const QByteArray &line : complaints.split('\n')) {
+    for (const QByteArray &line : errors.split('\n')) {
         if (!line.isEmpty())
             qDebug().noquote() << QString::fromUtf8(line);
     }
@@ -57,11 +57,11 @@ bool runInto(const QString &target, const QStringList &arguments, const Journal 
         qDebug() << "cannot run" << journal.program << process.errorString();
         return false;
     }
-    QByteArray complaints;
-    const bool ended = outlasts(process, target, journal.patience, complaints);
-    print(complaints);
+    QByteArray errors;
+    const bool ended = outlasts(process, target, journal.timeout, errors);
+    print(errors);
     if (!ended)
-        qDebug() << "ended, because it wrote nothing for" << journal.patience
+        qDebug() << "ended, because it wrote nothing for" << journal.timeout
                  << "ms:" << journal.program << arguments;
     return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }

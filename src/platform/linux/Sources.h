@@ -31,7 +31,7 @@ memoryModulesFrom(const QString &device = QStringLiteral("/sys/devices/virtual/d
 struct Journal
 {
     QString program = QStringLiteral("journalctl");
-    int patience = 60'000; ///< ends a program that writes nothing for so long, milliseconds
+    int timeout = 60'000; ///< ends a program that writes nothing for so long, milliseconds
 };
 
 /// What the program says on its standard error goes to the debug output.

@@ -131,7 +131,7 @@ void JournalExport::aMissingProgramLeavesNoFile()
 void JournalExport::aProgramThatHangsIsEnded()
 {
     JournalScript script("echo half; echo waiting >&2; exec sleep 1000");
-    script.journal.patience = 300;
+    script.journal.timeout = 300;
     const DebugCapture output;
     QElapsedTimer time;
     time.start();
@@ -145,7 +145,7 @@ void JournalExport::aProgramThatHangsIsEnded()
 void JournalExport::aSlowProgramThatGoesOnWritingIsNot()
 {
     JournalScript script("for i in 1 2 3 4 5 6 7 8; do echo $i; sleep 0.25; done");
-    script.journal.patience = 1500; // less than the whole takes, more than it pauses
+    script.journal.timeout = 1500; // less than the whole takes, more than it pauses
     QVERIFY(script.exports(system_));
     QCOMPARE(script.scratch.read(text("events")), QByteArray("1\n2\n3\n4\n5\n6\n7\n8\n"));
 }

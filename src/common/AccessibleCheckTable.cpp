@@ -5,6 +5,8 @@
 
 #include <QTableWidget>
 
+#include <utility>
+
 AccessibleCheckTable::AccessibleCheckTable(QTableWidget *table)
     : QAccessibleWidget(table, QAccessible::Table)
 {
@@ -181,7 +183,7 @@ void AccessibleCheckTable::modelChange(QAccessibleTableModelChangeEvent * /*even
 
 void AccessibleCheckTable::forgetCells()
 {
-    for (const QAccessible::Id id : qAsConst(cells))
+    for (const QAccessible::Id id : std::as_const(cells))
         QAccessible::deleteAccessibleInterface(id);
     cells.clear();
 }

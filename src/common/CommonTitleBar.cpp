@@ -132,14 +132,13 @@ void CommonTitleBar::setUpLayout()
     outer->addWidget(content);
 
     auto *inner = new QHBoxLayout(content);
-    inner->addWidget(lbTitle, 1);
-    inner->addWidget(btnMin, 0, Qt::AlignVCenter);
+    inner->addWidget(lbTitle);
+    // What room is left goes to the minimise button; where that is hidden, as in every window, to
+    // the title.
+    inner->addWidget(btnMin, 1, Qt::AlignVCenter);
     inner->addWidget(btnMax, 0, Qt::AlignVCenter);
     inner->addWidget(btnClose, 0, Qt::AlignVCenter);
     inner->addSpacing(5);
-    inner->setStretch(0, 0);
-    inner->setStretch(1, 1);
-    inner->setStretch(2, 0);
     inner->setSpacing(0);
     inner->setContentsMargins(14, 0, 0, 0);
 }

@@ -6,7 +6,7 @@
 class QLocalServer;
 
 /// The application object, which knows whether another copy of the program runs for this user and
-/// can hand it a text.
+/// can hand it a text. GUI thread only.
 class SingleApplication : public QApplication
 {
     Q_OBJECT
@@ -23,10 +23,11 @@ public:
     bool sendMessage(const QString &message);
 
 public slots:
-    /// Takes one text from a copy that connects.
+    /// Takes one text from a copy that connects; waits for it one second at most.
     void receiveMessage();
 
 signals:
+    /// A copy that was started later has handed over @p message.
     void messageAvailable(QString message);
 
 private:

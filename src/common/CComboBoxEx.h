@@ -16,12 +16,13 @@ public:
     void hidePopup() override;
 
 signals:
+    /// The popup closes; it is still visible.
     void signalFocusOut();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QListView *listView;
-    bool popupShown = false;
+    QListView *listView;     ///< what the popup shows; belongs to the popup
+    bool popupShown = false; ///< nothing reads it yet
 };

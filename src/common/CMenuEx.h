@@ -11,6 +11,7 @@ public:
     explicit CMenuEx(QWidget *parent);
 
 signals:
+    /// The menu closes.
     void signalHide();
 
 protected:

@@ -22,12 +22,15 @@ public:
 
     void setMaxButtonVisible(bool visible);
     void setMinButtonVisible(bool visible);
-    /// Whether the window may be minimised and maximised at all, by button or double click.
+    /// Whether the window may be minimised and maximised at all, by button or double click. Not so
+    /// at first.
     void setMaxMinEnabled(bool enabled);
     void setTitle(const QString &title);
 
 public slots:
+    /// Minimises the window.
     void showSmall();
+    /// Gives the window the work area of the primary screen, or back the place that it had before.
     void showMaxRestore();
 
 protected:
@@ -47,8 +50,8 @@ private:
     QPixmap maxPixmap;     ///< for btnMax while maximised; null: the style sheet draws the button
     QPixmap restorePixmap; ///< for btnMax while not maximised; null likewise
     bool maximized = false;
-    QPoint pressGlobalPos;
-    QPoint pressOffset; ///< the press position in the parent's coordinates
+    QPoint pressGlobalPos; ///< nothing reads it yet
+    QPoint pressOffset;    ///< the press position in the parent's coordinates
     bool leftPressed = false;
     ResizeDirection direction = ResizeDirection::None;
     bool maxMinEnabled = false;

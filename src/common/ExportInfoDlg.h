@@ -35,6 +35,7 @@ public:
     void retranslate();
 
 signals:
+    /// "View" was clicked; its folder is opened next.
     void openUrl();
 
 protected:

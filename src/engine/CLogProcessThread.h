@@ -35,9 +35,13 @@ public:
     /// The files that the next request copies: each item's tool tip is a path. The items are read
     /// here and now, on the caller's thread, and not kept.
     void setSdkLogItems(const QList<QTableWidgetItem *> &items);
+    /// Asks for a zip at @p zipPath. With an empty path the items are gathered, but neither packed
+    /// nor told of.
     void enqueueExport(const QString &zipPath);
     /// Makes the next request that copies SDK logs pack nothing else.
     void setSdkLogOnly(bool only);
+    /// Off: the worker ends, after the request in hand if there is one. On is where it begins; that
+    /// does not bring back a worker that has ended.
     void setRunning(bool on);
 
     /// When the last worker of this process was built, milliseconds since 1970.
@@ -53,6 +57,7 @@ public:
 
     /// Fills the three module lists anew. False: the query did not run to its end.
     bool queryMemoryModules();
+    /// Whether there is a kernel dump that can be read now.
     [[nodiscard]] bool memoryDumpReadable() const;
 
 signals:

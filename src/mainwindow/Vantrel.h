@@ -37,6 +37,7 @@ public:
     ~Vantrel() override;
 
 signals:
+    /// An export was handed to the worker: it is time to wait for it.
     void showWaitDlg();
 
 private slots:
@@ -91,14 +92,13 @@ private:
     QMenu *contextMenu = nullptr;
     QAction *actionExportAll = nullptr;
     QAction *actionExportSelected = nullptr;
-    // Items belong to the table, which deletes them at each refill: these two are compared with
-    // null and never followed.
-    QTableWidgetItem *enteredItem = nullptr;
+    // Items belong to the table, which deletes them at each refill: these two are never followed.
+    QTableWidgetItem *enteredItem = nullptr; ///< last under the pointer; nothing reads it yet
     QTableWidgetItem *currentItem = nullptr; ///< under the last right click or double click
     QString sdkRoot;
     QStringList sourceNames;
     bool hasClientFolder = false;
-    QString currentItemPath; ///< path of currentItem at the last right click
+    QString currentItemPath; ///< path of currentItem at the last right click; likewise
     QString chosenPath;      ///< the last file chosen in the save dialog
     CWaitDialog waitDialog{nullptr};
     ExportInfoDlg *exportInfo = nullptr;

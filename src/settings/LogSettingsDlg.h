@@ -43,6 +43,7 @@ public:
     bool writeLogLevel(const std::string &path, int level);
 
 signals:
+    /// The dialog closes.
     void closeWnd();
 
 protected:

@@ -25,6 +25,7 @@ class LogViewer : public CommonDialog
     Q_OBJECT
 
 public:
+    /// @p search finds the lines that the user looks for. It is called on a thread of its own.
     explicit LogViewer(QWidget *parent, LineSearch search = systemLineSearch);
     ~LogViewer() override;
 

@@ -23,7 +23,7 @@ constexpr int rowCapacity = 100000;
 constexpr int spareRows = 5;
 constexpr int rowHeight = 32;
 constexpr int menuTextWidth = 115;
-constexpr std::chrono::milliseconds searchRound{15}; ///< a picture of a screen's
+constexpr std::chrono::milliseconds searchRound{15}; ///< about a frame of a screen
 constexpr int searchPatience = 100; ///< milliseconds that a search may take unnoticed
 constexpr int allColumns = 5;       ///< the data of an action that stands for every column
 

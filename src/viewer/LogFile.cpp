@@ -3,14 +3,16 @@
 #include "SharedFile.h"
 #include "TextBlocks.h"
 
+#include <QDebug>
 #include <QFile>
 
-std::optional<int> readLogFile(const QString &path, int maxLines, const LogLineSink &sink)
+#include <new>
+
+namespace {
+
+/// Hands out the lines and counts in @p number those that were.
+void handOut(QFile &file, const QString &path, int maxLines, const LogLineSink &sink, int &number)
 {
-    QFile file(path);
-    if (!openShared(file))
-        return std::nullopt;
-    int number = 0;
     TextBlocks blocks(file);
     for (std::string_view rest = blocks.next(); !rest.empty(); rest = blocks.next()) {
         std::size_t end = 0;
@@ -23,5 +25,20 @@ std::optional<int> readLogFile(const QString &path, int maxLines, const LogLineS
             break;
     }
     blocks.reportLosses(path);
+}
+
+} // namespace
+
+std::optional<int> readLogFile(const QString &path, int maxLines, const LogLineSink &sink)
+{
+    QFile file(path);
+    if (!openShared(file))
+        return std::nullopt;
+    int number = 0;
+    try {
+        handOut(file, path, maxLines, sink, number);
+    } catch (const std::bad_alloc &) {
+        qDebug() << "no memory, left out from line" << number + 1 << "on:" << path;
+    }
     return number;
 }

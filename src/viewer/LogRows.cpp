@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
+#include <memory>
 
 namespace {
 
@@ -73,10 +74,11 @@ void LogRows::place(std::string_view line, int row)
     const LineText text(line);
     const LogLine fields = splitLogLine(line);
     if (fields.structured) {
+        const QString message = text.part(fields.message); // before any cell: most memory goes here
         placeCell(row, Timestamp, text.part(fields.timestamp), text.text());
         placeCell(row, Level, levelText(fields.level), text.text());
         placeCell(row, Source, sourceText(fields.source), text.text());
-        placeCell(row, Message, text.part(fields.message), text.text());
+        placeCell(row, Message, message, text.text());
     } else {
         placeCell(row, Message, text.text(), text.text());
     }
@@ -84,9 +86,9 @@ void LogRows::place(std::string_view line, int row)
 
 void LogRows::placeCell(int row, Column column, const QString &text, const QString &line)
 {
-    auto *cell = new QTableWidgetItem(text);
+    auto cell = std::make_unique<QTableWidgetItem>(text);
     cell->setToolTip(line);
-    table.setItem(row, column, cell); // takes the cell
+    table.setItem(row, column, cell.release()); // takes the cell
 }
 
 QString LogRows::sourceText(std::string_view source)

@@ -1,10 +1,12 @@
 #include "DebugCapture.h"
+#include "LogViewer.h"
 #include "ScratchFolder.h"
 #include "SearchRun.h"
 #include "ZipArchive.h"
 #include "ZipContents.h"
 
 #include <QFile>
+#include <QTableWidget>
 #include <QtTest>
 
 #include <algorithm>
@@ -62,6 +64,7 @@ class LowMemory : public QObject
 private slots:
     void endsASearchThatCannotBegin(); // first: no thread has left its memory behind yet
     void endsASearchThatRunsOutOfMemory();
+    void showsTheLinesForWhichThereIsMemory();
     void leavesOutAFileThatDoesNotFitAndPacksTheOthers();
 };
 
@@ -92,6 +95,31 @@ void LowMemory::endsASearchThatRunsOutOfMemory()
     QVERIFY(failed);
 }
 
+void LowMemory::showsTheLinesForWhichThereIsMemory()
+{
+    if (isSanitized())
+        QSKIP(whySkipped);
+    ScratchFolder scratch;
+    const QByteArray line =
+        "2024-03-02 12:00:00.250 INFO [1] [Camera] " + QByteArray(10 * megabyte, 'x') + '\n';
+    const QString log = scratch.file(QStringLiteral("long lines.log"), line.repeated(10));
+    LogViewer viewer(nullptr);
+    auto *const table = viewer.findChild<QTableWidget *>(QStringLiteral("tableWidget"));
+    const DebugCapture output;
+    {
+        const MemoryLimit limit(200 * megabyte); // a line takes four bytes for each of its own
+        QVERIFY(viewer.openLogFile(log.toStdString()));
+    }
+    int shown = 0;
+    while (table->item(shown, 0) != nullptr)
+        ++shown;
+    QVERIFY2(shown > 0 && shown < 10, qPrintable(QString::number(shown)));
+    QCOMPARE(table->item(shown - 1, 3)->toolTip().size(), line.size() - 1);
+    QCOMPARE(table->rowCount(), shown + 5);
+    QVERIFY(output.contains(
+        QStringLiteral("no memory, left out from line %1 on: \"%2\"").arg(shown + 1).arg(log)));
+}
+
 void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
 {
     if (isSanitized())
@@ -113,5 +141,5 @@ void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
     QVERIFY(output.contains(QStringLiteral("no memory, left out of the zip: \"%1\"").arg(large)));
 }
 
-QTEST_GUILESS_MAIN(LowMemory)
+QTEST_MAIN(LowMemory)
 #include "tst_low_memory.moc"

@@ -55,6 +55,22 @@ int nextShownRow(const QTableWidget &table, int row, int step)
     return row;
 }
 
+/// The column of @p row in which the cursor can be seen: its own if there is a text, else the first
+/// that is shown and has one.
+int cursorColumn(const QTableWidget &table, int row, int column)
+{
+    const auto showsText = [&](int i) {
+        return table.item(row, i) != nullptr && !table.isColumnHidden(i);
+    };
+    if (showsText(column))
+        return column;
+    for (int i = 0; i < table.columnCount(); ++i) {
+        if (showsText(i))
+            return i;
+    }
+    return column;
+}
+
 } // namespace
 
 LogViewer::LogViewer(QWidget *parent, LineSearch search)
@@ -130,6 +146,9 @@ void LogViewer::onActionFilter(QAction *action)
     for (int i = 0; i < LogRows::ColumnCount; ++i)
         resetColumnWidth(*ui->tableWidget, i);
     header->setStretchLastSection(true);
+    ui->tableWidget->setAutoScroll(false); // the cursor may be out of sight
+    keepCursorOnText();
+    ui->tableWidget->setAutoScroll(true);
 }
 
 void LogViewer::on_btnFilter_clicked()
@@ -223,6 +242,7 @@ void LogViewer::setUpTable()
     table.setContextMenuPolicy(Qt::CustomContextMenu);
     table.setItemDelegate(new LogItemDelegate(&table));
     table.setTabKeyNavigation(false); // the tabulator leads out of the table
+    connect(&table, &QTableWidget::currentCellChanged, this, &LogViewer::keepCursorOnText);
     ui->btnFilter->setPopupMode(QToolButton::InstantPopup);
 }
 
@@ -299,6 +319,16 @@ void LogViewer::goToRow(int row)
     QTableWidget &table = *ui->tableWidget;
     if (row >= 0 && row < table.rowCount())
         table.setCurrentCell(row, qMax(table.currentColumn(), 0));
+}
+
+void LogViewer::keepCursorOnText()
+{
+    const QModelIndex cursor = ui->tableWidget->currentIndex();
+    if (!cursor.isValid())
+        return;
+    const int column = cursorColumn(*ui->tableWidget, cursor.row(), cursor.column());
+    ui->tableWidget->selectionModel()->setCurrentIndex(cursor.sibling(cursor.row(), column),
+                                                       QItemSelectionModel::NoUpdate);
 }
 
 std::optional<int> LogViewer::fillFromFile()

@@ -61,6 +61,7 @@ private:
     void buildContextMenu();
     void setUpKeys();
     void goToRow(int row);
+    void keepCursorOnText();
     std::optional<int> fillFromFile();
     void showFound(SearchRun &run);
     void endSearch();

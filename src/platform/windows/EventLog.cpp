@@ -2,7 +2,6 @@
 
 #include "windows/Answers.h"
 
-#include <QDebug>
 #include <QDir>
 #include <QFile>
 
@@ -31,8 +30,6 @@ bool exportEventLogBy(const ExportLog &exportLog, const QString &channel, const 
     const std::wstring targetPath = QDir::toNativeSeparators(target).toStdWString();
     if (exportLog(channelPath.c_str(), L"*", targetPath.c_str(), EvtExportLogChannelPath))
         return true;
-    const DWORD error = GetLastError();
-    qDebug() << "event log not exported:" << channel << "error" << error;
     QFile::remove(target); // half an export is none
     return false;
 }

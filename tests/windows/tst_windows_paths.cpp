@@ -1,6 +1,8 @@
 #include "ExportFixture.h"
 
 #include "LineSearch.h"
+#include "SharedFile.h"
+#include "SystemSearch.h"
 #include "Text.h"
 
 #include <fstream>
@@ -17,8 +19,20 @@ private slots:
     void exportsWhereFoldersHaveChineseNames();
     void exportsToABackslashedPathWithADrive();
     void exportsAPathBeyond260Characters();
+    void readsAPathBeyond260Characters();
+    void searchesThroughFindstr_data();
     void searchesThroughFindstr();
 };
+
+namespace {
+
+/// More characters than Windows used to take.
+QString longFolder()
+{
+    return (QString(50, QLatin1Char('x')) + QLatin1Char('/')).repeated(6);
+}
+
+} // namespace
 
 void WindowsPaths::byteStringsAreUtf8()
 {
@@ -64,11 +78,8 @@ void WindowsPaths::exportsToABackslashedPathWithADrive()
 void WindowsPaths::exportsAPathBeyond260Characters()
 {
     ExportFixture f;
-    QString folder;
-    for (int i = 0; i < 6; ++i)
-        folder += QString(50, QLatin1Char('x')) + QLatin1Char('/');
-    f.scratch.folder(folder);
-    const QString zip = f.scratch.path(folder + text("out.zip"));
+    f.scratch.folder(longFolder());
+    const QString zip = f.scratch.path(longFolder() + text("out.zip"));
     QVERIFY(zip.size() > MAX_PATH);
     f.choose({f.log(text("a.log"))});
     f.worker.enqueueExport(zip);
@@ -76,17 +87,33 @@ void WindowsPaths::exportsAPathBeyond260Characters()
     QVERIFY(zipContents(zip).contains(text("SDKLOG/a.log")));
 }
 
-void WindowsPaths::searchesThroughFindstr()
+void WindowsPaths::readsAPathBeyond260Characters()
 {
     ScratchFolder scratch;
-    const QString path = scratch.file(text("my logs/a.log"), "one\r\ntwo\r\nthree\r\n");
-    QByteArrayList found;
-    const bool ran = systemLineSearch(
-        "t.*e", path, [&found](const char *piece) { found.append(QByteArray(piece).trimmed()); });
-    QVERIFY(ran);
-    if (found.isEmpty())
+    QFile file(scratch.file(longFolder() + text("a.log"), "one\r\ntwo\r\n"));
+    QVERIFY(file.fileName().size() > MAX_PATH);
+    QVERIFY(openShared(file));
+    QCOMPARE(file.readAll(), QByteArray("one\r\ntwo\r\n"));
+}
+
+void WindowsPaths::searchesThroughFindstr_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("found");
+    QTest::newRow("a path without blanks") << text("logs/a.log") << QByteArray("three\n");
+    QTest::newRow("finds nothing in a path with a blank") << text("my logs/a.log") << QByteArray();
+}
+
+void WindowsPaths::searchesThroughFindstr()
+{
+    if (!hasSystemSearch())
         QSKIP("this system's findstr prints nothing; the command line is held elsewhere");
-    QCOMPARE(found, QByteArrayList{"three"});
+    QFETCH(QString, name);
+    ScratchFolder scratch;
+    const QString path = scratch.file(name, "one\r\ntwo\r\nthree\r\n");
+    QByteArray found;
+    QVERIFY(systemLineSearch("t.*e", path, [&found](const char *piece) { found += piece; }));
+    QTEST(found, "found");
 }
 
 QTEST_GUILESS_MAIN(WindowsPaths)

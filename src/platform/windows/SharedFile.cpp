@@ -1,14 +1,30 @@
 #include "SharedFile.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 
+namespace {
+
+/// The path in the form that the system takes at any length.
+std::wstring systemPath(const QString &path)
+{
+    const QString native = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
+    if (native.size() < MAX_PATH)
+        return native.toStdWString();
+    const QString prefix = QStringLiteral(R"(\\?\)");
+    const bool onShare = native.startsWith(QLatin1String(R"(\\)"));
+    return (prefix + (onShare ? QStringLiteral("UNC") + native.mid(1) : native)).toStdWString();
+}
+
+} // namespace
+
 bool openShared(QFile &file)
 {
-    const std::wstring path = QDir::toNativeSeparators(file.fileName()).toStdWString();
+    const std::wstring path = systemPath(file.fileName());
     // Opening a folder fails, as FILE_FLAG_BACKUP_SEMANTICS is not given.
     const HANDLE handle = ::CreateFileW(path.c_str(), GENERIC_READ,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "NetworkAdapters.h"
 
 #include <functional>
 
@@ -13,3 +13,11 @@ using ExportLog =
 /// Exports every event of @p channel by @p exportLog.
 [[nodiscard]] bool exportEventLogBy(const ExportLog &exportLog, const QString &channel,
                                     const QString &target);
+
+/// Lists adapters: address family, flags, room for what is found, its size in bytes. Returns an
+/// error code of the system.
+using ListAdapters =
+    std::function<unsigned long(unsigned long, unsigned long, void *, unsigned long *)>;
+
+/// What @p list finds.
+[[nodiscard]] AdapterList networkAdaptersBy(const ListAdapters &list);

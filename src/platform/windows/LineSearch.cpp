@@ -1,6 +1,7 @@
 #include "LineSearch.h"
 
 #include "FindstrCommand.h"
+#include "windows/WindowlessConsole.h"
 
 #include <array>
 #include <cstdio>
@@ -18,6 +19,8 @@ struct PipeCloser
 bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink,
                       const SearchStop &stop)
 {
+    static const bool quiet = takeWindowlessConsole(); // without it, a window opens for each search
+    Q_UNUSED(quiet)
     const std::string command = findstrCommand(keyword, path.toLocal8Bit().toStdString());
     const std::unique_ptr<FILE, PipeCloser> pipe(_popen(command.c_str(), "r"));
     if (!pipe)

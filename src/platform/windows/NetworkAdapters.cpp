@@ -1,4 +1,4 @@
-#include "NetworkAdapters.h"
+#include "windows/Answers.h"
 
 // The socket header comes before the one that would bring its predecessor.
 #include <winsock2.h>
@@ -53,20 +53,31 @@ std::vector<std::max_align_t> roomFor(ULONG size)
     return std::vector<std::max_align_t>(size / sizeof(std::max_align_t) + 1);
 }
 
+ULONG listAll(ULONG family, ULONG flags, void *room, ULONG *size)
+{
+    return GetAdaptersAddresses(family, flags, nullptr, static_cast<IP_ADAPTER_ADDRESSES *>(room),
+                                size);
+}
+
 } // namespace
 
 AdapterList networkAdapters()
 {
-    ULONG size = 0;
-    GetAdaptersAddresses(AF_UNSPEC, 0, nullptr, nullptr, &size);
-    std::vector<std::max_align_t> room = roomFor(size);
-    auto *first = reinterpret_cast<IP_ADAPTER_ADDRESSES *>(room.data());
+    return networkAdaptersBy(listAll);
+}
 
-    AdapterList list;
-    list.error = GetAdaptersAddresses(AF_INET, GAA_FLAG_SKIP_MULTICAST, nullptr, first, &size);
-    if (list.error != ERROR_SUCCESS)
-        return list;
-    for (const IP_ADAPTER_ADDRESSES *found = first; found != nullptr; found = found->Next)
-        list.adapters.append(adapterOf(*found));
-    return list;
+AdapterList networkAdaptersBy(const ListAdapters &list)
+{
+    ULONG size = 0;
+    list(AF_UNSPEC, 0, nullptr, &size);
+    std::vector<std::max_align_t> room = roomFor(size);
+
+    AdapterList found;
+    found.error = list(AF_INET, GAA_FLAG_SKIP_MULTICAST, room.data(), &size);
+    if (found.error != ERROR_SUCCESS)
+        return found;
+    const auto *entry = reinterpret_cast<const IP_ADAPTER_ADDRESSES *>(room.data());
+    for (; entry != nullptr; entry = entry->Next)
+        found.adapters.append(adapterOf(*entry));
+    return found;
 }

@@ -1,0 +1,72 @@
+#include "windows/WindowlessConsole.h"
+
+#include <memory>
+#include <string>
+#include <type_traits>
+
+#include <windows.h>
+
+namespace {
+
+constexpr int mostAttempts = 200;
+constexpr DWORD pause = 10; // between two attempts, milliseconds
+
+struct HandleCloser
+{
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using OwnedHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
+
+/// A command processor with a console, but no window. It ends when its input does.
+struct ConsoleKeeper
+{
+    OwnedHandle input;
+    OwnedHandle process;
+    DWORD id = 0;
+};
+
+ConsoleKeeper startKeeper()
+{
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE readEnd = nullptr;
+    HANDLE writeEnd = nullptr;
+    if (CreatePipe(&readEnd, &writeEnd, &inheritable, 0) == FALSE)
+        return {};
+    const OwnedHandle keepersInput(readEnd);
+    ConsoleKeeper keeper;
+    keeper.input.reset(writeEnd);
+    SetHandleInformation(writeEnd, HANDLE_FLAG_INHERIT, 0);
+
+    STARTUPINFOW start{};
+    start.cb = sizeof(start);
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdInput = readEnd;
+    std::wstring command = L"cmd.exe /d /q";
+    PROCESS_INFORMATION started{};
+    if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
+                       nullptr, &start, &started) == FALSE)
+        return {};
+    CloseHandle(started.hThread);
+    keeper.process.reset(started.hProcess);
+    keeper.id = started.dwProcessId;
+    return keeper;
+}
+
+} // namespace
+
+bool takeWindowlessConsole()
+{
+    if (GetConsoleCP() != 0)
+        return true;
+    const ConsoleKeeper keeper = startKeeper();
+    if (!keeper.process)
+        return false;
+    // Its console is there a little after the process.
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        if (AttachConsole(keeper.id) != FALSE)
+            return true; // the console stays as long as somebody uses it
+        if (WaitForSingleObject(keeper.process.get(), pause) == WAIT_OBJECT_0)
+            return false;
+    }
+    return false;
+}

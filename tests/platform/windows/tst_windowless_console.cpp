@@ -1,0 +1,92 @@
+#include "windows/WindowlessConsole.h"
+
+#include <QCoreApplication>
+#include <QtTest>
+
+#include <array>
+#include <cstdio>
+#include <cstring>
+
+#include <windows.h>
+
+namespace {
+
+constexpr const char *asChild = "--tell-of-the-console";
+
+/// What this program says when it is a child: whether it has a console, and whether that has a
+/// window.
+QByteArray consoleOfThisProcess()
+{
+    QByteArray answer = GetConsoleCP() != 0 ? "console" : "no console";
+    return answer += GetConsoleWindow() != nullptr ? ", window" : ", no window";
+}
+
+/// Starts this program as the search starts its command. @p command must not be quoted as a whole.
+QByteArray consoleOfAChild()
+{
+    const QByteArray command =
+        QDir::toNativeSeparators(QCoreApplication::applicationFilePath()).toLocal8Bit() + ' ' +
+        asChild;
+    FILE *const pipe = _popen(command.constData(), "r");
+    if (pipe == nullptr)
+        return "not started";
+    std::array<char, 200> answer{};
+    const bool said = std::fgets(answer.data(), int(answer.size()), pipe) != nullptr;
+    _pclose(pipe);
+    return said ? QByteArray(answer.data()) : QByteArray("said nothing");
+}
+
+} // namespace
+
+/// The console that spares the user the windows of console programs.
+class WindowlessConsole : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void isThereAndHasNoWindow();
+    void isTakenOnce();
+    void isThatOfProgramsStartedThroughAPipe();
+};
+
+void WindowlessConsole::initTestCase()
+{
+    FreeConsole(); // as a program with windows starts
+    QCOMPARE(consoleOfThisProcess(), QByteArray("no console, no window"));
+}
+
+void WindowlessConsole::isThereAndHasNoWindow()
+{
+    QVERIFY(takeWindowlessConsole());
+    QCOMPARE(consoleOfThisProcess(), QByteArray("console, no window"));
+}
+
+void WindowlessConsole::isTakenOnce()
+{
+    std::array<DWORD, 8> before{};
+    std::array<DWORD, 8> after{};
+    QVERIFY(takeWindowlessConsole());
+    const DWORD users = GetConsoleProcessList(before.data(), DWORD(before.size()));
+    QVERIFY(takeWindowlessConsole());
+    QVERIFY(GetConsoleProcessList(after.data(), DWORD(after.size())) <= users);
+}
+
+void WindowlessConsole::isThatOfProgramsStartedThroughAPipe()
+{
+    QVERIFY(takeWindowlessConsole());
+    QCOMPARE(consoleOfAChild(), QByteArray("console, no window"));
+}
+
+int main(int argc, char **argv)
+{
+    if (argc == 2 && std::strcmp(argv[1], asChild) == 0) {
+        std::fputs(consoleOfThisProcess().constData(), stdout);
+        return 0;
+    }
+    QCoreApplication application(argc, argv);
+    WindowlessConsole test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_windowless_console.moc"

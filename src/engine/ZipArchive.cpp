@@ -46,7 +46,7 @@ ZipArchive::~ZipArchive()
 
 void ZipArchive::addFile(const QString &entryName, const QString &filePath)
 {
-    if (writer == nullptr)
+    if (writer == nullptr || target.failed)
         return;
     try {
         const QByteArray contents = contentsOf(filePath, limits.entryBytes);
@@ -88,10 +88,16 @@ bool ZipArchive::hasRoomFor(const QString &entryName, qint64 size) const
 
 qint64 ZipArchive::Target::writeData(const char *data, qint64 length)
 {
-    const qint64 written = QFile::writeData(data, length);
-    if (written != length && !failed) {
-        failed = true;
-        failure = errorString();
+    // A disk that takes a part says only when it is given the rest what is wrong.
+    qint64 written = 0;
+    for (qint64 more = length; more > 0 && !failed; more = length - written) {
+        const qint64 taken = QFile::writeData(data + written, more);
+        if (taken > 0) {
+            written += taken;
+        } else {
+            failed = true;
+            failure = errorString();
+        }
     }
     return written;
 }

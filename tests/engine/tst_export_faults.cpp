@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <cerrno>
+
 /// What users' machines do to an export. After each fault the next export is whole.
 class ExportFaults : public QObject
 {
@@ -225,7 +227,8 @@ void ExportFaults::leavesNoHalfZipWhenTheDiskFillsWhilePacking()
     }
     QVERIFY(!QFileInfo::exists(f.zip()));
     QVERIFY(!QFileInfo::exists(f.staging()));
-    QVERIFY(f.output.contains(text("zip not written: \"%1\"").arg(f.zip())));
+    QVERIFY(f.output.contains(
+        text("zip not written: \"%1\" \"%2\"").arg(f.zip(), qt_error_string(EFBIG))));
     exportsOnceMore(f);
 }
 

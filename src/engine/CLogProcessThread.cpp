@@ -167,15 +167,20 @@ void CLogProcessThread::process()
 CLogProcessThread::Outcome CLogProcessThread::copySdkLogs(const QString &staging)
 {
     const QString sdkFolder = staging + QStringLiteral("/SDKLOG");
-    QStringList paths;
+    bool logsChosen = false;
     {
         const QMutexLocker lock(&mutex);
-        paths.swap(sdkLogItems);
+        logsChosen = !sdkLogItems.isEmpty();
     }
-    if (!paths.isEmpty()) {
+    if (logsChosen) {
         if (!QDir(sdkFolder).exists() && !QDir().mkpath(sdkFolder)) {
             qDebug() << "mkpath failed";
-            return Outcome::Dropped;
+            return Outcome::Dropped; // the logs are still chosen
+        }
+        QStringList paths;
+        {
+            const QMutexLocker lock(&mutex);
+            paths.swap(sdkLogItems);
         }
         for (const QString &path : std::as_const(paths))
             qDebug() << copyFile(path, sdkFolder + QLatin1Char('/') + QFileInfo(path).fileName());

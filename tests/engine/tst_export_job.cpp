@@ -28,6 +28,7 @@ private slots:
     void gathersButWritesNoZipForAnEmptyPath();
     void dropsTheRequestWhenTheStagingFolderCannotBeMade();
     void dropsTheRequestWhenTheSdkFolderCannotBeMade();
+    void keepsTheChosenLogsOfADroppedRequest();
     void finishesTheRequestInHandBeforeItEnds();
     void saysWhichRequestsItDropsAtTheEnd();
     void endsWhenRunningIsCleared();
@@ -252,6 +253,19 @@ void ExportJob::dropsTheRequestWhenTheSdkFolderCannotBeMade()
     QCoreApplication::processEvents();
     QCOMPARE(f.answered, 0);
     QVERIFY(!QFileInfo::exists(f.zip()));
+}
+
+void ExportJob::keepsTheChosenLogsOfADroppedRequest()
+{
+    ExportFixture f;
+    const QString inTheWay = f.scratch.file(text("QZSDK/LogInfo/SDKLOG"), "a file");
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.prints(text("mkpath failed")));
+    QVERIFY(QFile::remove(inTheWay));
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.answers());
+    QVERIFY(zipContents(f.zip()).contains(text("SDKLOG/a.log")));
 }
 
 void ExportJob::finishesTheRequestInHandBeforeItEnds()

@@ -13,6 +13,23 @@
 namespace {
 constexpr int narrowest = 300; // pixels of text
 constexpr int widest = 480;
+constexpr int longestWord = 40; // characters
+
+/// Lets long words, such as paths, go on in the next line.
+QString breakable(const QString &text)
+{
+    constexpr QChar mayBreak(0x200b);
+    QString result;
+    int word = 0;
+    for (const QChar c : text) {
+        word = c.isSpace() ? 0 : word + 1;
+        if (word > longestWord && !c.isLowSurrogate())
+            result += mayBreak;
+        result += c;
+    }
+    return result;
+}
+
 } // namespace
 
 CommonMessageBox::CommonMessageBox(const QString &text, QMessageBox::StandardButtons buttons,
@@ -23,7 +40,7 @@ CommonMessageBox::CommonMessageBox(const QString &text, QMessageBox::StandardBut
     ui->setupUi(this);
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
     setUpTitleBar();
-    ui->lbText->setText(text);
+    ui->lbText->setText(breakable(text));
     offer(buttons);
     Skin::applyStyleSheet(*this);
     fitToText();

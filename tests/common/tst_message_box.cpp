@@ -45,6 +45,7 @@ private slots:
     void showsTheTextAsItIs();
     void readsInBothLanguages();
     void growsWithALongText();
+    void breaksALongPath();
 };
 
 namespace {
@@ -326,6 +327,17 @@ void MessageBox::readsInBothLanguages()
         QCOMPARE(box.windowTitle(), form);
         QCOMPARE(box.findChild<QLabel *>(text("lbTitle"))->text(), text("Vantrel"));
     }
+}
+
+void MessageBox::breaksALongPath()
+{
+    const QString path = text("C:/") + text("a_folder_with_a_long_name/").repeated(40);
+    CommonMessageBox box(path);
+    box.show();
+    const auto *label = box.findChild<QLabel *>(text("lbText"));
+    QVERIFY2(box.width() < 600, qPrintable(QString::number(box.width())));
+    QVERIFY(label->height() >= label->heightForWidth(label->width()));
+    QCOMPARE(label->text().remove(QChar(0x200b)), path);
 }
 
 void MessageBox::growsWithALongText()

@@ -8,32 +8,41 @@
 #include <QFileInfo>
 #include <QProcess>
 
+#include <utility>
+
 namespace {
 
 constexpr int pollInterval = 200;        // between two looks at the program, milliseconds
+constexpr qint64 blockSize = 1 << 20;    // bytes
 constexpr int maxErrorBytes = 64 * 1024; // of what the program says on its standard error
 
-/// Waits for the end of @p process, however long, as long as @p target grows. False: it was ended,
-/// because it hung. What it says in the meantime is added to @p errors.
-bool outlasts(QProcess &process, const QString &target, int timeout, QByteArray &errors)
+enum class Ending { Done, Failed, Hung, TooLong };
+
+/// Waits for the end of @p process, however long, as long as @p target grows, but not too far. What
+/// it says in the meantime is added to @p errors.
+Ending watch(QProcess &process, const QString &target, const Journal &journal, QByteArray &errors)
 {
     QElapsedTimer idle;
     idle.start();
     qint64 size = 0;
     for (;;) {
-        const bool ended = process.waitForFinished(pollInterval);
+        const bool ended =
+            process.waitForFinished(pollInterval) || process.state() == QProcess::NotRunning;
         errors.append(process.readAllStandardError());
         errors.truncate(maxErrorBytes);
-        if (ended || process.state() == QProcess::NotRunning)
-            return true;
         const qint64 now = QFileInfo(target).size();
+        const bool tooLong = now > journal.most;
+        if (ended && !tooLong) {
+            const bool well = process.exitStatus() == QProcess::NormalExit;
+            return well && process.exitCode() == 0 ? Ending::Done : Ending::Failed;
+        }
         if (now != size)
             idle.restart();
         size = now;
-        if (idle.hasExpired(timeout)) {
+        if (tooLong || idle.hasExpired(journal.timeout)) {
             process.kill();
             process.waitForFinished();
-            return false;
+            return tooLong ? Ending::TooLong : Ending::Hung;
         }
     }
 }
@@ -46,8 +55,8 @@ void print(const QByteArray &errors)
     }
 }
 
-/// Whether the program wrote the file at @p target, or would have, had it had anything to write.
-bool runInto(const QString &target, const QStringList &arguments, const Journal &journal)
+/// Runs the program, which writes the file at @p target, or would, had it anything to write.
+Ending runInto(const QString &target, const QStringList &arguments, const Journal &journal)
 {
     QProcess process;
     process.setStandardInputFile(QProcess::nullDevice());
@@ -55,15 +64,33 @@ bool runInto(const QString &target, const QStringList &arguments, const Journal 
     process.start(journal.program, arguments, QIODevice::ReadOnly);
     if (!process.waitForStarted()) {
         qDebug() << "cannot run" << journal.program << process.errorString();
-        return false;
+        return Ending::Failed;
     }
     QByteArray errors;
-    const bool ended = outlasts(process, target, journal.timeout, errors);
+    const Ending ending = watch(process, target, journal, errors);
     print(errors);
-    if (!ended)
+    if (ending == Ending::Hung)
         qDebug() << "ended, because it wrote nothing for" << journal.timeout
                  << "ms:" << journal.program << arguments;
-    return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    return ending;
+}
+
+/// How many events of the export in the file at @p path fit into @p most bytes, when the others are
+/// like them; a tenth less, as they are not.
+qint64 eventsThatFit(const QString &path, qint64 most)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    qint64 events = 0; // each ends with an empty line
+    char before = '\0';
+    for (QByteArray block = file.read(blockSize); !block.isEmpty(); block = file.read(blockSize)) {
+        for (const char c : std::as_const(block)) {
+            events += c == '\n' && before == '\n' ? 1 : 0;
+            before = c;
+        }
+    }
+    return qint64(0.9 * double(events) * double(most) / double(qMax(file.size(), qint64(1))));
 }
 
 } // namespace
@@ -79,7 +106,14 @@ bool exportJournal(const QString &channel, const QString &target, const Journal 
     const QStringList arguments{
         applications ? QStringLiteral("--user") : QStringLiteral("--system"),
         QStringLiteral("--no-pager"), QStringLiteral("-o"), QStringLiteral("export")};
-    const bool exported = runInto(target, arguments, journal);
+    Ending ending = runInto(target, arguments, journal);
+    qint64 newest = ending == Ending::TooLong ? eventsThatFit(target, journal.most) : 0;
+    for (; ending == Ending::TooLong && newest > 0; newest /= 2) {
+        qDebug() << "too many events for a zip, only the newest:" << channel << newest;
+        ending = runInto(target, arguments + QStringList(QStringLiteral("--lines=%1").arg(newest)),
+                         journal);
+    }
+    const bool exported = ending == Ending::Done;
     if (exported && QFileInfo(target).size() > 0)
         return true;
     QFile::remove(target);

@@ -1,0 +1,125 @@
+#include "DebugCapture.h"
+#include "JournalScript.h"
+#include "Text.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QtTest>
+
+#include <unistd.h>
+
+/// A journal as the system keeps it, exported by the system's own program.
+class RealJournal : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void isExportedAsItStands_data();
+    void isExportedAsItStands();
+    void isExportedFromItsNewestEventsOn();
+};
+
+namespace {
+
+constexpr int eventCount = 300;
+constexpr const char *journalMaker = "/lib/systemd/systemd-journal-remote";
+
+/// Events in the journal's export format, the first with a message of several lines and any bytes.
+QByteArray events()
+{
+    QByteArray all;
+    for (int i = 0; i < eventCount; ++i) {
+        all += "__REALTIME_TIMESTAMP=" + QByteArray::number(qint64(1700000000000000) + i) +
+               "\n__MONOTONIC_TIMESTAMP=" + QByteArray::number(1000 + i) +
+               "\n_BOOT_ID=0123456789abcdef0123456789abcdef\nPRIORITY=6\n";
+        if (i == 0)
+            all += QByteArray("MESSAGE\n\x0b\0\0\0\0\0\0\0one\n\0\xff\ntwo\n\n", 28);
+        else
+            all += "MESSAGE=frame " + QByteArray::number(i) + '\n';
+        all += '\n';
+    }
+    return all;
+}
+
+/// A journal of those events, and a journalctl that reads it and no other.
+class MadeJournal
+{
+public:
+    /// @p fileName: whose journal it is.
+    explicit MadeJournal(const QString &fileName)
+    {
+        QProcess maker;
+        maker.start(QString::fromUtf8(journalMaker), {text("--output=") + folder.path(fileName),
+                                                      folder.file(text("events.txt"), events())});
+        made = maker.waitForFinished() && maker.exitCode() == 0 &&
+               QFileInfo(folder.path(fileName)).size() > 0;
+    }
+
+    [[nodiscard]] QByteArray wrapper() const
+    {
+        return "exec journalctl --directory='" + folder.path().toUtf8() + "' \"$@\"";
+    }
+
+    /// What journalctl itself says of it.
+    [[nodiscard]] QByteArray told(const QStringList &more = {}) const
+    {
+        QProcess journalctl;
+        journalctl.start(
+            text("journalctl"),
+            QStringList{text("--directory=") + folder.path(), text("--output=export")} + more);
+        journalctl.waitForFinished();
+        return journalctl.readAllStandardOutput();
+    }
+
+    bool made = false;
+
+private:
+    ScratchFolder folder;
+};
+
+} // namespace
+
+void RealJournal::initTestCase()
+{
+    if (!QFileInfo(QString::fromUtf8(journalMaker)).isExecutable())
+        QSKIP("systemd-journal-remote, which makes journals, is missing");
+}
+
+void RealJournal::isExportedAsItStands_data()
+{
+    QTest::addColumn<QString>("channel");
+    QTest::addColumn<QString>("fileName");
+    QTest::newRow("system's") << text("System") << text("system.journal");
+    QTest::newRow("user's") << text("Application") << text("user-%1.journal").arg(getuid());
+}
+
+void RealJournal::isExportedAsItStands()
+{
+    QFETCH(QString, channel);
+    QFETCH(QString, fileName);
+    const MadeJournal journal(fileName);
+    QVERIFY(journal.made);
+    JournalScript script(journal.wrapper());
+    QVERIFY(script.exports(channel));
+    const QByteArray exported = script.scratch.read(text("events"));
+    QCOMPARE(exported, journal.told());
+    QCOMPARE(exported.count("\nMESSAGE=frame "), eventCount - 1);
+    QVERIFY(exported.contains(QByteArray("one\n\0\xff\ntwo\n", 11)));
+}
+
+void RealJournal::isExportedFromItsNewestEventsOn()
+{
+    const MadeJournal journal(text("system.journal"));
+    QVERIFY(journal.made);
+    JournalScript script(journal.wrapper());
+    script.journal.most = journal.told().size() / 2;
+    QVERIFY(script.exports(text("System")));
+    const QByteArray exported = script.scratch.read(text("events"));
+    const int count = exported.count("\nMESSAGE=frame ");
+    QVERIFY2(count > eventCount / 3 && count < eventCount, qPrintable(QString::number(count)));
+    QCOMPARE(exported, journal.told({text("--lines=%1").arg(count)}));
+}
+
+QTEST_GUILESS_MAIN(RealJournal)
+#include "tst_real_journal.moc"

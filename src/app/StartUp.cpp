@@ -4,11 +4,18 @@
 #include <QFont>
 
 #include <utility>
+#include <vector>
 
 namespace {
 
-constexpr const char *glIntegration = "QT_XCB_GL_INTEGRATION"; // read by Qt's X11 platform alone
-bool glIntegrationIsOurs = false;
+std::vector<const char *> ownVariables; ///< of the environment, until the start is over
+
+/// Sets a variable that the user has not set.
+void prefer(const char *variable, const char *value)
+{
+    if (!qEnvironmentVariableIsSet(variable) && qputenv(variable, value))
+        ownVariables.push_back(variable);
+}
 
 } // namespace
 
@@ -19,14 +26,17 @@ void prepareStart()
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
 
-    if (!qEnvironmentVariableIsSet(glIntegration))
-        glIntegrationIsOurs = qputenv(glIntegration, "none");
+    prefer("QT_XCB_GL_INTEGRATION", "none"); // read by Qt's X11 platform alone
+    // Windows that are dragged by a bar of their own place themselves, which Wayland does not
+    // allow.
+    if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && !qEnvironmentVariableIsEmpty("DISPLAY"))
+        prefer("QT_QPA_PLATFORM", "xcb;wayland");
 }
 
 void settleStart()
 {
-    if (std::exchange(glIntegrationIsOurs, false))
-        qunsetenv(glIntegration);
+    for (const char *variable : std::exchange(ownVariables, {}))
+        qunsetenv(variable);
 }
 
 void useSystemFont()

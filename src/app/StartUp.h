@@ -1,8 +1,9 @@
 #pragma once
 
 /// What has to be settled before the application object exists: pictures and sizes follow the
-/// screen's scale, and no OpenGL is loaded, which the program does not use and which takes longer
-/// to load than all the rest of the start. Call it first thing in main().
+/// screen's scale, no OpenGL is loaded, which the program does not use and which takes longer to
+/// load than all the rest of the start, and a Wayland desktop's X server is preferred. What the
+/// user has chosen by the environment stays. Call it first thing in main().
 void prepareStart();
 
 /// Takes back what prepareStart() left in the environment, which programs that this one starts

@@ -14,17 +14,21 @@ private slots:
     void leavesWhatTheUserHasChosen_data();
     void leavesWhatTheUserHasChosen();
     void takesNothingBackThatItDidNotPut();
+    void prefersTheXServerOfAWaylandDesktop_data();
+    void prefersTheXServerOfAWaylandDesktop();
 };
 
 namespace {
 
 const char *const glIntegration = "QT_XCB_GL_INTEGRATION";
+const char *const platform = "QT_QPA_PLATFORM";
 
 } // namespace
 
 void StartEnvironment::init()
 {
-    qunsetenv(glIntegration);
+    for (const char *variable : {glIntegration, platform, "DISPLAY", "WAYLAND_DISPLAY"})
+        qunsetenv(variable);
 }
 
 void StartEnvironment::asksForNoOpenGlUntilTheFirstWindowIsShown()
@@ -62,6 +66,36 @@ void StartEnvironment::takesNothingBackThatItDidNotPut()
     qputenv(glIntegration, "xcb_glx");
     settleStart();
     QCOMPARE(qgetenv(glIntegration), QByteArray("xcb_glx"));
+}
+
+void StartEnvironment::prefersTheXServerOfAWaylandDesktop_data()
+{
+    QTest::addColumn<QByteArray>("display");
+    QTest::addColumn<QByteArray>("waylandDisplay");
+    QTest::addColumn<QByteArray>("chosen");
+    QTest::addColumn<QByteArray>("platform");
+    const QByteArray none;
+    QTest::newRow("with an X server")
+        << QByteArray(":0") << QByteArray("wayland-0") << none << QByteArray("xcb;wayland");
+    QTest::newRow("without one") << none << QByteArray("wayland-0") << none << none;
+    QTest::newRow("another desktop") << QByteArray(":0") << none << none << none;
+    QTest::newRow("chosen otherwise") << QByteArray(":0") << QByteArray("wayland-0")
+                                      << QByteArray("wayland") << QByteArray("wayland");
+}
+
+void StartEnvironment::prefersTheXServerOfAWaylandDesktop()
+{
+    QFETCH(QByteArray, display);
+    QFETCH(QByteArray, waylandDisplay);
+    QFETCH(QByteArray, chosen);
+    qputenv("DISPLAY", display);
+    qputenv("WAYLAND_DISPLAY", waylandDisplay);
+    if (!chosen.isEmpty())
+        qputenv(platform, chosen);
+    prepareStart();
+    QTEST(qgetenv(platform), "platform");
+    settleStart();
+    QCOMPARE(qgetenv(platform), chosen);
 }
 
 QTEST_APPLESS_MAIN(StartEnvironment)

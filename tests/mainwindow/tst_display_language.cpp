@@ -103,6 +103,7 @@ void DisplayLanguageTest::speaksEnglishWithoutAUsableClient_data()
     QTest::newRow("none registered") << QString();
     QTest::newRow("no ending") << text("D:\\Dir\\QZviewer.ico");
     QTest::newRow("no separator") << text("QZviewer.exe,0");
+    QTest::newRow("nothing between the two") << text("D:\\Dir\\.exe,0");
     QTest::newRow("name too long") << longPath(260);
 }
 

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QScreen>
+#include <QWidget>
 
 #include <utility>
 #include <vector>
@@ -37,6 +39,17 @@ void settleStart()
 {
     for (const char *variable : std::exchange(ownVariables, {}))
         qunsetenv(variable);
+}
+
+void fitToScreen(QWidget &window)
+{
+    const QSize room = QGuiApplication::primaryScreen()->availableSize();
+    const auto fit = [room](QWidget &widget) { widget.resize(widget.size().boundedTo(room)); };
+    fit(window);
+    for (QWidget *child : window.findChildren<QWidget *>()) {
+        if (child->windowType() == Qt::Dialog)
+            fit(*child);
+    }
 }
 
 void useSystemFont()

@@ -1,5 +1,7 @@
 #pragma once
 
+class QWidget;
+
 /// What has to be settled before the application object exists: pictures and sizes follow the
 /// screen's scale, no OpenGL is loaded, which the program does not use and which takes longer to
 /// load than all the rest of the start, and a Wayland desktop's X server is preferred. What the
@@ -9,6 +11,10 @@ void prepareStart();
 /// Takes back what prepareStart() left in the environment, which programs that this one starts
 /// would inherit. Call it once the first window is shown.
 void settleStart();
+
+/// Makes a window, and the dialogs that it owns, no larger than the primary screen's work area.
+/// Call it before the window is shown.
+void fitToScreen(QWidget &window);
 
 /// Makes the system's font for texts the program's. On Windows Qt begins with the one of decades
 /// ago, which shows wherever no style sheet names another. Call it once the application object

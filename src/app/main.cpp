@@ -19,6 +19,7 @@ int main(int argc, char **argv)
     // connection stays so that only a slot has to be added, should that change.
     QObject::connect(&app, SIGNAL(messageAvailable(QString)), &window,
                      SLOT(receiveMessage(QString)));
+    fitToScreen(window);
     window.show();
     settleStart();
     return QApplication::exec();

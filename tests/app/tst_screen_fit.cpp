@@ -1,0 +1,65 @@
+#include "StartUp.h"
+
+#include <QScreen>
+#include <QWidget>
+#include <QtTest>
+
+class ScreenFit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void leavesWhatFits();
+    void shrinksWhatIsTooLarge();
+    void shrinksTheDialogsOfTheWindow();
+    void leavesThePartsOfTheWindow();
+};
+
+namespace {
+
+QSize room()
+{
+    return QGuiApplication::primaryScreen()->availableSize();
+}
+
+} // namespace
+
+void ScreenFit::leavesWhatFits()
+{
+    QWidget window;
+    window.resize(200, 100);
+    fitToScreen(window);
+    QCOMPARE(window.size(), QSize(200, 100));
+}
+
+void ScreenFit::shrinksWhatIsTooLarge()
+{
+    QWidget window;
+    window.resize(room() + QSize(1, 1));
+    fitToScreen(window);
+    QCOMPARE(window.size(), room());
+    window.resize(100, room().height() * 2);
+    fitToScreen(window);
+    QCOMPARE(window.size(), QSize(100, room().height()));
+}
+
+void ScreenFit::shrinksTheDialogsOfTheWindow()
+{
+    QWidget window;
+    QWidget dialog(&window, Qt::Dialog | Qt::FramelessWindowHint);
+    dialog.resize(room() * 2);
+    fitToScreen(window);
+    QCOMPARE(dialog.size(), room());
+}
+
+void ScreenFit::leavesThePartsOfTheWindow()
+{
+    QWidget window;
+    QWidget part(&window);
+    part.resize(room() * 2);
+    fitToScreen(window);
+    QCOMPARE(part.size(), room() * 2);
+}
+
+QTEST_MAIN(ScreenFit)
+#include "tst_screen_fit.moc"

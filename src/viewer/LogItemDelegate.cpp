@@ -6,13 +6,14 @@
 
 namespace {
 
-constexpr int visibleCharacters = 4096; // more than the widest window has room for
+constexpr int cellCharacters = 4096; // more than the widest window has room for
+constexpr int tipCharacters = 1500;  // as much as a small screen has room for
 
-QString visiblePart(QString text)
+QString visiblePart(QString text, int longest)
 {
-    if (text.size() > visibleCharacters) {
-        const bool halves = text.at(visibleCharacters - 1).isHighSurrogate();
-        text.truncate(halves ? visibleCharacters - 1 : visibleCharacters);
+    if (text.size() > longest) {
+        const bool halves = text.at(longest - 1).isHighSurrogate();
+        text.truncate(halves ? longest - 1 : longest);
         text.append(QChar(0x2026)); // an ellipsis
     }
     return text;
@@ -22,7 +23,7 @@ QString visiblePart(QString text)
 
 QString LogItemDelegate::displayText(const QVariant &value, const QLocale &locale) const
 {
-    QString text = visiblePart(value.toString());
+    QString text = visiblePart(value.toString(), cellCharacters);
     if (text.endsWith(QLatin1Char('\n')))
         text.chop(1); // would be drawn as an empty second line
     return QStyledItemDelegate::displayText(text, locale);
@@ -33,7 +34,7 @@ bool LogItemDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
 {
     if (event->type() != QEvent::ToolTip)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
-    const QString line = visiblePart(index.data(Qt::ToolTipRole).toString());
+    const QString line = visiblePart(index.data(Qt::ToolTipRole).toString(), tipCharacters);
     const QString tip = QStringLiteral("<p style='white-space:pre-wrap'>%1</p>");
     QToolTip::showText(event->globalPos(),
                        line.isEmpty() ? QString() : tip.arg(line.toHtmlEscaped()), view);

@@ -80,7 +80,7 @@ void LogItemDelegateTest::cutsToolTipsOfLongLines()
 {
     const QString tip = toolTipOf(QString(10'000'000, QLatin1Char('x')));
     QVERIFY(tip.size() > 1000);
-    QVERIFY(tip.size() < 5000);
+    QVERIFY(tip.size() < 2000); // more would not fit on a small screen
 }
 
 void LogItemDelegateTest::showsNoToolTipWhereThereIsNone()

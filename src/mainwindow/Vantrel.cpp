@@ -10,6 +10,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QMenu>
 
 Vantrel::Vantrel(QWidget *parent, const UserEnvironment &userEnvironment)
@@ -64,6 +65,10 @@ void Vantrel::buildContextMenu()
 void Vantrel::chooseLanguageAndStyle()
 {
     const bool english = chooseLanguage(environment) == DisplayLanguage::English;
+    // Only Qt's own file dialog has texts of Qt's own; the system's dialog brings its language.
+    if (!english && toolkitTranslator.load(QStringLiteral("qtbase_zh_CN"),
+                                           QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&toolkitTranslator);
     // A catalogue that cannot be loaded leaves the source texts, which are English.
     (void)translator.load(english ? QStringLiteral(":/Linguist_EN.qm")
                                   : QStringLiteral(":/Linguist_CN.qm"));

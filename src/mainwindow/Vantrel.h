@@ -87,7 +87,8 @@ private:
 
     std::unique_ptr<Ui::Vantrel> ui;
     UserEnvironment environment;
-    QTranslator translator;
+    QTranslator toolkitTranslator;
+    QTranslator translator; ///< of all texts but the toolkit's own
     QCheckBoxHeader *header = nullptr;
     QMenu *contextMenu = nullptr;
     QAction *actionExportAll = nullptr;

@@ -293,6 +293,6 @@ class DesktopTest(unittest.TestCase):
 
     def finish(self, dialog, name, button):
         """Ends a file dialog with this file."""
-        dialog.find("text", "File name:").type(str(name))
+        dialog.find("text", tr("File name:")).type(str(name))
         dialog.find("push button", button).press()
         self.program.closed(dialog.name)

@@ -70,7 +70,7 @@ class LogSettings(DesktopTest):
         other = self.program.home / "other.properties"
         other.write_text(self.file.read_text().replace("INFO", "FATAL"))
         self.settings.find("push button", tr("Select Log Config File")).press()
-        self.finish(self.program.window(tr("Select Log Config File")), other, "Open")
+        self.finish(self.program.window(tr("Select Log Config File")), other, tr("Open"))
         path = self.settings.find("text", "Log config file")
         until("the path", lambda: path.text == str(other))
         self.until_level("FATAL", other)

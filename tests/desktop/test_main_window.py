@@ -180,13 +180,13 @@ class Paths(DesktopTest):
 
         choose.press()
         dialog = self.program.window(tr("Save ZIP File"))
-        dialog.find("push button", "Cancel").press()
+        dialog.find("push button", tr("Cancel")).press()
         self.program.closed(dialog.name)
         self.assertEqual(shown.text, f"{self.program.home}/QZSDK/UserLogInfo.zip")
 
         chosen = self.program.home / "for support.zip"
         choose.press()
-        self.finish(self.program.window(tr("Save ZIP File")), chosen, "Save")
+        self.finish(self.program.window(tr("Save ZIP File")), chosen, tr("Save"))
         until("the path", lambda: shown.text == str(chosen))
         self.main.find("push button", tr("Export")).press()
         self.main.find("push button", tr("View"))

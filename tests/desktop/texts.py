@@ -35,6 +35,11 @@ CHINESE = {
     "System Information": "系统信息",
     "System Log": "系统日志",
     "View": "查看",
+    # The toolkit's own, in its file dialog.
+    "Cancel": "取消",
+    "File name:": "文件名称(N)：",
+    "Open": "打开(O)",
+    "Save": "保存(S)",
 }
 
 

@@ -37,6 +37,8 @@ void Vantrel::setUpExportPath()
 {
     sdkRoot = environment.homeFolder + QStringLiteral("/QZSDK/");
     CConfiguration::instance()->exportPath = sdkRoot + QStringLiteral("UserLogInfo.zip");
+    // The field may be too short for it.
+    connect(ui->lineEditPath, &QLineEdit::textChanged, ui->lineEditPath, &QWidget::setToolTip);
     ui->lineEditPath->setText(CConfiguration::instance()->exportPath);
 }
 

@@ -14,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QMenu>
+#include <QScrollBar>
 #include <QShortcut>
 
 // The upper half of the window: where the logs come from and which there are.
@@ -23,10 +24,21 @@ namespace {
 constexpr int rowCount = 50; // fixed: what does not fit is not listed
 constexpr int rowHeight = 32;
 constexpr int checkColumnWidth = 40;
+constexpr int widestSourceList = 600; // pixels
 
 enum Column { CheckColumn, TimeColumn, NameColumn, SizeColumn, columnCount };
 
 const QLatin1String clientSource("QZviewer");
+
+/// Makes the list of the box as wide as its texts, which the box itself may cut.
+void fitList(QComboBox &box)
+{
+    QAbstractItemView *const list = box.view();
+    int width = list->sizeHintForColumn(0) + 2 * list->frameWidth();
+    if (box.count() > box.maxVisibleItems())
+        width += list->verticalScrollBar()->sizeHint().width();
+    list->setMinimumWidth(qMin(width, widestSourceList));
+}
 
 /// The check box in @p row, or null behind the last listed file.
 QCheckBox *rowCheckBox(const QTableWidget &table, int row)
@@ -110,7 +122,10 @@ void Vantrel::findSources()
 
 void Vantrel::offerSources()
 {
+    // The box may be too narrow for it.
+    connect(ui->comboSource, &QComboBox::currentTextChanged, ui->comboSource, &QWidget::setToolTip);
     ui->comboSource->addItems(sourceNames);
+    fitList(*ui->comboSource);
     ui->comboSource->view()->setAccessibleName(ui->comboSource->accessibleName());
     if (hasClientFolder)
         ui->comboSource->setCurrentText(clientSource);

@@ -27,6 +27,10 @@ private slots:
     void isEnoughForEveryTextColourOfTheSheet();
     void isEnoughForEveryFocusRing_data();
     void isEnoughForEveryFocusRing();
+    void isEnoughForEveryOutlineOfAFocus_data();
+    void isEnoughForEveryOutlineOfAFocus();
+    void isEnoughForEveryLineAroundTheChosenItem_data();
+    void isEnoughForEveryLineAroundTheChosenItem();
     void isEnoughForEveryOutline_data();
     void isEnoughForEveryOutline();
     void isEnoughForTextAsItIsDrawn_data();
@@ -257,9 +261,45 @@ void Contrast::isEnoughForEveryFocusRing_data()
     addRows(QStringLiteral("border"), QStringLiteral(":focus"));
 }
 
+void Contrast::isEnoughForEveryOutlineOfAFocus_data()
+{
+    addRows(QStringLiteral("outline"), QStringLiteral(":focus"));
+}
+
+void Contrast::isEnoughForEveryOutlineOfAFocus()
+{
+    QFETCH(QString, selector);
+    if (rules()[selector][QStringLiteral("outline")] == QLatin1String("none"))
+        return; // a border or a picture tells
+    const QColor outline = colourOf(selector, QStringLiteral("outline"));
+    QVERIFY(outline.isValid());
+    QVERIFY2(contrast(outline, behind(selector)) >= enoughForShapes,
+             report(outline, behind(selector)));
+}
+
+void Contrast::isEnoughForEveryLineAroundTheChosenItem_data()
+{
+    addRows(QStringLiteral("background-color"), QStringLiteral("::item:selected"));
+}
+
+void Contrast::isEnoughForEveryLineAroundTheChosenItem()
+{
+    QFETCH(QString, selector);
+    const bool isRow = selector.startsWith(QLatin1String("QTableWidget"));
+    const QColor line =
+        colourOf(selector, isRow ? QStringLiteral("border-bottom") : QStringLiteral("border"));
+    QVERIFY(line.isValid());
+    for (const QColor &beside : {backgroundOf(selector), QColor(Qt::white), windowColour})
+        QVERIFY2(contrast(line, beside) >= enoughForShapes, report(line, beside));
+}
+
 void Contrast::isEnoughForEveryFocusRing()
 {
     QFETCH(QString, selector);
+    if (rules()[selector][QStringLiteral("border")] == QLatin1String("none")) {
+        QVERIFY(colourOf(selector, QStringLiteral("outline")).isValid());
+        return;
+    }
     const QColor ring = colourOf(selector, QStringLiteral("border"));
     QVERIFY2(ring.isValid(), qPrintable(selector));
     for (const QColor &beside : {backgroundOf(selector), behind(selector)})

@@ -1,0 +1,211 @@
+#include "CWaitDialog.h"
+#include "CommonMessageBox.h"
+#include "ExportInfoDlg.h"
+#include "LogSettingsDlg.h"
+#include "LogViewer.h"
+#include "MainWindowFixture.h"
+
+#include <QAbstractButton>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+/// Whether everything that is written has the room that it needs, in both languages.
+class Look : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cutsNoText_data();
+    void cutsNoText();
+    void cutsNoTitleOfAColumn_data();
+    void cutsNoTitleOfAColumn();
+    void showsLongSourcesWhole();
+    void tellsTheWholeSourceAndPathInToolTips();
+    void leavesThePicturesOfTheFolderButtonsTheirSize();
+    void putsTheHeadersBoxAboveTheRowsBoxes();
+    void hasTheToolkitsOwnTextsInTheLanguage();
+};
+
+namespace {
+
+const QString longName = QStringLiteral("a_camera_client_with_a_name_that_nobody_would_give_to_it");
+
+void addLanguages()
+{
+    QTest::addColumn<QByteArray>("language");
+    QTest::newRow("English") << QByteArray("1");
+    QTest::newRow("Chinese") << QByteArray("0");
+}
+
+/// Lays the window out as it is when shown.
+void layOut(QWidget &window)
+{
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+}
+
+QString textOf(const QWidget &widget)
+{
+    if (const auto *label = qobject_cast<const QLabel *>(&widget))
+        return label->wordWrap() ? QString() : label->text();
+    if (const auto *button = qobject_cast<const QAbstractButton *>(&widget))
+        return button->text();
+    return {};
+}
+
+/// The widgets of the window that are narrower than their texts.
+QStringList cutTexts(QWidget &window)
+{
+    layOut(window);
+    QStringList cut;
+    for (const QWidget *widget : window.findChildren<QWidget *>()) {
+        const QString text = textOf(*widget);
+        const bool ownWindow = widget->window() != &window;
+        if (text.isEmpty() || ownWindow || !widget->isVisible())
+            continue;
+        const int frame =
+            widget->inherits("QCheckBox") || widget->inherits("QRadioButton") ? 20 : 0;
+        if (widget->width() < widget->fontMetrics().horizontalAdvance(text) + frame ||
+            widget->height() < widget->fontMetrics().tightBoundingRect(text).height())
+            cut.append(widget->objectName() + QLatin1Char(' ') + text);
+    }
+    window.hide();
+    return cut;
+}
+
+} // namespace
+
+void Look::cutsNoText_data()
+{
+    addLanguages();
+}
+
+void Look::cutsNoText()
+{
+    QFETCH(QByteArray, language);
+    MainWindowFixture f;
+    f.useLanguage(language);
+    f.open();
+    QCOMPARE(cutTexts(*f.window), QStringList());
+    QCOMPARE(cutTexts(*f.find<LogViewer>("LogViewer")), QStringList());
+    QCOMPARE(cutTexts(*f.find<LogSettingsDlg>("LogSettingsDlg")), QStringList());
+    CWaitDialog wait(nullptr);
+    wait.setTitle(QStringLiteral("Export"));
+    QCOMPARE(cutTexts(wait), QStringList());
+    CommonMessageBox question(QStringLiteral("Really?"), QMessageBox::Yes | QMessageBox::No);
+    QCOMPARE(cutTexts(question), QStringList());
+    layOut(*f.window);
+    auto *notice = f.find<ExportInfoDlg>("ExportInfoDlg");
+    notice->setMode(1); // the only one that is ever shown
+    notice->show();
+    QCoreApplication::sendPostedEvents();
+    for (const char *name : {"label_text", "btnView"}) {
+        const auto *part = notice->findChild<QWidget *>(QString::fromLatin1(name));
+        QVERIFY2(part->width() >= part->fontMetrics().horizontalAdvance(textOf(*part)), name);
+    }
+}
+
+void Look::cutsNoTitleOfAColumn_data()
+{
+    addLanguages();
+}
+
+void Look::cutsNoTitleOfAColumn()
+{
+    QFETCH(QByteArray, language);
+    MainWindowFixture f;
+    f.useLanguage(language);
+    f.open();
+    layOut(*f.window);
+    auto *viewer = f.find<LogViewer>("LogViewer");
+    layOut(*viewer);
+    const auto *lines = viewer->findChild<CTableWidget *>();
+    for (const QTableWidget *table :
+         {static_cast<const QTableWidget *>(f.table()), static_cast<const QTableWidget *>(lines)}) {
+        const QHeaderView *header = table->horizontalHeader();
+        for (int i = 0; i < header->count(); ++i) {
+            const QString title = table->horizontalHeaderItem(i)->text();
+            const int padding = 6; // of the level's column, the only narrow one
+            QVERIFY2(header->sectionSize(i) >=
+                         header->fontMetrics().horizontalAdvance(title) + padding,
+                     qPrintable(title));
+        }
+    }
+}
+
+void Look::showsLongSourcesWhole()
+{
+    MainWindowFixture f;
+    f.log(longName + QStringLiteral("/a.log"));
+    f.open();
+    layOut(*f.window);
+    auto *box = f.find<CComboBoxEx>("comboSource");
+    QCOMPARE(box->width(), 250);
+    box->showPopup();
+    QTRY_VERIFY(box->view()->isVisible());
+    QVERIFY(box->view()->viewport()->width() >= box->view()->sizeHintForColumn(0));
+    box->hidePopup();
+}
+
+void Look::tellsTheWholeSourceAndPathInToolTips()
+{
+    MainWindowFixture f;
+    f.log(longName + QStringLiteral("/a.log"));
+    f.log(QStringLiteral("QZviewer/a.log"));
+    f.open();
+    auto *box = f.find<CComboBoxEx>("comboSource");
+    QCOMPARE(box->toolTip(), QStringLiteral("QZviewer"));
+    box->setCurrentText(longName);
+    QCOMPARE(box->toolTip(), longName);
+    auto *path = f.find<QLineEdit>("lineEditPath");
+    QCOMPARE(path->toolTip(), path->text());
+    path->setText(QStringLiteral("/elsewhere.zip"));
+    QCOMPARE(path->toolTip(), path->text());
+}
+
+void Look::leavesThePicturesOfTheFolderButtonsTheirSize()
+{
+    MainWindowFixture f;
+    f.open();
+    layOut(*f.window);
+    f.window->activateWindow();
+    auto *button = f.find<QPushButton>("btnSetExportPath");
+    // One pixel of the picture's lower edge, inside the outline of the focus.
+    const auto stroke = [button] { return button->grab().toImage().pixel(13, 19); };
+    const QRgb atRest = stroke();
+    button->setFocus(Qt::TabFocusReason);
+    QTRY_VERIFY(button->hasFocus());
+    QCOMPARE(stroke(), atRest);
+}
+
+void Look::putsTheHeadersBoxAboveTheRowsBoxes()
+{
+    MainWindowFixture f;
+    f.log(QStringLiteral("QZviewer/a.log"));
+    f.open();
+    layOut(*f.window);
+    f.window->grab(); // the header places its box when it is drawn
+    const auto middle = [&f](const QCheckBox *box) {
+        QStyleOptionButton option;
+        option.initFrom(box);
+        const QRect mark = box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, box);
+        return box->mapTo(f.window.get(), mark.topLeft()).x() * 2 + mark.width();
+    };
+    QCOMPARE(middle(f.headerBox()), middle(f.box(0)));
+}
+
+void Look::hasTheToolkitsOwnTextsInTheLanguage()
+{
+    for (const bool english : {true, false}) {
+        MainWindowFixture f;
+        f.useLanguage(english ? "1" : "0");
+        f.open();
+        QCOMPARE(QFileDialog::tr("Look in:"),
+                 english ? QStringLiteral("Look in:") : QString::fromUtf8("查找范围："));
+    }
+}
+
+QTEST_MAIN(Look)
+#include "tst_look.moc"

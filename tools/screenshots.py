@@ -6,7 +6,7 @@ import shutil
 import subprocess
 import sys
 
-from desk import Program, key, until
+from desk import Atspi, Program, key, until
 from texts import LANGUAGE, tr
 
 LOOK, SCALE, OUT = sys.argv[1], int(sys.argv[2]), pathlib.Path(sys.argv[3])
@@ -32,6 +32,10 @@ ForegroundNormal=252,252,252
 BackgroundNormal=41,44,48
 ForegroundNormal=252,252,252
 """
+
+
+# One of the SDK's lines, of this level.
+LINE = "2025-03-14 09:59:20,279 {} [5849] [QZSDK] word\n"
 
 
 def shot(name):
@@ -75,6 +79,20 @@ def output(*command):
     return subprocess.run(command, capture_output=True, check=True).stdout
 
 
+def long_line():
+    line = LINE.format("ERROR").replace("QZSDK", "qzsdk.transport.of.a.very.long.name")
+    return line.replace("word", "word " * 5000)
+
+
+def point_at(node=None):
+    """Moves the pointer onto it, or to where no window is, so that nothing looks pointed at."""
+    x = y = 0
+    if node is not None:
+        area = Atspi.Component.get_extents(node.accessible, Atspi.CoordType.SCREEN)
+        x, y = area.x + area.width // 2, area.y + area.height // 2
+    subprocess.run(["xdotool", "mousemove", "--sync", str(x), str(y)], check=True)
+
+
 class Tour:
     def __init__(self):
         variables = {"QT_SCALE_FACTOR": str(SCALE / 100)}
@@ -93,17 +111,37 @@ class Tour:
 
     def lay_out(self):
         sdk = self.program.sdk
-        if LOOK == "short":
+        if LOOK in ("short", "bare"):
             sdk.rename(self.home / "elsewhere")
+        if LOOK == "bare":
+            shutil.rmtree(self.home / ".config" / "Pemberk")
+        if LOOK == "odd":
+            self.program.sdk.joinpath("QZempty").mkdir()
+            levels = ["INFO", "ERROR", "WARN", "DEBUG"]
+            sdk.joinpath("QZviewer", "levels.log").write_text("".join(map(LINE.format, levels)))
+            sdk.joinpath("QZviewer", "long.log").write_text(long_line() * 20)
+            sdk.joinpath("QZviewer", "empty.log").write_text("")
+            settings = self.home / "Client" / "SDKLOG_default.properties"
+            settings.write_text("log4cpp.rootCategory = INFO\n")
         if LOOK == "long":
             name = "a_camera_client_with_a_name_that_nobody_would_give_to_anything"
             (sdk / name).mkdir()
             for i in range(60):
                 (sdk / "QZviewer" / f"{name}_{name}_{i}.log").write_text("x" * 12345678)
-            line = "2025-03-14 09:59:20,279 ERROR [5849] [qzsdk.transport.of.a.very.long.name] "
-            (sdk / "QZviewer" / "newest.log").write_text((line + "word " * 5000 + "\n") * 20)
+            (sdk / "QZviewer" / "newest.log").write_text(long_line() * 20)
 
     def run(self):
+        point_at()
+        if LOOK == "bare":
+            self.bare()
+        elif LOOK == "keys":
+            self.keys()
+        elif LOOK == "odd":
+            self.odd()
+        else:
+            self.usual()
+
+    def usual(self):
         self.main = self.program.start()
         shot("main")
         if LOOK != "docs":
@@ -113,12 +151,94 @@ class Tour:
         self.settings()
         self.export()
 
+    def bare(self):
+        """Without the SDK's folder, and without a client to tell where its settings are."""
+        self.program.process = self.program.launch()
+        dialog = self.program.window("Select Log Config File")
+        shot("start")
+        dialog.find("push button", "Cancel").press()
+        self.main = self.program.window("Vantrel")
+        self.settings()
+
+    def keys(self):
+        """Every stop of the tabulator in every window."""
+        self.main = self.program.start()
+        files = self.main.find("table", "SDK log files")
+        self.stops("main", lambda: [*self.main.all_below(), files.box(-1)])
+        key("alt+Down")
+        self.main.find("list", "Log source")
+        key("Up")
+        shot("main-sources")
+        key("Escape")
+        files.focus()
+        key("Down", "Down", "space")
+        until("the row", lambda: files.cell(2, 1).focused)
+        shot("main-row")
+        self.program.menu(lambda: key("Menu"))
+        key("Down")
+        shot("main-menu")
+        key("Escape", "Return")
+        viewer = self.program.window(tr("LogViewer"))
+        self.stops("viewer", viewer.all_below)
+        viewer.find("push button", "Close").press()
+        self.program.closed(tr("LogViewer"))
+        self.main.find("push button", "Log level settings").press()
+        self.stops("settings", self.program.window(tr("LogSettingsDlg")).all_below)
+
+    def stops(self, name, nodes):
+        def focused():
+            return next((f"{n.role} {n.name}" for n in nodes() if n.focused), None)
+
+        seen = [until("a focus", focused)]
+        while len(seen) < 2 or seen[-1] != seen[0]:
+            shot(f"{name}-{len(seen):02}")
+            key("Tab")
+            seen.append(until("the next focus", lambda: focused() not in (None, seen[-1]) and focused()))
+
+    def odd(self):
+        self.main = self.program.start()
+        files = self.main.find("table", "SDK log files")
+        self.tooltip("main-tooltip", self.main.find("push button", "Log level settings"))
+        self.open(files, "empty.log")
+        shot("viewer-empty")
+        self.close(tr("LogViewer"))
+        viewer = self.open(files, "long.log")
+        self.tooltip("viewer-tooltip", viewer.find("table", "Log lines").cell(3, 3))
+        viewer.find("text", "Search").type("nothing like it")
+        key("Return")
+        shot("viewer-found-nothing")
+        self.close(tr("LogViewer"))
+        viewer = self.open(files, "levels.log")
+        for level in ["INFO", "ERROR", "WARN", "DEBUG"]:
+            viewer.find("check box", level).toggle()
+        shot("viewer-hidden")
+        self.close(tr("LogViewer"))
+        self.main.find("push button", "Log level settings").press()
+        settings = self.program.window(tr("LogSettingsDlg"))
+        settings.find("radio button", "DEBUG").act("Toggle")
+        until("the grey", lambda: not settings.find("radio button", "INFO").has(Atspi.StateType.ENABLED))
+        shot("settings-grey")
+
+    def open(self, files, name):
+        files.cell(files.column(2).index(name), 2).press()
+        return self.program.window(tr("LogViewer"))
+
+    def close(self, name):
+        self.program.window(name).find("push button", "Close").press()
+        self.program.closed(name)
+
+    def tooltip(self, name, node):
+        point_at(node)
+        until("the tool tip", lambda: any(w.role == "tool tip" for w in self.program.windows()))
+        shot(name)
+        point_at()
+
     def popups(self):
         source = self.main.find("combo box", "QZviewer") if LOOK != "short" else None
         self.main.find("push button", "Choose the zip file").press()
         dialog = self.program.window(tr("Save ZIP File"))
         shot("save")
-        dialog.find("push button", "Cancel").press()
+        dialog.find("push button", tr("Cancel")).press()
         self.program.closed(dialog.name)
         if source is not None:
             source.press()
@@ -132,8 +252,17 @@ class Tour:
             self.program.menu(lambda: key("Menu"))
             shot("main-menu")
             key("Escape")
+        if LOOK == "long":
+            self.choose(source, "Home")
+            shot("main-source")
+            self.choose(source, "End")
         self.main.find("push button", tr("Export")).focus()
         shot("main-focus")
+
+    def choose(self, source, where):
+        source.press()
+        source.find("list", "Log source")
+        key(where, "Return")
 
     def viewer(self):
         self.main.find("table", "SDK log files").cell(0, 1).press()

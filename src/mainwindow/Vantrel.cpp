@@ -83,6 +83,8 @@ void Vantrel::retranslate()
 {
     ui->retranslateUi(this);
     ui->mainTitleBar->setTitle(tr("Vantrel"));
+    ui->btnSettings->setToolTip(QCoreApplication::translate(
+        "LogSettingsDlg", "Log Level Setting")); // what it opens says so
     ui->tableWidget->setHorizontalHeaderLabels(
         {QString(), tr("File Time"), tr("File Name"), tr("File Size")});
     actionExportAll->setText(tr("Export All SDK Log"));

@@ -23,6 +23,7 @@ private slots:
     void cutsNoTitleOfAColumn();
     void showsLongSourcesWhole();
     void tellsTheWholeSourceAndPathInToolTips();
+    void hasToolTipsInTheLanguage();
     void leavesThePicturesOfTheFolderButtonsTheirSize();
     void putsTheHeadersBoxAboveTheRowsBoxes();
     void hasTheToolkitsOwnTextsInTheLanguage();
@@ -163,6 +164,21 @@ void Look::tellsTheWholeSourceAndPathInToolTips()
     QCOMPARE(path->toolTip(), path->text());
     path->setText(QStringLiteral("/elsewhere.zip"));
     QCOMPARE(path->toolTip(), path->text());
+}
+
+void Look::hasToolTipsInTheLanguage()
+{
+    const auto toolTips = [](const QByteArray &language) {
+        MainWindowFixture f;
+        f.useLanguage(language);
+        f.open();
+        return QStringList{f.find<QPushButton>("btnSettings")->toolTip(),
+                           f.find<QPushButton>("btnSetExportPath")->toolTip()};
+    };
+    QCOMPARE(toolTips("1"),
+             QStringList({QStringLiteral("Log Level Setting"), QStringLiteral("Save ZIP File")}));
+    QCOMPARE(toolTips("0"),
+             QStringList({QString::fromUtf8("日志等级"), QString::fromUtf8("保存ZIP压缩包")}));
 }
 
 void Look::leavesThePicturesOfTheFolderButtonsTheirSize()

@@ -10,6 +10,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QStyleOption>
 
 /// Whether everything that is written has the room that it needs, in both languages.
 class Look : public QObject
@@ -26,6 +28,7 @@ private slots:
     void hasToolTipsInTheLanguage();
     void leavesThePicturesOfTheFolderButtonsTheirSize();
     void putsTheHeadersBoxAboveTheRowsBoxes();
+    void startsTheScrollBarsBelowTheHeaders();
     void hasTheToolkitsOwnTextsInTheLanguage();
 };
 
@@ -210,6 +213,26 @@ void Look::putsTheHeadersBoxAboveTheRowsBoxes()
         return box->mapTo(f.window.get(), mark.topLeft()).x() * 2 + mark.width();
     };
     QCOMPARE(middle(f.headerBox()), middle(f.box(0)));
+}
+
+void Look::startsTheScrollBarsBelowTheHeaders()
+{
+    MainWindowFixture f;
+    f.open();
+    layOut(*f.window);
+    auto *viewer = f.find<LogViewer>("LogViewer");
+    layOut(*viewer);
+    for (const QTableWidget *table :
+         {f.window->findChild<QTableWidget *>(), viewer->findChild<QTableWidget *>()}) {
+        const QScrollBar *bar = table->verticalScrollBar();
+        QVERIFY(bar->isVisible());
+        QStyleOptionSlider option;
+        option.initFrom(bar);
+        option.orientation = Qt::Vertical;
+        const QRect groove = bar->style()->subControlRect(QStyle::CC_ScrollBar, &option,
+                                                          QStyle::SC_ScrollBarGroove, bar);
+        QVERIFY(groove.top() >= table->horizontalHeader()->height());
+    }
 }
 
 void Look::hasTheToolkitsOwnTextsInTheLanguage()

@@ -190,13 +190,16 @@ void ExportJob::forgetsTheSdkLogOnlyWishOnceHonoured()
 void ExportJob::readsTheFlagsWhenARequestsTurnComes()
 {
     ExportFixture f;
-    QVERIFY(f.exports());
-    hub().clientDump = true; // the worker runs and has read the flags once
-    f.worker.enqueueExport(f.scratch.path(text("second.zip")));
-    QVERIFY(f.answers());
+    const QString second = f.scratch.path(text("second.zip"));
+    f.worker.enqueueExport(f.zip());
+    f.worker.enqueueExport(second);
+    // On the worker's thread: when the first request is done and the second still waits.
+    connect(
+        &f.worker, &CLogProcessThread::closeWaitDlg, &f.worker, [] { hub().clientDump = true; },
+        Qt::DirectConnection);
+    QVERIFY(f.answers(2));
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
-    QCOMPARE(zipEntryNames(f.scratch.path(text("second.zip"))),
-             QStringList(text("ClientDump.zip")));
+    QCOMPARE(zipEntryNames(second), QStringList(text("ClientDump.zip")));
 }
 
 void ExportJob::carriesOutQueuedRequestsInOrder()

@@ -85,6 +85,15 @@ struct ExportFixture
         return QTest::qWaitFor([&] { return output.lines().contains(line); }, patience);
     }
 
+    /// Ends the worker after the request in hand and takes its last answer, if there is one.
+    bool ends()
+    {
+        worker.setRunning(false);
+        const bool ended = worker.wait(patience);
+        QCoreApplication::processEvents();
+        return ended;
+    }
+
     struct FreshHub
     {
         FreshHub() { resetHub(); }

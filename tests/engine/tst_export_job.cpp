@@ -26,6 +26,7 @@ private slots:
     void readsTheFlagsWhenARequestsTurnComes();
     void carriesOutQueuedRequestsInOrder();
     void gathersButWritesNoZipForAnEmptyPath();
+    void keepsTheSdkLogOnlyWishOfARequestWithoutAPath();
     void dropsTheRequestWhenTheStagingFolderCannotBeMade();
     void dropsTheRequestWhenTheSdkFolderCannotBeMade();
     void keepsTheChosenLogsOfADroppedRequest();
@@ -109,8 +110,7 @@ void ExportJob::makesNoSdkFolderWithoutLogsToCopy()
     f.worker.start();
     QVERIFY(
         QTest::qWaitFor([&] { return QFileInfo::exists(f.staging()); }, ExportFixture::patience));
-    f.worker.setRunning(false);
-    QVERIFY(f.worker.wait(ExportFixture::patience));
+    QVERIFY(f.ends());
     QVERIFY(QDir(f.staging()).isEmpty());
     QVERIFY(f.output.lines().isEmpty());
 }
@@ -218,15 +218,33 @@ void ExportJob::carriesOutQueuedRequestsInOrder()
 void ExportJob::gathersButWritesNoZipForAnEmptyPath()
 {
     ExportFixture f;
+    hub().clientDump = true;
+    f.log(text("crash.dmp"), "dump");
     f.choose({f.log(text("a.log"), "kept\n")});
+    f.worker.setSdkLogOnly(true); // is for requests that are packed
+    f.worker.enqueueExport(QString());
+    QVERIFY(f.prints(text("true")));
+    QVERIFY(f.ends());
+    QCOMPARE(f.answered, 0);
+    QCOMPARE(f.scratch.read(text("QZSDK/LogInfo/SDKLOG/a.log")), QByteArray("kept\n"));
+    QCOMPARE(zipContents(f.staging() + text("/ClientDump.zip")),
+             (ExportFixture::Contents{{text("crash.dmp"), "dump"}}));
+}
+
+void ExportJob::keepsTheSdkLogOnlyWishOfARequestWithoutAPath()
+{
+    ExportFixture f;
+    hub().clientDump = true;
+    f.choose({f.log(text("a.log"))});
     f.worker.setSdkLogOnly(true);
     f.worker.enqueueExport(QString());
     QVERIFY(f.prints(text("true")));
-    f.worker.setRunning(false);
-    QVERIFY(f.worker.wait(ExportFixture::patience));
-    QCoreApplication::processEvents();
-    QCOMPARE(f.answered, 0);
-    QCOMPARE(f.scratch.read(text("QZSDK/LogInfo/SDKLOG/a.log")), QByteArray("kept\n"));
+    QVERIFY(f.ends());
+    QVERIFY(QDir(f.staging()).removeRecursively());
+
+    f.worker.setRunning(true);
+    QVERIFY(f.exports({f.log(text("b.log"))}));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/b.log")));
 }
 
 void ExportJob::dropsTheRequestWhenTheStagingFolderCannotBeMade()
@@ -251,9 +269,7 @@ void ExportJob::dropsTheRequestWhenTheSdkFolderCannotBeMade()
     f.choose({f.log(text("a.log"))});
     f.worker.enqueueExport(f.zip());
     QVERIFY(f.prints(text("mkpath failed")));
-    f.worker.setRunning(false);
-    QVERIFY(f.worker.wait(ExportFixture::patience));
-    QCoreApplication::processEvents();
+    QVERIFY(f.ends());
     QCOMPARE(f.answered, 0);
     QVERIFY(!QFileInfo::exists(f.zip()));
 }
@@ -305,8 +321,7 @@ void ExportJob::endsWhenRunningIsCleared()
     ExportFixture f;
     f.worker.start();
     QVERIFY(f.worker.isRunning());
-    f.worker.setRunning(false);
-    QVERIFY(f.worker.wait(ExportFixture::patience));
+    QVERIFY(f.ends());
 }
 
 QTEST_GUILESS_MAIN(ExportJob)

@@ -1,4 +1,5 @@
 #include "ExportFixture.h"
+#include "Faults.h"
 #include "Text.h"
 
 #include <QMetaMethod>
@@ -14,6 +15,7 @@ private slots:
     void readsThePathsAtTheHandOverSoThatItemsMayVanish();
     void packsTheGenTlLogsOfTheSource();
     void takesNoSubFoldersOfTheGenTlLogs();
+    void takesNoLinksAmongTheGenTlLogs();
     void copiesOnlyTheGenTlLogsWhenNoLogIsChosen();
     void makesNoSdkFolderWithoutLogsToCopy();
     void copiesChosenLogsEvenWithTheSdkLogFlagOff();
@@ -91,6 +93,18 @@ void ExportJob::takesNoSubFoldersOfTheGenTlLogs()
     f.log(text("gentl_cxp_log/two.txt"), "2");
     QVERIFY(f.exports());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/two.txt")));
+}
+
+void ExportJob::takesNoLinksAmongTheGenTlLogs()
+{
+    ExportFixture f;
+    f.log(text("gentl_cxp_log/file.txt"), "1");
+    if (!makeLink(f.scratch.file(text("elsewhere.txt"), "2"),
+                  f.scratch.path(text("QZSDK/QZviewer/gentl_cxp_log/link.txt"))))
+        QSKIP("this system makes no links for us");
+    QVERIFY(f.exports());
+    QCOMPARE(zipContents(f.zip()),
+             (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log/file.txt"), "1"}}));
 }
 
 void ExportJob::copiesOnlyTheGenTlLogsWhenNoLogIsChosen()

@@ -1,6 +1,4 @@
 #include "Faults.h"
-#include "LogSettingsDlg.h"
-#include "LogViewer.h"
 #include "MainWindowFixture.h"
 #include "QUserCheckBox.h"
 #include "SdkLogFiles.h"
@@ -9,7 +7,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QMenu>
-#include <QPushButton>
 #include <QWindow>
 
 class SdkLogTable : public QObject
@@ -36,11 +33,8 @@ private slots:
     void leavesTheHeaderUncheckedWhenEveryRowIsCheckedByHand();
     void setsEveryRowByTheHeader();
     void putsTheRowBoxesInTheMiddleOfTheirCells();
-    void opensAFileInTheViewerByADoubleClick();
-    void doesNothingAtASingleClick();
     void showsTheContextMenuForAnItemOnly();
     void remembersTheEnteredItemAndReportsNone();
-    void showsTheSettingsAsAWindowModalDialog();
 };
 
 namespace {
@@ -304,34 +298,6 @@ void SdkLogTable::putsTheRowBoxesInTheMiddleOfTheirCells()
     }
 }
 
-void SdkLogTable::opensAFileInTheViewerByADoubleClick()
-{
-    MainWindowFixture f;
-    f.log(text("QZviewer/a.log"), "one\ntwo\n");
-    f.open();
-    f.window->show();
-    f.output.take();
-    emit f.table()->itemDoubleClicked(f.table()->item(0, 2));
-    QCOMPARE(f.output.lines().value(0), text("open logviewer"));
-    const auto *viewer = f.window->findChild<LogViewer *>();
-    QVERIFY(viewer->isVisible());
-    const auto *shown = viewer->findChild<QTableWidget *>(text("tableWidget"));
-    QVERIFY(shown != nullptr);
-    QCOMPARE(shown->item(1, 3)->text(), text("two"));
-}
-
-void SdkLogTable::doesNothingAtASingleClick()
-{
-    MainWindowFixture f;
-    f.log(text("QZviewer/a.log"), "one\n");
-    f.open();
-    f.window->show();
-    f.output.take();
-    emit f.table()->itemClicked(f.table()->item(0, 2));
-    QCOMPARE(f.output.lines(), QStringList());
-    QVERIFY(!f.window->findChild<LogViewer *>()->isVisible());
-}
-
 void SdkLogTable::showsTheContextMenuForAnItemOnly()
 {
     MainWindowFixture f;
@@ -369,18 +335,6 @@ void SdkLogTable::remembersTheEnteredItemAndReportsNone()
     QVERIFY(f.output.lines().isEmpty());
     emit f.table()->itemEntered(nullptr);
     QCOMPARE(f.output.lines(), QStringList(text("item is null.")));
-}
-
-void SdkLogTable::showsTheSettingsAsAWindowModalDialog()
-{
-    MainWindowFixture f;
-    f.open();
-    f.window->show();
-    const auto *settings = f.window->findChild<LogSettingsDlg *>();
-    QCOMPARE(settings->windowModality(), Qt::NonModal);
-    f.find<QPushButton>("btnSettings")->click();
-    QVERIFY(settings->isVisible());
-    QCOMPARE(settings->windowModality(), Qt::WindowModal);
 }
 
 QTEST_MAIN(SdkLogTable)

@@ -19,6 +19,7 @@ private slots:
     void exportsTheCheckedRowsIntoTheZip();
     void waitsAndThenNotifiesEvenWithNothingTicked();
     void doesNothingForAnEmptyExportPath();
+    void closesTheWaitDialogWithoutANoticeForAnEmptyExportPath();
     void exportsAllListedLogsByTheMenuWithoutAWaitDialog();
     void exportsNoMoreThanTheFiftyListedLogs();
     void exportsTheCheckedLogsByTheMenu();
@@ -116,13 +117,35 @@ void ExportFlow::waitsAndThenNotifiesEvenWithNothingTicked()
 void ExportFlow::doesNothingForAnEmptyExportPath()
 {
     MainWindowFixture f;
-    f.home.folder(text("QZSDK/QZviewer"));
+    f.log(text("QZviewer/a.log"));
     f.open();
     f.window->show();
+    hub().clientDump = true;
     hub().exportPath.clear();
     QSignalSpy asked(f.window.get(), &Vantrel::showWaitDlg);
     f.find<QPushButton>("btnExport")->click();
     QCOMPARE(asked.count(), 0);
+    // Were it queued, it would come before this one and leave the client's dumps for its zip.
+    hub().exportPath = f.home.path(text("second.zip"));
+    f.find<QAction>("actionExportAll")->trigger();
+    QTRY_VERIFY(notice(f)->isVisible());
+    QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList(text("SDKLOG/a.log")));
+}
+
+void ExportFlow::closesTheWaitDialogWithoutANoticeForAnEmptyExportPath()
+{
+    MainWindowFixture f;
+    f.open();
+    f.window->show();
+    bool waited = false;
+    QTimer::singleShot(0, f.window.get(), [&f, &waited] {
+        waited = visibleWaitDialog() != nullptr;
+        hub().exportPath.clear();
+        f.call("onCloseWaitDlg");
+    });
+    f.call("onShowWaitDlg"); // returns when the dialog is closed
+    QVERIFY(waited);
+    QVERIFY(notice(f)->isHidden());
 }
 
 void ExportFlow::exportsAllListedLogsByTheMenuWithoutAWaitDialog()

@@ -247,6 +247,7 @@ void MainWindowForm::readsInEnglish()
     QCOMPARE(f.table()->horizontalHeaderItem(3)->text(), text("File Size"));
     QCOMPARE(f.find<QAction>("actionExportAll")->text(), text("Export All SDK Log"));
     QCOMPARE(f.find<QAction>("actionExportSelected")->text(), text("Export Selected SDK Log"));
+    QCOMPARE(f.find<QLabel>("label_text")->text(), text("Export info finished !")); // not shown yet
 }
 
 void MainWindowForm::readsInChinese()
@@ -270,6 +271,7 @@ void MainWindowForm::readsInChinese()
     QCOMPARE(f.table()->horizontalHeaderItem(3)->text(), text("文件大小"));
     QCOMPARE(f.find<QAction>("actionExportAll")->text(), text("导出所有SDK日志"));
     QCOMPARE(f.find<QAction>("actionExportSelected")->text(), text("导出选择SDK日志"));
+    QCOMPARE(f.find<QLabel>("label_text")->text(), text("导出信息结束！")); // not shown yet
 }
 
 void MainWindowForm::speaksEnglishWithoutAClient()

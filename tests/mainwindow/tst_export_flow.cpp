@@ -34,6 +34,8 @@ private slots:
 
 namespace {
 
+constexpr int patience = 30000; // milliseconds for an export on a busy machine
+
 CWaitDialog *visibleWaitDialog()
 {
     for (QWidget *widget : QApplication::topLevelWidgets()) {
@@ -70,6 +72,21 @@ ExportInfoDlg *notice(const MainWindowFixture &f)
 {
     return f.window->findChild<ExportInfoDlg *>();
 }
+
+/// Sees a widget being shown, also one that is hidden again before anybody looks.
+class ShowWatch : public QObject
+{
+public:
+    explicit ShowWatch(QWidget *widget) { widget->installEventFilter(this); }
+
+    bool shown = false;
+
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        shown = shown || event->type() == QEvent::Show;
+        return false;
+    }
+};
 
 QString noticeText(const MainWindowFixture &f)
 {
@@ -159,7 +176,7 @@ void ExportFlow::exportsAllListedLogsByTheMenuWithoutAWaitDialog()
     f.box(0)->click();
     QSignalSpy asked(f.window.get(), &Vantrel::showWaitDlg);
     f.find<QAction>("actionExportAll")->trigger();
-    QTRY_VERIFY(notice(f)->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
     QCOMPARE(asked.count(), 0);
     QCOMPARE(visibleWaitDialog(), nullptr);
     QStringList names = verifiedZipContents(hub().exportPath).keys();
@@ -176,7 +193,7 @@ void ExportFlow::exportsNoMoreThanTheFiftyListedLogs()
         f.log(text("QZviewer/%1.log").arg(i), "x", now.addSecs(-i));
     f.open();
     f.find<QAction>("actionExportAll")->trigger();
-    QTRY_VERIFY(!notice(f)->isHidden());
+    QTRY_VERIFY_WITH_TIMEOUT(!notice(f)->isHidden(), patience);
     const QStringList names = verifiedZipContents(hub().exportPath).keys();
     QCOMPARE(names.size(), 50);
     QVERIFY(names.contains(text("SDKLOG/49.log")));
@@ -197,7 +214,7 @@ void ExportFlow::exportsTheCheckedLogsByTheMenu()
     emit f.table()->customContextMenuRequested(
         f.table()->visualItemRect(f.table()->item(0, 1)).center());
     f.find<QAction>("actionExportSelected")->trigger();
-    QTRY_VERIFY(notice(f)->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
     QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList(text("SDKLOG/b.log")));
 }
 
@@ -210,7 +227,7 @@ void ExportFlow::exportsNoSelectionBeforeAnItemWasClicked()
     // Were it queued, it would come before this one and make its own zip.
     hub().exportPath = f.home.path(text("second.zip"));
     f.find<QAction>("actionExportAll")->trigger();
-    QTRY_VERIFY(QFileInfo::exists(f.home.path(text("second.zip"))));
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(f.home.path(text("second.zip"))), patience);
     QVERIFY(!QFileInfo::exists(f.home.path(text("QZSDK/UserLogInfo.zip"))));
 }
 
@@ -222,7 +239,7 @@ void ExportFlow::exportsTheSelectionAfterADoubleClick()
     f.window->show();
     emit f.table()->itemDoubleClicked(f.table()->item(0, 1));
     f.find<QAction>("actionExportSelected")->trigger();
-    QTRY_VERIFY(notice(f)->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
     QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList(text("SDKLOG/a.log")));
 }
 
@@ -301,13 +318,15 @@ void ExportFlow::survivesChangesOfTheSourceDuringAnExport()
         f.log(text("other/%1.log").arg(i));
     }
     f.open();
+    f.window->show();
     auto *combo = f.find<CComboBoxEx>("comboSource");
+    const ShowWatch watch(notice(f));
     f.find<QAction>("actionExportAll")->trigger();
     for (int i = 0; i < 20; ++i) {
         combo->setCurrentText(i % 2 == 0 ? text("other") : text("QZviewer"));
         QCoreApplication::processEvents();
     }
-    QTRY_VERIFY(!notice(f)->isHidden());
+    QTRY_VERIFY_WITH_TIMEOUT(watch.shown, patience);
     QCOMPARE(verifiedZipContents(hub().exportPath).keys().size(), 50);
 }
 

@@ -24,6 +24,7 @@ private slots:
     void cutsNoText();
     void cutsNoTitleOfAColumn_data();
     void cutsNoTitleOfAColumn();
+    void showsLongSourcesWhole_data();
     void showsLongSourcesWhole();
     void tellsTheWholeSourceAndPathInToolTips();
     void hasToolTipsInTheLanguage();
@@ -140,16 +141,27 @@ void Look::cutsNoTitleOfAColumn()
     }
 }
 
+void Look::showsLongSourcesWhole_data()
+{
+    QTest::addColumn<int>("others");
+    QTest::newRow("alone") << 0;
+    QTest::newRow("beside a scroll bar") << 30;
+}
+
 void Look::showsLongSourcesWhole()
 {
+    QFETCH(int, others);
     MainWindowFixture f;
     f.log(longName + QStringLiteral("/a.log"));
+    for (int i = 0; i < others; ++i)
+        f.log(QStringLiteral("source %1/a.log").arg(i));
     f.open();
     layOut(*f.window);
     auto *box = f.find<CComboBoxEx>("comboSource");
     QCOMPARE(box->width(), 250);
     box->showPopup();
     QTRY_VERIFY(box->view()->isVisible());
+    QCOMPARE(box->view()->verticalScrollBar()->isVisible(), others > 0);
     QVERIFY(box->view()->viewport()->width() >= box->view()->sizeHintForColumn(0));
     box->hidePopup();
 }

@@ -1,13 +1,17 @@
 #include "SingleApplication.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QLockFile>
+#include <QThread>
 
 namespace {
 
-constexpr int timeout = 1000; // milliseconds, for each thing to wait for
+constexpr int timeout = 1000;      // milliseconds, for each thing to wait for
+constexpr int turnTimeout = 10000; // milliseconds that a copy which hangs at its start may cost
+constexpr int turnInterval = 10;   // milliseconds; to settle takes a copy no longer, as a rule
 
 /// Where a segment outlives a killed process, the last one to detach removes it: attaching to a
 /// segment that nobody holds and letting go of it clears it away. One in use stays.
@@ -15,6 +19,17 @@ void clearAbandonedSegment(const QString &key)
 {
     QSharedMemory abandoned(key);
     abandoned.attach();
+}
+
+/// Waits until @p turn can be locked. QLockFile's own waiting makes pauses that double: of copies
+/// that start at once all would try again at the same moments, and one a moment gets its turn.
+void awaitTurn(QLockFile &turn)
+{
+    QElapsedTimer time;
+    time.start();
+    while (!turn.tryLock() && turn.error() == QLockFile::LockFailedError &&
+           !time.hasExpired(turnTimeout))
+        QThread::msleep(turnInterval);
 }
 
 bool report(const QLocalSocket &socket)
@@ -32,7 +47,7 @@ SingleApplication::SingleApplication(int &argc, char **argv, const QString &uniq
     // One copy at a time looks round and settles what it is: of two that start at once, each would
     // take the other's attaching, which only clears, for a running copy.
     QLockFile alone(QDir::tempPath() + QLatin1Char('/') + _uniqueKey + QStringLiteral(".lock"));
-    (void)alone.tryLock(timeout); // the start goes on without it, too
+    awaitTurn(alone); // the start goes on without it, too
     clearAbandonedSegment(_uniqueKey);
     sharedMemory.setKey(_uniqueKey);
     _isRunning = sharedMemory.attach();

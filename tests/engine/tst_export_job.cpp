@@ -296,8 +296,7 @@ void ExportJob::keepsTheChosenLogsOfADroppedRequest()
     f.worker.enqueueExport(f.zip());
     QVERIFY(f.prints(text("mkpath failed")));
     QVERIFY(QFile::remove(inTheWay));
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.answers());
+    QVERIFY(f.exports());
     QVERIFY(zipContents(f.zip()).contains(text("SDKLOG/a.log")));
 }
 

@@ -2,6 +2,7 @@
 
 #include "CComboBoxEx.h"
 #include "CTableWidget.h"
+#include "CWaitDialog.h"
 #include "DebugCapture.h"
 #include "Hub.h"
 #include "LogConfig.h"
@@ -11,6 +12,7 @@
 #include "Vantrel.h"
 #include "ZipContents.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QtTest>
@@ -56,6 +58,15 @@ struct MainWindowFixture
         return &part<Widget>(*window, name);
     }
 
+    /// The window's, which is no child of it.
+    [[nodiscard]] static CWaitDialog &waitDialog()
+    {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *dialog = qobject_cast<CWaitDialog *>(widget))
+                return *dialog;
+        }
+        qFatal("there is no wait dialog");
+    }
     [[nodiscard]] CTableWidget *table() const { return find<CTableWidget>("tableWidget"); }
 
     /// The check box of a row, null where no file is listed.

@@ -269,8 +269,12 @@ void Contrast::isEnoughForEveryOutlineOfAFocus_data()
 void Contrast::isEnoughForEveryOutlineOfAFocus()
 {
     QFETCH(QString, selector);
-    if (rules()[selector][QStringLiteral("outline")] == QLatin1String("none"))
-        return; // a border or a picture tells
+    if (rules()[selector][QStringLiteral("outline")] == QLatin1String("none")) {
+        // A border tells instead; a round button has a picture for it.
+        QVERIFY(colourOf(selector, QStringLiteral("border")).isValid() ||
+                rules().contains(QStringLiteral("QRadioButton::indicator:unchecked:focus")));
+        return;
+    }
     const QColor outline = colourOf(selector, QStringLiteral("outline"));
     QVERIFY(outline.isValid());
     QVERIFY2(contrast(outline, behind(selector)) >= enoughForShapes,

@@ -1,3 +1,4 @@
+#include "EventCount.h"
 #include "ExportInfoDlg.h"
 #include "MainWindowFixture.h"
 #include "Noise.h"
@@ -36,16 +37,6 @@ namespace {
 
 constexpr int patience = 30000; // milliseconds for an export on a busy machine
 
-CWaitDialog *visibleWaitDialog()
-{
-    for (QWidget *widget : QApplication::topLevelWidgets()) {
-        auto *dialog = qobject_cast<CWaitDialog *>(widget);
-        if (dialog != nullptr && dialog->isVisible())
-            return dialog;
-    }
-    return nullptr;
-}
-
 /// What the wait dialog said while Export ran; Export returns when the dialog was closed.
 struct Waiting
 {
@@ -58,11 +49,10 @@ Waiting pressExport(MainWindowFixture &f)
 {
     Waiting seen;
     QTimer::singleShot(0, f.window.get(), [&seen] {
-        if (const CWaitDialog *dialog = visibleWaitDialog()) {
-            seen.shown = true;
-            seen.title = dialog->findChild<QLabel *>(text("lbTitle"))->text();
-            seen.message = dialog->findChild<QLabel *>(text("textLabel"))->text();
-        }
+        const CWaitDialog &dialog = MainWindowFixture::waitDialog();
+        seen.shown = dialog.isVisible();
+        seen.title = part<QLabel>(dialog, "lbTitle").text();
+        seen.message = part<QLabel>(dialog, "textLabel").text();
     });
     f.find<QPushButton>("btnExport")->click();
     return seen;
@@ -72,21 +62,6 @@ ExportInfoDlg *notice(const MainWindowFixture &f)
 {
     return f.window->findChild<ExportInfoDlg *>();
 }
-
-/// Sees a widget being shown, also one that is hidden again before anybody looks.
-class ShowWatch : public QObject
-{
-public:
-    explicit ShowWatch(QWidget *widget) { widget->installEventFilter(this); }
-
-    bool shown = false;
-
-    bool eventFilter(QObject * /*watched*/, QEvent *event) override
-    {
-        shown = shown || event->type() == QEvent::Show;
-        return false;
-    }
-};
 
 QString noticeText(const MainWindowFixture &f)
 {
@@ -125,7 +100,7 @@ void ExportFlow::waitsAndThenNotifiesEvenWithNothingTicked()
     QVERIFY(seen.shown);
     QCOMPARE(seen.title, text("Export"));
     QCOMPARE(seen.message, text("Exporting information..."));
-    QCOMPARE(visibleWaitDialog(), nullptr);
+    QVERIFY(!MainWindowFixture::waitDialog().isVisible());
     QVERIFY(notice(f)->isVisible());
     QCOMPARE(noticeText(f), text("Export info finished !"));
     QVERIFY(QFileInfo::exists(hub().exportPath));
@@ -145,7 +120,7 @@ void ExportFlow::doesNothingForAnEmptyExportPath()
     // Were it queued, it would come before this one and leave the client's dumps for its zip.
     hub().exportPath = f.home.path(text("second.zip"));
     f.find<QAction>("actionExportAll")->trigger();
-    QTRY_VERIFY(notice(f)->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
     QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList(text("SDKLOG/a.log")));
 }
 
@@ -156,7 +131,7 @@ void ExportFlow::closesTheWaitDialogWithoutANoticeForAnEmptyExportPath()
     f.window->show();
     bool waited = false;
     QTimer::singleShot(0, f.window.get(), [&f, &waited] {
-        waited = visibleWaitDialog() != nullptr;
+        waited = MainWindowFixture::waitDialog().isVisible();
         hub().exportPath.clear();
         f.call("onCloseWaitDlg");
     });
@@ -178,7 +153,7 @@ void ExportFlow::exportsAllListedLogsByTheMenuWithoutAWaitDialog()
     f.find<QAction>("actionExportAll")->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
     QCOMPARE(asked.count(), 0);
-    QCOMPARE(visibleWaitDialog(), nullptr);
+    QVERIFY(!MainWindowFixture::waitDialog().isVisible());
     QStringList names = verifiedZipContents(hub().exportPath).keys();
     QCOMPARE(names, QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
     // The same words as after the button.
@@ -277,9 +252,9 @@ void ExportFlow::staysWaitingWhenTheRequestWasDropped()
         if (!f.output.contains(text("mkdir failed")))
             return;
         QCoreApplication::processEvents();
-        CWaitDialog *dialog = visibleWaitDialog();
-        QVERIFY(dialog != nullptr);
-        dialog->close(); // as a user would, who gives up waiting
+        CWaitDialog &dialog = MainWindowFixture::waitDialog();
+        QVERIFY(dialog.isVisible());
+        dialog.close(); // as a user would, who gives up waiting
     });
     watch.start(1);
     f.find<QPushButton>("btnExport")->click();
@@ -320,13 +295,13 @@ void ExportFlow::survivesChangesOfTheSourceDuringAnExport()
     f.open();
     f.window->show();
     auto *combo = f.find<CComboBoxEx>("comboSource");
-    const ShowWatch watch(notice(f));
+    const EventCount shows(*notice(f), QEvent::Show); // it may be hidden again by then
     f.find<QAction>("actionExportAll")->trigger();
     for (int i = 0; i < 20; ++i) {
         combo->setCurrentText(i % 2 == 0 ? text("other") : text("QZviewer"));
         QCoreApplication::processEvents();
     }
-    QTRY_VERIFY_WITH_TIMEOUT(watch.shown, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(shows.count > 0, patience);
     QCOMPARE(verifiedZipContents(hub().exportPath).keys().size(), 50);
 }
 

@@ -1,5 +1,6 @@
 #include "DebugCapture.h"
 #include "LogViewer.h"
+#include "Machine.h"
 #include "ScratchFolder.h"
 #include "SearchRun.h"
 #include "ZipArchive.h"
@@ -17,15 +18,6 @@ namespace {
 
 constexpr qint64 megabyte = 1024 * 1024;
 constexpr const char *whySkipped = "sanitizers need more memory than can be taken away";
-
-bool isSanitized()
-{
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    return true;
-#else
-    return false;
-#endif
-}
 
 /// While it lives, this process can have no more than @p more bytes beyond those that it has.
 class MemoryLimit

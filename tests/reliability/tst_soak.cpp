@@ -1,16 +1,16 @@
-#include "CConfiguration.h"
-#include "CWaitDialog.h"
 #include "Dice.h"
+#include "EventCount.h"
+#include "Hub.h"
 #include "LogViewer.h"
+#include "Machine.h"
 #include "MainWindowFixture.h"
+#include "Text.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QPushButton>
 
-#include <algorithm>
 #include <cstdio>
 #include <malloc.h>
 
@@ -25,17 +25,6 @@ private slots:
 };
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool sanitized = true; // its memory is the sanitizer's, which keeps what was freed
-#else
-constexpr bool sanitized = false;
-#endif
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 /// What a process takes of its system.
 struct Usage
@@ -77,42 +66,22 @@ void print(int exports, double seconds, const Usage &now)
     std::fflush(stdout);
 }
 
-/// Counts how often a widget was painted.
-class PaintCounter : public QObject
-{
-public:
-    int painted = 0;
-
-    bool eventFilter(QObject * /*watched*/, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            ++painted;
-        return false;
-    }
-};
-
 /// Has the wait dialog painted. A window keeps the picture that it once had, this one 450 KB; an
 /// export of small logs is often over before there is one, but not always.
 bool paintWaitDialog()
 {
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto dialog = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
-        return qobject_cast<const CWaitDialog *>(window) != nullptr;
-    });
-    if (dialog == windows.end())
-        return false;
-    PaintCounter counter;
-    (*dialog)->installEventFilter(&counter);
-    (*dialog)->show();
-    const bool painted = QTest::qWaitFor([&] { return counter.painted > 0; }, 10000);
-    (*dialog)->hide();
+    CWaitDialog &dialog = MainWindowFixture::waitDialog();
+    const EventCount paints(dialog, QEvent::Paint);
+    dialog.show();
+    const bool painted = QTest::qWaitFor([&] { return paints.count > 0; }, 10000);
+    dialog.hide();
     return painted;
 }
 
 /// A user's round: a source, a look into a log, an export.
 bool exportOnce(MainWindowFixture &f, int number)
 {
-    const QString zip = CConfiguration::instance()->exportPath;
+    const QString zip = hub().exportPath;
     QFile::remove(zip);
     auto *combo = f.find<CComboBoxEx>("comboSource");
     combo->setCurrentIndex(number % combo->count());
@@ -163,13 +132,13 @@ void Soak::memoryAndHandlesStayFlat()
     Usage end;
     const auto complaint = [&] {
         end = usage(*f.window);
-        if (end.handles > start.handles || end.threads > start.threads)
-            return text("files or threads were left");
-        if (end.objects > start.objects)
-            return text("objects were left");
-        if (!sanitized && end.heap - start.heap >= 200'000)
+        if (end.handles != start.handles || end.threads != start.threads)
+            return text("there are other files or threads");
+        if (end.objects != start.objects)
+            return text("there are other objects");
+        if (!isSanitized() && end.heap - start.heap >= 200'000)
             return text("the heap grew");
-        if (!sanitized && end.resident - start.resident >= 8'000'000)
+        if (!isSanitized() && end.resident - start.resident >= 8'000'000)
             return text("the process grew");
         return QString();
     };

@@ -4,11 +4,11 @@
 #include "FindstrExpression.h"
 #include "FindstrMatcher.h"
 #include "Fuzz.h"
+#include "LineBlockReader.h"
 #include "LineFilter.h"
 #include "LineSearch.h"
 #include "MemoryFile.h"
 #include "SlowFindstr.h"
-#include "TextBlocks.h"
 
 #include <algorithm>
 #include <iterator>

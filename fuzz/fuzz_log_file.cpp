@@ -1,8 +1,8 @@
 // A log file's way into lines: whole, and from a device that gives little at a time and may fail.
 #include "Fuzz.h"
+#include "LineBlockReader.h"
 #include "LogFile.h"
 #include "MemoryFile.h"
-#include "TextBlocks.h"
 
 #include <QIODevice>
 
@@ -58,7 +58,7 @@ std::string inflated(const std::string &text)
     int left = 5;
     for (const char c : text) {
         if (c == '\1' && left-- > 0)
-            result.append(TextBlocks::blockBytes / 4, 'x');
+            result.append(LineBlockReader::blockBytes / 4, 'x');
         else
             result += c;
     }
@@ -115,7 +115,7 @@ std::string cutLines(const std::string &text, std::size_t longest, bool &cut)
 void tryBlocks(const std::string &text, std::vector<std::uint32_t> sizes, bool breaks)
 {
     HaltingDevice device(text, std::move(sizes), breaks);
-    TextBlocks blocks(device, TextBlocks::blockBytes);
+    LineBlockReader blocks(device, LineBlockReader::blockBytes);
     std::string result;
     bool ended = false;
     for (std::string_view block = blocks.next(); !block.empty(); block = blocks.next()) {
@@ -124,8 +124,9 @@ void tryBlocks(const std::string &text, std::vector<std::uint32_t> sizes, bool b
         result += block;
     }
     bool cut = false;
-    demand(result == cutLines(text, TextBlocks::blockBytes, cut), "the text, block after block");
-    demand(blocks.hasCut() == cut, "a cut line is told");
+    demand(result == cutLines(text, LineBlockReader::blockBytes, cut),
+           "the text, block after block");
+    demand(blocks.hasTruncatedLines() == cut, "a cut line is told");
     demand(blocks.failed() == breaks, "a failed device is told");
 }
 

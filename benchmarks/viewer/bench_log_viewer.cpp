@@ -63,7 +63,7 @@ std::vector<RowTexts> readyMadeTexts()
 
 void fill(QTableWidget &table, const std::vector<RowTexts> &texts)
 {
-    const SilentFill silent(table);
+    const ModelSignalBlocker silent(table);
     for (int row = 0; row < lineCount; ++row) {
         const RowTexts &text = texts[std::size_t(row)];
         for (int column = 0; column < LogRows::ColumnCount; ++column) {

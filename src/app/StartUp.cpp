@@ -21,7 +21,7 @@ void prefer(const char *variable, const char *value)
 
 } // namespace
 
-void prepareStart()
+void configureQtBeforeStart()
 {
     QGuiApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QGuiApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
@@ -35,7 +35,7 @@ void prepareStart()
         prefer("QT_QPA_PLATFORM", "xcb;wayland");
 }
 
-void settleStart()
+void restoreEnvironment()
 {
     for (const char *variable : std::exchange(ownVariables, {}))
         qunsetenv(variable);

@@ -6,11 +6,11 @@ class QWidget;
 /// screen's scale, no OpenGL is loaded, which the program does not use and which takes longer to
 /// load than all the rest of the start, and a Wayland desktop's X server is preferred. What the
 /// user has chosen by the environment stays. Call it first thing in main().
-void prepareStart();
+void configureQtBeforeStart();
 
-/// Takes back what prepareStart() left in the environment, which programs that this one starts
-/// would inherit. Call it once the first window is shown.
-void settleStart();
+/// Takes back what configureQtBeforeStart() left in the environment, which programs that this one
+/// starts would inherit. Call it once the first window is shown.
+void restoreEnvironment();
 
 /// Makes a window, and the dialogs that it owns, no larger than the primary screen's work area.
 /// Call it before the window is shown.

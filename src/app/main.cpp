@@ -5,7 +5,7 @@
 
 int main(int argc, char **argv)
 {
-    prepareStart();
+    configureQtBeforeStart();
     SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
     if (app.isRunning()) {
         app.sendMessage(QStringLiteral("message from other instance."));
@@ -21,6 +21,6 @@ int main(int argc, char **argv)
                      SLOT(receiveMessage(QString)));
     fitToScreen(window);
     window.show();
-    settleStart();
+    restoreEnvironment();
     return QApplication::exec();
 }

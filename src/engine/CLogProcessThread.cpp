@@ -62,12 +62,12 @@ bool succeeds(Item item)
 
 } // namespace
 
-CLogProcessThread::CLogProcessThread(SystemQuestions answerers)
-    : questions(std::move(answerers))
+CLogProcessThread::CLogProcessThread(SystemProbes systemProbes)
+    : probes(std::move(systemProbes))
 {
     lastStart = QDateTime::currentMSecsSinceEpoch();
     CConfiguration::instance()->spareWorkPath = QStringLiteral("D:/Vantrel");
-    comSecurityResult = questions.comSecurity();
+    comSecurityResult = probes.comSecurity();
 }
 
 CLogProcessThread::~CLogProcessThread()

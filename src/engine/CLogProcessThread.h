@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SystemQuestions.h"
+#include "SystemProbes.h"
 
 #include <QByteArray>
 #include <QList>
@@ -24,8 +24,8 @@ class CLogProcessThread : public QThread
     Q_OBJECT
 
 public:
-    /// @p answerers: who answers what the items ask about this machine.
-    explicit CLogProcessThread(SystemQuestions answerers = systemQuestions());
+    /// @p systemProbes: how the items query this machine.
+    explicit CLogProcessThread(SystemProbes systemProbes = {});
     ~CLogProcessThread() override;
 
     /// @p base: the SDK folder, with a separator at its end. The staging folder lies in it.
@@ -77,7 +77,7 @@ private:
     void gatherOtherItems(const QString &staging);
     void pack(const QString &staging);
 
-    const SystemQuestions questions;
+    const SystemProbes probes;
     std::atomic<bool> running{true};
     QMutex mutex;           ///< guards stagingPath to requestQueue and sdkLogItems
     QString currentZipPath; ///< of the request in hand; the worker's own

@@ -40,15 +40,15 @@ const char *failureOf(MemoryModuleList::Query query)
 
 bool CLogProcessThread::saveEventLog(const QString &staging)
 {
-    return !staging.isEmpty() && exportEventLogs(staging, questions.exportEventLog);
+    return !staging.isEmpty() && exportEventLogs(staging, probes.exportEventLog);
 }
 
 bool CLogProcessThread::saveSysInfo(const QString &staging)
 {
     if (staging.isEmpty())
         return false;
-    ReportFile report(staging + QStringLiteral("/SystemInfo.txt"), ReportFile::Start::AtItsEnd);
-    const std::optional<MemoryStatus> status = questions.memory();
+    ReportFile report(staging + QStringLiteral("/SystemInfo.txt"), ReportFile::Mode::Append);
+    const std::optional<MemoryStatus> status = probes.memory();
     if (!status) {
         qDebug() << "Failed to get memory status.";
         return false;
@@ -65,7 +65,7 @@ bool CLogProcessThread::queryMemoryModules()
 {
     if (comSecurityResult < 0)
         return false;
-    const MemoryModuleList found = questions.memoryModules();
+    const MemoryModuleList found = probes.memoryModules();
     if (const char *failure = failureOf(found.query))
         qDebug() << failure;
     partNumbers.clear();
@@ -83,8 +83,8 @@ bool CLogProcessThread::saveNICInfo(const QString &staging)
 {
     if (staging.isEmpty())
         return false;
-    ReportFile report(staging + QStringLiteral("/NICInfo.txt"), ReportFile::Start::Empty);
-    report.write(nicReport(questions.adapters()));
+    ReportFile report(staging + QStringLiteral("/NICInfo.txt"), ReportFile::Mode::Empty);
+    report.write(nicReport(probes.adapters()));
     return true;
 }
 
@@ -92,15 +92,14 @@ bool CLogProcessThread::saveSystemDump(const QString &staging)
 {
     if (staging.isEmpty())
         return false;
-    const DumpPlaces places = questions.dumpPlaces(); // a search of the disk
-    writeSystemDumps(staging + QStringLiteral("/SystemDmp.zip"), places,
-                     kernelDumpReadable(places));
+    const CrashDumpPaths paths = probes.crashDumpPaths(); // a search of the disk
+    writeSystemDumps(staging + QStringLiteral("/SystemDmp.zip"), paths, kernelDumpReadable(paths));
     return true;
 }
 
 bool CLogProcessThread::memoryDumpReadable() const
 {
-    return kernelDumpReadable(questions.dumpPlaces());
+    return kernelDumpReadable(probes.crashDumpPaths());
 }
 
 bool CLogProcessThread::saveClientDump(const QString &staging)

@@ -1,6 +1,6 @@
 #include "DumpArchives.h"
 
-#include "DumpPlaces.h"
+#include "CrashDumpPaths.h"
 #include "ReadableFile.h"
 #include "ZipArchive.h"
 
@@ -34,7 +34,7 @@ void addDump(ZipArchive &archive, const QString &entryName, const QString &path)
         qDebug() << "dump vanished:" << path;
 }
 
-QStringList smallDumps(const DumpPlaces &places)
+QStringList minidumps(const CrashDumpPaths &places)
 {
     struct Dump
     {
@@ -43,12 +43,12 @@ QStringList smallDumps(const DumpPlaces &places)
     };
 
     std::vector<Dump> found;
-    QDirIterator walk(places.smallDumps,
+    QDirIterator walk(places.minidumps,
                       QDir::Files | QDir::AllDirs | QDir::NoSymLinks | QDir::NoDotAndDotDot,
                       QDirIterator::Subdirectories);
     while (walk.hasNext()) {
         const QString path = walk.next();
-        if (!walk.fileName().contains(places.smallDumpMark))
+        if (!walk.fileName().contains(places.minidumpNamePart))
             continue;
         if (places.unreadableIsMissing && !isReadable(path))
             continue;
@@ -64,19 +64,19 @@ QStringList smallDumps(const DumpPlaces &places)
     return paths;
 }
 
-bool kernelDumpReadable(const DumpPlaces &places)
+bool kernelDumpReadable(const CrashDumpPaths &places)
 {
-    return !places.kernelDumpProbe.isEmpty() && isReadable(places.kernelDumpProbe);
+    return !places.kernelDumpTestPath.isEmpty() && isReadable(places.kernelDumpTestPath);
 }
 
-void writeSystemDumps(const QString &zipPath, const DumpPlaces &places, bool withKernelDump)
+void writeSystemDumps(const QString &zipPath, const CrashDumpPaths &places, bool withKernelDump)
 {
     ZipArchive archive(zipPath);
     if (withKernelDump)
         addDump(archive, places.kernelDump, places.kernelDump);
     else
         qDebug() << "蓝屏日志文件Memory.dmp不存在";
-    const QStringList small = smallDumps(places);
+    const QStringList small = minidumps(places);
     if (small.isEmpty())
         qDebug() << "蓝屏日志文件Minidumps不存在";
     else

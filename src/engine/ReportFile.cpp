@@ -2,13 +2,13 @@
 
 #include <QDebug>
 
-ReportFile::ReportFile(const QString &path, Start start)
+ReportFile::ReportFile(const QString &path, Mode mode)
     : file(path)
     , usable(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered |
-                       (start == Start::Empty ? QIODevice::Truncate : QIODevice::Append)))
+                       (mode == Mode::Empty ? QIODevice::Truncate : QIODevice::Append)))
 {
     if (!usable)
-        complain();
+        logFailure();
 }
 
 void ReportFile::write(const QByteArray &text)
@@ -17,10 +17,10 @@ void ReportFile::write(const QByteArray &text)
         return;
     usable = file.write(text) == text.size();
     if (!usable)
-        complain();
+        logFailure();
 }
 
-void ReportFile::complain()
+void ReportFile::logFailure()
 {
     qDebug() << "report not written:" << file.fileName() << file.errorString();
 }

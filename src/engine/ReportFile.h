@@ -7,14 +7,14 @@
 class ReportFile
 {
 public:
-    enum class Start { Empty, AtItsEnd };
+    enum class Mode { Empty, Append };
 
-    ReportFile(const QString &path, Start start);
+    ReportFile(const QString &path, Mode mode);
 
     void write(const QByteArray &text);
 
 private:
-    void complain();
+    void logFailure();
 
     QFile file;
     bool usable;

@@ -23,7 +23,7 @@ bool canBeWritten(const QString &path)
 struct Contents
 {
     std::optional<QByteArray> bytes;
-    const char *trouble = nullptr;
+    const char *problem = nullptr;
 };
 
 Contents contentsOf(const QString &path)
@@ -45,8 +45,8 @@ Contents contentsOf(const QString &path)
 std::optional<QByteArray> readPropertiesFile(const QString &path)
 {
     Contents contents = contentsOf(path);
-    if (contents.trouble != nullptr)
-        qDebug("%s", contents.trouble);
+    if (contents.problem != nullptr)
+        qDebug("%s", contents.problem);
     return std::move(contents.bytes);
 }
 
@@ -69,10 +69,10 @@ LogLevelRewrite::LogLevelRewrite(const QString &filePath, Overwrite disk)
 LogLevelRewrite::~LogLevelRewrite()
 {
     // A file that is gone was taken away by somebody, and is not made anew.
-    if (!torn || !QFileInfo(path).isFile())
+    if (!partiallyWritten || !QFileInfo(path).isFile())
         return;
     const std::optional<QByteArray> found = contentsOf(path).bytes;
-    const bool writtenByOthers = found && wreckage && found != wreckage;
+    const bool writtenByOthers = found && partialContents && found != partialContents;
     if (!writtenByOthers)
         putBack();
 }
@@ -85,7 +85,7 @@ LogLevelRewrite::Outcome LogLevelRewrite::apply(int level)
     const bool stored = store(LogLevelFile::withPlatformLineEnds(result.text));
     const bool complete = result.rootReplaced && result.categoryReplaced;
     if (!complete)
-        report(Trouble::LinesMissing);
+        report(Problem::LinesMissing);
     return stored && complete ? Outcome::Done : Outcome::Failed;
 }
 
@@ -94,13 +94,13 @@ bool LogLevelRewrite::read()
     const std::optional<QByteArray> found = readPropertiesFile(path);
     if (!found)
         return false;
-    const bool writtenByOthers = wreckage && found != wreckage;
-    if (!torn || writtenByOthers) {
+    const bool writtenByOthers = partialContents && found != partialContents;
+    if (!partiallyWritten || writtenByOthers) {
         original = *found;
-        torn = false;
-        wreckage.reset();
+        partiallyWritten = false;
+        partialContents.reset();
     } else {
-        wreckage = found;
+        partialContents = found;
     }
     return true;
 }
@@ -108,40 +108,40 @@ bool LogLevelRewrite::read()
 bool LogLevelRewrite::store(const QByteArray &bytes)
 {
     if (!canBeWritten(path)) {
-        report(Trouble::NotWritable);
+        report(Problem::NotWritable);
         return false;
     }
     // Not written again in vain: a retry would wear the disk, and undo what another program writes
     // between our reading and writing.
-    if (!torn && bytes == original)
+    if (!partiallyWritten && bytes == original)
         return true;
     if (overwrite(path, bytes)) {
-        torn = false;
-        wreckage.reset();
+        partiallyWritten = false;
+        partialContents.reset();
         return true;
     }
-    report(Trouble::NotWritten);
+    report(Problem::NotWritten);
     putBack();
     return false;
 }
 
 void LogLevelRewrite::putBack()
 {
-    torn = !overwrite(path, original);
-    wreckage.reset();
-    if (!torn)
+    partiallyWritten = !overwrite(path, original);
+    partialContents.reset();
+    if (!partiallyWritten)
         return;
-    report(Trouble::NotRestored);
-    wreckage = contentsOf(path).bytes;
+    report(Problem::NotRestored);
+    partialContents = contentsOf(path).bytes;
 }
 
-void LogLevelRewrite::report(Trouble trouble)
+void LogLevelRewrite::report(Problem problem)
 {
     static constexpr std::array<const char *, 4> lines{
         "log config not writable", "log config not written", "log config not restored",
         "log level lines missing"};
-    if (reported.test(size_t(trouble)))
+    if (reported.test(size_t(problem)))
         return;
-    reported.set(size_t(trouble));
-    qDebug("%s", lines[size_t(trouble)]);
+    reported.set(size_t(problem));
+    qDebug("%s", lines[size_t(problem)]);
 }

@@ -20,7 +20,7 @@
 /// Setting the level in one properties file, as often as it takes. The user's text is never lost to
 /// a disk that fails meanwhile: it is put back at once, and if that fails too it is kept here and
 /// the next attempt starts from it, unless somebody else has written the file by then. What goes
-/// wrong is said on the debug output, each trouble once however many attempts meet it.
+/// wrong is said on the debug output, each problem once however many attempts meet it.
 class LogLevelRewrite
 {
 public:
@@ -47,13 +47,14 @@ private:
     [[nodiscard]] bool store(const QByteArray &bytes);
     void putBack();
 
-    enum class Trouble { NotWritable, NotWritten, NotRestored, LinesMissing };
-    void report(Trouble trouble);
+    enum class Problem { NotWritable, NotWritten, NotRestored, LinesMissing };
+    void report(Problem problem);
 
     QString path;
     Overwrite overwrite;
-    QByteArray original;                ///< the user's file, byte for byte
-    bool torn = false;                  ///< a failed write was not undone: only original is whole
-    std::optional<QByteArray> wreckage; ///< what the torn file holds, as far as it could be read
-    std::bitset<4> reported;            ///< by Trouble
+    QByteArray original;           ///< the user's file, byte for byte
+    bool partiallyWritten = false; ///< a failed write was not undone: only original is whole
+    std::optional<QByteArray>
+        partialContents;     ///< what the torn file holds, as far as it could be read
+    std::bitset<4> reported; ///< by Problem
 };

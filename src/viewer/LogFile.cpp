@@ -1,7 +1,7 @@
 #include "LogFile.h"
 
+#include "LineBlockReader.h"
 #include "SharedFile.h"
-#include "TextBlocks.h"
 
 #include <QDebug>
 #include <QFile>
@@ -13,7 +13,7 @@ namespace {
 /// Hands out the lines and counts in @p number those that were.
 void handOut(QFile &file, const QString &path, int maxLines, const LogLineSink &sink, int &number)
 {
-    TextBlocks blocks(file);
+    LineBlockReader blocks(file);
     for (std::string_view rest = blocks.next(); !rest.empty(); rest = blocks.next()) {
         std::size_t end = 0;
         for (; number < maxLines && (end = rest.find('\n')) != std::string_view::npos; ++number) {
@@ -24,7 +24,7 @@ void handOut(QFile &file, const QString &path, int maxLines, const LogLineSink &
         if (number == maxLines)
             break;
     }
-    blocks.reportLosses(path);
+    blocks.logProblems(path);
 }
 
 } // namespace

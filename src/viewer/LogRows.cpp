@@ -1,7 +1,7 @@
 #include "LogRows.h"
 
+#include "LineBlockReader.h"
 #include "LogLine.h"
-#include "TextBlocks.h"
 
 #include <QHeaderView>
 #include <QTableWidget>
@@ -70,7 +70,7 @@ void LogRows::place(std::string_view line, int row)
 {
     if (row < 0 || row >= table.rowCount())
         return;
-    line = line.substr(0, TextBlocks::maxLineBytes);
+    line = line.substr(0, LineBlockReader::maxLineBytes);
     const LineText text(line);
     const LogLine fields = splitLogLine(line);
     if (fields.structured) {
@@ -101,13 +101,13 @@ QString LogRows::sourceText(std::string_view source)
     return known.text;
 }
 
-SilentFill::SilentFill(QTableWidget &target)
+ModelSignalBlocker::ModelSignalBlocker(QTableWidget &target)
     : table(target)
     , wasBlocked(target.model()->blockSignals(true))
 {
 }
 
-SilentFill::~SilentFill()
+ModelSignalBlocker::~ModelSignalBlocker()
 {
     QAbstractItemModel *const model = table.model();
     model->blockSignals(wasBlocked);

@@ -39,13 +39,13 @@ private:
 
 /// While it lives the table's model keeps silent about its cells; at its end everything is
 /// announced at once. Makes filling many rows twice as fast.
-class SilentFill
+class ModelSignalBlocker
 {
 public:
-    explicit SilentFill(QTableWidget &target);
-    ~SilentFill();
-    SilentFill(const SilentFill &) = delete;
-    SilentFill &operator=(const SilentFill &) = delete;
+    explicit ModelSignalBlocker(QTableWidget &target);
+    ~ModelSignalBlocker();
+    ModelSignalBlocker(const ModelSignalBlocker &) = delete;
+    ModelSignalBlocker &operator=(const ModelSignalBlocker &) = delete;
 
 private:
     QTableWidget &table;

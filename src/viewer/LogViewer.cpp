@@ -24,8 +24,8 @@ constexpr int spareRows = 5;
 constexpr int rowHeight = 32;
 constexpr int menuTextWidth = 115;
 constexpr std::chrono::milliseconds searchRound{15}; ///< about a frame of a screen
-constexpr int searchPatience = 100; ///< milliseconds that a search may take unnoticed
-constexpr int allColumns = 5;       ///< the data of an action that stands for every column
+constexpr int searchGracePeriodMs = 100; ///< milliseconds that a search may take unnoticed
+constexpr int allColumns = 5;            ///< the data of an action that stands for every column
 
 /// In column order, in pixels. The last shown column is stretched to the edge.
 constexpr std::array<int, LogRows::ColumnCount> columnWidths{160, 65, 150, 370};
@@ -340,7 +340,7 @@ std::optional<int> LogViewer::fillFromFile()
     table.setRowCount(rowCapacity);
     std::optional<int> lines;
     {
-        const SilentFill fill(table);
+        const ModelSignalBlocker fill(table);
         lines = readLogFile(currentLogPath, rowCapacity,
                             [this](std::string_view line, int row) { rows->place(line, row); });
     }
@@ -363,11 +363,11 @@ void LogViewer::showFound(SearchRun &run)
         const std::vector<std::string> found = run.take(searchRound);
         // Whoever uses the window meanwhile may begin another search or load a file.
         if (searchRun.get() == &run && !found.empty()) {
-            const SilentFill fill(*ui->tableWidget);
+            const ModelSignalBlocker fill(*ui->tableWidget);
             for (const std::string &piece : found)
                 parseLogLine(piece.c_str(), row++);
         }
-        if (!run.isOver() && time.elapsed() > searchPatience) {
+        if (!run.isOver() && time.elapsed() > searchGracePeriodMs) {
             if (searchRun.get() == &run)
                 ui->tableWidget->viewport()->setCursor(Qt::BusyCursor);
             QCoreApplication::processEvents();

@@ -34,9 +34,9 @@ void StartEnvironment::init()
 void StartEnvironment::asksForNoOpenGlUntilTheFirstWindowIsShown()
 {
     for (int i = 0; i < 2; ++i) {
-        prepareStart();
+        configureQtBeforeStart();
         QCOMPARE(qgetenv(glIntegration), QByteArray("none"));
-        settleStart();
+        restoreEnvironment();
         QVERIFY(!qEnvironmentVariableIsSet(glIntegration));
         QVERIFY(!QProcessEnvironment::systemEnvironment().contains(QLatin1String(glIntegration)));
     }
@@ -53,18 +53,18 @@ void StartEnvironment::leavesWhatTheUserHasChosen()
 {
     QFETCH(QByteArray, chosen);
     qputenv(glIntegration, chosen);
-    prepareStart();
+    configureQtBeforeStart();
     QCOMPARE(qgetenv(glIntegration), chosen);
-    settleStart();
+    restoreEnvironment();
     QCOMPARE(qgetenv(glIntegration), chosen);
 }
 
 void StartEnvironment::takesNothingBackThatItDidNotPut()
 {
-    prepareStart();
-    settleStart();
+    configureQtBeforeStart();
+    restoreEnvironment();
     qputenv(glIntegration, "xcb_glx");
-    settleStart();
+    restoreEnvironment();
     QCOMPARE(qgetenv(glIntegration), QByteArray("xcb_glx"));
 }
 
@@ -92,9 +92,9 @@ void StartEnvironment::prefersTheXServerOfAWaylandDesktop()
     qputenv("WAYLAND_DISPLAY", waylandDisplay);
     if (!chosen.isEmpty())
         qputenv(platform, chosen);
-    prepareStart();
+    configureQtBeforeStart();
     QTEST(qgetenv(platform), "platform");
-    settleStart();
+    restoreEnvironment();
     QCOMPARE(qgetenv(platform), chosen);
 }
 

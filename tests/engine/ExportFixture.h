@@ -20,8 +20,8 @@ struct ExportFixture
 
     using Contents = QMap<QString, QByteArray>;
 
-    explicit ExportFixture(SystemQuestions questions = systemQuestions())
-        : worker(std::move(questions))
+    explicit ExportFixture(SystemProbes probes = {})
+        : worker(std::move(probes))
     {
         scratch.folder(QStringLiteral("QZSDK/QZviewer"));
         worker.setBasePath(base());
@@ -55,7 +55,7 @@ struct ExportFixture
 
     /// Starts the worker unless it runs and waits for @p count more answers, so many milliseconds
     /// at most.
-    bool answers(int count = 1, int milliseconds = patience)
+    bool waitForExports(int count = 1, int milliseconds = patience)
     {
         if (!worker.isRunning())
             worker.start();
@@ -65,20 +65,20 @@ struct ExportFixture
     }
 
     /// Asks for an export to zip() and waits for the answer.
-    bool exports()
+    bool exportAndWait()
     {
         worker.enqueueExport(zip());
-        return answers();
+        return waitForExports();
     }
     /// Likewise, with the logs at @p paths chosen before.
-    bool exports(const QStringList &paths)
+    bool exportAndWait(const QStringList &paths)
     {
         choose(paths);
-        return exports();
+        return exportAndWait();
     }
 
     /// Waits until @p line was printed, for requests that get no answer.
-    bool prints(const QString &line)
+    bool waitForOutput(const QString &line)
     {
         if (!worker.isRunning())
             worker.start();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ExportFixture.h"
-#include "MadeUpMachine.h"
+#include "FakeSystem.h"
 #include "SystemDumps.h"
 #include "Text.h"
 #include "ZipTools.h"
@@ -81,7 +81,7 @@ struct FullJob
         return settled;
     }
 
-    bool run() { return f.exports({log}); }
+    bool run() { return f.exportAndWait({log}); }
 
     /// What was packed, the dump archives by their contents. Copies of all zips go to @p kept.
     Contents packed(KeptZips *kept = nullptr)
@@ -118,8 +118,8 @@ struct FullJob
         return lines;
     }
 
-    MadeUpMachine machine;
-    ExportFixture f{machine.questions()};
+    FakeSystem machine;
+    ExportFixture f{machine.probes()};
     QString kernelDump;
     QString smallDump;
     QString log;    ///< the one that is chosen

@@ -152,7 +152,7 @@ QVector<Fault> dumpFaults()
          {text(noSmallDump)}},
         {"system dumps throw",
          [](FullJob &job) {
-             throwAt<Broken>(job, "dumpPlaces");
+             throwAt<Broken>(job, "crashDumpPaths");
              job.drop(text("SystemDmp.zip"));
          },
          {text("item given up: broken"),
@@ -181,7 +181,7 @@ void AllItems::areAskedForInTheirOrder()
     job.machine.asked.removeDuplicates();
     QCOMPARE(job.machine.asked,
              QStringList({text("comSecurity"), text("Application"), text("System"), text("memory"),
-                          text("memoryModules"), text("adapters"), text("dumpPlaces")}));
+                          text("memoryModules"), text("adapters"), text("crashDumpPaths")}));
     QCOMPARE(zipEntryNames(job.f.zip()),
              QStringList({text("ApplicationEvents.evtx"), text("ClientDump.zip"),
                           text("NICInfo.txt"), text("SDKLOG/a.log"), text("SystemDmp.zip"),
@@ -216,7 +216,7 @@ void AllItems::everyFaultAtOnceStillMakesAZip()
     job.machine.memory = {};
     job.machine.adapters.error = 1;
     job.machine.dumps = {};
-    job.machine.dumps.smallDumps = job.f.scratch.path(text("nowhere"));
+    job.machine.dumps.minidumps = job.f.scratch.path(text("nowhere"));
     QVERIFY(QFile::remove(job.f.base() + text("QZviewer/client.dmp")));
     QVERIFY(job.run());
     QCOMPARE(job.f.output.lines(),

@@ -1,9 +1,9 @@
 #include "DumpArchives.h"
 
 #include "ExportFixture.h"
+#include "FakeSystem.h"
 #include "Faults.h"
 #include "Machine.h"
-#include "MadeUpMachine.h"
 #include "SystemDumps.h"
 #include "Text.h"
 #include "WorkingFolder.h"
@@ -91,8 +91,8 @@ struct Dumps
             QVERIFY(QFile::setPermissions(folder, Everybody::mayDoAll));
     }
 
-    MadeUpMachine machine;
-    ExportFixture f{machine.questions()};
+    FakeSystem machine;
+    ExportFixture f{machine.probes()};
 };
 
 } // namespace
@@ -101,7 +101,7 @@ void DumpArchives::theKernelDumpIsNamedByItsFullPathAsOpened()
 {
     Dumps d;
     const QString path = d.withKernelDump();
-    d.machine.dumps.kernelDumpProbe = d.f.scratch.path(text("Minidumps/../Memory.dmp"));
+    d.machine.dumps.kernelDumpTestPath = d.f.scratch.path(text("Minidumps/../Memory.dmp"));
     const QString small = d.small(text("a.dmp"), 0);
     QCOMPARE(d.packed(),
              (ExportFixture::Contents{{entryOf(path), "kernel"}, {entryOf(small), "small"}}));
@@ -119,9 +119,9 @@ void DumpArchives::theKernelDumpIsReadableWhenItsProbeOpens()
     QVERIFY(!d.f.worker.memoryDumpReadable());
     d.withKernelDump();
     QVERIFY(d.f.worker.memoryDumpReadable());
-    d.machine.dumps.kernelDumpProbe = d.f.scratch.path(); // a folder is no dump
+    d.machine.dumps.kernelDumpTestPath = d.f.scratch.path(); // a folder is no dump
     QVERIFY(!d.f.worker.memoryDumpReadable());
-    d.machine.dumps.kernelDumpProbe.clear();
+    d.machine.dumps.kernelDumpTestPath.clear();
     QVERIFY(!d.f.worker.memoryDumpReadable());
     QCOMPARE(d.f.output.lines(), QStringList());
 }
@@ -174,7 +174,7 @@ void DumpArchives::theKernelDumpIsExemptBeingReadByItsName()
 {
     Dumps d;
     const QString kernel = d.f.scratch.file(text("MEMORY.DMP"), "kernel");
-    d.machine.dumps.kernelDump = d.machine.dumps.kernelDumpProbe = kernel;
+    d.machine.dumps.kernelDump = d.machine.dumps.kernelDumpTestPath = kernel;
     d.small(text("A.DMP"), 0);
     QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(kernel), "kernel"}}));
     QCOMPARE(d.f.output.lines(), QStringList(text(noSmallDump)));
@@ -185,7 +185,7 @@ void DumpArchives::thePlacesAreAskedForOnce()
     Dumps d;
     d.machine.asked.clear();
     (void)d.packed();
-    QCOMPARE(d.machine.asked, QStringList(text("dumpPlaces")));
+    QCOMPARE(d.machine.asked, QStringList(text("crashDumpPaths")));
 }
 
 void DumpArchives::aFolderOfSuchANameCountsAsWell()
@@ -205,11 +205,11 @@ void DumpArchives::linksAndHiddenFilesAreNoSmallDumps()
     if (!makeLink(elsewhere, d.f.scratch.path(text("Minidumps/link.dmp"))))
         QSKIP("this system makes no links for us");
     d.small(text(".dmp"), 0); // hidden by its name on Linux
-    QCOMPARE(smallDumps(d.machine.dumps).filter(text("link")), QStringList());
-    QVERIFY(smallDumps(d.machine.dumps).contains(d.f.scratch.path(text("Minidumps/a.dmp"))));
+    QCOMPARE(minidumps(d.machine.dumps).filter(text("link")), QStringList());
+    QVERIFY(minidumps(d.machine.dumps).contains(d.f.scratch.path(text("Minidumps/a.dmp"))));
     if (onWindows())
         return; // where no name hides a file
-    QCOMPARE(smallDumps(d.machine.dumps), QStringList(d.f.scratch.path(text("Minidumps/a.dmp"))));
+    QCOMPARE(minidumps(d.machine.dumps), QStringList(d.f.scratch.path(text("Minidumps/a.dmp"))));
 }
 
 void DumpArchives::hundredsOfSmallDumpsWithEqualTimes()
@@ -217,7 +217,7 @@ void DumpArchives::hundredsOfSmallDumpsWithEqualTimes()
     Dumps d;
     for (int i = 0; i < 300; ++i)
         d.small(text("%1.dmp").arg(i, 3, 10, QLatin1Char('0')), 0);
-    const QStringList found = smallDumps(d.machine.dumps);
+    const QStringList found = minidumps(d.machine.dumps);
     QCOMPARE(found.size(), 300);
     QCOMPARE(d.packed(), (ExportFixture::Contents{
                              {entryOf(d.f.scratch.path(text("Minidumps/299.dmp"))), "small"}}));
@@ -235,7 +235,7 @@ void DumpArchives::aDumpThatVanishedIsLeftOut()
 {
     Dumps d;
     const QString gone = d.small(text("gone.dmp"), 0);
-    const QStringList listed = smallDumps(d.machine.dumps);
+    const QStringList listed = minidumps(d.machine.dumps);
     QCOMPARE(listed, QStringList(gone));
     QVERIFY(QFile::remove(gone));
     {

@@ -1,7 +1,7 @@
 #include "EventLogs.h"
 
 #include "ExportFixture.h"
-#include "MadeUpMachine.h"
+#include "FakeSystem.h"
 #include "Text.h"
 
 class EventLogs : public QObject
@@ -82,8 +82,8 @@ void EventLogs::thereIsNoLastNumber()
 
 void EventLogs::anEmptyFolderIsRefusedWithoutTouchingTheEventLog()
 {
-    MadeUpMachine machine;
-    ExportFixture f(machine.questions());
+    FakeSystem machine;
+    ExportFixture f(machine.probes());
     machine.asked.clear();
     QVERIFY(!f.worker.saveEventLog(QString()));
     QCOMPARE(machine.asked, QStringList());
@@ -92,8 +92,8 @@ void EventLogs::anEmptyFolderIsRefusedWithoutTouchingTheEventLog()
 
 void EventLogs::applicationComesFirstThenSystem()
 {
-    MadeUpMachine machine;
-    ExportFixture f(machine.questions());
+    FakeSystem machine;
+    ExportFixture f(machine.probes());
     machine.asked.clear();
     QVERIFY(f.worker.saveEventLog(f.scratch.path()));
     QCOMPARE(machine.asked, QStringList({text("Application"), text("System")}));
@@ -104,8 +104,8 @@ void EventLogs::applicationComesFirstThenSystem()
 
 void EventLogs::takenTargetsGetANumber()
 {
-    MadeUpMachine machine;
-    ExportFixture f(machine.questions());
+    FakeSystem machine;
+    ExportFixture f(machine.probes());
     f.scratch.file(text("ApplicationEvents.evtx"), "older");
     f.scratch.file(text("SystemEvents.evtx"), "older");
     f.scratch.file(text("SystemEvents(1).evtx"), "older");
@@ -118,9 +118,9 @@ void EventLogs::takenTargetsGetANumber()
 
 void EventLogs::aRefusedApplicationChannelLeavesNoSystemExport()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.refusedChannel = text("Application");
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     machine.asked.clear();
     QVERIFY(!f.worker.saveEventLog(f.scratch.path()));
     QCOMPARE(machine.asked, QStringList(text("Application")));
@@ -128,9 +128,9 @@ void EventLogs::aRefusedApplicationChannelLeavesNoSystemExport()
 
 void EventLogs::aRefusedSystemChannelFailsButKeepsTheApplications()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.refusedChannel = text("System");
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     QVERIFY(!f.worker.saveEventLog(f.scratch.path()));
     QCOMPARE(f.scratch.read(text("ApplicationEvents.evtx")), QByteArray("events of Application"));
     QCOMPARE(f.output.lines(), QStringList()); // the words about it are the caller's

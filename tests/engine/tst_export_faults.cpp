@@ -35,7 +35,7 @@ void exportsOnceMore(ExportFixture &f)
     const QString zip = f.scratch.path(text("once more.zip"));
     f.choose({f.log(text("after.log"), "after\n")});
     f.worker.enqueueExport(zip);
-    QVERIFY(f.answers());
+    QVERIFY(f.waitForExports());
     QCOMPARE(zipContents(zip).value(text("SDKLOG/after.log")), QByteArray("after\n"));
     QVERIFY(!QFileInfo::exists(f.staging()));
 }
@@ -48,7 +48,7 @@ void ExportFaults::survivesAZipPathThatCannotBeWritten()
     const QString zip = f.scratch.path(text("no such folder/a.zip"));
     f.choose({f.log(text("a.log"))});
     f.worker.enqueueExport(zip);
-    QVERIFY(f.answers());
+    QVERIFY(f.waitForExports());
     QVERIFY(!QFileInfo::exists(zip));
     QVERIFY(!QFileInfo::exists(f.staging()));
     QVERIFY(f.output.contains(text("cannot write zip \"%1\"").arg(zip)));
@@ -61,7 +61,7 @@ void ExportFaults::survivesAZipPathThatIsAFolder()
     const QString zip = f.scratch.folder(text("folder.zip"));
     f.choose({f.log(text("a.log"))});
     f.worker.enqueueExport(zip);
-    QVERIFY(f.answers());
+    QVERIFY(f.waitForExports());
     QVERIFY(QFileInfo(zip).isDir());
     QVERIFY(f.output.contains(text("cannot write zip \"%1\"").arg(zip)));
     exportsOnceMore(f);
@@ -73,7 +73,7 @@ void ExportFaults::leavesOutALogThatVanished()
     const QString gone = f.log(text("gone.log"));
     f.choose({f.log(text("a.log")), gone, f.log(text("b.log"))});
     QVERIFY(QFile::remove(gone));
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
     QCOMPARE(f.output.lines().at(0), text("true"));
     QVERIFY(f.output.lines().at(1).startsWith(text("not copied: \"%1\"").arg(gone)));
@@ -93,7 +93,7 @@ void ExportFaults::leavesOutALogThatCannotBeRead()
     f.choose({locked, f.log(text("a.log"))});
     {
         const OrdinaryUser user;
-        QVERIFY(f.exports());
+        QVERIFY(f.exportAndWait());
     }
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
     QVERIFY(f.output.lines().at(0).startsWith(text("not copied: \"%1\"").arg(locked)));
@@ -113,7 +113,7 @@ void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
     QVERIFY(QFile::setPermissions(f.base(), Everybody::mayDoAll));
     {
         const OrdinaryUser user;
-        QVERIFY(f.exports());
+        QVERIFY(f.exportAndWait());
     }
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/open.txt")));
     // No result is printed for these copies, but what could not be saved is named.
@@ -128,7 +128,7 @@ void ExportFaults::survivesASourceFolderThatWasRemoved()
     const QString log = f.log(text("a.log"));
     f.choose({log});
     QVERIFY(QDir(f.base() + text("QZviewer")).removeRecursively());
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
     QVERIFY(f.output.contains(text("not copied: \"%1\"").arg(log)));
     exportsOnceMore(f);
@@ -139,7 +139,7 @@ void ExportFaults::leavesOutGenTlLogsWhoseFolderCannotBeMade()
     ExportFixture f;
     f.log(text("gentl_cxp_log/g.txt"));
     const QString inItsPlace = f.scratch.file(text("elsewhere/gentl_cxp_log"), "a log");
-    QVERIFY(f.exports({inItsPlace}));
+    QVERIFY(f.exportAndWait({inItsPlace}));
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log"), "a log"}}));
     const QString source = f.base() + text("QZviewer/gentl_cxp_log");
@@ -152,7 +152,7 @@ void ExportFaults::packsWhatAKilledRunLeftInTheStagingFolder()
     ExportFixture f;
     f.scratch.file(text("QZSDK/LogInfo/SDKLOG/old.log"), "of the killed run\n");
     f.scratch.file(text("QZSDK/LogInfo/NICInfo.txt"), "likewise\n");
-    QVERIFY(f.exports({f.log(text("a.log"))}));
+    QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
     QCOMPARE(zipEntryNames(f.zip()),
              QStringList({text("NICInfo.txt"), text("SDKLOG/a.log"), text("SDKLOG/old.log")}));
     QVERIFY(f.output.lines().contains(
@@ -187,7 +187,7 @@ void ExportFaults::takesPathsOfEveryKind()
     f.choose({log});
     const QString zip = base + name + text(".zip");
     f.worker.enqueueExport(zip);
-    QVERIFY(f.answers());
+    QVERIFY(f.waitForExports());
     QCOMPARE(zipContents(zip),
              (ExportFixture::Contents{{text("SDKLOG/") + name + text(".log"), "line\n"},
                                       {text("SDKLOG/gentl_cxp_log/") + name, "gentl\n"}}));
@@ -202,7 +202,7 @@ void ExportFaults::survivesAFullDiskWhileStaging()
     f.choose({f.log(text("a.log")), large, f.log(text("b.log"))});
     {
         const FileSizeLimit limit(100000);
-        QVERIFY(f.exports());
+        QVERIFY(f.exportAndWait());
     }
     // What fits is saved; half a log is none.
     QCOMPARE(zipEntryNames(f.zip()), QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
@@ -223,7 +223,7 @@ void ExportFaults::leavesNoHalfZipWhenTheDiskFillsWhilePacking()
     {
         // Each log fits, all of them in one zip do not.
         const FileSizeLimit limit(2000);
-        QVERIFY(f.exports());
+        QVERIFY(f.exportAndWait());
     }
     QVERIFY(!QFileInfo::exists(f.zip()));
     QVERIFY(!QFileInfo::exists(f.staging()));

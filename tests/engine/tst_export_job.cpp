@@ -55,7 +55,8 @@ void ExportJob::setsTheSpareWorkPathOfTheHub()
 void ExportJob::packsTheChosenLogsUnderTheirNames()
 {
     ExportFixture f;
-    QVERIFY(f.exports({f.log(text("a.log"), "first\n"), f.log(text("日志 1.log"), "second\n")}));
+    QVERIFY(
+        f.exportAndWait({f.log(text("a.log"), "first\n"), f.log(text("日志 1.log"), "second\n")}));
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/a.log"), "first\n"},
                                       {text("SDKLOG/日志 1.log"), "second\n"}}));
@@ -70,7 +71,7 @@ void ExportJob::readsThePathsAtTheHandOverSoThatItemsMayVanish()
 {
     ExportFixture f;
     f.choose({f.log(text("a.log"))}); // the items are gone when this returns
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
@@ -80,7 +81,7 @@ void ExportJob::packsTheGenTlLogsOfTheSource()
     f.choose({f.log(text("a.log"))});
     f.log(text("gentl_cxp_log/one.txt"), "1");
     f.log(text("gentl_cxp_log/two.bin"), "2");
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()),
              QStringList({text("SDKLOG/a.log"), text("SDKLOG/gentl_cxp_log/one.txt"),
                           text("SDKLOG/gentl_cxp_log/two.bin")}));
@@ -91,7 +92,7 @@ void ExportJob::takesNoSubFoldersOfTheGenTlLogs()
     ExportFixture f;
     f.log(text("gentl_cxp_log/deeper/one.txt"), "1");
     f.log(text("gentl_cxp_log/two.txt"), "2");
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/two.txt")));
 }
 
@@ -102,7 +103,7 @@ void ExportJob::takesNoLinksAmongTheGenTlLogs()
     if (!makeLink(f.scratch.file(text("elsewhere.txt"), "2"),
                   f.scratch.path(text("QZSDK/QZviewer/gentl_cxp_log/link.txt"))))
         QSKIP("this system makes no links for us");
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log/file.txt"), "1"}}));
 }
@@ -112,7 +113,7 @@ void ExportJob::copiesOnlyTheGenTlLogsWhenNoLogIsChosen()
     ExportFixture f;
     f.log(text("not chosen.log"));
     f.log(text("gentl_cxp_log/one.txt"), "1");
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log/one.txt"), "1"}}));
 }
@@ -133,15 +134,15 @@ void ExportJob::copiesChosenLogsEvenWithTheSdkLogFlagOff()
 {
     ExportFixture f;
     hub().sdkLog = false;
-    QVERIFY(f.exports({f.log(text("a.log"))}));
+    QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
 void ExportJob::consumesTheChosenLogs()
 {
     ExportFixture f;
-    QVERIFY(f.exports({f.log(text("a.log"))}));
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
 }
 
@@ -150,7 +151,7 @@ void ExportJob::doesNotCopyOverANameThatIsTaken()
     ExportFixture f;
     const QString here = f.log(text("a.log"), "from here\n");
     const QString there = f.scratch.file(text("QZSDK/other/a.log"), "from there\n");
-    QVERIFY(f.exports({here, there}));
+    QVERIFY(f.exportAndWait({here, there}));
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/a.log"), "from here\n"}}));
     QCOMPARE(f.output.lines().at(0), text("true"));
@@ -161,7 +162,7 @@ void ExportJob::doesNotCopyOverANameThatIsTaken()
 void ExportJob::removesTheStagingFolderAfterPacking()
 {
     ExportFixture f;
-    QVERIFY(f.exports({f.log(text("a.log"))}));
+    QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
     QVERIFY(!QFileInfo::exists(f.staging()));
 }
 
@@ -172,7 +173,7 @@ void ExportJob::packsNothingElseWhenOnlySdkLogsAreAsked()
     f.log(text("crash.dmp"));
     f.choose({f.log(text("a.log"))});
     f.worker.setSdkLogOnly(true);
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
@@ -182,11 +183,11 @@ void ExportJob::keepsTheSdkLogOnlyWishWhenItsStepWasSkipped()
     hub().sdkLog = false;
     hub().clientDump = true;
     f.worker.setSdkLogOnly(true);
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     // Nothing to copy: the step was skipped, and the other items ran.
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("ClientDump.zip")));
 
-    QVERIFY(f.exports({f.log(text("a.log"))}));
+    QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
@@ -195,9 +196,9 @@ void ExportJob::forgetsTheSdkLogOnlyWishOnceHonoured()
     ExportFixture f;
     hub().clientDump = true;
     f.worker.setSdkLogOnly(true);
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("ClientDump.zip")));
 }
 
@@ -211,7 +212,7 @@ void ExportJob::readsTheFlagsWhenARequestsTurnComes()
     connect(
         &f.worker, &CLogProcessThread::closeWaitDlg, &f.worker, [] { hub().clientDump = true; },
         Qt::DirectConnection);
-    QVERIFY(f.answers(2));
+    QVERIFY(f.waitForExports(2));
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
     QCOMPARE(zipEntryNames(second), QStringList(text("ClientDump.zip")));
 }
@@ -222,7 +223,7 @@ void ExportJob::carriesOutQueuedRequestsInOrder()
     f.choose({f.log(text("a.log"))});
     for (const char *name : {"1.zip", "2.zip", "3.zip"})
         f.worker.enqueueExport(f.scratch.path(text(name)));
-    QVERIFY(f.answers(3));
+    QVERIFY(f.waitForExports(3));
     // The first request consumed the chosen log.
     QCOMPARE(zipEntryNames(f.scratch.path(text("1.zip"))), QStringList(text("SDKLOG/a.log")));
     QCOMPARE(zipEntryNames(f.scratch.path(text("2.zip"))), QStringList());
@@ -237,7 +238,7 @@ void ExportJob::gathersButWritesNoZipForAnEmptyPath()
     f.choose({f.log(text("a.log"), "kept\n")});
     f.worker.setSdkLogOnly(true); // is for requests that are packed
     f.worker.enqueueExport(QString());
-    QVERIFY(f.prints(text("true")));
+    QVERIFY(f.waitForOutput(text("true")));
     QVERIFY(f.ends());
     QCOMPARE(f.answered, 0);
     QCOMPARE(f.scratch.read(text("QZSDK/LogInfo/SDKLOG/a.log")), QByteArray("kept\n"));
@@ -252,12 +253,12 @@ void ExportJob::keepsTheSdkLogOnlyWishOfARequestWithoutAPath()
     f.choose({f.log(text("a.log"))});
     f.worker.setSdkLogOnly(true);
     f.worker.enqueueExport(QString());
-    QVERIFY(f.prints(text("true")));
+    QVERIFY(f.waitForOutput(text("true")));
     QVERIFY(f.ends());
     QVERIFY(QDir(f.staging()).removeRecursively());
 
     f.worker.setRunning(true);
-    QVERIFY(f.exports({f.log(text("b.log"))}));
+    QVERIFY(f.exportAndWait({f.log(text("b.log"))}));
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/b.log")));
 }
 
@@ -266,11 +267,11 @@ void ExportJob::dropsTheRequestWhenTheStagingFolderCannotBeMade()
     ExportFixture f;
     f.worker.setBasePath(f.scratch.path(text("missing/QZSDK/")));
     f.worker.enqueueExport(f.zip());
-    QVERIFY(f.prints(text("mkdir failed")));
+    QVERIFY(f.waitForOutput(text("mkdir failed")));
 
     f.worker.setBasePath(f.base());
     f.worker.enqueueExport(f.scratch.path(text("next.zip")));
-    QVERIFY(f.answers());
+    QVERIFY(f.waitForExports());
     QVERIFY(!QFileInfo::exists(f.zip()));
     QVERIFY(QFileInfo::exists(f.scratch.path(text("next.zip"))));
     QCOMPARE(f.output.lines(), QStringList(text("mkdir failed")));
@@ -282,7 +283,7 @@ void ExportJob::dropsTheRequestWhenTheSdkFolderCannotBeMade()
     f.scratch.file(text("QZSDK/LogInfo/SDKLOG"), "a file in the way");
     f.choose({f.log(text("a.log"))});
     f.worker.enqueueExport(f.zip());
-    QVERIFY(f.prints(text("mkpath failed")));
+    QVERIFY(f.waitForOutput(text("mkpath failed")));
     QVERIFY(f.ends());
     QCOMPARE(f.answered, 0);
     QVERIFY(!QFileInfo::exists(f.zip()));
@@ -294,9 +295,9 @@ void ExportJob::keepsTheChosenLogsOfADroppedRequest()
     const QString inTheWay = f.scratch.file(text("QZSDK/LogInfo/SDKLOG"), "a file");
     f.choose({f.log(text("a.log"))});
     f.worker.enqueueExport(f.zip());
-    QVERIFY(f.prints(text("mkpath failed")));
+    QVERIFY(f.waitForOutput(text("mkpath failed")));
     QVERIFY(QFile::remove(inTheWay));
-    QVERIFY(f.exports());
+    QVERIFY(f.exportAndWait());
     QVERIFY(zipContents(f.zip()).contains(text("SDKLOG/a.log")));
 }
 

@@ -1,8 +1,8 @@
 #include "NicReport.h"
 
 #include "ExportFixture.h"
+#include "FakeSystem.h"
 #include "Faults.h"
-#include "MadeUpMachine.h"
 #include "Text.h"
 
 class NicReport : public QObject
@@ -183,8 +183,8 @@ void NicReport::aFailedQueryIsTheWholeReport()
 
 void NicReport::anEmptyFolderIsRefusedAndNothingIsWritten()
 {
-    MadeUpMachine machine;
-    ExportFixture f(machine.questions());
+    FakeSystem machine;
+    ExportFixture f(machine.probes());
     machine.asked.clear();
     QVERIFY(!f.worker.saveNICInfo(QString()));
     QVERIFY(!QFile::exists(text("/NICInfo.txt")));
@@ -195,9 +195,9 @@ void NicReport::anEmptyFolderIsRefusedAndNothingIsWritten()
 
 void NicReport::anOlderReportIsReplaced()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.adapters.adapters = {ethernet()};
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     f.scratch.file(text("NICInfo.txt"), QByteArray(10000, 'x'));
     QVERIFY(f.worker.saveNICInfo(f.scratch.path()));
     QCOMPARE(f.scratch.read(text("NICInfo.txt")), report(ethernet()));
@@ -206,9 +206,9 @@ void NicReport::anOlderReportIsReplaced()
 
 void NicReport::aFailedQueryIsReportedAndNoFailure()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.adapters.error = 8;
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveNICInfo(f.scratch.path()));
     QCOMPARE(f.scratch.read(text("NICInfo.txt")),
              QByteArray("Call to GetAdaptersAddresses failed with error code: 8\n"));
@@ -216,9 +216,9 @@ void NicReport::aFailedQueryIsReportedAndNoFailure()
 
 void NicReport::aFileThatCannotBeOpenedIsNoFailure()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.adapters.adapters = {ethernet()};
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     const QString taken = f.scratch.folder(text("NICInfo.txt"));
     QVERIFY(f.worker.saveNICInfo(f.scratch.path()));
     QVERIFY(QFileInfo(taken).isDir());
@@ -230,9 +230,9 @@ void NicReport::aFullDiskIsTold()
 {
     if (!FileSizeLimit::available())
         QSKIP("this system cannot limit the size of files");
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.adapters.adapters = QVector<NetworkAdapter>(100, ethernet());
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     {
         const FileSizeLimit limit(1000);
         QVERIFY(f.worker.saveNICInfo(f.scratch.path()));

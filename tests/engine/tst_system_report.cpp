@@ -1,7 +1,7 @@
 #include "SystemReport.h"
 
 #include "ExportFixture.h"
-#include "MadeUpMachine.h"
+#include "FakeSystem.h"
 #include "Text.h"
 
 class SystemReport : public QObject
@@ -91,8 +91,8 @@ void SystemReport::aModuleTakesThreeLines()
 
 void SystemReport::anEmptyFolderIsRefusedAndNothingIsAsked()
 {
-    MadeUpMachine machine;
-    ExportFixture f(machine.questions());
+    FakeSystem machine;
+    ExportFixture f(machine.probes());
     machine.asked.clear();
     QVERIFY(!f.worker.saveSysInfo(QString()));
     QVERIFY(!QFile::exists(text("/SystemInfo.txt")));
@@ -102,9 +102,9 @@ void SystemReport::anEmptyFolderIsRefusedAndNothingIsAsked()
 
 void SystemReport::withoutModulesThereAreExactlyThreeLines()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.memory = memory;
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
     QCOMPARE(f.output.lines(), QStringList());
@@ -112,7 +112,7 @@ void SystemReport::withoutModulesThereAreExactlyThreeLines()
 
 void SystemReport::modulesFollowInTheirOrder()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.memory = memory;
     QByteArray expected = memoryLines;
     for (int i = 0; i < 64; ++i) {
@@ -121,7 +121,7 @@ void SystemReport::modulesFollowInTheirOrder()
         machine.modules.modules.append(module);
         expected += moduleReport(module.partNumber, module.capacity, module.speed);
     }
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.scratch.read(text("SystemInfo.txt")), expected);
     QCOMPARE(expected.count('\n'), 3 + 3 * 64);
@@ -129,9 +129,9 @@ void SystemReport::modulesFollowInTheirOrder()
 
 void SystemReport::theModuleListsAreUsedUp()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.modules.modules = {{"only once", 1, 2}};
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.folder(text("first"))));
     machine.modules.modules.clear();
     QVERIFY(f.worker.saveSysInfo(f.scratch.folder(text("second"))));
@@ -141,9 +141,9 @@ void SystemReport::theModuleListsAreUsedUp()
 
 void SystemReport::aSecondReportIsAppendedToTheFirst()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.memory = memory;
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines + memoryLines);
@@ -151,12 +151,12 @@ void SystemReport::aSecondReportIsAppendedToTheFirst()
 
 void SystemReport::eachZipHoldsOneReport()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.memory = memory;
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     hub().systemInfo = true;
     for (int i = 0; i < 2; ++i) {
-        QVERIFY(f.exports());
+        QVERIFY(f.exportAndWait());
         QCOMPARE(zipContents(f.zip()),
                  (ExportFixture::Contents{{text("SystemInfo.txt"), memoryLines}}));
     }
@@ -164,10 +164,10 @@ void SystemReport::eachZipHoldsOneReport()
 
 void SystemReport::withoutMemoryStatusItFailsAndLeavesAnEmptyFile()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.memory = {};
     machine.modules.modules = {{"not asked for", 1, 2}};
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     QVERIFY(!f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.output.lines(), QStringList(text("Failed to get memory status.")));
     QCOMPARE(f.scratch.read(text("SystemInfo.txt")), QByteArray());
@@ -192,10 +192,10 @@ void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure()
 {
     QFETCH(int, query);
     QFETCH(QString, printed);
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.memory = memory;
     machine.modules.query = MemoryModuleList::Query(query);
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
     QCOMPARE(f.output.take(), QStringList(printed));
@@ -205,11 +205,11 @@ void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure()
 
 void SystemReport::refusedComSecurityKeepsTheModulesUnaskedSilently()
 {
-    MadeUpMachine machine;
+    FakeSystem machine;
     machine.comSecurity = -2147417831; // too late: the process has set it up otherwise already
     machine.memory = memory;
     machine.modules.modules = {{"not asked for", 1, 2}};
-    ExportFixture f(machine.questions());
+    ExportFixture f(machine.probes());
     QVERIFY(!f.worker.queryMemoryModules());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
@@ -219,8 +219,8 @@ void SystemReport::refusedComSecurityKeepsTheModulesUnaskedSilently()
 
 void SystemReport::aFileThatCannotBeOpenedIsNoFailure()
 {
-    MadeUpMachine machine;
-    ExportFixture f(machine.questions());
+    FakeSystem machine;
+    ExportFixture f(machine.probes());
     const QString taken = f.scratch.folder(text("SystemInfo.txt"));
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.output.lines().size(), 1);
@@ -230,7 +230,7 @@ void SystemReport::aFileThatCannotBeOpenedIsNoFailure()
 void SystemReport::theWorkerNotesTheTimeThenSetsTheHubThenAsksForComSecurity()
 {
     resetHub();
-    MadeUpMachine machine;
+    FakeSystem machine;
     qint64 noted = 0;
     QString hubText;
     machine.ask = [&](const QString &) {
@@ -238,7 +238,7 @@ void SystemReport::theWorkerNotesTheTimeThenSetsTheHubThenAsksForComSecurity()
         hubText = hub().spareWorkPath;
     };
     const qint64 before = QDateTime::currentMSecsSinceEpoch();
-    const CLogProcessThread worker(machine.questions());
+    const CLogProcessThread worker(machine.probes());
     QCOMPARE(machine.asked, QStringList(text("comSecurity")));
     QVERIFY(noted >= before && noted <= QDateTime::currentMSecsSinceEpoch());
     QCOMPARE(hubText, text("D:/Vantrel"));

@@ -88,7 +88,7 @@ void ThisMachine::initTestCase()
                                     &hub().systemDump, &hub().clientDump})
         *flag = true;
     fixture->worker.enqueueExport(fixture->zip());
-    QVERIFY(fixture->answers(1, 250000));
+    QVERIFY(fixture->waitForExports(1, 250000));
     contents = verifiedZipContents(fixture->zip());
 }
 

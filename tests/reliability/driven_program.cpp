@@ -41,7 +41,7 @@ void drive(Vantrel &window, const QStringList &zips)
 
 int main(int argc, char **argv)
 {
-    prepareStart();
+    configureQtBeforeStart();
     SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
     if (app.isRunning()) {
         tell("second");
@@ -50,7 +50,7 @@ int main(int argc, char **argv)
     useSystemFont();
     Vantrel window;
     window.show();
-    settleStart();
+    restoreEnvironment();
     QTimer::singleShot(0, &window, [&] { drive(window, QApplication::arguments().mid(1)); });
     return QApplication::exec();
 }

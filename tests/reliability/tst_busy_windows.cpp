@@ -1,7 +1,7 @@
-#include "Dice.h"
+#include "BackgroundLoop.h"
 #include "Hub.h"
 #include "MainWindowFixture.h"
-#include "Mischief.h"
+#include "SeededRandom.h"
 #include "Text.h"
 #include "ViewerFixture.h"
 #include "ZipTools.h"
@@ -99,7 +99,7 @@ void BusyWindows::theViewerLoadsWhileTheFileIsRewritten()
     const QString path = f.folder.file(text("busy.log"), whole);
     const QString other = f.folder.file(text("other.log"), logLine("INFO") + '\n');
     {
-        Mischief writer([&](int round) {
+        BackgroundLoop writer([&](int round) {
             QFile file(path);
             switch (round % 4) {
             case 0: // cut and written anew

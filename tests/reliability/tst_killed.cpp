@@ -1,5 +1,5 @@
-#include "Dice.h"
 #include "ProgramFixture.h"
+#include "SeededRandom.h"
 #include "Text.h"
 
 #include <QElapsedTimer>
@@ -34,7 +34,7 @@ QStringList unexpected(const ProgramFixture::Contents &contents, const QStringLi
 
 void Killed::atRandomMomentsOfAnExport()
 {
-    QRandomGenerator chance = dice();
+    QRandomGenerator chance = seededRandom();
     ProgramFixture f(text("Zoë's 家 home"));
     f.layOutLogs(8, 250'000);
     KeptZips kept;

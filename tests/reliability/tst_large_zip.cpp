@@ -63,7 +63,7 @@ void LargeZip::aLogOfTwoGibibytesGoesThroughTheWholeJob()
     const QString huge = job.f.scratch.sparseFile(text("QZSDK/QZviewer/huge.log"), qint64(1) << 31);
     job.f.choose({job.log, huge});
     job.f.worker.enqueueExport(job.f.zip());
-    QVERIFY(job.f.answers(1, 240000));
+    QVERIFY(job.f.waitForExports(1, 240000));
     // The zip has its name, so that nobody takes it for never there, and everything else.
     KeptZips kept;
     job.whole[text("SDKLOG/huge.log")] = QByteArray();

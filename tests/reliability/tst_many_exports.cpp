@@ -1,5 +1,5 @@
-#include "Dice.h"
 #include "FullJob.h"
+#include "SeededRandom.h"
 #include "Text.h"
 
 /// Many exports: queued at once, given up at the end, and one of every kind.
@@ -96,7 +96,7 @@ void ManyExports::twoHundredAreQueuedAtOnce()
     job.f.choose({job.log});
     for (int i = 0; i < count; ++i)
         job.f.worker.enqueueExport(zip(i));
-    QVERIFY(job.f.answers(count, 240000));
+    QVERIFY(job.f.waitForExports(count, 240000));
 
     KeptZips kept;
     const QStringList names = zipEntryNames(zip(0));
@@ -125,7 +125,7 @@ void ManyExports::twoHundredAreQueuedWhileTheWorkerGoes()
         FullJob job;
         for (int i = 0; i < manyRequests; ++i)
             job.f.worker.enqueueExport(zip(i));
-        QVERIFY(job.f.answers());
+        QVERIFY(job.f.waitForExports());
         job.f.worker.setRunning(false);
         QVERIFY(
             job.f.worker.wait(ExportFixture::patience)); // no longer than the request in hand takes
@@ -154,7 +154,7 @@ void ManyExports::everyChoiceOfItems()
         choice.setFlags();
         QFile::remove(job.f.zip());
         job.f.worker.setSdkLogOnly(choice.sdkLogOnly);
-        QVERIFY(job.f.exports(choice.chosenLog ? QStringList(job.log) : QStringList()));
+        QVERIFY(job.f.exportAndWait(choice.chosenLog ? QStringList(job.log) : QStringList()));
         QVERIFY2(job.packed(&kept) == choice.partOf(job.whole),
                  qPrintable(QString::number(number)));
         QVERIFY(!QFileInfo::exists(job.f.staging()));

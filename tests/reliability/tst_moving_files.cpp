@@ -1,8 +1,8 @@
-#include "Dice.h"
+#include "BackgroundLoop.h"
 #include "Faults.h"
 #include "FullJob.h"
-#include "Mischief.h"
 #include "Noise.h"
+#include "SeededRandom.h"
 #include "Text.h"
 
 /// Others write, cut, lock and remove files and folders while exports run. Each zip is a valid one,
@@ -28,7 +28,7 @@ using Contents = FullJob::Contents;
 
 const QByteArray filling = noise(30'000);
 
-int exports()
+int exportCount()
 {
     return times("VANTREL_EXPORTS", 20);
 }
@@ -51,7 +51,7 @@ struct BusyJob : FullJob
     bool runBoth()
     {
         requestBoth();
-        return f.answers();
+        return f.waitForExports();
     }
 
     /// What lies in the zip of the busy log; the rest has to be whole.
@@ -116,7 +116,7 @@ void MovingFiles::aLogIsCutAndGrowsWhileItIsCopied()
 {
     BusyJob job;
     {
-        Mischief writer([&](int round) {
+        BackgroundLoop writer([&](int round) {
             QFile file(job.busy);
             if (!file.open(QIODevice::ReadWrite))
                 return;
@@ -125,7 +125,7 @@ void MovingFiles::aLogIsCutAndGrowsWhileItIsCopied()
             file.seek(cut);
             file.write(job.contents.mid(cut));
         });
-        for (int i = exports(); i > 0; --i) {
+        for (int i = exportCount(); i > 0; --i) {
             QVERIFY(job.runBoth());
             QByteArray found;
             QVERIFY(job.restIsWhole(found));
@@ -140,7 +140,7 @@ void MovingFiles::aLogIsReplacedAndRemovedWhileItIsCopied()
 {
     BusyJob job;
     {
-        Mischief other([&](int round) {
+        BackgroundLoop other([&](int round) {
             const QString next = job.busy + text(".next");
             QFile file(next);
             if (file.open(QIODevice::WriteOnly))
@@ -150,7 +150,7 @@ void MovingFiles::aLogIsReplacedAndRemovedWhileItIsCopied()
             if (round % 3 != 0)
                 QFile::rename(next, job.busy);
         });
-        for (int i = exports(); i > 0; --i) {
+        for (int i = exportCount(); i > 0; --i) {
             QVERIFY(job.runBoth());
             QByteArray found;
             QVERIFY(job.restIsWhole(found));
@@ -173,11 +173,11 @@ void MovingFiles::theRightToReadComesAndGoes()
         job.f.scratch.file(text("QZSDK/QZviewer/busy.log"), job.contents);
     }
     {
-        Mischief owner([&](int round) {
+        BackgroundLoop owner([&](int round) {
             QFile::setPermissions(job.busy, round % 2 == 0 ? QFileDevice::Permissions()
                                                            : Everybody::mayReadAndWrite);
         });
-        for (int i = exports(); i > 0; --i) {
+        for (int i = exportCount(); i > 0; --i) {
             {
                 const OrdinaryUser user;
                 QVERIFY(job.runBoth());
@@ -198,11 +198,11 @@ void MovingFiles::theSourceFolderComesAndGoes()
     const QString source = job.f.base() + text("QZviewer");
     const QString away = job.f.scratch.path(text("away"));
     {
-        Mischief other([&](int) {
+        BackgroundLoop other([&](int) {
             QDir().rename(source, away);
             QDir().rename(away, source);
         });
-        for (int i = exports(); i > 0; --i) {
+        for (int i = exportCount(); i > 0; --i) {
             QVERIFY(job.run());
             const Contents found = job.packed(&kept);
             for (auto entry = found.begin(); entry != found.end(); ++entry)
@@ -220,8 +220,8 @@ void MovingFiles::theStagingFolderIsTakenAway()
     FullJob job(filling);
     KeptZips kept;
     {
-        Mischief other([&](int) { QDir(job.f.staging()).removeRecursively(); });
-        for (int i = exports(); i > 0; --i) {
+        BackgroundLoop other([&](int) { QDir(job.f.staging()).removeRecursively(); });
+        for (int i = exportCount(); i > 0; --i) {
             job.f.output.take();
             job.request();
             QVERIFY(job.settles());
@@ -239,7 +239,7 @@ void MovingFiles::theSdkFolderIsTakenAway()
     KeptZips kept;
     const QString sdk = job.f.scratch.path(text("QZSDK"));
     const QString away = job.f.scratch.path(text("away"));
-    for (int i = exports(); i > 0; --i) {
+    for (int i = exportCount(); i > 0; --i) {
         job.f.output.take();
         job.request();
         if (!job.f.worker.isRunning())
@@ -267,7 +267,7 @@ void MovingFiles::theFolderOfTheZipIsReadOnly()
         const OrdinaryUser user;
         job.f.choose({job.log});
         job.f.worker.enqueueExport(zip);
-        QVERIFY(job.f.answers());
+        QVERIFY(job.f.waitForExports());
     }
     QVERIFY(job.f.output.contains(text("cannot write zip \"%1\"").arg(zip)));
     QVERIFY(!QFileInfo::exists(zip));

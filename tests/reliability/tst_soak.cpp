@@ -1,9 +1,9 @@
-#include "Dice.h"
 #include "EventCount.h"
 #include "Hub.h"
 #include "LogViewer.h"
 #include "Machine.h"
 #include "MainWindowFixture.h"
+#include "SeededRandom.h"
 #include "Text.h"
 
 #include <QAction>

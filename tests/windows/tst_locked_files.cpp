@@ -28,7 +28,7 @@ void LockedFiles::leavesOutALogThatItsWriterKeepsToItself()
     const QString locked = f.log(text("locked.log"), "secret\n");
     const QString free = f.log(text("free.log"), "free\n");
     const HeldFile held(locked, HeldFile::Others::MayNothing);
-    QVERIFY(f.exports({locked, free}));
+    QVERIFY(f.exportAndWait({locked, free}));
     const ExportFixture::Contents contents = zipContents(f.zip());
     QVERIFY(contents.contains(text("SDKLOG/free.log")));
     QVERIFY(!contents.value(text("SDKLOG/locked.log")).contains("secret"));
@@ -48,7 +48,7 @@ void LockedFiles::takesALogThatItsWriterShares()
     ExportFixture f;
     const QString log = f.log(text("busy.log"), "still being written\n");
     const HeldFile held(log, HeldFile::Others(others));
-    QVERIFY(f.exports({log}));
+    QVERIFY(f.exportAndWait({log}));
     QCOMPARE(zipContents(f.zip()).value(text("SDKLOG/busy.log")),
              QByteArray("still being written\n"));
 }
@@ -61,10 +61,10 @@ void LockedFiles::overwritesNoZipThatIsOpenElsewhereAndGoesOn()
     const HeldFile held(open, HeldFile::Others::MayRead);
     f.choose({log});
     f.worker.enqueueExport(open);
-    QVERIFY(f.answers());
+    QVERIFY(f.waitForExports());
     QCOMPARE(f.scratch.read(text("open.zip")), QByteArray("somebody looks at it"));
 
-    QVERIFY(f.exports({log}));
+    QVERIFY(f.exportAndWait({log}));
     QCOMPARE(zipContents(f.zip()).value(text("SDKLOG/a.log")), QByteArray("line\n"));
 }
 

@@ -57,7 +57,7 @@ void WindowsPaths::exportsWhereFoldersHaveChineseNames()
     f.choose({log});
     const QString zip = f.scratch.path(text("用户 张三/导出.zip"));
     f.worker.enqueueExport(zip);
-    QVERIFY(f.answers());
+    QVERIFY(f.waitForExports());
     const ExportFixture::Contents contents = zipContents(zip);
     QCOMPARE(contents.value(text("SDKLOG/日志.log")), QByteArray("line\n"));
     QVERIFY(contents.value(text("NICInfo.txt")).startsWith("Adapter: "));
@@ -71,7 +71,7 @@ void WindowsPaths::exportsToABackslashedPathWithADrive()
     const QString zip = QDir::toNativeSeparators(f.zip());
     QVERIFY2(zip.mid(1, 2) == text(":\\"), qPrintable(zip));
     f.worker.enqueueExport(zip);
-    QVERIFY(f.answers());
+    QVERIFY(f.waitForExports());
     QVERIFY(zipContents(f.zip()).contains(text("SDKLOG/a.log")));
 }
 
@@ -83,7 +83,7 @@ void WindowsPaths::exportsAPathBeyond260Characters()
     QVERIFY(zip.size() > MAX_PATH);
     f.choose({f.log(text("a.log"))});
     f.worker.enqueueExport(zip);
-    QVERIFY(f.answers());
+    QVERIFY(f.waitForExports());
     QVERIFY(zipContents(zip).contains(text("SDKLOG/a.log")));
 }
 

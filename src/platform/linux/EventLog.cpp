@@ -1,6 +1,6 @@
 #include "EventLog.h"
 
-#include "linux/Sources.h"
+#include "linux/LinuxSeams.h"
 
 #include <QDebug>
 #include <QElapsedTimer>

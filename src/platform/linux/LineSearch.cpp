@@ -1,8 +1,8 @@
 #include "LineSearch.h"
 
+#include "LineBlockReader.h"
 #include "LineFilter.h"
 #include "SharedFile.h"
-#include "TextBlocks.h"
 
 #include <QFile>
 
@@ -38,10 +38,10 @@ bool systemLineSearch(const std::string &keyword, const QString &path, const Pie
     if (filter.matchesNothing())
         return true;
     // Read, not mapped: a log that its writer cuts short while it is searched just ends earlier.
-    TextBlocks blocks(file);
+    LineBlockReader blocks(file);
     const auto found = [&sink, &stop](std::string_view line) { handOut(line, sink, stop); };
     for (std::string_view block; !stop && !(block = blocks.next()).empty();)
         filter.forEachLine(block, found);
-    blocks.reportLosses(path);
+    blocks.logProblems(path);
     return true;
 }

@@ -1,6 +1,6 @@
 #include "MemoryModules.h"
 
-#include "linux/Sources.h"
+#include "linux/LinuxSeams.h"
 
 #include <QFile>
 

@@ -1,6 +1,6 @@
 #include "MemoryStatus.h"
 
-#include "linux/Sources.h"
+#include "linux/LinuxSeams.h"
 
 #include <QFile>
 #include <QList>

@@ -1,6 +1,6 @@
 #include "NetworkAdapters.h"
 
-#include "linux/Sources.h"
+#include "linux/LinuxSeams.h"
 
 #include <QFile>
 #include <QNetworkInterface>

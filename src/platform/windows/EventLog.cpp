@@ -1,6 +1,6 @@
 #include "EventLog.h"
 
-#include "windows/Answers.h"
+#include "windows/Win32Seams.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "windows/Answers.h"
+#include "windows/Win32Seams.h"
 
 // The socket header comes before the one that would bring its predecessor.
 #include <winsock2.h>

@@ -2,7 +2,7 @@
 
 #include "Faults.h"
 #include "ScratchFolder.h"
-#include "linux/Sources.h"
+#include "linux/LinuxSeams.h"
 
 #include <QFile>
 
@@ -15,7 +15,7 @@ struct JournalScript
         QFile::setPermissions(journal.program, Everybody::mayDoAll);
     }
 
-    bool exports(const QString &channel) { return exportJournal(channel, target(), journal); }
+    bool exportAndWait(const QString &channel) { return exportJournal(channel, target(), journal); }
     [[nodiscard]] QString target() const { return scratch.path(QStringLiteral("events")); }
 
     ScratchFolder scratch;

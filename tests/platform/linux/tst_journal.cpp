@@ -53,7 +53,7 @@ void JournalExport::asksForTheUsersOrTheSystemsEventsLosslessly()
 {
     QFETCH(QString, channel);
     JournalScript script("printf '%s\\n' \"$@\"");
-    QVERIFY(script.exports(channel));
+    QVERIFY(script.exportAndWait(channel));
     QTEST(script.scratch.read(text("events")), "arguments");
 }
 
@@ -61,7 +61,7 @@ void JournalExport::takesWhatIsPrintedByteForByte()
 {
     JournalScript script("printf 'a\\0b\\r\\n\\377'");
     const DebugCapture output;
-    QVERIFY(script.exports(system_));
+    QVERIFY(script.exportAndWait(system_));
     QCOMPARE(script.scratch.read(text("events")), QByteArray("a\0b\r\n\xff", 6));
     QCOMPARE(output.lines(), QStringList());
 }
@@ -70,7 +70,7 @@ void JournalExport::replacesWhatStoodThere()
 {
     JournalScript script("echo new");
     script.scratch.file(text("events"), "old and longer\n");
-    QVERIFY(script.exports(system_));
+    QVERIFY(script.exportAndWait(system_));
     QCOMPARE(script.scratch.read(text("events")), QByteArray("new\n"));
 }
 
@@ -88,7 +88,7 @@ void JournalExport::complaintsGoToTheDebugOutput()
 {
     JournalScript script("echo 'Hint: 提示' >&2; echo events; echo second >&2");
     const DebugCapture output;
-    QVERIFY(script.exports(system_));
+    QVERIFY(script.exportAndWait(system_));
     QCOMPARE(output.lines(), QStringList({text("Hint: 提示"), text("second")}));
     QCOMPARE(script.scratch.read(text("events")), QByteArray("events\n"));
 }
@@ -97,7 +97,7 @@ void JournalExport::endlessComplaintsTakeNoMemory()
 {
     JournalScript script("head -c 3000000 /dev/zero | tr '\\0' x >&2; echo events");
     const DebugCapture output;
-    QVERIFY(script.exports(system_));
+    QVERIFY(script.exportAndWait(system_));
     QCOMPARE(output.lines(), QStringList(QString(64 * 1024, QLatin1Char('x'))));
 }
 
@@ -105,7 +105,7 @@ void JournalExport::aFailingProgramLeavesNoFile()
 {
     JournalScript script("echo half; echo refused >&2; exit 1");
     const DebugCapture output;
-    QVERIFY(!script.exports(application));
+    QVERIFY(!script.exportAndWait(application));
     QVERIFY(!QFileInfo::exists(script.target()));
     QCOMPARE(output.lines(), QStringList(text("refused")));
 }
@@ -114,7 +114,7 @@ void JournalExport::aCrashingProgramLeavesNoFile()
 {
     JournalScript script("echo half; kill -SEGV $$");
     const DebugCapture output;
-    QVERIFY(!script.exports(application));
+    QVERIFY(!script.exportAndWait(application));
     QVERIFY(!QFileInfo::exists(script.target()));
 }
 
@@ -137,7 +137,7 @@ void JournalExport::aProgramThatHangsIsEnded()
     const DebugCapture output;
     QElapsedTimer time;
     time.start();
-    QVERIFY(!script.exports(application));
+    QVERIFY(!script.exportAndWait(application));
     QVERIFY(time.elapsed() < 20000);
     QVERIFY(!QFileInfo::exists(script.target()));
     QCOMPARE(output.lines().first(), text("waiting"));
@@ -148,7 +148,7 @@ void JournalExport::aSlowProgramThatGoesOnWritingIsNot()
 {
     JournalScript script("for i in 1 2 3 4 5 6 7 8; do echo $i; sleep 0.25; done");
     script.journal.timeout = 1500; // less than the whole takes, more than it pauses
-    QVERIFY(script.exports(system_));
+    QVERIFY(script.exportAndWait(system_));
     QCOMPARE(script.scratch.read(text("events")), QByteArray("1\n2\n3\n4\n5\n6\n7\n8\n"));
 }
 
@@ -173,7 +173,7 @@ case $last in
 esac)");
     script.journal.most = 2000;
     const DebugCapture output;
-    QVERIFY(script.exports(system_));
+    QVERIFY(script.exportAndWait(system_));
     const QByteArray events = script.scratch.read(text("events"));
     QVERIFY(events.size() <= 2000);
     QVERIFY(events.count("E=") >= 10);
@@ -188,7 +188,7 @@ void JournalExport::aUserWithoutEventsCostsNothing()
 {
     JournalScript script("exit 0");
     const DebugCapture output;
-    QVERIFY(script.exports(application));
+    QVERIFY(script.exportAndWait(application));
     QVERIFY(!QFileInfo::exists(script.target()));
     QCOMPARE(output.lines(), QStringList(text("no events: \"Application\"")));
 }
@@ -197,7 +197,7 @@ void JournalExport::aSystemWithoutEventsKeepsNoJournal()
 {
     JournalScript script("echo 'No journal files were found.' >&2");
     const DebugCapture output;
-    QVERIFY(!script.exports(system_));
+    QVERIFY(!script.exportAndWait(system_));
     QVERIFY(!QFileInfo::exists(script.target()));
     QCOMPARE(output.lines(),
              QStringList({text("No journal files were found."), text("no events: \"System\"")}));
@@ -216,7 +216,7 @@ void JournalExport::worksOnAThreadWithoutEventLoop()
     JournalScript script("echo events");
     bool exported = false;
     const std::unique_ptr<QThread> thread(
-        QThread::create([&] { exported = script.exports(system_); }));
+        QThread::create([&] { exported = script.exportAndWait(system_); }));
     thread->start();
     QVERIFY(thread->wait(20000));
     QVERIFY(exported);

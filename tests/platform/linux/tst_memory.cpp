@@ -1,5 +1,5 @@
 #include "ScratchFolder.h"
-#include "linux/Sources.h"
+#include "linux/LinuxSeams.h"
 
 #include <QFileInfo>
 #include <QtTest>

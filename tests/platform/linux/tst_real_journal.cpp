@@ -101,7 +101,7 @@ void RealJournal::isExportedAsItStands()
     const MadeJournal journal(fileName);
     QVERIFY(journal.made);
     JournalScript script(journal.wrapper());
-    QVERIFY(script.exports(channel));
+    QVERIFY(script.exportAndWait(channel));
     const QByteArray exported = script.scratch.read(text("events"));
     QCOMPARE(exported, journal.told());
     QCOMPARE(exported.count("\nMESSAGE=frame "), eventCount - 1);
@@ -114,7 +114,7 @@ void RealJournal::isExportedFromItsNewestEventsOn()
     QVERIFY(journal.made);
     JournalScript script(journal.wrapper());
     script.journal.most = journal.told().size() / 2;
-    QVERIFY(script.exports(text("System")));
+    QVERIFY(script.exportAndWait(text("System")));
     const QByteArray exported = script.scratch.read(text("events"));
     const int count = exported.count("\nMESSAGE=frame ");
     QVERIFY2(count > eventCount / 3 && count < eventCount, qPrintable(QString::number(count)));

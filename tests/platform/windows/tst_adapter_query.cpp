@@ -1,4 +1,4 @@
-#include "windows/Answers.h"
+#include "windows/Win32Seams.h"
 
 #include <QtTest>
 

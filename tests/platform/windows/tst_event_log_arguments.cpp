@@ -1,5 +1,5 @@
 #include "DebugCapture.h"
-#include "windows/Answers.h"
+#include "windows/Win32Seams.h"
 
 #include <QtTest>
 

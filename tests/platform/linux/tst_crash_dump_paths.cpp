@@ -1,7 +1,7 @@
 #include "Faults.h"
 #include "ScratchFolder.h"
 #include "Text.h"
-#include "linux/Sources.h"
+#include "linux/LinuxSeams.h"
 
 #include <QFile>
 #include <QtTest>
@@ -24,7 +24,7 @@ const QDateTime noon = QDateTime::fromSecsSinceEpoch(1'700'000'000, Qt::UTC);
 
 QString kernelDumpBelow(const QString &folder)
 {
-    return dumpPlacesFrom(folder).kernelDump;
+    return crashDumpPathsFrom(folder).kernelDump;
 }
 
 } // namespace
@@ -48,7 +48,7 @@ void KernelDumps::theNewestOfAllKernelDumpsCounts()
     QCOMPARE(kernelDumpBelow(scratch.path()), second);
     const QString third = scratch.file(text("deep/er/vmcore.flat"), "3", noon.addDays(-1));
     QCOMPARE(kernelDumpBelow(scratch.path()), third);
-    QCOMPARE(dumpPlacesFrom(scratch.path()).kernelDumpProbe, third);
+    QCOMPARE(crashDumpPathsFrom(scratch.path()).kernelDumpTestPath, third);
     QVERIFY(QFile::link(third, scratch.path(text("vmcore.link"))));
     QCOMPARE(kernelDumpBelow(scratch.path()), third);
 }
@@ -77,13 +77,13 @@ void KernelDumps::unreadableOnesAreMissing()
 
 void KernelDumps::smallDumpsAreKernelLogsThatMayBeRead()
 {
-    const DumpPlaces places = dumpPlacesFrom(text("/nowhere"), text("/kernel/logs"));
-    QCOMPARE(places.smallDumps, text("/kernel/logs"));
-    QVERIFY(text("dmesg-efi-170000000001001").contains(places.smallDumpMark));
-    QVERIFY(text("dmesg.txt").contains(places.smallDumpMark));
-    QVERIFY(!text("console-ramoops-0").contains(places.smallDumpMark));
+    const CrashDumpPaths places = crashDumpPathsFrom(text("/nowhere"), text("/kernel/logs"));
+    QCOMPARE(places.minidumps, text("/kernel/logs"));
+    QVERIFY(text("dmesg-efi-170000000001001").contains(places.minidumpNamePart));
+    QVERIFY(text("dmesg.txt").contains(places.minidumpNamePart));
+    QVERIFY(!text("console-ramoops-0").contains(places.minidumpNamePart));
     QVERIFY(places.unreadableIsMissing);
 }
 
 QTEST_GUILESS_MAIN(KernelDumps)
-#include "tst_dump_places.moc"
+#include "tst_crash_dump_paths.moc"

@@ -1,35 +1,35 @@
 #pragma once
 
-#include "SystemQuestions.h"
+#include "SystemProbes.h"
 
 #include <QFile>
 #include <QStringList>
 
 /// A machine whose answers a test makes up. It has to outlive the worker that asks it; what it was
 /// asked may be read when the worker has answered.
-struct MadeUpMachine
+struct FakeSystem
 {
     qint32 comSecurity = 0;
     AdapterList adapters;
     std::optional<MemoryStatus> memory = MemoryStatus{};
     MemoryModuleList modules;
-    DumpPlaces dumps;
+    CrashDumpPaths dumps;
     QByteArray filling;          ///< behind the events of each channel
     QString refusedChannel;      ///< cannot be exported
     QStringList exportedTargets; ///< of the channels, in the order of the asking
-    QStringList asked;           ///< names of the questions, in the order of the asking
+    QStringList asked;           ///< names of the probes, in the order of the asking
 
     /// Throws where a test says so, in place of the answer.
     std::function<void(const QString &question)> ask = [](const QString &) {};
 
-    [[nodiscard]] SystemQuestions questions()
+    [[nodiscard]] SystemProbes probes()
     {
-        SystemQuestions result;
+        SystemProbes result;
         result.comSecurity = [this] { return noting("comSecurity"), comSecurity; };
         result.adapters = [this] { return noting("adapters"), adapters; };
         result.memory = [this] { return noting("memory"), memory; };
         result.memoryModules = [this] { return noting("memoryModules"), modules; };
-        result.dumpPlaces = [this] { return noting("dumpPlaces"), dumps; };
+        result.crashDumpPaths = [this] { return noting("crashDumpPaths"), dumps; };
         result.exportEventLog = [this](const QString &channel, const QString &target) {
             noting(channel.toUtf8().constData());
             exportedTargets.append(target);

@@ -1,5 +1,5 @@
 #include "ComSecurity.h"
-#include "DumpPlaces.h"
+#include "CrashDumpPaths.h"
 #include "EventLog.h"
 #include "MemoryModules.h"
 #include "MemoryStatus.h"
@@ -88,13 +88,13 @@ void WindowsAnswers::anExportedChannelIsAFileAndARefusedOneNone()
 
 void WindowsAnswers::dumpsLieWhereWindowsPutsThem()
 {
-    const DumpPlaces places = dumpPlaces();
-    QCOMPARE(places.kernelDumpProbe, QStringLiteral("C:\\Windows\\Memory.dmp"));
+    const CrashDumpPaths places = crashDumpPaths();
+    QCOMPARE(places.kernelDumpTestPath, QStringLiteral("C:\\Windows\\Memory.dmp"));
     QCOMPARE(places.kernelDump, QStringLiteral("C:/Windows/MEMORY.DMP"));
-    QCOMPARE(places.smallDumps, QStringLiteral("C:/Windows/Minidumps/"));
-    QCOMPARE(places.smallDumpMark, QStringLiteral(".dmp"));
+    QCOMPARE(places.minidumps, QStringLiteral("C:/Windows/Minidumps/"));
+    QCOMPARE(places.minidumpNamePart, QStringLiteral(".dmp"));
     QVERIFY(!places.unreadableIsMissing);
 }
 
 QTEST_GUILESS_MAIN(WindowsAnswers)
-#include "tst_windows_answers.moc"
+#include "tst_win32_seams.moc"

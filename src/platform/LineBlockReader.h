@@ -10,7 +10,7 @@ class QString;
 
 /// Reads a text in blocks of whole lines, however long a line is. CR LF and LF both end a line and
 /// come out as LF; any other byte, a lone CR among them, is content.
-class TextBlocks
+class LineBlockReader
 {
 public:
     static constexpr std::size_t blockBytes = std::size_t{256} << 10; ///< fits a processor's cache
@@ -18,7 +18,7 @@ public:
 
     /// @p device must be open for reading and outlive this object. What a line has beyond
     /// @p longestLine bytes, which are blockBytes at least, is left out.
-    explicit TextBlocks(QIODevice &device, std::size_t longestLine = maxLineBytes);
+    explicit LineBlockReader(QIODevice &device, std::size_t longestLine = maxLineBytes);
 
     /// The next lines, each with its line feed, which only the last line of the text may lack.
     /// Empty: the text has ended. Valid until the next call.
@@ -27,9 +27,10 @@ public:
     /// The text has ended too early, because the device could not be read any further.
     [[nodiscard]] bool failed() const { return readFailed; }
     /// A line so far was longer than the longest, and was cut.
-    [[nodiscard]] bool hasCut() const { return lineCut; }
-    /// Writes to the debug output what failed() and hasCut() say of the file at @p path, if so.
-    void reportLosses(const QString &path) const;
+    [[nodiscard]] bool hasTruncatedLines() const { return lineCut; }
+    /// Writes to the debug output what failed() and hasTruncatedLines() say of the file at @p path,
+    /// if so.
+    void logProblems(const QString &path) const;
 
 private:
     bool readMore();

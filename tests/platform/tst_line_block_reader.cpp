@@ -1,5 +1,5 @@
 #include "DebugCapture.h"
-#include "TextBlocks.h"
+#include "LineBlockReader.h"
 
 #include <QBuffer>
 #include <QtTest>
@@ -47,7 +47,7 @@ protected:
     }
 };
 
-QByteArray allOf(TextBlocks &blocks, int *count = nullptr)
+QByteArray allOf(LineBlockReader &blocks, int *count = nullptr)
 {
     QByteArray result;
     for (std::string_view block = blocks.next(); !block.empty(); block = blocks.next()) {
@@ -113,7 +113,7 @@ void TextBlocksTest::findsLineEndsWhereverThePortionsAreCut()
 {
     QFETCH(int, portion);
     Trickle text("one\r\ntwo\r\r\n\r\n\nthree\rfour\nlast\r", portion);
-    TextBlocks blocks(text);
+    LineBlockReader blocks(text);
     QCOMPARE(allOf(blocks), QByteArray("one\ntwo\r\n\n\nthree\rfour\nlast\r"));
 }
 
@@ -124,7 +124,7 @@ void TextBlocksTest::handsOutWholeLinesOnly()
         text += "line number " + QByteArray::number(i) + '\n';
     QBuffer device(&text);
     QVERIFY(device.open(QIODevice::ReadOnly));
-    TextBlocks blocks(device);
+    LineBlockReader blocks(device);
     QByteArray all;
     for (std::string_view block = blocks.next(); !block.empty(); block = blocks.next()) {
         QCOMPARE(block.back(), '\n');
@@ -138,18 +138,18 @@ void TextBlocksTest::keepsLinesOfTenMegabytes()
     QByteArray text = "short\n" + QByteArray(10'000'000, 'x') + "\r\nshort\n";
     QBuffer device(&text);
     QVERIFY(device.open(QIODevice::ReadOnly));
-    TextBlocks blocks(device);
+    LineBlockReader blocks(device);
     QVERIFY(allOf(blocks) == text.replace("\r\n", "\n"));
 }
 
 void TextBlocksTest::cutsALineAtItsLimitAndGoesOnBehindIt()
 {
-    const int limit = int(TextBlocks::blockBytes) + 5;
+    const int limit = int(LineBlockReader::blockBytes) + 5;
     for (const int length : {limit - 1, limit, limit + 1, 3 * limit}) {
         QByteArray text = QByteArray(length, 'x') + "\nnext\n";
         QBuffer device(&text);
         QVERIFY(device.open(QIODevice::ReadOnly));
-        TextBlocks blocks(device, std::size_t(limit));
+        LineBlockReader blocks(device, std::size_t(limit));
         QVERIFY(allOf(blocks) == QByteArray(qMin(length, limit), 'x') + "\nnext\n");
     }
 }
@@ -157,34 +157,34 @@ void TextBlocksTest::cutsALineAtItsLimitAndGoesOnBehindIt()
 void TextBlocksTest::tellsAFailedReadFromTheEnd()
 {
     Failing broken("one\ntw", 3);
-    TextBlocks some(broken);
+    LineBlockReader some(broken);
     QVERIFY(!some.failed());
     QCOMPARE(allOf(some), QByteArray("one\ntw"));
     QVERIFY(some.failed());
 
     Trickle whole("one\ntw", 3);
-    TextBlocks all(whole);
+    LineBlockReader all(whole);
     QCOMPARE(allOf(all), QByteArray("one\ntw"));
     QVERIFY(!all.failed());
 }
 
 void TextBlocksTest::reportsLossesOnceAFile()
 {
-    const int limit = int(TextBlocks::blockBytes);
+    const int limit = int(LineBlockReader::blockBytes);
     const QString path = QStringLiteral("a.log");
     DebugCapture output;
     Trickle fitting(QByteArray(limit, 'x') + '\n', 100'000);
-    TextBlocks whole(fitting, std::size_t(limit));
+    LineBlockReader whole(fitting, std::size_t(limit));
     allOf(whole);
-    QVERIFY(!whole.hasCut());
-    whole.reportLosses(path);
+    QVERIFY(!whole.hasTruncatedLines());
+    whole.logProblems(path);
     QCOMPARE(output.take(), QStringList());
 
     Failing broken((QByteArray(2 * limit, 'x') + '\n').repeated(2), 100'000);
-    TextBlocks blocks(broken, std::size_t(limit));
+    LineBlockReader blocks(broken, std::size_t(limit));
     allOf(blocks);
-    QVERIFY(blocks.hasCut());
-    blocks.reportLosses(path);
+    QVERIFY(blocks.hasTruncatedLines());
+    blocks.logProblems(path);
     QCOMPARE(output.take(),
              QStringList({QStringLiteral("read failed: a.log"),
                           QStringLiteral("line longer than 262144 bytes cut: a.log")}));
@@ -194,18 +194,18 @@ void TextBlocksTest::hasNothingOfAnEmptyText()
 {
     QBuffer device;
     QVERIFY(device.open(QIODevice::ReadOnly));
-    TextBlocks blocks(device);
+    LineBlockReader blocks(device);
     QVERIFY(blocks.next().empty());
 }
 
 void TextBlocksTest::staysAtTheEnd()
 {
     Trickle text("no line feed", 100);
-    TextBlocks blocks(text);
+    LineBlockReader blocks(text);
     QVERIFY(blocks.next() == "no line feed");
     QVERIFY(blocks.next().empty());
     QVERIFY(blocks.next().empty());
 }
 
 QTEST_APPLESS_MAIN(TextBlocksTest)
-#include "tst_text_blocks.moc"
+#include "tst_line_block_reader.moc"

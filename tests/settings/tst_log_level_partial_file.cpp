@@ -35,7 +35,7 @@ private slots:
 
 namespace {
 
-constexpr int tornAfter = 10; // bytes
+constexpr int writtenBytes = 10; // bytes
 constexpr qint64 tooLargeToRead = 600LL * 1024 * 1024;
 
 // Too large to be read, but to be written: the fault of a moment, made to last.
@@ -57,7 +57,8 @@ struct TearingDisk
             return overwriteFile(path, bytes);
         --failures;
         QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes.left(tornAfter)) != tornAfter)
+        if (!file.open(QIODevice::WriteOnly) ||
+            file.write(bytes.left(writtenBytes)) != writtenBytes)
             qFatal("cannot tear the file");
         file.close();
         if (unreadable)
@@ -119,7 +120,7 @@ void LogLevelTornFile::worksFromTheKeptTextAfterAFailedWrite()
     Fixture f("first line\n" + infoFile + "last line", TearingDisk{4});
     for (int attempt = 0; attempt < 2; ++attempt) {
         QCOMPARE(f.setDebug(), Outcome::Failed);
-        QCOMPARE(f.contents().size(), tornAfter);
+        QCOMPARE(f.contents().size(), writtenBytes);
     }
     QCOMPARE(f.setDebug(), Outcome::Done);
     QCOMPARE(unixLines(f.contents()), "first line\n" + debugFile + "last line");
@@ -147,7 +148,7 @@ void LogLevelTornFile::keepsTheTextWhenTheTornFileCannotBeRead()
 {
     Fixture f("first line\n" + infoFile, TearingDisk{2, true});
     QCOMPARE(f.setDebug(), Outcome::Failed);
-    QVERIFY(QFile::resize(f.path, tornAfter));
+    QVERIFY(QFile::resize(f.path, writtenBytes));
     QCOMPARE(f.contents(), QByteArray("first line"));
     QCOMPARE(f.setDebug(), Outcome::Done);
     QCOMPARE(unixLines(f.contents()), "first line\n" + debugFile);
@@ -208,7 +209,7 @@ void LogLevelTornFile::saysOnceWhatWasNotWrittenAndNotRestored()
     f.end();
     QCOMPARE(output.lines(), QStringList({QStringLiteral("log config not written"),
                                           QStringLiteral("log config not restored")}));
-    QCOMPARE(f.contents(), infoFile.left(tornAfter));
+    QCOMPARE(f.contents(), infoFile.left(writtenBytes));
 }
 
 void LogLevelTornFile::saysNotThatATextWhichIsBackWasNotRestored()
@@ -222,4 +223,4 @@ void LogLevelTornFile::saysNotThatATextWhichIsBackWasNotRestored()
 }
 
 QTEST_GUILESS_MAIN(LogLevelTornFile)
-#include "tst_log_level_torn_file.moc"
+#include "tst_log_level_partial_file.moc"

@@ -8,11 +8,11 @@
 #include <utility>
 
 /// Does something again and again on a thread of its own, as another program would, until its end.
-class Mischief
+class BackgroundLoop
 {
 public:
     /// @p act is given the number of the round, from 0.
-    explicit Mischief(std::function<void(int)> act)
+    explicit BackgroundLoop(std::function<void(int)> act)
         : doing(std::move(act))
         , thread(QThread::create([this] {
             for (int round = 0; !enough; ++round) {
@@ -24,14 +24,14 @@ public:
         thread->start();
     }
 
-    ~Mischief()
+    ~BackgroundLoop()
     {
         enough = true;
         thread->wait();
     }
 
-    Mischief(const Mischief &) = delete;
-    Mischief &operator=(const Mischief &) = delete;
+    BackgroundLoop(const BackgroundLoop &) = delete;
+    BackgroundLoop &operator=(const BackgroundLoop &) = delete;
 
     [[nodiscard]] int roundsSoFar() const { return rounds; }
 

@@ -1,7 +1,7 @@
-#include "DumpPlaces.h"
+#include "CrashDumpPaths.h"
 
 #include "ReadableFile.h"
-#include "linux/Sources.h"
+#include "linux/LinuxSeams.h"
 
 #include <QDateTime>
 #include <QDirIterator>
@@ -33,12 +33,12 @@ QString newestKernelDump(const QString &crashes)
 
 } // namespace
 
-DumpPlaces dumpPlaces()
+CrashDumpPaths crashDumpPaths()
 {
-    return dumpPlacesFrom();
+    return crashDumpPathsFrom();
 }
 
-DumpPlaces dumpPlacesFrom(const QString &crashes, const QString &kernelLogs)
+CrashDumpPaths crashDumpPathsFrom(const QString &crashes, const QString &kernelLogs)
 {
     const QString kernelDump = newestKernelDump(crashes);
     // systemd-pstore names what it saved dmesg-…, and the whole put together dmesg.txt.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DumpPlaces.h"
+#include "CrashDumpPaths.h"
 #include "MemoryModules.h"
 #include "MemoryStatus.h"
 #include "NetworkAdapters.h"
@@ -40,6 +40,6 @@ struct Journal
                                  const Journal &journal = {});
 
 /// @p crashes: where kernel dumps are kept. @p kernelLogs: where kernel logs of crashes are.
-[[nodiscard]] DumpPlaces
-dumpPlacesFrom(const QString &crashes = QStringLiteral("/var/crash"),
-               const QString &kernelLogs = QStringLiteral("/var/lib/systemd/pstore"));
+[[nodiscard]] CrashDumpPaths
+crashDumpPathsFrom(const QString &crashes = QStringLiteral("/var/crash"),
+                   const QString &kernelLogs = QStringLiteral("/var/lib/systemd/pstore"));

@@ -1,4 +1,4 @@
-#include "TextBlocks.h"
+#include "LineBlockReader.h"
 
 #include <QDebug>
 #include <QIODevice>
@@ -19,14 +19,14 @@ std::size_t lastLineEnd(const char *text, std::size_t size)
 
 } // namespace
 
-TextBlocks::TextBlocks(QIODevice &device, std::size_t longestLine)
+LineBlockReader::LineBlockReader(QIODevice &device, std::size_t longestLine)
     : source(device)
     , lineLimit(std::max(longestLine, blockBytes))
 {
     grow();
 }
 
-std::string_view TextBlocks::next()
+std::string_view LineBlockReader::next()
 {
     used -= delivered;
     std::memmove(buffer.get(), buffer.get() + delivered, used);
@@ -44,7 +44,7 @@ std::string_view TextBlocks::next()
     return {buffer.get(), used};
 }
 
-void TextBlocks::reportLosses(const QString &path) const
+void LineBlockReader::logProblems(const QString &path) const
 {
     if (readFailed)
         qDebug().noquote() << "read failed:" << path;
@@ -52,7 +52,7 @@ void TextBlocks::reportLosses(const QString &path) const
         qDebug().noquote() << "line longer than" << lineLimit << "bytes cut:" << path;
 }
 
-bool TextBlocks::readMore()
+bool LineBlockReader::readMore()
 {
     if (used == capacity)
         grow();
@@ -65,7 +65,7 @@ bool TextBlocks::readMore()
     return true;
 }
 
-void TextBlocks::grow()
+void LineBlockReader::grow()
 {
     const std::size_t wanted = std::max(capacity * 2, blockBytes);
     auto *const grown = static_cast<char *>(std::realloc(buffer.get(), wanted));
@@ -76,7 +76,7 @@ void TextBlocks::grow()
     capacity = wanted;
 }
 
-void TextBlocks::dropOverlong(std::size_t firstNew)
+void LineBlockReader::dropOverlong(std::size_t firstNew)
 {
     // Only the line that was begun before this block can be longer than a block.
     char *const text = buffer.get();

@@ -4,7 +4,7 @@
 #include <QString>
 
 /// Chance that can be had again: the seed is printed, and taken from VANTREL_SEED where it is set.
-[[nodiscard]] inline QRandomGenerator dice()
+[[nodiscard]] inline QRandomGenerator seededRandom()
 {
     bool given = false;
     quint32 seed = qEnvironmentVariable("VANTREL_SEED").toUInt(&given);

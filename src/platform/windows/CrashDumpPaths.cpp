@@ -1,6 +1,6 @@
-#include "DumpPlaces.h"
+#include "CrashDumpPaths.h"
 
-DumpPlaces dumpPlaces()
+CrashDumpPaths crashDumpPaths()
 {
     return {QStringLiteral("C:\\Windows\\Memory.dmp"), QStringLiteral("C:/Windows/MEMORY.DMP"),
             QStringLiteral("C:/Windows/Minidumps/"), QStringLiteral(".dmp"), false};

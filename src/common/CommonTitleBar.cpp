@@ -10,9 +10,9 @@
 
 CommonTitleBar::CommonTitleBar(QWidget *parent)
     : QWidget(parent)
-    , btnMin(addButton(QStringLiteral("btnMin"), tr("Minimize")))
-    , btnMax(addButton(QStringLiteral("btnMax"), tr("Maximize")))
-    , btnClose(addButton(QStringLiteral("btnClose"), tr("Close")))
+    , btnMin(addButton(QStringLiteral("btnMin")))
+    , btnMax(addButton(QStringLiteral("btnMax")))
+    , btnClose(addButton(QStringLiteral("btnClose")))
     , lbTitle(new QLabel(this))
 {
     lbTitle->setObjectName(QStringLiteral("lbTitle"));
@@ -22,6 +22,7 @@ CommonTitleBar::CommonTitleBar(QWidget *parent)
     window()->setWindowTitle(QStringLiteral("Window Title"));
 
     setUpLayout();
+    retranslate();
 
     connect(btnClose, &QToolButton::clicked, this, [this] { window()->close(); });
     connect(btnMin, &QToolButton::clicked, this, &CommonTitleBar::showSmall);
@@ -113,13 +114,26 @@ void CommonTitleBar::mouseDoubleClickEvent(QMouseEvent *event)
     QWidget::mouseDoubleClickEvent(event);
 }
 
-QToolButton *CommonTitleBar::addButton(const QString &objectName, const QString &accessibleName)
+void CommonTitleBar::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
+}
+
+QToolButton *CommonTitleBar::addButton(const QString &objectName)
 {
     auto *button = new QToolButton(this);
     button->setObjectName(objectName);
-    button->setAccessibleName(accessibleName);
     button->setAttribute(Qt::WA_MouseTracking);
     return button;
+}
+
+void CommonTitleBar::retranslate()
+{
+    btnMin->setAccessibleName(tr("Minimize"));
+    btnMax->setAccessibleName(tr("Maximize"));
+    btnClose->setAccessibleName(tr("Close"));
 }
 
 void CommonTitleBar::setUpLayout()

@@ -34,13 +34,15 @@ public slots:
     void showMaxRestore();
 
 protected:
+    void changeEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
 private:
-    QToolButton *addButton(const QString &objectName, const QString &accessibleName);
+    QToolButton *addButton(const QString &objectName);
+    void retranslate();
     void setUpLayout();
 
     QToolButton *btnMin;

@@ -1,6 +1,7 @@
 #include "QCheckBoxHeader.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QPainter>
 
 namespace {
@@ -37,6 +38,13 @@ void QCheckBoxHeader::paintSection(QPainter *painter, const QRect &rect, int log
         checkBox->move(rect.center().x() - boxLeftOfCentre, boxTop);
         checkBox->show();
     }
+}
+
+void QCheckBoxHeader::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        checkBox->setAccessibleName(tr("All rows"));
+    QHeaderView::changeEvent(event);
 }
 
 void QCheckBoxHeader::mousePressEvent(QMouseEvent *event)

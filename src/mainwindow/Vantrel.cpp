@@ -72,8 +72,10 @@ void Vantrel::chooseLanguageAndStyle()
                                            QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&toolkitTranslator);
     // A catalogue that cannot be loaded leaves the source texts, which are English.
-    (void)translator.load(english ? QStringLiteral(":/Linguist_EN.qm")
-                                  : QStringLiteral(":/Linguist_CN.qm"));
+    const QString suffix = english ? QStringLiteral("_EN.qm") : QStringLiteral("_CN.qm");
+    (void)hintTranslator.load(QStringLiteral(":/Hints") + suffix);
+    QCoreApplication::installTranslator(&hintTranslator);
+    (void)translator.load(QStringLiteral(":/Linguist") + suffix);
     QCoreApplication::installTranslator(&translator);
     Skin::applyStyleSheet(*this, english ? Skin::englishFonts : Skin::chineseFonts);
     retranslate();

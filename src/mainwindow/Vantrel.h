@@ -88,7 +88,8 @@ private:
     std::unique_ptr<Ui::Vantrel> ui;
     UserEnvironment environment;
     QTranslator toolkitTranslator;
-    QTranslator translator; ///< of all texts but the toolkit's own
+    QTranslator translator;     ///< the fixed texts
+    QTranslator hintTranslator; ///< hints, tool tips and accessible names
     QCheckBoxHeader *header = nullptr;
     QMenu *contextMenu = nullptr;
     QAction *actionExportAll = nullptr;

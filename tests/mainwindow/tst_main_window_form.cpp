@@ -31,6 +31,7 @@ private slots:
     void ownsOneOfEachWindow();
     void readsInEnglish();
     void readsInChinese();
+    void speaksChineseToScreenReaders();
     void speaksEnglishWithoutAClient();
     void asksOnceForALogConfigFileWithoutAClient();
     void letsTheTabKeyFollowTheReadingOrder();
@@ -272,6 +273,18 @@ void MainWindowForm::readsInChinese()
     QCOMPARE(f.find<QAction>("actionExportAll")->text(), text("导出所有SDK日志"));
     QCOMPARE(f.find<QAction>("actionExportSelected")->text(), text("导出选择SDK日志"));
     QCOMPARE(f.find<QLabel>("label_text")->text(), text("导出信息结束！")); // not shown yet
+}
+
+void MainWindowForm::speaksChineseToScreenReaders()
+{
+    MainWindowFixture f;
+    f.useLanguage("0");
+    f.open();
+    QCOMPARE(f.find<QComboBox>("comboSource")->accessibleName(), text("日志源"));
+    QCOMPARE(f.find<QPushButton>("btnSetExportPath")->accessibleName(), text("选择ZIP文件"));
+    // The title bar and the header are older than the catalogue.
+    QTRY_COMPARE(f.find<QToolButton>("btnClose")->accessibleName(), text("关闭"));
+    QTRY_COMPARE(f.headerBox()->accessibleName(), text("所有行"));
 }
 
 void MainWindowForm::speaksEnglishWithoutAClient()

@@ -1,0 +1,94 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en_US">
+<context>
+    <name>CommonMessageBox</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
+</context>
+<context>
+    <name>CommonTitleBar</name>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>最大化</translation>
+    </message>
+    <message>
+        <source>Minimize</source>
+        <translation>最小化</translation>
+    </message>
+</context>
+<context>
+    <name>LogSettingsDlg</name>
+    <message>
+        <source>Log config file</source>
+        <translation>日志配置文件</translation>
+    </message>
+</context>
+<context>
+    <name>LogViewer</name>
+    <message>
+        <source>Choose columns</source>
+        <translation>选择列</translation>
+    </message>
+    <message>
+        <source>Log lines</source>
+        <translation>日志行</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>Start the search</source>
+        <translation>开始搜索</translation>
+    </message>
+</context>
+<context>
+    <name>QCheckBoxHeader</name>
+    <message>
+        <source>All rows</source>
+        <translation>所有行</translation>
+    </message>
+</context>
+<context>
+    <name>Vantrel</name>
+    <message>
+        <source>Choose the zip file</source>
+        <translation>选择ZIP文件</translation>
+    </message>
+    <message>
+        <source>Export path</source>
+        <translation>导出路径</translation>
+    </message>
+    <message>
+        <source>Log level settings</source>
+        <translation>日志等级设置</translation>
+    </message>
+    <message>
+        <source>Log source</source>
+        <translation>日志源</translation>
+    </message>
+    <message>
+        <source>SDK log files</source>
+        <translation>SDK日志文件</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,117 @@
+#include <QFile>
+#include <QProcess>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTranslator>
+#include <QXmlStreamReader>
+#include <QtTest>
+
+class Hints : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void makeEveryTextOfTheProgramChinese();
+    void holdNoTextThatTheProgramDoesNotHave();
+    void holdNoTextOfTheFixedCatalogue();
+    void areCompiledIn();
+};
+
+namespace {
+
+/// Context and source text of a message.
+using Key = QPair<QString, QString>;
+
+/// The messages of a catalogue's source. Fails the test when it cannot be read or one of them is
+/// not translated.
+QSet<Key> messages(const QString &path, bool translated)
+{
+    QSet<Key> keys;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(path));
+    QString context;
+    QString source;
+    QXmlStreamReader xml(&file);
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == QLatin1String("name"))
+            context = xml.readElementText();
+        else if (xml.name() == QLatin1String("source"))
+            source = xml.readElementText();
+        else if (xml.name() == QLatin1String("translation")) {
+            if (translated && xml.attributes().hasAttribute(QStringLiteral("type")))
+                qFatal("unfinished: %s", qPrintable(source));
+            keys.insert({context, source});
+        }
+    }
+    return keys;
+}
+
+QSet<Key> catalogue(const char *name)
+{
+    return messages(QStringLiteral(VANTREL_CATALOGUES "/") + QLatin1String(name), true);
+}
+
+/// What the sources ask to be translated.
+QSet<Key> textsOfTheProgram()
+{
+    const QTemporaryDir scratch;
+    const QString found = scratch.filePath(QStringLiteral("all.ts"));
+    QProcess lupdate;
+    lupdate.start(QStringLiteral(VANTREL_LUPDATE),
+                  {QStringLiteral("-silent"), QStringLiteral("-recursive"),
+                   QStringLiteral(VANTREL_SOURCES), QStringLiteral("-ts"), found});
+    if (!lupdate.waitForFinished(60000) || lupdate.exitCode() != 0)
+        qFatal("lupdate failed: %s", lupdate.readAllStandardError().constData());
+    return messages(found, false);
+}
+
+/// The designer's placeholders in the wait dialog's form, which nobody sees.
+const QSet<Key> placeholders = {{QStringLiteral("CWaitDialog"), QStringLiteral("Dialog")},
+                                {QStringLiteral("CWaitDialog"), QStringLiteral("TextLabel")}};
+
+QByteArray list(const QSet<Key> &keys)
+{
+    QByteArray text;
+    for (const Key &key : keys)
+        text += key.first.toUtf8() + ": " + key.second.toUtf8() + '\n';
+    return text;
+}
+
+} // namespace
+
+void Hints::makeEveryTextOfTheProgramChinese()
+{
+    const QSet<Key> texts = textsOfTheProgram();
+    QVERIFY(texts.contains({QStringLiteral("CommonTitleBar"), QStringLiteral("Close")}));
+    const QSet<Key> missing =
+        texts - catalogue("Linguist_CN.ts") - catalogue("Hints_CN.ts") - placeholders;
+    QVERIFY2(missing.isEmpty(), list(missing).constData());
+}
+
+void Hints::holdNoTextThatTheProgramDoesNotHave()
+{
+    const QSet<Key> unused =
+        (catalogue("Hints_CN.ts") + catalogue("Hints_EN.ts")) - textsOfTheProgram();
+    QVERIFY2(unused.isEmpty(), list(unused).constData());
+}
+
+void Hints::holdNoTextOfTheFixedCatalogue()
+{
+    const QSet<Key> both = catalogue("Hints_CN.ts") & catalogue("Linguist_CN.ts");
+    QVERIFY2(both.isEmpty(), list(both).constData());
+}
+
+void Hints::areCompiledIn()
+{
+    QTranslator english;
+    QVERIFY(english.load(QStringLiteral(":/Hints_EN.qm")));
+    QTranslator chinese;
+    QVERIFY(chinese.load(QStringLiteral(":/Hints_CN.qm")));
+    QCOMPARE(chinese.translate("CommonTitleBar", "Close"), QString::fromUtf8("关闭"));
+}
+
+QTEST_GUILESS_MAIN(Hints)
+#include "tst_hints.moc"

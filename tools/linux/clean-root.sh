@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# Sourced where a fresh Debian is wanted, with nothing in it but what every Debian has. Its packages
-# come from where this machine has its own from. Whoever sources it has root's rights and mounts of
-# its own ("unshare --mount"), which end with it.
+# Sourced by scripts that need a fresh Debian with nothing installed beyond the base system. Its
+# packages come from the archives that this machine uses. The caller runs as root and in a mount
+# namespace of its own ("unshare --mount"), so that the mounts end with it.
 
 # debian_sources: this machine's sources of Debian packages, as lines of a sources.list.
 debian_sources() {
@@ -16,13 +16,15 @@ apt_settings() {
         grep -E '^Acquire::(https?::|Check-|Retries)' || true
 }
 
-# make_clean_root FOLDER LOG: what made it says what it did in LOG.
+# make_clean_root FOLDER LOG [RELEASE]: of this machine's release unless RELEASE, a code name, is
+# given. The output of mmdebstrap goes to LOG.
 make_clean_root() {
-    local folder=$1 log=$2 release
-    release=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    local folder=$1 log=$2 own release
+    own=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    release=${3:-$own}
     apt_settings >"$log.apt"
     mkdir -p "$folder"
-    debian_sources | mmdebstrap --mode=root --variant=apt --quiet --aptopt="$log.apt" \
+    debian_sources | sed "s/ $own/ $release/" | mmdebstrap --mode=root --variant=apt --quiet --aptopt="$log.apt" \
         --skip=cleanup/apt "$release" "$folder" - >"$log" 2>&1 || {
         cat "$log" >&2
         return 1

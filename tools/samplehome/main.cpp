@@ -7,7 +7,7 @@
 
 namespace {
 
-int logFailure(const QString &text)
+int printError(const QString &text)
 {
     std::fprintf(stderr, "vantrel-sample-home: %s\n", qPrintable(text));
     return 1;
@@ -83,12 +83,12 @@ int main(int argc, char **argv)
     describe(parser);
     parser.process(app);
     if (parser.positionalArguments().size() != 1)
-        return logFailure(QStringLiteral("one FOLDER is wanted; --help says more"));
+        return printError(QStringLiteral("one FOLDER is wanted; --help says more"));
 
     SampleHomePlan plan;
     const QString wrong = readPlan(parser, plan);
     if (!wrong.isEmpty())
-        return logFailure(wrong);
+        return printError(wrong);
     const QString failure = layOutSampleHome(parser.positionalArguments().constFirst(), plan);
-    return failure.isEmpty() ? 0 : logFailure(failure);
+    return failure.isEmpty() ? 0 : printError(failure);
 }

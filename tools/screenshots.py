@@ -156,17 +156,17 @@ class Tour:
         self.program.process = self.program.launch()
         dialog = self.program.window("Select Log Config File")
         shot("start")
-        dialog.find("push button", "Cancel").press()
+        dialog.find("push button", tr("Cancel")).press()
         self.main = self.program.window("Vantrel")
         self.settings()
 
     def keys(self):
         """Every stop of the tabulator in every window."""
         self.main = self.program.start()
-        files = self.main.find("table", "SDK log files")
+        files = self.main.find("table", tr("SDK log files"))
         self.stops("main", lambda: [*self.main.all_below(), files.box(-1)])
         key("alt+Down")
-        self.main.find("list", "Log source")
+        self.main.find("list", tr("Log source"))
         key("Up")
         shot("main-sources")
         key("Escape")
@@ -180,9 +180,9 @@ class Tour:
         key("Escape", "Return")
         viewer = self.program.window(tr("LogViewer"))
         self.stops("viewer", viewer.all_below)
-        viewer.find("push button", "Close").press()
+        viewer.find("push button", tr("Close")).press()
         self.program.closed(tr("LogViewer"))
-        self.main.find("push button", "Log level settings").press()
+        self.main.find("push button", tr("Log level settings")).press()
         self.stops("settings", self.program.window(tr("LogSettingsDlg")).all_below)
 
     def stops(self, name, nodes):
@@ -197,14 +197,14 @@ class Tour:
 
     def odd(self):
         self.main = self.program.start()
-        files = self.main.find("table", "SDK log files")
-        self.tooltip("main-tooltip", self.main.find("push button", "Log level settings"))
+        files = self.main.find("table", tr("SDK log files"))
+        self.tooltip("main-tooltip", self.main.find("push button", tr("Log level settings")))
         self.open(files, "empty.log")
         shot("viewer-empty")
         self.close(tr("LogViewer"))
         viewer = self.open(files, "long.log")
-        self.tooltip("viewer-tooltip", viewer.find("table", "Log lines").cell(3, 3))
-        viewer.find("text", "Search").type("nothing like it")
+        self.tooltip("viewer-tooltip", viewer.find("table", tr("Log lines")).cell(3, 3))
+        viewer.find("text", tr("Search")).type("nothing like it")
         key("Return")
         shot("viewer-found-nothing")
         self.close(tr("LogViewer"))
@@ -213,7 +213,7 @@ class Tour:
             viewer.find("check box", level).toggle()
         shot("viewer-hidden")
         self.close(tr("LogViewer"))
-        self.main.find("push button", "Log level settings").press()
+        self.main.find("push button", tr("Log level settings")).press()
         settings = self.program.window(tr("LogSettingsDlg"))
         settings.find("radio button", "DEBUG").act("Toggle")
         until("the grey", lambda: not settings.find("radio button", "INFO").has(Atspi.StateType.ENABLED))
@@ -224,7 +224,7 @@ class Tour:
         return self.program.window(tr("LogViewer"))
 
     def close(self, name):
-        self.program.window(name).find("push button", "Close").press()
+        self.program.window(name).find("push button", tr("Close")).press()
         self.program.closed(name)
 
     def tooltip(self, name, node):
@@ -235,17 +235,17 @@ class Tour:
 
     def popups(self):
         source = self.main.find("combo box", "QZviewer") if LOOK != "short" else None
-        self.main.find("push button", "Choose the zip file").press()
+        self.main.find("push button", tr("Choose the zip file")).press()
         dialog = self.program.window(tr("Save ZIP File"))
         shot("save")
         dialog.find("push button", tr("Cancel")).press()
         self.program.closed(dialog.name)
         if source is not None:
             source.press()
-            source.find("list", "Log source")
+            source.find("list", tr("Log source"))
             shot("main-sources")
             key("Escape")
-            files = self.main.find("table", "SDK log files")
+            files = self.main.find("table", tr("SDK log files"))
             files.focus()
             key("Down", "Down")
             until("the row", lambda: files.cell(2, 1).focused)
@@ -261,18 +261,18 @@ class Tour:
 
     def choose(self, source, where):
         source.press()
-        source.find("list", "Log source")
+        source.find("list", tr("Log source"))
         key(where, "Return")
 
     def viewer(self):
-        self.main.find("table", "SDK log files").cell(0, 1).press()
+        self.main.find("table", tr("SDK log files")).cell(0, 1).press()
         viewer = self.program.window(tr("LogViewer"))
-        lines = viewer.find("table", "Log lines")
+        lines = viewer.find("table", tr("Log lines"))
         until("the lines", lambda: lines.cell(2, 3).name)
         shot("viewer")
         if LOOK != "docs":
             viewer.find("check box", "DEBUG").toggle()
-            field = viewer.find("text", "Search")
+            field = viewer.find("text", tr("Search"))
             field.type("camera")
             key("Return")
             shot("viewer-search")
@@ -287,14 +287,14 @@ class Tour:
             self.program.menu(lambda: key("Menu"))
             shot("viewer-menu")
             key("Escape")
-        viewer.find("push button", "Close").press()
+        viewer.find("push button", tr("Close")).press()
         self.program.closed(tr("LogViewer"))
 
     def settings(self):
-        self.main.find("push button", "Log level settings").press()
+        self.main.find("push button", tr("Log level settings")).press()
         settings = self.program.window(tr("LogSettingsDlg"))
         shot("settings")
-        settings.find("push button", "Close").press()
+        settings.find("push button", tr("Close")).press()
         self.program.closed(tr("LogSettingsDlg"))
 
     def export(self):

@@ -272,7 +272,7 @@ class DesktopTest(unittest.TestCase):
         self.addCleanup(self.end_program)
         self.prepare()
         self.main = self.program.start()
-        self.files = self.main.find("table", "SDK log files")
+        self.files = self.main.find("table", tr("SDK log files"))
 
     def prepare(self):
         pass

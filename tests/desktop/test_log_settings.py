@@ -12,7 +12,7 @@ class LogSettings(DesktopTest):
         self.settings = self.open()
 
     def open(self):
-        self.main.find("push button", "Log level settings").press()
+        self.main.find("push button", tr("Log level settings")).press()
         return self.program.window(tr("LogSettingsDlg"))
 
     def level(self, name):
@@ -37,9 +37,9 @@ class LogSettings(DesktopTest):
         self.assertEqual(
             named,
             {
-                ("push button", "Close"),
+                ("push button", tr("Close")),
                 *(("radio button", level) for level in LEVELS),
-                ("text", "Log config file"),
+                ("text", tr("Log config file")),
                 ("push button", tr("Select Log Config File")),
             },
         )
@@ -48,8 +48,8 @@ class LogSettings(DesktopTest):
     def test_the_tabulator_reaches_everything(self):
         until("the first focus", lambda: self.level("INFO").focused)
         choose = tr("Select Log Config File")
-        self.assert_tab_order(self.settings, ["INFO", "Log config file", choose, "Close"])
-        self.settings.find("push button", "Close").focus()
+        self.assert_tab_order(self.settings, ["INFO", tr("Log config file"), choose, tr("Close")])
+        self.settings.find("push button", tr("Close")).focus()
         key("space")
         self.program.closed(tr("LogSettingsDlg"))
 
@@ -71,7 +71,7 @@ class LogSettings(DesktopTest):
         other.write_text(self.file.read_text().replace("INFO", "FATAL"))
         self.settings.find("push button", tr("Select Log Config File")).press()
         self.finish(self.program.window(tr("Select Log Config File")), other, tr("Open"))
-        path = self.settings.find("text", "Log config file")
+        path = self.settings.find("text", tr("Log config file"))
         until("the path", lambda: path.text == str(other))
         self.until_level("FATAL", other)
         self.level("DEBUG").toggle()
@@ -81,7 +81,7 @@ class LogSettings(DesktopTest):
     def test_closing_keeps_the_level(self):
         self.level("DEBUG").toggle()
         self.until_level("DEBUG")
-        self.settings.find("push button", "Close").press()
+        self.settings.find("push button", tr("Close")).press()
         self.program.closed(tr("LogSettingsDlg"))
         self.settings = self.open()
         self.until_level("DEBUG")

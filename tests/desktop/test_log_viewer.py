@@ -23,7 +23,7 @@ class LogViewer(DesktopTest):
         until("the newest log", lambda: self.files.cell(0, 2).name == "newest.log")
         self.files.cell(0, 2).press()
         self.viewer = self.program.window(tr("LogViewer"))
-        self.lines = self.viewer.find("table", "Log lines")
+        self.lines = self.viewer.find("table", tr("Log lines"))
         self.until_messages(range(len(LINES)))
 
     def until_messages(self, wanted):
@@ -46,22 +46,22 @@ class LogViewer(DesktopTest):
         self.assertEqual(
             named,
             {
-                ("push button", "Close"),
+                ("push button", tr("Close")),
                 *(("check box", level) for level in LEVELS[:4]),
-                ("text", "Search"),
-                ("push button", "Start the search"),
-                ("push button", "Choose columns"),
-                ("table", "Log lines"),
+                ("text", tr("Search")),
+                ("push button", tr("Start the search")),
+                ("push button", tr("Choose columns")),
+                ("table", tr("Log lines")),
             },
         )
         headers = [self.lines.header(column).name for column in range(4)]
         self.assertEqual(headers, [tr(name) for name in COLUMNS])
 
     def test_the_tabulator_reaches_everything(self):
-        close = self.viewer.find("push button", "Close")
+        close = self.viewer.find("push button", tr("Close"))
         close.focus()
-        controls = ["Search", "Start the search", "Choose columns", "Log lines"]
-        self.assert_tab_order(self.viewer, ["Close", *LEVELS[:4], *controls])
+        controls = [tr("Search"), tr("Start the search"), tr("Choose columns"), tr("Log lines")]
+        self.assert_tab_order(self.viewer, [tr("Close"), *LEVELS[:4], *controls])
         key("space")
         self.program.closed(tr("LogViewer"))
 
@@ -76,7 +76,7 @@ class LogViewer(DesktopTest):
             self.until_shown(everything)
 
     def test_each_column_can_be_hidden(self):
-        choose = self.viewer.find("push button", "Choose columns")
+        choose = self.viewer.find("push button", tr("Choose columns"))
         entries = self.program.menu(choose.press)
         self.assertEqual(list(entries), [tr(name) for name in COLUMNS])
         for column, name in enumerate(COLUMNS):
@@ -90,9 +90,9 @@ class LogViewer(DesktopTest):
         until("the menu to close", lambda: not entries[tr(COLUMNS[0])].showing)
 
     def test_searches_and_shows_everything_again(self):
-        field = self.viewer.find("text", "Search")
+        field = self.viewer.find("text", tr("Search"))
         field.type("WARN.*2$")
-        self.viewer.find("push button", "Start the search").press()
+        self.viewer.find("push button", tr("Start the search")).press()
         self.until_messages([2])
 
         field.type("message.[01]$")
@@ -106,7 +106,7 @@ class LogViewer(DesktopTest):
     def test_the_keys_lead_to_the_search_and_through_the_lines(self):
         self.lines.focus()
         key("ctrl+f")
-        until("the focus", lambda: self.viewer.find("text", "Search").focused)
+        until("the focus", lambda: self.viewer.find("text", tr("Search")).focused)
         self.lines.focus()
         key("End")
         until("the last line", lambda: self.lines.cell(len(LINES) - 1, 0).focused)
@@ -139,7 +139,7 @@ class LogViewer(DesktopTest):
         until("the last line", lambda: clipboard() == LINES[-1])
 
     def test_closing_leaves_the_main_window(self):
-        self.viewer.find("push button", "Close").press()
+        self.viewer.find("push button", tr("Close")).press()
         self.program.closed(tr("LogViewer"))
         self.program.window("Vantrel")
         self.files.cell(0, 1).press()

@@ -23,14 +23,14 @@ class Names(DesktopTest):
             sorted(named),
             sorted(
                 [
-                    ("push button", "Close"),
+                    ("push button", tr("Close")),
                     ("combo box", "QZviewer"),  # its value; the label beside it tells what it is
-                    ("list", "Log source"),
-                    ("push button", "Log level settings"),
-                    ("table", "SDK log files"),
+                    ("list", tr("Log source")),
+                    ("push button", tr("Log level settings")),
+                    ("table", tr("SDK log files")),
                     *(("check box", tr(item)) for item in ITEMS),
-                    ("text", "Export path"),
-                    ("push button", "Choose the zip file"),
+                    ("text", tr("Export path")),
+                    ("push button", tr("Choose the zip file")),
                     ("push button", tr("Export")),
                 ]
             ),
@@ -48,7 +48,7 @@ class Names(DesktopTest):
     def test_headers_and_boxes_of_the_table_have_names(self):
         headers = [self.files.header(i).name for i in range(1, 4)]
         self.assertEqual(headers, [tr("File Time"), tr("File Name"), tr("File Size")])
-        self.assertEqual(self.files.box(-1).name, "All rows")
+        self.assertEqual(self.files.box(-1).name, tr("All rows"))
         names = self.files.column(2)
         self.assertEqual([self.files.box(row).name for row in range(len(names))], names)
 
@@ -60,14 +60,14 @@ class Keyboard(DesktopTest):
             self.main,
             [
                 "QZviewer",
-                "Log level settings",
-                "All rows",
-                "SDK log files",
+                tr("Log level settings"),
+                tr("All rows"),
+                tr("SDK log files"),
                 *(tr(item) for item in ITEMS),
-                "Export path",
-                "Choose the zip file",
+                tr("Export path"),
+                tr("Choose the zip file"),
                 tr("Export"),
-                "Close",
+                tr("Close"),
             ],
             lambda: [self.files.box(-1)],
         )
@@ -164,7 +164,7 @@ class Rows(DesktopTest):
     def test_another_source_lists_its_logs(self):
         source = self.main.find("combo box", "QZviewer")
         source.press()
-        choices = source.find("list", "Log source")
+        choices = source.find("list", tr("Log source"))
         names = [choice.name for choice in choices.children()]
         away = names.index("QZgrabber") - names.index("QZviewer")
         key(*["Down" if away > 0 else "Up"] * abs(away), "Return")
@@ -174,9 +174,9 @@ class Rows(DesktopTest):
 
 class Paths(DesktopTest):
     def test_the_zip_goes_where_the_file_dialog_says(self):
-        shown = self.main.find("text", "Export path")
+        shown = self.main.find("text", tr("Export path"))
         self.assertEqual(shown.text, f"{self.program.home}/QZSDK/UserLogInfo.zip")
-        choose = self.main.find("push button", "Choose the zip file")
+        choose = self.main.find("push button", tr("Choose the zip file"))
 
         choose.press()
         dialog = self.program.window(tr("Save ZIP File"))
@@ -194,7 +194,7 @@ class Paths(DesktopTest):
         self.assertFalse(self.program.zip.exists())
 
     def test_the_close_button_ends_the_program(self):
-        self.main.find("push button", "Close").press()
+        self.main.find("push button", tr("Close")).press()
         self.assertEqual(self.program.process.wait(PATIENCE), 0)
 
 

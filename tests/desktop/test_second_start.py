@@ -3,7 +3,7 @@
 import os
 import subprocess
 
-from desk import PATIENCE, DesktopTest, until, unittest
+from desk import PATIENCE, DesktopTest, tr, until, unittest
 
 
 def asked(*command):
@@ -28,7 +28,7 @@ class SecondStart(DesktopTest):
         for _ in range(2):
             self.assertEqual(self.program.launch().wait(PATIENCE), 0)
         # An answer to this question comes behind whatever the first copy made of the others.
-        self.assertTrue(self.main.find("push button", "Close").showing)
+        self.assertTrue(self.main.find("push button", tr("Close")).showing)
         self.assertEqual(self.desktop(), before)
         self.assertIsNone(self.program.process.poll())
 

@@ -1,5 +1,6 @@
 #include "AccessibleControls.h"
 #include "SingleApplication.h"
+#include "Skin.h"
 #include "StartUp.h"
 #include "Vantrel.h"
 
@@ -13,6 +14,7 @@ int main(int argc, char **argv)
     }
 
     useSystemFont();
+    Skin::setFallbackFolder(QCoreApplication::applicationDirPath());
     installAccessibleControls();
     Vantrel window;
     // The window has no such slot: a second start leaves the first copy as it is, on purpose. The

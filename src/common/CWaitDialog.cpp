@@ -14,7 +14,7 @@ CWaitDialog::CWaitDialog(QWidget *parent)
 {
     ui->setupUi(this);
     setWindowFlags(windowFlags() | Qt::Tool | Qt::FramelessWindowHint);
-    movie = std::make_unique<QMovie>(Skin::busyAnimation);
+    movie = std::make_unique<QMovie>(Skin::path(Skin::busyAnimation));
     ui->waitLabel->setMovie(movie.get());
     ui->lbTitle->setText(qAppName());
     Skin::applyStyleSheet(*this);

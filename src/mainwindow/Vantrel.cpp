@@ -78,6 +78,7 @@ void Vantrel::chooseLanguageAndStyle()
     (void)translator.load(QStringLiteral(":/Linguist") + suffix);
     QCoreApplication::installTranslator(&translator);
     Skin::applyStyleSheet(*this, english ? Skin::englishFonts : Skin::chineseFonts);
+    Skin::findPictures(*ui->btnSetExportPath);
     retranslate();
 }
 

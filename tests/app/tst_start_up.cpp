@@ -51,8 +51,8 @@ struct User
 struct Start : Copy
 {
     explicit Start(const User &user, const QStringList &arguments = {},
-                   const QString &workingFolder = QFileInfo(program).path())
-        : Copy(program, arguments, user.surroundings(), workingFolder)
+                   const QString &executable = program)
+        : Copy(executable, arguments, user.surroundings(), user.folder.path())
     {
     }
 };
@@ -86,7 +86,9 @@ void StartUp::saysOnlyThatASecondStartHasNoEffect()
 void StartUp::worksWithoutASkin()
 {
     const User user;
-    Start first(user, {}, user.folder.path());
+    const QString alone = user.folder.path(QFileInfo(program).fileName());
+    QVERIFY(QFile::copy(program, alone));
+    Start first(user, {}, alone);
     QVERIFY(first.complains(itsWindow));
     Start second(user);
     QCOMPARE(second.exitCode(), 0);

@@ -1,7 +1,13 @@
+#include "CWaitDialog.h"
 #include "DebugCapture.h"
+#include "Part.h"
 #include "Skin.h"
 #include "WorkingFolder.h"
 
+#include <QBuffer>
+#include <QImage>
+#include <QLabel>
+#include <QMovie>
 #include <QWidget>
 #include <QtTest>
 
@@ -14,6 +20,15 @@ private slots:
     void putsTheFontsDirectlyBehindTheMainSheet();
     void needsBothFiles_data();
     void needsBothFiles();
+    void liesInTheWorkingDirectoryIfItIsThere();
+    void liesInTheFallbackFolderOtherwise();
+    void isNotASkinWithoutTheProgramsFolder();
+    void isNeverMixedFromTwoFolders();
+    void liesNowhereWithoutEither();
+    void showsThePicturesOfTheFallbackFolder();
+    void playsTheAnimationOfTheFallbackFolder();
+    void findsThePicturesOfAFormsSheet();
+    void leavesAFormsSheetAsItIs();
 };
 
 namespace {
@@ -27,6 +42,42 @@ QString fontSheet()
 {
     return QStringLiteral("Skins/Default/Vantrel/style_chn_font.qss");
 }
+
+QString picture()
+{
+    return QStringLiteral("Skins/Default/Vantrel/picture.png");
+}
+
+const char pictureSheet[] = "QLabel { border-image: url(Skins/Default/Vantrel/picture.png); }";
+
+QByteArray png(Qt::GlobalColor colour)
+{
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(colour);
+    QBuffer file;
+    image.save(&file, "PNG");
+    return file.data();
+}
+
+/// The colour in the middle of a label that wears the sheet of the skin.
+QColor colourOfPicture()
+{
+    QLabel label;
+    label.resize(16, 16);
+    Skin::applyStyleSheet(label);
+    return label.grab().toImage().pixelColor(8, 8);
+}
+
+/// A folder with a skin of its own, whose name has what means something in a sheet or a path.
+struct OtherFolder : ScratchFolder
+{
+    OtherFolder() { Skin::setFallbackFolder(path(name)); }
+    QString skinFile(const QString &file, const QByteArray &contents)
+    {
+        return this->file(name + QLatin1Char('/') + file, contents);
+    }
+    const QString name = QString::fromUtf8("a (b) 'c' 错误 100%");
+};
 
 } // namespace
 
@@ -69,6 +120,114 @@ void SkinTest::needsBothFiles()
     Skin::applyStyleSheet(widget, Skin::chineseFonts);
     QCOMPARE(widget.styleSheet(), QStringLiteral("QLabel { color: blue; }"));
     QCOMPARE(output.lines(), QStringList());
+}
+
+void SkinTest::liesInTheWorkingDirectoryIfItIsThere()
+{
+    OtherFolder other;
+    other.skinFile(mainSheet(), "QLabel { color: blue; }");
+    WorkingFolder folder;
+    folder.file(mainSheet(), pictureSheet);
+    QWidget widget;
+    Skin::applyStyleSheet(widget);
+    QCOMPARE(widget.styleSheet(), QString::fromLatin1(pictureSheet));
+    QCOMPARE(Skin::path(Skin::styleSheet), mainSheet());
+}
+
+void SkinTest::liesInTheFallbackFolderOtherwise()
+{
+    const WorkingFolder folder;
+    OtherFolder other;
+    other.skinFile(mainSheet(), "QLabel { color: red; }");
+    other.skinFile(fontSheet(), "QLabel { font-size: 9pt; }");
+    QWidget widget;
+    Skin::applyStyleSheet(widget, Skin::chineseFonts);
+    QCOMPARE(widget.styleSheet(),
+             QStringLiteral("QLabel { color: red; }QLabel { font-size: 9pt; }"));
+}
+
+void SkinTest::isNotASkinWithoutTheProgramsFolder()
+{
+    OtherFolder other;
+    other.skinFile(mainSheet(), "QLabel { color: red; }");
+    WorkingFolder folder;
+    folder.folder(QStringLiteral("Skins/Default")); // of another program
+    QWidget widget;
+    Skin::applyStyleSheet(widget);
+    QCOMPARE(widget.styleSheet(), QStringLiteral("QLabel { color: red; }"));
+}
+
+void SkinTest::isNeverMixedFromTwoFolders()
+{
+    OtherFolder other;
+    other.skinFile(mainSheet(), "QLabel { color: red; }");
+    other.skinFile(fontSheet(), "QLabel { font-size: 9pt; }");
+    WorkingFolder folder;
+    folder.file(mainSheet(), "QLabel { color: blue; }");
+    QWidget widget;
+    Skin::applyStyleSheet(widget, Skin::chineseFonts);
+    QCOMPARE(widget.styleSheet(), QString());
+}
+
+void SkinTest::liesNowhereWithoutEither()
+{
+    const WorkingFolder folder;
+    const OtherFolder other;
+    const DebugCapture output;
+    QWidget widget;
+    widget.setStyleSheet(QString::fromLatin1(pictureSheet));
+    Skin::applyStyleSheet(widget);
+    Skin::applyStyleSheet(widget, Skin::chineseFonts);
+    QCOMPARE(widget.styleSheet(), QString::fromLatin1(pictureSheet));
+    QCOMPARE(Skin::path(Skin::styleSheet), mainSheet());
+    QCOMPARE(output.lines(), QStringList());
+}
+
+void SkinTest::showsThePicturesOfTheFallbackFolder()
+{
+    const WorkingFolder folder;
+    OtherFolder other;
+    other.skinFile(mainSheet(), pictureSheet);
+    other.skinFile(picture(), png(Qt::red));
+    QCOMPARE(colourOfPicture(), QColor(Qt::red));
+}
+
+void SkinTest::playsTheAnimationOfTheFallbackFolder()
+{
+    const WorkingFolder folder;
+    OtherFolder other;
+    other.skinFile(
+        QStringLiteral("Skins/Default/Vantrel/Icon_Common_Processing.gif"),
+        QByteArray::fromHex("47494638396101000100800000000000ffffff21f90400010000002c00000"
+                            "00001000100000202440100003b"));
+    const CWaitDialog dialog(nullptr);
+    QVERIFY(part<QLabel>(dialog, "waitLabel").movie()->isValid());
+}
+
+void SkinTest::findsThePicturesOfAFormsSheet()
+{
+    const WorkingFolder folder;
+    OtherFolder other;
+    other.skinFile(picture(), png(Qt::green));
+    QLabel label;
+    label.resize(16, 16);
+    label.setStyleSheet(QString::fromLatin1(pictureSheet));
+    Skin::findPictures(label);
+    QCOMPARE(label.grab().toImage().pixelColor(8, 8), QColor(Qt::green));
+}
+
+void SkinTest::leavesAFormsSheetAsItIs()
+{
+    OtherFolder other;
+    other.skinFile(picture(), png(Qt::green));
+    WorkingFolder folder;
+    folder.file(picture(), png(Qt::red));
+    QLabel label;
+    label.resize(16, 16);
+    label.setStyleSheet(QString::fromLatin1(pictureSheet));
+    Skin::findPictures(label);
+    QCOMPARE(label.styleSheet(), QString::fromLatin1(pictureSheet));
+    QCOMPARE(label.grab().toImage().pixelColor(8, 8), QColor(Qt::red));
 }
 
 QTEST_MAIN(SkinTest)

@@ -209,7 +209,7 @@ class Program:
         }
         return subprocess.Popen(
             [BIN / "Vantrel"],
-            cwd=BIN,
+            cwd=self.home,  # which has no skin
             env={**os.environ, **changed, **self.variables},
             stdin=subprocess.DEVNULL,
             stdout=self.said,

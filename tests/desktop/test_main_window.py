@@ -1,6 +1,7 @@
 """The main window, the wait dialog and the notice, by the names that assistive tools read out."""
 
 import fcntl
+import subprocess
 import zipfile
 
 from desk import PATIENCE, DesktopTest, key, tr, until, unittest
@@ -51,6 +52,16 @@ class Names(DesktopTest):
         self.assertEqual(self.files.box(-1).name, tr("All rows"))
         names = self.files.column(2)
         self.assertEqual([self.files.box(row).name for row in range(len(names))], names)
+
+
+class Look(DesktopTest):
+    def test_wears_the_skin_beside_the_program(self):
+        shot = ["import", "-silent", "-window", "Vantrel", "-crop", "1x1+5+5", "-depth", "8", "rgb:-"]
+        title_bar = bytes.fromhex("1F2A37")  # as the style sheet says
+        until(
+            "the title bar's colour",
+            lambda: subprocess.run(shot, capture_output=True).stdout == title_bar,
+        )
 
 
 class Keyboard(DesktopTest):

@@ -1,10 +1,12 @@
 #include "CQZLineEdit.h"
 #include "CommonTitleBar.h"
 #include "MainWindowFixture.h"
+#include "Skin.h"
 #include "Text.h"
 #include "WorkingFolder.h"
 
 #include <QFileDialog>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -26,6 +28,7 @@ private slots:
     void hidesTheWindowButtonsButClose();
     void keepsTheHiddenDeleteButtonWithItsMissingIcon();
     void givesTheFolderButtonItsFourPictures();
+    void givesTheFolderButtonThePicturesBesideTheProgram();
     void declaresItsSlots();
     void connectsByNameWithoutAWarning();
     void ownsOneOfEachWindow();
@@ -171,6 +174,22 @@ void MainWindowForm::givesTheFolderButtonItsFourPictures()
                           "url(Skins/Default/Vantrel/Btn_Common_Folder_%2.png); }")
                          .arg(state.first, state.second));
     QCOMPARE(sheet, rules.join(QLatin1Char('\n')));
+}
+
+void MainWindowForm::givesTheFolderButtonThePicturesBesideTheProgram()
+{
+    const WorkingFolder withoutSkin;
+    ScratchFolder program;
+    const QString normal = text("Skins/Default/Vantrel/Btn_Common_Folder_Normal.png");
+    QImage picture(26, 26, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    program.file(normal);
+    QVERIFY(picture.save(program.path(normal)));
+    Skin::setFallbackFolder(program.path());
+    MainWindowFixture f;
+    f.open();
+    const QImage button = f.find<QPushButton>("btnSetExportPath")->grab().toImage();
+    QCOMPARE(button.pixelColor(button.rect().center()), QColor(Qt::red));
 }
 
 void MainWindowForm::declaresItsSlots()

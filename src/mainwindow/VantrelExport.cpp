@@ -53,6 +53,7 @@ void Vantrel::on_btnSetExportPath_clicked()
     QFileDialog dialog(nullptr, tr("Save ZIP File"), QString(), QStringLiteral("*.zip"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setViewMode(QFileDialog::List);
+    dialog.setDefaultSuffix(QStringLiteral("zip"));
     dialog.setWindowFlags(Qt::Dialog | Qt::WindowCloseButtonHint);
     // Nothing chosen yet: the working directory, whatever the path field shows.
     const QFileInfo chosen(chosenPath);
@@ -63,6 +64,8 @@ void Vantrel::on_btnSetExportPath_clicked()
         return;
 
     const QString selected = dialog.selectedFiles().value(0);
+    if (selected.isEmpty() || QFileInfo(selected).isDir())
+        return; // Qt's own dialog gives its folder when no file was named
     if (selected != chosenPath) {
         ui->lineEditPath->setText(selected);
         chosenPath = selected;

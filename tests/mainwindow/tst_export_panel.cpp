@@ -17,7 +17,10 @@ private slots:
     void setsEveryRowBySdkLog();
     void proposesUserLogInfoInTheWorkingDirectoryFirst();
     void keepsThePathWhenTheSaveDialogIsCancelled();
+    void keepsThePathWhenTheSaveDialogNamesNoFile();
     void takesThePathThatWasChosen();
+    void endsTheNameInZipUnlessItHasAnEnding_data();
+    void endsTheNameInZipUnlessItHasAnEnding();
     void startsTheSaveDialogWhereTheLastOneEnded();
 };
 
@@ -103,8 +106,7 @@ void ExportPanel::proposesUserLogInfoInTheWorkingDirectoryFirst()
                      int(Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowTitleHint |
                          Qt::WindowSystemMenuHint));
             QCOMPARE(files->directory().absolutePath(), QDir::currentPath());
-            QCOMPARE(files->selectedFiles(),
-                     QStringList(QDir::current().filePath(text("UserLogInfo"))));
+            QCOMPARE(part<QLineEdit>(*files, "fileNameEdit").text(), text("UserLogInfo"));
         }();
         return int(QDialog::Rejected);
     });
@@ -126,6 +128,20 @@ void ExportPanel::keepsThePathWhenTheSaveDialogIsCancelled()
     QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), before);
 }
 
+void ExportPanel::keepsThePathWhenTheSaveDialogNamesNoFile()
+{
+    MainWindowFixture f;
+    f.open();
+    const QString before = hub().exportPath;
+    ModalDialog::setRunner([](QDialog &dialog) {
+        part<QLineEdit>(dialog, "fileNameEdit").clear();
+        return int(QDialog::Accepted);
+    });
+    f.find<QPushButton>("btnSetExportPath")->click();
+    QCOMPARE(hub().exportPath, before);
+    QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), before);
+}
+
 void ExportPanel::takesThePathThatWasChosen()
 {
     MainWindowFixture f;
@@ -138,6 +154,33 @@ void ExportPanel::takesThePathThatWasChosen()
     f.find<QPushButton>("btnSetExportPath")->click();
     QCOMPARE(hub().exportPath, chosen);
     QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), chosen);
+}
+
+void ExportPanel::endsTheNameInZipUnlessItHasAnEnding_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("as proposed") << QString() << text("UserLogInfo.zip");
+    QTest::newRow("without an ending") << text("camera 7") << text("camera 7.zip");
+    QTest::newRow("with the ending") << text("mine.zip") << text("mine.zip");
+    QTest::newRow("with another ending") << text("mine.backup") << text("mine.backup");
+}
+
+void ExportPanel::endsTheNameInZipUnlessItHasAnEnding()
+{
+    QFETCH(QString, typed);
+    MainWindowFixture f;
+    f.open();
+    ModalDialog::setRunner([&](QDialog &dialog) {
+        qobject_cast<QFileDialog *>(&dialog)->setDirectory(f.home.path());
+        if (!typed.isEmpty())
+            part<QLineEdit>(dialog, "fileNameEdit").setText(typed);
+        return int(QDialog::Accepted);
+    });
+    f.find<QPushButton>("btnSetExportPath")->click();
+    QFETCH(QString, file);
+    QCOMPARE(hub().exportPath, f.home.path(file));
+    QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), f.home.path(file));
 }
 
 void ExportPanel::startsTheSaveDialogWhereTheLastOneEnded()

@@ -18,6 +18,7 @@ window=
 # Where to click, in pixels from a corner of the main window, which has 1 pixel of border, 16 of
 # margin at the sides and at the bottom, and a title bar of 36 on top.
 export_button=(-57 -33)    # from the lower right: 80 x 32 pixels
+folder_button=(-134 -33)   # from the lower right: 26 x 26 pixels
 system_info_box=(121 -69)  # from the lower left: the first box of the second row
 close_button=(-23 19)      # from the upper right
 notice_top=100             # the notice's upper edge, centred from left to right
@@ -118,7 +119,7 @@ notice_area() {
     convert "$1" -crop "120x24+$((WIDTH / 2 - 60))+$((notice_top + 8))" +repage rgb:-
 }
 notice_shown() {
-    (($(windows) == 1)) && shoot "$notice_picture" &&
+    only_window && shoot "$notice_picture" &&
         ! cmp -s <(notice_area "$picture") <(notice_area "$notice_picture")
 }
 
@@ -132,6 +133,22 @@ tick_boxes() {
     click "${system_info_box[@]}"
     xdotool key Tab Tab space shift+Tab shift+Tab shift+Tab shift+Tab space
     expect 10 "the ticks" painted
+}
+
+# Chooses the zip that the save dialog proposes: in the folder that the program was started in.
+take_proposed_zip() {
+    click "${folder_button[@]}"
+    expect 10 "the save dialog" save_dialog_focused
+    xdotool key Return
+    expect 10 "the end of the save dialog" only_window
+    expect 10 "the main window" painted
+    zip=$home/UserLogInfo.zip
+}
+save_dialog_focused() {
+    [[ $(xdotool getactivewindow getwindowname 2>/dev/null) == "Save ZIP File" ]]
+}
+only_window() {
+    (($(windows) == 1))
 }
 
 await_window() {

@@ -85,8 +85,8 @@ Function un.onInit
 FunctionEnd
 
 Function StartProgram
-  ; The skin lies in the program's folder, which has to be the working folder.
-  SetOutPath "$INSTDIR"
+  ; The working folder, as the shortcut has it.
+  SetOutPath "$DOCUMENTS"
   Exec '"$INSTDIR\${NAME}.exe"'
 FunctionEnd
 
@@ -95,8 +95,8 @@ Section "${NAME}"
   !insertmacro InstallFiles
   WriteUninstaller "$INSTDIR\uninstall.exe"
 
-  ; The shortcut's working folder is the last SetOutPath.
-  SetOutPath "$INSTDIR"
+  ; The shortcut's working folder is the last SetOutPath. Save dialogs begin there.
+  SetOutPath "$DOCUMENTS"
   CreateShortcut "$SMPROGRAMS\${NAME}.lnk" "$INSTDIR\${NAME}.exe" "" "$INSTDIR\${NAME}.exe" 0 \
     SW_SHOWNORMAL "" "$(ShortcutHint)"
 

@@ -55,7 +55,8 @@ public:
     bool saveSystemDump(const QString &staging);
     bool saveClientDump(const QString &staging);
 
-    /// Fills the three module lists anew. False: the query did not run to its end.
+    /// Appends what the system tells of each memory module to the three module lists, which
+    /// saveSysInfo() uses up. False: the query did not run to its end.
     bool queryMemoryModules();
     /// Whether there is a kernel dump that can be read now.
     [[nodiscard]] bool memoryDumpReadable() const;

@@ -68,9 +68,6 @@ bool CLogProcessThread::queryMemoryModules()
     const MemoryModuleList found = probes.memoryModules();
     if (const char *failure = failureOf(found.query))
         qDebug() << failure;
-    partNumbers.clear();
-    moduleCapacities.clear();
-    moduleSpeeds.clear();
     for (const MemoryModule &module : found.modules) {
         partNumbers.append(module.partNumber);
         moduleCapacities.append(module.capacity);

@@ -19,6 +19,7 @@ private slots:
     void withoutModulesThereAreExactlyThreeLines();
     void modulesFollowInTheirOrder();
     void theModuleListsAreUsedUp();
+    void aSecondQueryKeepsTheModulesOfTheFirst();
     void aSecondReportIsAppendedToTheFirst();
     void eachZipHoldsOneReport();
     void withoutMemoryStatusItFailsAndLeavesAnEmptyFile();
@@ -137,6 +138,19 @@ void SystemReport::theModuleListsAreUsedUp()
     QVERIFY(f.worker.saveSysInfo(f.scratch.folder(text("second"))));
     QVERIFY(f.scratch.read(text("first/SystemInfo.txt")).contains("only once"));
     QVERIFY(!f.scratch.read(text("second/SystemInfo.txt")).contains("PartNumber"));
+}
+
+void SystemReport::aSecondQueryKeepsTheModulesOfTheFirst()
+{
+    FakeSystem machine;
+    machine.memory = memory;
+    machine.modules.modules = {{"first", 1, 2}};
+    ExportFixture f(machine.probes());
+    QVERIFY(f.worker.queryMemoryModules());
+    machine.modules.modules = {{"second", 3, 4}};
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path())); // asks once more
+    QCOMPARE(f.scratch.read(text("SystemInfo.txt")),
+             memoryLines + moduleReport("first", 1, 2) + moduleReport("second", 3, 4));
 }
 
 void SystemReport::aSecondReportIsAppendedToTheFirst()

@@ -10,6 +10,7 @@
 #include <QThread>
 
 #include <atomic>
+#include <optional>
 
 class QTableWidgetItem;
 
@@ -69,19 +70,29 @@ protected:
     void run() override;
 
 private:
-    enum class Outcome { Continue, Dropped };
+    /// The facts of a request, taken together when its turn comes.
+    struct Request
+    {
+        QString currentZipPath; ///< empty: the items are gathered, but not packed
+        QString stagingPath;
+        QString sourcePath;
+        QStringList sdkLogItems;
+    };
+    enum class Outcome { Done, Dropped };
 
     bool takeRequest();
-    void process();
-    Outcome copySdkLogs(const QString &staging);
-    void copyGenTlLogs(const QString &sdkFolder);
-    void gatherOtherItems(const QString &staging);
-    void pack(const QString &staging);
+    void carryOutRequest();
+    Outcome process(const Request &request);
+    /// False: @p folder could not be made.
+    static bool copyChosenLogs(const QStringList &paths, const QString &folder);
+    static void copyGenTlLogs(const QString &source, const QString &folder);
+    void gatherItems(const QString &staging);
+    void pack(const Request &request);
 
     const SystemProbes probes;
     std::atomic<bool> running{true};
-    QMutex mutex;           ///< guards stagingPath to requestQueue and sdkLogItems
-    QString currentZipPath; ///< of the request in hand; the worker's own
+    QMutex mutex;                  ///< guards stagingPath to requestQueue and sdkLogItems
+    std::optional<Request> inHand; ///< the worker's own
     QString stagingPath;
     QString sourcePath;
     QString basePath;
@@ -90,6 +101,7 @@ private:
     QList<qint32> moduleSpeeds;
     QList<qint32> moduleCapacities;
     std::atomic<bool> sdkLogOnly{false};
-    QStringList sdkLogItems;      ///< paths of the log files to copy
+    /// Paths of the log files to copy; nothing: a request has taken those that were handed over.
+    std::optional<QStringList> sdkLogItems;
     qint32 comSecurityResult = 0; ///< negative: memory modules cannot be asked for
 };

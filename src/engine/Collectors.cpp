@@ -7,7 +7,6 @@
 #include "SystemReport.h"
 
 #include <QDebug>
-#include <QMutexLocker>
 
 // The items: what the system answered goes to the report or archive that support tools expect.
 
@@ -103,11 +102,7 @@ bool CLogProcessThread::saveClientDump(const QString &staging)
 {
     if (staging.isEmpty())
         return false;
-    QString source;
-    {
-        const QMutexLocker lock(&mutex);
-        source = sourcePath;
-    }
-    writeClientDumps(staging + QStringLiteral("/ClientDump.zip"), source);
+    writeClientDumps(staging + QStringLiteral("/ClientDump.zip"),
+                     inHand ? inHand->sourcePath : sourcePath);
     return true;
 }

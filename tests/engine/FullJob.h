@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ExportFixture.h"
+#include "ExportItems.h"
 #include "FakeSystem.h"
 #include "SystemDumps.h"
 #include "Text.h"
@@ -46,9 +47,9 @@ struct FullJob
 
     static void chooseEveryItem()
     {
-        for (std::atomic<bool> *flag : {&hub().systemLog, &hub().sdkLog, &hub().nicInfo,
-                                        &hub().systemInfo, &hub().systemDump, &hub().clientDump})
-            *flag = true;
+        hub().sdkLog = true;
+        for (const ExportItem &item : exportItems)
+            hub().*item.isChosen = true;
     }
 
     /// Takes away from the whole what a fault costs.

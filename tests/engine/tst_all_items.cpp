@@ -1,9 +1,12 @@
 #include "FullJob.h"
 #include "Text.h"
 
+#include <QRegularExpression>
+
 #include <functional>
 #include <new>
 #include <stdexcept>
+#include <vector>
 
 /// The whole job with every item chosen: what it prints and what it packs, word for word, when all
 /// goes well and when one item after the other fails.
@@ -12,7 +15,10 @@ class AllItems : public QObject
     Q_OBJECT
 
 private slots:
+    void standInTheTableInTheirOrderWithTheirWords();
     void areAskedForInTheirOrder();
+    void printTheirWordsWhenTheyFail_data();
+    void printTheirWordsWhenTheyFail();
     void oneFaultTakesNothingElseAway_data();
     void oneFaultTakesNothingElseAway();
     void everyFaultAtOnceStillMakesAZip();
@@ -156,7 +162,7 @@ QVector<Fault> dumpFaults()
              job.drop(text("SystemDmp.zip"));
          },
          {text("item given up: broken"),
-          text("saveEventLog failed!")}}, // not a slip: see the worker
+          text("saveEventLog failed!")}}, // not a slip: see the table of items
         {"no client dump",
          [](FullJob &job) {
              QFile::remove(job.f.base() + text("QZviewer/client.dmp"));
@@ -173,6 +179,47 @@ QVector<Fault> faults()
 }
 
 } // namespace
+
+void AllItems::standInTheTableInTheirOrderWithTheirWords()
+{
+    QStringList words;
+    std::vector<std::atomic<bool> CConfiguration::*> flags;
+    for (const ExportItem &item : exportItems) {
+        flags.push_back(item.isChosen);
+        words.append(text(item.failureText));
+    }
+    QVERIFY(flags ==
+            (std::vector<std::atomic<bool> CConfiguration::*>{
+                &CConfiguration::systemLog, &CConfiguration::systemInfo, &CConfiguration::nicInfo,
+                &CConfiguration::systemDump, &CConfiguration::clientDump}));
+    // The system dump's words are those of the event log.
+    QCOMPARE(words,
+             QStringList({text("saveEventLog failed!"), text("saveSysInfo failed!"),
+                          text("saveNICInfo failed!"), text("saveEventLog failed!"), QString()}));
+}
+
+void AllItems::printTheirWordsWhenTheyFail_data()
+{
+    QTest::addColumn<int>("index");
+    for (int i = 0; i < int(std::size(exportItems)); ++i)
+        QTest::addRow("item %d", i + 1) << i;
+}
+
+void AllItems::printTheirWordsWhenTheyFail()
+{
+    QFETCH(int, index);
+    const ExportItem &failing = exportItems[index];
+    FullJob job;
+    for (const ExportItem &item : exportItems)
+        hub().*item.isChosen = item.isChosen == failing.isChosen;
+    job.machine.ask = [](const QString &) { throw Broken(); };
+    QVERIFY(job.run());
+    const QStringList lines =
+        job.f.output.lines().filter(QRegularExpression(text("^(?!item given up)")));
+    QCOMPARE(lines,
+             job.printed(failing.failureText != nullptr ? QStringList(text(failing.failureText))
+                                                        : QStringList()));
+}
 
 void AllItems::areAskedForInTheirOrder()
 {

@@ -1,8 +1,11 @@
 #include "ExportFixture.h"
+#include "FakeSystem.h"
 #include "Faults.h"
 #include "Text.h"
 
 #include <QMetaMethod>
+
+#include <functional>
 
 class ExportJob : public QObject
 {
@@ -26,16 +29,50 @@ private slots:
     void keepsTheSdkLogOnlyWishWhenItsStepWasSkipped();
     void forgetsTheSdkLogOnlyWishOnceHonoured();
     void readsTheFlagsWhenARequestsTurnComes();
+    void keepsTheSourceThatItBeganWith();
     void carriesOutQueuedRequestsInOrder();
     void gathersButWritesNoZipForAnEmptyPath();
     void keepsTheSdkLogOnlyWishOfARequestWithoutAPath();
     void dropsTheRequestWhenTheStagingFolderCannotBeMade();
     void dropsTheRequestWhenTheSdkFolderCannotBeMade();
     void keepsTheChosenLogsOfADroppedRequest();
+    void prefersLogsChosenSinceToThoseOfADroppedRequest_data();
+    void prefersLogsChosenSinceToThoseOfADroppedRequest();
     void finishesTheRequestInHandBeforeItEnds();
     void saysWhichRequestsItDropsAtTheEnd();
     void endsWhenRunningIsCleared();
 };
+
+namespace {
+
+/// While it lives, does something when a message is printed, on the thread that prints it.
+class OnMessage
+{
+public:
+    OnMessage(const QString &message, std::function<void()> act)
+    {
+        awaited = message;
+        action = std::move(act);
+        previous = qInstallMessageHandler(handle);
+    }
+    ~OnMessage() { qInstallMessageHandler(previous); }
+    OnMessage(const OnMessage &) = delete;
+    OnMessage &operator=(const OnMessage &) = delete;
+
+private:
+    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
+    {
+        previous(type, context, message);
+        if (message == awaited)
+            action();
+    }
+
+    static inline QString awaited;
+    static inline std::function<void()> action;
+    static inline QtMessageHandler previous = nullptr;
+};
+
+} // namespace
 
 void ExportJob::declaresOneSignalAndNoSlots()
 {
@@ -217,6 +254,24 @@ void ExportJob::readsTheFlagsWhenARequestsTurnComes()
     QCOMPARE(zipEntryNames(second), QStringList(text("ClientDump.zip")));
 }
 
+void ExportJob::keepsTheSourceThatItBeganWith()
+{
+    FakeSystem machine;
+    ExportFixture f(machine.probes());
+    hub().nicInfo = true;
+    hub().clientDump = true;
+    f.log(text("crash.dmp"), "of the first source");
+    f.scratch.file(text("QZSDK/other/crash.dmp"), "of the second source");
+    machine.ask = [&f](const QString &question) {
+        if (question == text("adapters")) // an item before the dumps
+            f.worker.setLogSourceFolder(text("other"));
+    };
+    QVERIFY(f.exportAndWait());
+    const QByteArray dumps = zipContents(f.zip()).value(text("ClientDump.zip"));
+    QCOMPARE(zipContents(f.scratch.file(text("dumps.zip"), dumps)),
+             (ExportFixture::Contents{{text("crash.dmp"), "of the first source"}}));
+}
+
 void ExportJob::carriesOutQueuedRequestsInOrder()
 {
     ExportFixture f;
@@ -299,6 +354,37 @@ void ExportJob::keepsTheChosenLogsOfADroppedRequest()
     QVERIFY(QFile::remove(inTheWay));
     QVERIFY(f.exportAndWait());
     QVERIFY(zipContents(f.zip()).contains(text("SDKLOG/a.log")));
+}
+
+void ExportJob::prefersLogsChosenSinceToThoseOfADroppedRequest_data()
+{
+    QTest::addColumn<QStringList>("names");
+    QTest::newRow("another") << QStringList(text("b.log"));
+    QTest::newRow("none") << QStringList();
+}
+
+void ExportJob::prefersLogsChosenSinceToThoseOfADroppedRequest()
+{
+    QFETCH(QStringList, names);
+    ExportFixture f;
+    const QString inTheWay = f.scratch.file(text("QZSDK/LogInfo/SDKLOG"), "a file");
+    QStringList chosenSince;
+    for (const QString &name : names)
+        chosenSince.append(f.log(name));
+    f.choose({f.log(text("a.log"))});
+    f.worker.enqueueExport(f.zip());
+    {
+        const OnMessage drop(text("mkpath failed"), [&] { f.choose(chosenSince); });
+        QVERIFY(f.waitForOutput(text("mkpath failed")));
+        QVERIFY(f.ends());
+    }
+    QVERIFY(QFile::remove(inTheWay));
+    f.worker.setRunning(true);
+    QVERIFY(f.exportAndWait());
+    QStringList expected;
+    for (const QString &name : names)
+        expected.append(text("SDKLOG/") + name);
+    QCOMPARE(zipEntryNames(f.zip()), expected);
 }
 
 void ExportJob::finishesTheRequestInHandBeforeItEnds()

@@ -2,6 +2,8 @@
 #include "SeededRandom.h"
 #include "Text.h"
 
+#include <vector>
+
 /// Many exports: queued at once, given up at the end, and one of every kind.
 class ManyExports : public QObject
 {
@@ -19,69 +21,74 @@ using Contents = FullJob::Contents;
 
 const int manyRequests = 200;
 
-/// The entries that each flag brings, by the rules of the staging folder.
-QString flagOf(const QString &entry)
+using Flag = std::atomic<bool> CConfiguration::*;
+
+/// The flags that choose an item, that of the SDK logs first.
+const std::vector<Flag> flags = [] {
+    std::vector<Flag> all{&CConfiguration::sdkLog};
+    for (const ExportItem &item : exportItems)
+        all.push_back(item.isChosen);
+    return all;
+}();
+
+/// The flag that brings an entry, by the rules of the staging folder.
+Flag flagOf(const QString &entry)
 {
-    static const QMap<QString, QString> flags{
-        {text("SDKLOG/"), text("sdkLog")},
-        {text("ApplicationEvents.evtx"), text("systemLog")},
-        {text("SystemEvents.evtx"), text("systemLog")},
-        {text("SystemInfo.txt"), text("systemInfo")},
-        {text("NICInfo.txt"), text("nicInfo")},
-        {text("SystemDmp.zip"), text("systemDump")},
-        {text("ClientDump.zip"), text("clientDump")},
+    static const QMap<QString, Flag> brought{
+        {text("SDKLOG/"), &CConfiguration::sdkLog},
+        {text("ApplicationEvents.evtx"), &CConfiguration::systemLog},
+        {text("SystemEvents.evtx"), &CConfiguration::systemLog},
+        {text("SystemInfo.txt"), &CConfiguration::systemInfo},
+        {text("NICInfo.txt"), &CConfiguration::nicInfo},
+        {text("SystemDmp.zip"), &CConfiguration::systemDump},
+        {text("ClientDump.zip"), &CConfiguration::clientDump},
     };
-    for (auto flag = flags.begin(); flag != flags.end(); ++flag) {
+    for (auto flag = brought.begin(); flag != brought.end(); ++flag) {
         if (entry.startsWith(flag.key()))
             return flag.value();
     }
-    return text("no flag");
+    qFatal("%s comes from nowhere", qPrintable(entry));
 }
 
-/// A choice of items: which flags are set, and what the user chose besides.
+/// A choice of items: which flags are set, and what the user chose besides. Its number has a bit
+/// for each.
 struct Choice
 {
-    explicit Choice(int number)
-        : chosenLog((number & 64) != 0)
-        , sdkLogOnly((number & 128) != 0)
+    explicit Choice(std::size_t number)
+        : bits(number)
+        , chosenLog((number >> flags.size() & 1) != 0)
+        , sdkLogOnly((number >> (flags.size() + 1) & 1) != 0)
     {
-        const char *const names[]{"sdkLog",  "systemLog",  "systemInfo",
-                                  "nicInfo", "systemDump", "clientDump"};
-        for (int i = 0; i < 6; ++i) {
-            if ((number & (1 << i)) != 0)
-                flags.append(text(names[i]));
-        }
     }
+
+    [[nodiscard]] static std::size_t count() { return std::size_t(1) << (flags.size() + 2); }
 
     void setFlags() const
     {
-        hub().sdkLog = flags.contains(text("sdkLog"));
-        hub().systemLog = flags.contains(text("systemLog"));
-        hub().systemInfo = flags.contains(text("systemInfo"));
-        hub().nicInfo = flags.contains(text("nicInfo"));
-        hub().systemDump = flags.contains(text("systemDump"));
-        hub().clientDump = flags.contains(text("clientDump"));
+        for (std::size_t i = 0; i < flags.size(); ++i)
+            hub().*flags[i] = (bits >> i & 1) != 0;
     }
 
-    [[nodiscard]] bool copiesLogs() const { return chosenLog || flags.contains(text("sdkLog")); }
+    [[nodiscard]] bool copiesLogs() const { return chosenLog || hub().sdkLog; }
 
-    /// What is left of the whole. Only a request that copies logs heeds the wish for nothing else.
+    /// What is left of the whole while the flags are set. Only a request that copies logs heeds the
+    /// wish for nothing else.
     [[nodiscard]] Contents partOf(const Contents &whole) const
     {
         Contents part;
         for (auto entry = whole.begin(); entry != whole.end(); ++entry) {
-            const QString flag = flagOf(entry.key());
-            const bool isLog = flag == text("sdkLog");
+            const Flag flag = flagOf(entry.key());
+            const bool isLog = flag == &CConfiguration::sdkLog;
             const bool isChosenLog = entry.key() == text("SDKLOG/a.log");
             const bool wanted = isLog ? copiesLogs() && (chosenLog || !isChosenLog)
-                                      : flags.contains(flag) && !(sdkLogOnly && copiesLogs());
+                                      : hub().*flag && !(sdkLogOnly && copiesLogs());
             if (wanted)
                 part.insert(entry.key(), entry.value());
         }
         return part;
     }
 
-    QStringList flags;
+    std::size_t bits;
     bool chosenLog;
     bool sdkLogOnly;
 };
@@ -149,7 +156,7 @@ void ManyExports::everyChoiceOfItems()
     job.whole[text("SDKLOG/gentl_cxp_log/g.txt")] = "gentl";
     // Only some entries are zips themselves, and those are always there when their flag is set.
     KeptZips kept;
-    for (int number = 0; number < 256; ++number) {
+    for (std::size_t number = 0; number < Choice::count(); ++number) {
         const Choice choice(number);
         choice.setFlags();
         QFile::remove(job.f.zip());
@@ -159,7 +166,7 @@ void ManyExports::everyChoiceOfItems()
                  qPrintable(QString::number(number)));
         QVERIFY(!QFileInfo::exists(job.f.staging()));
     }
-    QVERIFY(kept.count() >= 256);
+    QVERIFY(kept.count() >= 256); // six flags, two further choices
     QCOMPARE(kept.complaint(), QString());
 }
 

@@ -1,0 +1,122 @@
+#include "CLogProcessThread.h"
+
+#include "ExportItems.h"
+#include "ZipPacker.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <exception>
+
+// What the worker does for one request, from the empty staging folder to the zip.
+
+namespace {
+
+/// Makes the staging folder unless it is there. What a killed run left in it goes into the zip too.
+bool prepareStaging(const QString &staging)
+{
+    const QDir folder(staging);
+    if (folder.exists()) {
+        if (!folder.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot))
+            qDebug() << "staging folder left by an earlier run:" << staging;
+        return true;
+    }
+    if (QDir().mkdir(staging))
+        return true;
+    qDebug() << "mkdir failed";
+    return false;
+}
+
+/// Copies a file unless the target is there already, and says on the debug output why it could not.
+bool copyFile(const QString &from, const QString &to)
+{
+    QFile file(from);
+    const bool copied = file.copy(to);
+    if (!copied)
+        qDebug() << "not copied:" << from << file.errorString();
+    return copied;
+}
+
+/// Runs an item. What it throws is its own failure, and the items after it are gathered all the
+/// same.
+template <typename Item>
+bool succeeds(Item item)
+{
+    try {
+        return item();
+    } catch (const std::exception &problem) {
+        qDebug() << "item given up:" << problem.what();
+    } catch (...) {
+        qDebug() << "item given up";
+    }
+    return false;
+}
+
+} // namespace
+
+CLogProcessThread::Outcome CLogProcessThread::process(const Request &request)
+{
+    if (!prepareStaging(request.stagingPath))
+        return Outcome::Dropped;
+    const bool isPacked = !request.currentZipPath.isEmpty();
+    if (CConfiguration::instance()->sdkLog || !request.sdkLogItems.isEmpty()) {
+        const QString sdkFolder = request.stagingPath + QStringLiteral("/SDKLOG");
+        if (!copyChosenLogs(request.sdkLogItems, sdkFolder))
+            return Outcome::Dropped;
+        copyGenTlLogs(request.sourcePath + QStringLiteral("/gentl_cxp_log"),
+                      sdkFolder + QStringLiteral("/gentl_cxp_log"));
+        if (isPacked && sdkLogOnly.exchange(false)) {
+            pack(request);
+            return Outcome::Done;
+        }
+    }
+    gatherItems(request.stagingPath);
+    if (isPacked)
+        pack(request);
+    return Outcome::Done;
+}
+
+bool CLogProcessThread::copyChosenLogs(const QStringList &paths, const QString &folder)
+{
+    if (paths.isEmpty())
+        return true;
+    if (!QDir(folder).exists() && !QDir().mkpath(folder)) {
+        qDebug() << "mkpath failed";
+        return false;
+    }
+    for (const QString &path : paths)
+        qDebug() << copyFile(path, folder + QLatin1Char('/') + QFileInfo(path).fileName());
+    return true;
+}
+
+void CLogProcessThread::copyGenTlLogs(const QString &source, const QString &folder)
+{
+    const QDir logs(source);
+    if (!logs.exists())
+        return;
+    if (!QDir().mkpath(folder)) {
+        qDebug() << "not copied:" << source;
+        return;
+    }
+    for (const QString &name :
+         logs.entryList(QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot))
+        copyFile(source + QLatin1Char('/') + name, folder + QLatin1Char('/') + name);
+}
+
+void CLogProcessThread::gatherItems(const QString &staging)
+{
+    const CConfiguration &hub = *CConfiguration::instance();
+    for (const ExportItem &item : exportItems) {
+        const auto save = [&] { return (this->*item.save)(staging); };
+        if (hub.*item.isChosen && !succeeds(save) && item.failureText != nullptr)
+            qDebug() << item.failureText;
+    }
+}
+
+void CLogProcessThread::pack(const Request &request)
+{
+    zipFolder(request.stagingPath, request.currentZipPath);
+    emit closeWaitDlg();
+}

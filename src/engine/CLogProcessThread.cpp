@@ -1,9 +1,9 @@
 #include "CLogProcessThread.h"
 
 #include "CConfiguration.h"
+#include "EngineLog.h"
 
 #include <QDateTime>
-#include <QDebug>
 #include <QMutexLocker>
 #include <QTableWidgetItem>
 
@@ -30,7 +30,7 @@ CLogProcessThread::~CLogProcessThread()
     running = false;
     wait();
     for (const QString &zipPath : std::as_const(requestQueue))
-        qDebug() << "export dropped:" << zipPath;
+        qCInfo(engineLog) << "export dropped:" << zipPath;
 }
 
 void CLogProcessThread::setBasePath(const QString &base)

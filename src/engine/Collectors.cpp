@@ -1,6 +1,7 @@
 #include "CLogProcessThread.h"
 
 #include "DumpArchives.h"
+#include "EngineLog.h"
 #include "EventLogs.h"
 #include "NicReport.h"
 #include "ReportFile.h"
@@ -28,7 +29,6 @@ const char *failureOf(MemoryModuleList::Query query)
     case Query::Execution:
         return "查询执行失败";
     case Query::Unavailable:
-        return "no memory module can be asked for";
     case Query::Complete:
         break;
     }
@@ -67,6 +67,8 @@ bool CLogProcessThread::queryMemoryModules()
     const MemoryModuleList found = probes.memoryModules();
     if (const char *failure = failureOf(found.query))
         qDebug() << failure;
+    else if (found.query != MemoryModuleList::Query::Complete)
+        qCWarning(engineLog) << "no memory module can be asked for";
     for (const MemoryModule &module : found.modules) {
         partNumbers.append(module.partNumber);
         moduleCapacities.append(module.capacity);

@@ -1,5 +1,6 @@
 #include "CLogProcessThread.h"
 
+#include "EngineLog.h"
 #include "ExportItems.h"
 #include "ZipPacker.h"
 
@@ -20,7 +21,7 @@ bool prepareStaging(const QString &staging)
     const QDir folder(staging);
     if (folder.exists()) {
         if (!folder.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot))
-            qDebug() << "staging folder left by an earlier run:" << staging;
+            qCInfo(engineLog) << "staging folder left by an earlier run:" << staging;
         return true;
     }
     if (QDir().mkdir(staging))
@@ -29,13 +30,13 @@ bool prepareStaging(const QString &staging)
     return false;
 }
 
-/// Copies a file unless the target is there already, and says on the debug output why it could not.
+/// Copies a file unless the target is there already.
 bool copyFile(const QString &from, const QString &to)
 {
     QFile file(from);
     const bool copied = file.copy(to);
     if (!copied)
-        qDebug() << "not copied:" << from << file.errorString();
+        qCWarning(engineLog) << "not copied:" << from << file.errorString();
     return copied;
 }
 
@@ -47,9 +48,9 @@ bool succeeds(Item item)
     try {
         return item();
     } catch (const std::exception &problem) {
-        qDebug() << "item given up:" << problem.what();
+        qCWarning(engineLog) << "item given up:" << problem.what();
     } catch (...) {
-        qDebug() << "item given up";
+        qCWarning(engineLog) << "item given up";
     }
     return false;
 }
@@ -97,7 +98,7 @@ void CLogProcessThread::copyGenTlLogs(const QString &source, const QString &fold
     if (!logs.exists())
         return;
     if (!QDir().mkpath(folder)) {
-        qDebug() << "not copied:" << source;
+        qCWarning(engineLog) << "not copied:" << source;
         return;
     }
     for (const QString &name :

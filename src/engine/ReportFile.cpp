@@ -1,6 +1,6 @@
 #include "ReportFile.h"
 
-#include <QDebug>
+#include "EngineLog.h"
 
 ReportFile::ReportFile(const QString &path, Mode mode)
     : file(path)
@@ -22,5 +22,5 @@ void ReportFile::write(const QByteArray &text)
 
 void ReportFile::logFailure()
 {
-    qDebug() << "report not written:" << file.fileName() << file.errorString();
+    qCWarning(engineLog) << "report not written:" << file.fileName() << file.errorString();
 }

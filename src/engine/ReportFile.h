@@ -2,8 +2,8 @@
 
 #include <QFile>
 
-/// A text report being written, its bytes as they are given. What cannot be written is told once
-/// on the debug output and is otherwise of no consequence. One thread at a time.
+/// A text report being written, its bytes as they are given. The first write that fails is logged
+/// and ends the report; nobody has to ask for it. One thread at a time.
 class ReportFile
 {
 public:

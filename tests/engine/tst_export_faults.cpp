@@ -1,3 +1,4 @@
+#include "Diagnostics.h"
 #include "ExportFixture.h"
 #include "Faults.h"
 #include "Machine.h"
@@ -69,6 +70,7 @@ void ExportFaults::survivesAZipPathThatIsAFolder()
 
 void ExportFaults::leavesOutALogThatVanished()
 {
+    const Diagnostics diagnostics;
     ExportFixture f;
     const QString gone = f.log(text("gone.log"));
     f.choose({f.log(text("a.log")), gone, f.log(text("b.log"))});
@@ -85,6 +87,7 @@ void ExportFaults::leavesOutALogThatCannotBeRead()
 {
     if (!OrdinaryUser::available())
         QSKIP("this system cannot take away the right to read");
+    const Diagnostics diagnostics;
     ExportFixture f;
     const QString locked = f.log(text("locked.log"), "secret\n");
     QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
@@ -105,6 +108,7 @@ void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
 {
     if (!OrdinaryUser::available())
         QSKIP("this system cannot take away the right to read");
+    const Diagnostics diagnostics;
     ExportFixture f;
     const QString locked = f.log(text("gentl_cxp_log/locked.txt"), "secret\n");
     f.log(text("gentl_cxp_log/open.txt"), "open\n");
@@ -116,7 +120,7 @@ void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
         QVERIFY(f.exportAndWait());
     }
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/open.txt")));
-    // No result is printed for these copies, but what could not be saved is named.
+    // No result is printed for these copies, but what could not be saved is logged.
     QVERIFY(f.output.lines().at(0).startsWith(text("not copied: \"%1\"").arg(locked)));
     QVERIFY(!f.output.lines().contains(text("false")));
     exportsOnceMore(f);
@@ -124,6 +128,7 @@ void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
 
 void ExportFaults::survivesASourceFolderThatWasRemoved()
 {
+    const Diagnostics diagnostics;
     ExportFixture f;
     const QString log = f.log(text("a.log"));
     f.choose({log});
@@ -136,6 +141,7 @@ void ExportFaults::survivesASourceFolderThatWasRemoved()
 
 void ExportFaults::leavesOutGenTlLogsWhoseFolderCannotBeMade()
 {
+    const Diagnostics diagnostics;
     ExportFixture f;
     f.log(text("gentl_cxp_log/g.txt"));
     const QString inItsPlace = f.scratch.file(text("elsewhere/gentl_cxp_log"), "a log");
@@ -149,6 +155,7 @@ void ExportFaults::leavesOutGenTlLogsWhoseFolderCannotBeMade()
 
 void ExportFaults::packsWhatAKilledRunLeftInTheStagingFolder()
 {
+    const Diagnostics diagnostics;
     ExportFixture f;
     f.scratch.file(text("QZSDK/LogInfo/SDKLOG/old.log"), "of the killed run\n");
     f.scratch.file(text("QZSDK/LogInfo/NICInfo.txt"), "likewise\n");
@@ -197,6 +204,7 @@ void ExportFaults::survivesAFullDiskWhileStaging()
 {
     if (!FileSizeLimit::available())
         QSKIP("this system cannot limit the size of files");
+    const Diagnostics diagnostics;
     ExportFixture f;
     const QString large = f.log(text("large.log"), QByteArray(200000, 'x'));
     f.choose({f.log(text("a.log")), large, f.log(text("b.log"))});

@@ -1,3 +1,4 @@
+#include "Diagnostics.h"
 #include "ExportFixture.h"
 #include "FakeSystem.h"
 #include "Faults.h"
@@ -185,6 +186,7 @@ void ExportJob::consumesTheChosenLogs()
 
 void ExportJob::doesNotCopyOverANameThatIsTaken()
 {
+    const Diagnostics diagnostics;
     ExportFixture f;
     const QString here = f.log(text("a.log"), "from here\n");
     const QString there = f.scratch.file(text("QZSDK/other/a.log"), "from there\n");
@@ -405,6 +407,7 @@ void ExportJob::finishesTheRequestInHandBeforeItEnds()
 
 void ExportJob::saysWhichRequestsItDropsAtTheEnd()
 {
+    const Diagnostics diagnostics;
     resetHub();
     DebugCapture output;
     {

@@ -1,5 +1,6 @@
 #include "SystemReport.h"
 
+#include "Diagnostics.h"
 #include "ExportFixture.h"
 #include "FakeSystem.h"
 #include "Text.h"
@@ -25,6 +26,7 @@ private slots:
     void withoutMemoryStatusItFailsAndLeavesAnEmptyFile();
     void aFailedModuleQueryIsPrintedAndNoFailure_data();
     void aFailedModuleQueryIsPrintedAndNoFailure();
+    void modulesThatCannotBeAskedForAreLoggedAndNoFailure();
     void refusedComSecurityKeepsTheModulesUnaskedSilently();
     void aFileThatCannotBeOpenedIsNoFailure();
     void theWorkerNotesTheTimeThenSetsTheHubThenAsksForComSecurity();
@@ -198,8 +200,6 @@ void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure_data()
     QTest::newRow("connection") << int(Query::Connection) << text("WMI服务连接失败");
     QTest::newRow("proxy") << int(Query::Proxy) << text("设置代理失败");
     QTest::newRow("execution") << int(Query::Execution) << text("查询执行失败");
-    QTest::newRow("unavailable") << int(Query::Unavailable)
-                                 << text("no memory module can be asked for");
 }
 
 void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure()
@@ -215,6 +215,20 @@ void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure()
     QCOMPARE(f.output.take(), QStringList(printed));
     QVERIFY(!f.worker.queryMemoryModules());
     QCOMPARE(f.output.lines(), QStringList(printed));
+}
+
+void SystemReport::modulesThatCannotBeAskedForAreLoggedAndNoFailure()
+{
+    FakeSystem machine;
+    machine.memory = memory;
+    machine.modules.query = MemoryModuleList::Query::Unavailable;
+    ExportFixture f(machine.probes());
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
+    QCOMPARE(f.output.lines(), QStringList());
+    const Diagnostics diagnostics;
+    QVERIFY(!f.worker.queryMemoryModules());
+    QCOMPARE(f.output.lines(), QStringList(text("no memory module can be asked for")));
 }
 
 void SystemReport::refusedComSecurityKeepsTheModulesUnaskedSilently()
@@ -236,6 +250,9 @@ void SystemReport::aFileThatCannotBeOpenedIsNoFailure()
     FakeSystem machine;
     ExportFixture f(machine.probes());
     const QString taken = f.scratch.folder(text("SystemInfo.txt"));
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.output.lines(), QStringList());
+    const Diagnostics diagnostics;
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.output.lines().size(), 1);
     QVERIFY(f.output.contains(text("report not written: \"%1\"").arg(taken)));

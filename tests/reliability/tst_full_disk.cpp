@@ -1,3 +1,4 @@
+#include "Diagnostics.h"
 #include "Faults.h"
 #include "FullJob.h"
 #include "Noise.h"
@@ -19,6 +20,9 @@ private slots:
 
 public:
     QString noDisks; ///< why a test cannot have any
+
+private:
+    const Diagnostics diagnostics; ///< tell what was lost
 };
 
 namespace {
@@ -65,7 +69,7 @@ void isWholeAgain(FullJob &job, KeptZips &kept)
 }
 
 /// What is in the zip is right, although @p fault struck while it was written; what was lost was
-/// said; and the next export is whole.
+/// logged; and the next export is whole.
 void endsWell(FullJob &job, KeptZips &kept, const char *fault, qint64 room)
 {
     const QByteArray where = QByteArray(fault) + " at " + QByteArray::number(room);

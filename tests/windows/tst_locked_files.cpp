@@ -1,3 +1,4 @@
+#include "Diagnostics.h"
 #include "ExportFixture.h"
 #include "HeldFile.h"
 #include "LogConfig.h"
@@ -24,6 +25,7 @@ private slots:
 
 void LockedFiles::leavesOutALogThatItsWriterKeepsToItself()
 {
+    const Diagnostics diagnostics;
     ExportFixture f;
     const QString locked = f.log(text("locked.log"), "secret\n");
     const QString free = f.log(text("free.log"), "free\n");
@@ -32,7 +34,7 @@ void LockedFiles::leavesOutALogThatItsWriterKeepsToItself()
     const ExportFixture::Contents contents = zipContents(f.zip());
     QVERIFY(contents.contains(text("SDKLOG/free.log")));
     QVERIFY(!contents.value(text("SDKLOG/locked.log")).contains("secret"));
-    QVERIFY2(f.output.contains(text("locked.log")), "what is missing is named on the debug output");
+    QVERIFY2(f.output.contains(text("locked.log")), "what is missing is logged by its name");
 }
 
 void LockedFiles::takesALogThatItsWriterShares_data()

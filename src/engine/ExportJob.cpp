@@ -2,11 +2,11 @@
 
 #include "EngineLog.h"
 #include "ExportItems.h"
+#include "FileCopies.h"
 #include "ZipPacker.h"
 
 #include <QDebug>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <exception>
@@ -30,14 +30,10 @@ bool prepareStaging(const QString &staging)
     return false;
 }
 
-/// Copies a file unless the target is there already.
-bool copyFile(const QString &from, const QString &to)
+void logFailure(const FileCopy &copy, const CopyResult &result)
 {
-    QFile file(from);
-    const bool copied = file.copy(to);
-    if (!copied)
-        qCWarning(engineLog) << "not copied:" << from << file.errorString();
-    return copied;
+    if (!result.copied)
+        qCWarning(engineLog) << "not copied:" << copy.from << result.failure;
 }
 
 /// Runs an item. What it throws is its own failure, and the items after it are gathered all the
@@ -87,8 +83,13 @@ bool CLogProcessThread::copyChosenLogs(const QStringList &paths, const QString &
         qDebug() << "mkpath failed";
         return false;
     }
+    QVector<FileCopy> copies;
     for (const QString &path : paths)
-        qDebug() << copyFile(path, folder + QLatin1Char('/') + QFileInfo(path).fileName());
+        copies.append({path, folder + QLatin1Char('/') + QFileInfo(path).fileName()});
+    copyFiles(copies, [](const FileCopy &copy, const CopyResult &result) {
+        logFailure(copy, result);
+        qDebug() << result.copied;
+    });
     return true;
 }
 
@@ -101,9 +102,11 @@ void CLogProcessThread::copyGenTlLogs(const QString &source, const QString &fold
         qCWarning(engineLog) << "not copied:" << source;
         return;
     }
+    QVector<FileCopy> copies;
     for (const QString &name :
          logs.entryList(QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot))
-        copyFile(source + QLatin1Char('/') + name, folder + QLatin1Char('/') + name);
+        copies.append({source + QLatin1Char('/') + name, folder + QLatin1Char('/') + name});
+    copyFiles(copies, logFailure);
 }
 
 void CLogProcessThread::gatherItems(const QString &staging)

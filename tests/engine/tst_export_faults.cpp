@@ -5,6 +5,7 @@
 #include "Text.h"
 
 #include <QFile>
+#include <QProcess>
 
 #include <cerrno>
 
@@ -19,6 +20,8 @@ private slots:
     void leavesOutALogThatVanished();
     void leavesOutALogThatCannotBeRead();
     void leavesOutAGenTlLogThatCannotBeRead();
+    void leavesOutALogThatHasBecomeAPipe();
+    void leavesOutALogThatHasBecomeADevice();
     void survivesASourceFolderThatWasRemoved();
     void leavesOutGenTlLogsWhoseFolderCannotBeMade();
     void packsWhatAKilledRunLeftInTheStagingFolder();
@@ -123,6 +126,33 @@ void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
     // No result is printed for these copies, but what could not be saved is logged.
     QVERIFY(f.output.lines().at(0).startsWith(text("not copied: \"%1\"").arg(locked)));
     QVERIFY(!f.output.lines().contains(text("false")));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::leavesOutALogThatHasBecomeAPipe()
+{
+    const Diagnostics diagnostics;
+    ExportFixture f;
+    const QString pipe = f.scratch.path(text("QZSDK/QZviewer/pipe.log"));
+    if (QProcess::execute(text("mkfifo"), {pipe}) != 0)
+        QSKIP("no pipes among files here");
+    QVERIFY(f.exportAndWait({pipe, f.log(text("a.log"))})); // whose writer never comes
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+    QCOMPARE(f.output.lines().mid(0, 3),
+             QStringList({text("not copied: \"%1\" \"not a regular file\"").arg(pipe),
+                          text("false"), text("true")}));
+    exportsOnceMore(f);
+}
+
+void ExportFaults::leavesOutALogThatHasBecomeADevice()
+{
+    ExportFixture f;
+    const QString device = f.scratch.path(text("QZSDK/QZviewer/device.log"));
+    if (onWindows() || !makeLink(text("/dev/null"), device))
+        QSKIP("no devices among files here");
+    QVERIFY(f.exportAndWait({device, f.log(text("a.log"))}));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+    QCOMPARE(f.output.lines().mid(0, 2), QStringList({text("false"), text("true")}));
     exportsOnceMore(f);
 }
 

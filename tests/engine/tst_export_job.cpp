@@ -25,6 +25,7 @@ private slots:
     void copiesChosenLogsEvenWithTheSdkLogFlagOff();
     void consumesTheChosenLogs();
     void doesNotCopyOverANameThatIsTaken();
+    void printsTheResultsInTheOrderOfTheLogsWhenTheFirstIsSlow();
     void removesTheStagingFolderAfterPacking();
     void packsNothingElseWhenOnlySdkLogsAreAsked();
     void keepsTheSdkLogOnlyWishWhenItsStepWasSkipped();
@@ -196,6 +197,15 @@ void ExportJob::doesNotCopyOverANameThatIsTaken()
     QCOMPARE(f.output.lines().at(0), text("true"));
     QVERIFY(f.output.lines().at(1).startsWith(text("not copied: \"%1\"").arg(there)));
     QCOMPARE(f.output.lines().at(2), text("false"));
+}
+
+void ExportJob::printsTheResultsInTheOrderOfTheLogsWhenTheFirstIsSlow()
+{
+    ExportFixture f;
+    const QString slow = f.scratch.sparseFile(text("QZSDK/QZviewer/slow.log"),
+                                              64 << 20); // the others are made by then
+    QVERIFY(f.exportAndWait({slow, f.scratch.path(text("gone.log")), f.log(text("b.log"))}));
+    QCOMPARE(f.output.lines().mid(0, 3), QStringList({text("true"), text("false"), text("true")}));
 }
 
 void ExportJob::removesTheStagingFolderAfterPacking()

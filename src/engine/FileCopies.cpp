@@ -1,0 +1,69 @@
+#include "FileCopies.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QThreadPool>
+
+#include <algorithm>
+#include <atomic>
+#include <future>
+#include <vector>
+
+namespace {
+
+constexpr int threadCount = 4; // copying waits for the disk, whatever the number of processors
+
+/// The indices of the copies, those with one target together: they must not race for it.
+std::vector<std::vector<int>> groupedByTarget(const QVector<FileCopy> &copies)
+{
+    std::vector<std::vector<int>> groups;
+    QHash<QString, std::size_t> groupOf;
+    for (int i = 0; i < copies.size(); ++i) {
+        const QString target = copies.at(i).to.toCaseFolded();
+        const auto group = groupOf.constFind(target);
+        if (group != groupOf.constEnd()) {
+            groups[*group].push_back(i);
+        } else {
+            groupOf.insert(target, groups.size());
+            groups.push_back({i});
+        }
+    }
+    return groups;
+}
+
+} // namespace
+
+CopyResult copyFile(const FileCopy &copy)
+{
+    // Opening a pipe would wait for its writer, and reading some devices never ends.
+    const QFileInfo source(copy.from);
+    if (source.exists() && !source.isFile())
+        return {false, QStringLiteral("not a regular file")};
+    QFile file(copy.from);
+    if (file.copy(copy.to))
+        return {true, {}};
+    return {false, file.errorString()};
+}
+
+void copyFiles(const QVector<FileCopy> &copies,
+               const std::function<void(const FileCopy &, const CopyResult &)> &report,
+               const std::function<CopyResult(const FileCopy &)> &copyOne)
+{
+    const std::vector<std::vector<int>> groups = groupedByTarget(copies);
+    std::vector<std::promise<CopyResult>> results(std::size_t(copies.size()));
+    std::atomic<std::size_t> nextGroup{0};
+    const auto work = [&] {
+        for (std::size_t group = nextGroup++; group < groups.size(); group = nextGroup++) {
+            for (const int i : groups[group])
+                results[i].set_value(copyOne(copies.at(i)));
+        }
+    };
+
+    QThreadPool pool; // its destructor waits
+    pool.setMaxThreadCount(threadCount);
+    for (std::size_t i = 0; i < std::min(groups.size(), std::size_t(threadCount)); ++i)
+        pool.start(work);
+    for (int i = 0; i < copies.size(); ++i)
+        report(copies.at(i), results[i].get_future().get());
+}

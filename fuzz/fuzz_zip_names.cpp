@@ -6,17 +6,26 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <list>
+
+namespace {
+
+constexpr std::size_t mostFiles = 500; // fewer than a process may have open
+
+} // namespace
+
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     FuzzedDataProvider input(data, size);
     const MemoryFile zip;
     std::vector<ZipEntry> added;
+    std::list<MemoryFile> files; // which are read in the end
     ZipArchive archive(zip.path());
-    while (input.remaining_bytes() > 0) {
+    while (input.remaining_bytes() > 0 && added.size() < mostFiles) {
         const QString name = QString::fromStdString(input.ConsumeRandomLengthString());
         const std::string contents = input.ConsumeRandomLengthString();
-        const MemoryFile file(QByteArray::fromStdString(contents));
-        archive.addFile(name, file.path());
+        files.emplace_back(QByteArray::fromStdString(contents));
+        archive.addFile(name, files.back().path());
         added.push_back({name.toStdString(), contents});
     }
     demand(archive.close(), "the zip is written");

@@ -1,6 +1,7 @@
 #include "DumpArchives.h"
 
 #include "CrashDumpPaths.h"
+#include "EngineLog.h"
 #include "ReadableFile.h"
 #include "ZipArchive.h"
 
@@ -31,7 +32,7 @@ void addDump(ZipArchive &archive, const QString &entryName, const QString &path)
     if (QFile::exists(path))
         archive.addFile(entryName, path);
     else
-        qDebug() << "dump vanished:" << path;
+        qCWarning(engineLog) << "dump vanished:" << path;
 }
 
 QStringList minidumps(const CrashDumpPaths &places)
@@ -69,9 +70,10 @@ bool kernelDumpReadable(const CrashDumpPaths &places)
     return !places.kernelDumpTestPath.isEmpty() && isReadable(places.kernelDumpTestPath);
 }
 
-void writeSystemDumps(const QString &zipPath, const CrashDumpPaths &places, bool withKernelDump)
+void writeSystemDumps(const QString &zipPath, const CrashDumpPaths &places, bool withKernelDump,
+                      const ProgressSink &progress)
 {
-    ZipArchive archive(zipPath);
+    ZipArchive archive(zipPath, progress);
     if (withKernelDump)
         addDump(archive, places.kernelDump, places.kernelDump);
     else
@@ -84,9 +86,9 @@ void writeSystemDumps(const QString &zipPath, const CrashDumpPaths &places, bool
     archive.close();
 }
 
-void writeClientDumps(const QString &zipPath, const QString &folder)
+void writeClientDumps(const QString &zipPath, const QString &folder, const ProgressSink &progress)
 {
-    ZipArchive archive(zipPath);
+    ZipArchive archive(zipPath, progress);
     if (!folder.isEmpty()) // which would be the working directory
         addClientDumps(archive, folder);
     archive.close();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ProgressSink.h"
+
 #include <QStringList>
 
 struct CrashDumpPaths;
@@ -15,8 +17,10 @@ void addDump(ZipArchive &archive, const QString &entryName, const QString &path)
 [[nodiscard]] bool kernelDumpReadable(const CrashDumpPaths &places);
 
 /// Writes a zip with the kernel dump, if @p withKernelDump, and the newest small dump, named by
-/// their full paths; what is missing is told on the debug output.
-void writeSystemDumps(const QString &zipPath, const CrashDumpPaths &places, bool withKernelDump);
+/// their full paths; a missing one is named on the debug output.
+void writeSystemDumps(const QString &zipPath, const CrashDumpPaths &places, bool withKernelDump,
+                      const ProgressSink &progress = {});
 
 /// Writes a zip with the camera client's dumps in @p folder, not below it, by their bare names.
-void writeClientDumps(const QString &zipPath, const QString &folder);
+void writeClientDumps(const QString &zipPath, const QString &folder,
+                      const ProgressSink &progress = {});

@@ -1,42 +1,40 @@
 #include "ZipArchive.h"
 
-#include <QDebug>
+#include "EngineLog.h"
+
+#include <QFile>
+#include <QFileInfo>
 
 #include <private/qzipwriter_p.h>
 
 #include <new>
+#include <utility>
 
 namespace {
 
-QByteArray contentsOf(const QString &path, qint64 most)
+QByteArray contentsOf(const QString &path, qint64 expected)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        qDebug() << "cannot read" << path << file.errorString();
+        qCWarning(engineLog) << "cannot read" << path << file.errorString();
         return {};
     }
-    if (file.size() > most) {
-        qDebug() << "too large for the zip, left empty:" << path << file.size() << "bytes";
-        return {};
-    }
-    const qint64 expected = file.size();
-    QByteArray contents = file.readAll();
+    QByteArray contents = file.read(expected);
     if (contents.size() < expected)
-        qDebug() << "read only" << contents.size() << "of" << expected << "bytes:" << path;
+        qCWarning(engineLog) << "read only" << contents.size() << "of" << expected
+                             << "bytes:" << path;
     return contents;
 }
 
 } // namespace
 
-ZipArchive::ZipArchive(const QString &zipPath, const ZipLimits &most)
-    : limits(most)
+ZipArchive::ZipArchive(const QString &zipPath, ProgressSink sink, const ZipLimits &most)
+    : progress(std::move(sink))
+    , limits(most)
     , target(zipPath)
 {
-    // Unbuffered: each write shows at once whether the disk took it.
-    if (target.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+    if (target.isOpen())
         writer = std::make_unique<QZipWriter>(&target);
-    else
-        qDebug() << "cannot write zip" << zipPath << target.errorString();
 }
 
 ZipArchive::~ZipArchive()
@@ -44,60 +42,59 @@ ZipArchive::~ZipArchive()
     close();
 }
 
-void ZipArchive::addFile(const QString &entryName, const QString &filePath)
+void ZipArchive::addFile(const QString &entryName, const QString &filePath,
+                         std::function<void()> packed)
 {
-    if (writer == nullptr || target.failed)
-        return;
-    try {
-        const QByteArray contents = contentsOf(filePath, limits.entryBytes);
-        if (!hasRoomFor(entryName, contents.size()))
-            return;
-        writer->addFile(entryName, contents); // needs about as much memory again
-        ++entries;
-    } catch (const std::bad_alloc &) {
-        qDebug() << "no memory, left out of the zip:" << filePath;
+    entries.push_back({entryName, filePath, QFileInfo(filePath).size(), std::move(packed)});
+}
+
+void ZipArchive::write()
+{
+    for (const Entry &entry : std::exchange(entries, {})) {
+        if (writer != nullptr && !target.hasFailed())
+            pack(entry);
+        if (entry.packed)
+            entry.packed();
     }
 }
 
 bool ZipArchive::close()
 {
-    if (writer == nullptr)
-        return false;
-    writer->close();
+    write();
+    if (writer != nullptr)
+        writer->close();
     writer.reset();
-    target.close();
-    if (target.failed) {
-        qDebug() << "zip not written:" << target.fileName() << target.failure;
-        target.remove();
+    return target.complete();
+}
+
+void ZipArchive::pack(const Entry &entry)
+{
+    if (entry.size > limits.entryBytes)
+        qCWarning(engineLog) << "too large for the zip, left empty:" << entry.path << entry.size
+                             << "bytes";
+    try {
+        const QByteArray contents =
+            entry.size > limits.entryBytes ? QByteArray() : contentsOf(entry.path, entry.size);
+        if (!hasRoomFor(entry.name, contents.size()))
+            return;
+        writer->addFile(entry.name, contents); // needs about as much memory again
+        ++packedEntries;
+        if (progress)
+            progress(contents.size());
+    } catch (const std::bad_alloc &) {
+        qCWarning(engineLog) << "no memory, left out of the zip:" << entry.path;
     }
-    return !target.failed;
 }
 
 bool ZipArchive::hasRoomFor(const QString &entryName, qint64 size) const
 {
     // Twice the name and a generous margin stand for the headers, here and in the directory.
     const qint64 overhead = 2 * entryName.toUtf8().size() + 256;
-    const qint64 directory = qint64(entries + 1) * 1024;
+    const qint64 directory = qint64(packedEntries + 1) * 1024;
     const bool fits =
-        entries < limits.entries &&
+        packedEntries < limits.entries &&
         target.pos() + size + size / 1024 + overhead + directory < limits.archiveBytes;
     if (!fits)
-        qDebug() << "no room in the zip, left out:" << entryName << size << "bytes";
+        qCWarning(engineLog) << "no room in the zip, left out:" << entryName << size << "bytes";
     return fits;
-}
-
-qint64 ZipArchive::Target::writeData(const char *data, qint64 length)
-{
-    // A disk that takes a part says only when it is given the rest what is wrong.
-    qint64 written = 0;
-    for (qint64 more = length; more > 0 && !failed; more = length - written) {
-        const qint64 taken = QFile::writeData(data + written, more);
-        if (taken > 0) {
-            written += taken;
-        } else {
-            failed = true;
-            failure = errorString();
-        }
-    }
-    return written;
 }

@@ -1,9 +1,13 @@
 #pragma once
 
-#include <QFile>
+#include "ProgressSink.h"
+#include "ZipTarget.h"
+
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 class QZipWriter;
 
@@ -19,46 +23,52 @@ struct ZipLimits
     int entries = 0xffff;
 };
 
-/// A zip file being written. Entry names are stored as UTF-8, contents are compressed as the
-/// writer sees fit. One thread at a time.
+/// A zip file. What goes into it is named first, then packed all at once. Entry names are stored as
+/// UTF-8, contents are compressed. One thread at a time.
 ///
-/// What the format or the disk cannot take is told on the debug output and leaves the archive
-/// valid; an archive that could not be written whole is removed, because half a zip opens nowhere.
+/// A file that cannot be read becomes an empty entry; one that shrinks meanwhile is packed as far
+/// as it was read, one that grows up to the size that it had when it was added. An archive that
+/// could not be written whole is removed, because half a zip opens nowhere.
 class ZipArchive
 {
 public:
-    /// Creates the file at @p zipPath or empties the one that is there.
-    explicit ZipArchive(const QString &zipPath, const ZipLimits &limits = {});
+    /// Creates the file at @p zipPath or empties the one that is there. @p progress is given the
+    /// bytes of each file as they are packed.
+    explicit ZipArchive(const QString &zipPath, ProgressSink progress = {},
+                        const ZipLimits &limits = {});
     /// Closes the archive unless that was done.
     ~ZipArchive();
     ZipArchive(const ZipArchive &) = delete;
     ZipArchive &operator=(const ZipArchive &) = delete;
 
-    /// Adds the whole of the file at @p filePath as @p entryName. A file that cannot be read, or
-    /// not in one piece (2 GiB and more), becomes an empty entry. One for which the archive has no
-    /// room left is left out; a smaller one may still fit after it.
-    void addFile(const QString &entryName, const QString &filePath);
+    /// Makes the file at @p filePath an entry, which write() packs; @p packed is called after that,
+    /// whether or not it could be.
+    void addFile(const QString &entryName, const QString &filePath,
+                 std::function<void()> packed = {});
 
-    /// Completes the file. False: nothing was written, and no file is left at the path.
+    /// Packs the files that were added. They are not needed any more after that.
+    void write();
+
+    /// Completes the file, after write() if that was not called. False: no zip was written, and no
+    /// file is left at the path.
     bool close();
 
 private:
-    /// A file that remembers that a write to it fell short, which the zip writer does not.
-    class Target : public QFile
+    struct Entry
     {
-    public:
-        using QFile::QFile;
-        bool failed = false;
-        QString failure; ///< the system's words for the first failed write
-
-    protected:
-        qint64 writeData(const char *data, qint64 length) override;
+        QString name;
+        QString path;
+        qint64 size;
+        std::function<void()> packed;
     };
 
+    void pack(const Entry &entry);
     [[nodiscard]] bool hasRoomFor(const QString &entryName, qint64 size) const;
 
+    const ProgressSink progress;
     const ZipLimits limits;
-    Target target;
+    std::vector<Entry> entries; ///< added and not yet packed
+    ZipTarget target;
     std::unique_ptr<QZipWriter> writer; ///< null when the file could not be opened, or after close
-    int entries = 0;
+    int packedEntries = 0;
 };

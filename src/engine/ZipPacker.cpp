@@ -1,5 +1,6 @@
 #include "ZipPacker.h"
 
+#include "EngineLog.h"
 #include "ZipArchive.h"
 
 #include <QDebug>
@@ -21,26 +22,27 @@ void removeFile(const QFileInfo &file)
 
 } // namespace
 
-bool zipFolder(const QString &folder, const QString &zipPath)
+bool zipFolder(const QString &folder, const QString &zipPath, const ProgressSink &progress)
 {
-    ZipArchive archive(zipPath);
+    ZipArchive archive(zipPath, progress);
     const bool added = addFolderToZip(archive, folder, folder);
+    archive.write();
     if (added && !removeFolder(folder))
-        qDebug() << "folder not removed:" << folder;
+        qCWarning(engineLog) << "folder not removed:" << folder;
     archive.close();
     return added;
 }
 
 bool addFolderToZip(ZipArchive &archive, const QString &current, const QString &root)
 {
+    const QDir rootFolder(root);
     const QFileInfoList entries = QDir(current).entryInfoList();
     for (const QFileInfo &entry : entries) {
         if (entry.fileName() == QLatin1String(".") || entry.fileName() == QLatin1String(".."))
             continue;
         if (entry.isFile()) {
-            const QString name = entry.filePath().mid(root.size() + 1);
-            archive.addFile(name, entry.filePath());
-            qDebug() << name << current << root;
+            const QString name = rootFolder.relativeFilePath(entry.absoluteFilePath());
+            archive.addFile(name, entry.filePath(), [=] { qDebug() << name << current << root; });
         } else if (!entry.isSymLink()) { // a linked folder may lead back up here
             addFolderToZip(archive, entry.filePath(), root);
         }

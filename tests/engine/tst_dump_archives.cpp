@@ -1,5 +1,6 @@
 #include "DumpArchives.h"
 
+#include "Diagnostics.h"
 #include "ExportFixture.h"
 #include "FakeSystem.h"
 #include "Faults.h"
@@ -42,6 +43,9 @@ private slots:
     void aMissingSourceFolderMakesAnEmptyArchive();
     void withoutASourceTheWorkingFolderIsNotSearched();
     void anEmptyFolderIsRefused();
+
+private:
+    const Diagnostics diagnostics;
 };
 
 namespace {

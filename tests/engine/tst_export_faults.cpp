@@ -29,6 +29,9 @@ private slots:
     void takesPathsOfEveryKind();
     void survivesAFullDiskWhileStaging();
     void leavesNoHalfZipWhenTheDiskFillsWhilePacking();
+
+private:
+    const Diagnostics diagnostics;
 };
 
 namespace {

@@ -1,4 +1,5 @@
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "Faults.h"
 #include "Machine.h"
 #include "Noise.h"
@@ -30,7 +31,13 @@ private slots:
     void saysThatItCannotBeWritten();
     void leavesNoHalfZipOnAFullDisk_data();
     void leavesNoHalfZipOnAFullDisk();
+    void packsAGrowingFileAsLargeAsItWasWhenItWasAdded();
+    void saysHowManyBytesItPacks();
+    void callsBackOnceAFileIsPacked();
     void closesOnlyOnce();
+
+private:
+    const Diagnostics diagnostics;
 };
 
 void ZipArchiveTest::holdsWhatWasAdded()
@@ -126,7 +133,7 @@ void ZipArchiveTest::leavesALargerFileThanItsLimitEmptyAndSaysSo()
     DebugCapture output;
     ZipLimits limits;
     limits.entryBytes = 1000;
-    ZipArchive archive(zip, limits);
+    ZipArchive archive(zip, {}, limits);
     archive.addFile(QStringLiteral("fits"), scratch.file(QStringLiteral("1"), noise(1000)));
     archive.addFile(QStringLiteral("larger"), larger);
     QVERIFY(archive.close());
@@ -147,7 +154,7 @@ void ZipArchiveTest::leavesOutWhatIsBeyondTheNumberOfEntries()
     DebugCapture output;
     ZipLimits limits;
     limits.entries = 3;
-    ZipArchive archive(zip, limits);
+    ZipArchive archive(zip, {}, limits);
     for (const char *name : {"a", "b", "c", "d", "e"})
         archive.addFile(QLatin1String(name), file);
     QVERIFY(archive.close());
@@ -165,7 +172,7 @@ void ZipArchiveTest::leavesOutWhatWouldMakeItTooLarge()
     DebugCapture output;
     ZipLimits limits;
     limits.archiveBytes = 100'000;
-    ZipArchive archive(zip, limits);
+    ZipArchive archive(zip, {}, limits);
     archive.addFile(QStringLiteral("half"), scratch.file(QStringLiteral("1"), noise(50'000)));
     archive.addFile(QStringLiteral("as much"), scratch.file(QStringLiteral("2"), noise(50'000)));
     archive.addFile(QStringLiteral("little"), scratch.file(QStringLiteral("3"), noise(1000)));
@@ -255,6 +262,52 @@ void ZipArchiveTest::leavesNoHalfZipOnAFullDisk()
         output.lines(),
         QStringList{
             QStringLiteral("zip not written: \"%1\" \"%2\"").arg(zip, qt_error_string(EFBIG))});
+}
+
+void ZipArchiveTest::packsAGrowingFileAsLargeAsItWasWhenItWasAdded()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    const QString growing = scratch.file(QStringLiteral("growing"), "before");
+    const DebugCapture output;
+    ZipArchive archive(zip);
+    archive.addFile(QStringLiteral("growing"), growing);
+    scratch.file(QStringLiteral("growing"), "before and after");
+    QVERIFY(archive.close());
+    QCOMPARE(zipContents(zip), (QMap<QString, QByteArray>{{QStringLiteral("growing"), "before"}}));
+    QCOMPARE(output.lines(), QStringList());
+}
+
+void ZipArchiveTest::saysHowManyBytesItPacks()
+{
+    ScratchFolder scratch;
+    qint64 packed = 0;
+    ZipArchive archive(scratch.path(QStringLiteral("a.zip")),
+                       [&](qint64 bytes) { packed += bytes; });
+    archive.addFile(QStringLiteral("a"), scratch.file(QStringLiteral("1"), noise(70000)));
+    archive.addFile(QStringLiteral("b"), scratch.file(QStringLiteral("2"), noise(1000)));
+    archive.addFile(QStringLiteral("empty"), scratch.file(QStringLiteral("3")));
+    QCOMPARE(packed, qint64(0));
+    archive.write();
+    QCOMPARE(packed, qint64(71000));
+    QVERIFY(archive.close());
+    QCOMPARE(packed, qint64(71000));
+}
+
+void ZipArchiveTest::callsBackOnceAFileIsPacked()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(QStringLiteral("a.zip"));
+    QVector<qint64> sizes;
+    ZipArchive archive(zip);
+    for (const char *name : {"a", "b"})
+        archive.addFile(QLatin1String(name), scratch.file(QLatin1String(name), noise(5000)),
+                        [&] { sizes.append(QFileInfo(zip).size()); });
+    archive.write();
+    QCOMPARE(sizes.size(), 2);
+    QVERIFY(sizes.at(0) > 5000 && sizes.at(0) < 10000 && sizes.at(1) > 10000);
+    QVERIFY(archive.close());
+    QCOMPARE(sizes.size(), 2);
 }
 
 void ZipArchiveTest::closesOnlyOnce()

@@ -1,4 +1,5 @@
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "Faults.h"
 #include "ScratchFolder.h"
 #include "Text.h"
@@ -27,6 +28,12 @@ private slots:
     void packsAndKeepsWhatMayNotBeRemovedAndSaysSo();
     void refusesToRemoveAnEmptyPath();
     void takesAMissingFolderForRemoved();
+    void namesEntriesAlikeForARootThatEndsInASlash_data();
+    void namesEntriesAlikeForARootThatEndsInASlash();
+    void removesTheFolderBeforeItClosesTheZip();
+
+private:
+    const Diagnostics diagnostics;
 };
 
 namespace {
@@ -232,6 +239,48 @@ void ZipPackerTest::takesAMissingFolderForRemoved()
 {
     ScratchFolder scratch;
     QVERIFY(removeFolder(scratch.path(text("nothing here"))));
+}
+
+void ZipPackerTest::namesEntriesAlikeForARootThatEndsInASlash_data()
+{
+    QTest::addColumn<QString>("end");
+    for (const char *end : {"", "/", "//"})
+        QTest::addRow("\"%s\"", end) << text(end);
+}
+
+void ZipPackerTest::namesEntriesAlikeForARootThatEndsInASlash()
+{
+    QFETCH(QString, end);
+    ScratchFolder scratch;
+    scratch.file(text("in/abc.txt"), "abc");
+    scratch.file(text("in/sub/def.txt"), "def");
+    const QString zip = scratch.path(text("a.zip"));
+    const DebugCapture output;
+    QVERIFY(zipFolder(scratch.path(text("in")) + end, zip));
+    QCOMPARE(zipEntryNames(zip), QStringList({text("abc.txt"), text("sub/def.txt")}));
+    QVERIFY(!QFileInfo::exists(scratch.path(text("in"))));
+}
+
+void ZipPackerTest::removesTheFolderBeforeItClosesTheZip()
+{
+    if (!FileSizeLimit::available())
+        QSKIP("this system cannot limit the size of files");
+    ScratchFolder scratch;
+    const QString folder = scratch.path(text("in"));
+    scratch.file(text("in/x"), "x");
+    scratch.file(text("in/.hidden"));
+    const QString zip = scratch.path(text("a.zip"));
+    const DebugCapture output;
+    {
+        const FileSizeLimit limit(40); // for the file, not for the directory that closes the zip
+        QVERIFY(zipFolder(folder, zip));
+    }
+    QVERIFY(!QFileInfo::exists(zip));
+    const QStringList lines = output.lines();
+    QCOMPARE(lines.size(), 3);
+    QCOMPARE(lines.at(0), text("\"x\" \"%1\" \"%1\"").arg(folder));
+    QCOMPARE(lines.at(1), text("folder not removed: \"%1\"").arg(folder));
+    QVERIFY(lines.at(2).startsWith(text("zip not written: \"%1\"").arg(zip)));
 }
 
 QTEST_GUILESS_MAIN(ZipPackerTest)

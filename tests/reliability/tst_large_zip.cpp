@@ -1,3 +1,4 @@
+#include "Diagnostics.h"
 #include "FullJob.h"
 #include "Text.h"
 #include "ZipArchive.h"
@@ -12,6 +13,9 @@ class LargeZip : public QObject
 private slots:
     void holdsAsManyEntriesAsTheFormatCanCount();
     void aLogOfTwoGibibytesGoesThroughTheWholeJob();
+
+private:
+    const Diagnostics diagnostics;
 };
 
 namespace {

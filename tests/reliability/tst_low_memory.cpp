@@ -1,4 +1,5 @@
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "LogViewer.h"
 #include "Machine.h"
 #include "ScratchFolder.h"
@@ -120,6 +121,7 @@ void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
     const QString zip = scratch.path(QStringLiteral("a.zip"));
     const QString small = scratch.file(QStringLiteral("small"), "small");
     const QString large = scratch.sparseFile(QStringLiteral("large"), 1024 * megabyte);
+    const Diagnostics diagnostics;
     const DebugCapture output;
     {
         ZipArchive archive(zip);

@@ -1,0 +1,46 @@
+#include "ZipTarget.h"
+
+#include "EngineLog.h"
+
+#include <utility>
+
+ZipTarget::ZipTarget(const QString &zipPath)
+    : QFile(zipPath)
+    // Unbuffered: each write shows at once whether the disk took it.
+    , incomplete(open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+{
+    if (!incomplete)
+        qCWarning(engineLog) << "cannot write zip" << zipPath << errorString();
+}
+
+void ZipTarget::fail(const QString &reason)
+{
+    if (!hasFailed())
+        failure = reason;
+}
+
+bool ZipTarget::complete()
+{
+    if (!std::exchange(incomplete, false))
+        return false;
+    close(); // unless the zip writer did
+    if (!hasFailed())
+        return true;
+    qCWarning(engineLog) << "zip not written:" << fileName() << failure;
+    remove();
+    return false;
+}
+
+qint64 ZipTarget::writeData(const char *data, qint64 length)
+{
+    // A disk that takes a part says only when it is given the rest what is wrong.
+    qint64 written = 0;
+    for (qint64 more = length; more > 0 && !hasFailed(); more = length - written) {
+        const qint64 taken = QFile::writeData(data + written, more);
+        if (taken > 0)
+            written += taken;
+        else
+            fail(errorString());
+    }
+    return written;
+}

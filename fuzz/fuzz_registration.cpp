@@ -43,12 +43,15 @@ void tryRegistered(const QByteArray &rest)
     demand(registeredCameraClient().iconPath == path, "a registered path comes back");
 }
 
-void tryWrittenByHand(QByteArray path)
+void tryWrittenByHand(const QByteArray &rest)
 {
-    static const QByteArray letters = "abcdeQZ0189/._-:()+~,";
-    for (char &letter : path)
-        letter = letters[static_cast<unsigned char>(letter) % letters.size()];
-    demand(registeredIn("[General]\nDefaultIcon=" + path + "\n") == QString::fromLatin1(path),
+    static const QStringList letters =
+        QStringLiteral("a b c d e Q Z 0 1 8 9 / . _ - : ( ) + ~ , ü 李 机 𠀀")
+            .split(QLatin1Char(' '));
+    QString path;
+    for (const char letter : rest)
+        path += letters[static_cast<unsigned char>(letter) % letters.size()];
+    demand(registeredIn("[General]\nDefaultIcon=" + path.toUtf8() + "\n") == path,
            "a path without quotes comes back");
 }
 

@@ -7,6 +7,7 @@
 #include "ReadableFile.h"
 #include "ui_LogSettingsDlg.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileDialog>
@@ -25,6 +26,16 @@ constexpr int shortestPause = 50; // milliseconds
 int storedLevel()
 {
     return int(CConfiguration::instance()->logLevel);
+}
+
+QString folderOf(const CameraClient &client)
+{
+    const QString icon = QDir::fromNativeSeparators(client.iconPath);
+    // Only the last separator counts: before it, "\" can be part of a name outside Windows.
+    int end = icon.lastIndexOf(QLatin1Char('/'));
+    for (const QChar separator : client.pathSeparators)
+        end = std::max(end, icon.lastIndexOf(separator));
+    return end < 0 ? QStringLiteral(".") : icon.left(end);
 }
 
 } // namespace
@@ -62,12 +73,9 @@ void LogSettingsDlg::retranslate()
 
 QString LogSettingsDlg::findDefaultLogConfig() const
 {
-    QString icon = client.iconPath;
-    if (icon.isEmpty())
+    if (client.iconPath.isEmpty())
         return {};
-    for (const QChar separator : client.pathSeparators)
-        icon.replace(separator, QLatin1Char('/'));
-    const QString path = QFileInfo(icon).path() + QStringLiteral("/SDKLOG_default.properties");
+    const QString path = folderOf(client) + QStringLiteral("/SDKLOG_default.properties");
     return QFileInfo(path).isFile() && isReadable(path) ? path : QString();
 }
 

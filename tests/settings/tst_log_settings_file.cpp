@@ -1,5 +1,6 @@
 #include "Faults.h"
 #include "LogConfig.h"
+#include "Machine.h"
 #include "SettingsFixture.h"
 #include "Text.h"
 
@@ -14,6 +15,7 @@ class LogSettingsFile : public QObject
 private slots:
     void findsTheFileBesideTheIcon_data();
     void findsTheFileBesideTheIcon();
+    void findsTheFileInAFolderWithABackslashInItsName();
     void findsNoFileWithoutARegistration();
     void findsNoFileWhereItIsMissing();
     void findsNoFileThatMayNotBeRead();
@@ -57,6 +59,19 @@ void LogSettingsFile::findsTheFileBesideTheIcon()
     QCOMPARE(hub().logConfigPath, path);
     QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), path);
     QCOMPARE(f.asked, 0);
+}
+
+void LogSettingsFile::findsTheFileInAFolderWithABackslashInItsName()
+{
+    if (onWindows())
+        QSKIP("a backslash is in no name here");
+    SettingsFixture f;
+    const QString path = f.scratch.file(text("a\\b/SDKLOG_default.properties"), debugFile);
+    for (const QString &icon : {text("a\\b/QZviewer.exe,0"), text("a\\b\\QZviewer.exe,0")}) {
+        f.client.iconPath = f.scratch.path(icon);
+        f.open();
+        QCOMPARE(f.window->findDefaultLogConfig(), path);
+    }
 }
 
 void LogSettingsFile::findsNoFileWithoutARegistration()

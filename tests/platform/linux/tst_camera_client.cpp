@@ -1,5 +1,6 @@
 #include "CameraClient.h"
 #include "ScratchFolder.h"
+#include "Text.h"
 
 #include <QSettings>
 #include <QtTest>
@@ -18,18 +19,30 @@ private slots:
 void CameraClientTest::readsTheRegisteredIcon_data()
 {
     QTest::addColumn<QByteArray>("line");
-    QTest::newRow("quoted") << QByteArray("DefaultIcon=\"/opt/client/QZviewer.exe,0\"");
-    QTest::newRow("by hand, without quotes")
-        << QByteArray("DefaultIcon=/opt/client/QZviewer.exe,0");
+    QTest::addColumn<QString>("icon");
+    QTest::newRow("quoted") << QByteArray("DefaultIcon=\"/opt/client/QZviewer.exe,0\"")
+                            << text("/opt/client/QZviewer.exe,0");
+    QTest::newRow("by hand, without quotes") << QByteArray("DefaultIcon=/opt/client/QZviewer.exe,0")
+                                             << text("/opt/client/QZviewer.exe,0");
+    QTest::newRow("UTF-8, by hand") << QByteArray("DefaultIcon=/home/李/Größe 𠀀/QZ查看器.exe,0")
+                                    << text("/home/李/Größe 𠀀/QZ查看器.exe,0");
+    QTest::newRow("UTF-8, quoted")
+        << QByteArray("DefaultIcon=\"/home/李/QZviewer.exe,0\"") << text("/home/李/QZviewer.exe,0");
+    QTest::newRow("escaped, as Qt writes it")
+        << QByteArray("DefaultIcon=\"/home/\\x674e/QZviewer.exe,0\"")
+        << text("/home/李/QZviewer.exe,0");
+    QTest::newRow("backslash in a name, which an INI file doubles")
+        << QByteArray("DefaultIcon=/opt/a\\\\b/QZviewer.exe,0") << text("/opt/a\\b/QZviewer.exe,0");
 }
 
 void CameraClientTest::readsTheRegisteredIcon()
 {
     QFETCH(QByteArray, line);
+    QFETCH(QString, icon);
     ScratchFolder config;
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, config.path());
     config.file(QStringLiteral("Pemberk/qzcfgfile.ini"), "[General]\n" + line + '\n');
-    QCOMPARE(registeredCameraClient().iconPath, QStringLiteral("/opt/client/QZviewer.exe,0"));
+    QCOMPARE(registeredCameraClient().iconPath, icon);
 }
 
 void CameraClientTest::findsNoneWhereNothingIsRegistered()

@@ -8,6 +8,7 @@
 #include "UserEnvironment.h"
 
 #include <QDialog>
+#include <QProcess>
 #include <QtTest>
 
 /// The camera client as it is found through the real registry, which "reg add" writes, and the real
@@ -21,6 +22,7 @@ private slots:
     void readsWhatRegAddWrote_data();
     void readsWhatRegAddWrote();
     void findsNoneWhereNothingIsRegistered();
+    void onlyReadsTheRegistry();
     void namesTheUsersProfileAsHome();
     void chinesePathIsReadAsItIs();
     void choosesTheLanguageOfTheRegisteredClient_data();
@@ -75,6 +77,17 @@ void RegisteredClient::readsWhatRegAddWrote()
 void RegisteredClient::findsNoneWhereNothingIsRegistered()
 {
     QCOMPARE(registeredCameraClient().iconPath, QString());
+}
+
+void RegisteredClient::onlyReadsTheRegistry()
+{
+    const QString key = text("HKLM\\SOFTWARE\\Classes\\qzcfgfile");
+    const auto query = [&key] {
+        return QProcess::execute(text("reg"), {text("query"), key, text("/s")});
+    };
+    QCOMPARE(query(), 1);
+    QCOMPARE(registeredCameraClient().iconPath, QString());
+    QCOMPARE(query(), 1);
 }
 
 void RegisteredClient::namesTheUsersProfileAsHome()

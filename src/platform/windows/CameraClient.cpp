@@ -4,8 +4,9 @@
 
 CameraClient registeredCameraClient()
 {
-    const QSettings key(
-        QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes\\qzcfgfile\\DefaultIcon"),
-        QSettings::NativeFormat);
-    return {key.value(QStringLiteral(".")).toString(), QStringLiteral("\\")};
+    // Not opened on the client's own key, which QSettings would create where it may.
+    const QSettings classes(QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\Classes"),
+                            QSettings::NativeFormat);
+    return {classes.value(QStringLiteral("qzcfgfile/DefaultIcon/.")).toString(),
+            QStringLiteral("\\")};
 }

@@ -3,7 +3,6 @@
 #include "LineBlockReader.h"
 #include "LogLine.h"
 
-#include <QHeaderView>
 #include <QTableWidget>
 
 #include <algorithm>
@@ -114,32 +113,6 @@ ModelSignalBlocker::~ModelSignalBlocker()
     if (table.rowCount() > 0)
         emit model->dataChanged(model->index(0, 0),
                                 model->index(table.rowCount() - 1, table.columnCount() - 1));
-}
-
-void setLevelHidden(QTableWidget &table, const QString &level, bool hidden)
-{
-    // While its updates are off the header does not place all rows anew for each one of them, the
-    // table is told of them all at once, and the style is asked once for the least height of a row.
-    QHeaderView *const rows = table.verticalHeader();
-    const bool hadUpdates = rows->updatesEnabled();
-    const bool wasBlocked = rows->blockSignals(true);
-    rows->setUpdatesEnabled(false);
-    rows->setMinimumSectionSize(rows->minimumSectionSize());
-    int last = -1;
-    for (int row = 0; row < table.rowCount(); ++row) {
-        const QTableWidgetItem *const cell = table.item(row, LogRows::Level);
-        if (cell != nullptr && cell->text() == level) {
-            rows->setSectionHidden(row, hidden);
-            last = row;
-        }
-    }
-    rows->setMinimumSectionSize(-1);
-    rows->setUpdatesEnabled(hadUpdates);
-    rows->blockSignals(wasBlocked);
-    if (last < 0)
-        return;
-    emit rows->sectionResized(last, 0, rows->sectionSize(last));
-    table.viewport()->update();
 }
 
 QString allLines(const QTableWidget &table)

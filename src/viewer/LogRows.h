@@ -52,9 +52,6 @@ private:
     bool wasBlocked;
 };
 
-/// Hides or shows every row whose level is exactly @p level.
-void setLevelHidden(QTableWidget &table, const QString &level, bool hidden);
-
 /// The lines of the rows from the first one on, up to the first without a timestamp, joined by line
 /// feeds. Hidden rows are among them.
 [[nodiscard]] QString allLines(const QTableWidget &table);

@@ -3,7 +3,6 @@
 #include "CConfiguration.h"
 #include "CMenuEx.h"
 #include "LogFile.h"
-#include "LogItemDelegate.h"
 #include "SearchRun.h"
 #include "ui_LogViewer.h"
 
@@ -19,56 +18,16 @@
 
 namespace {
 
-constexpr int rowCapacity = 100000;
 constexpr int spareRows = 5;
-constexpr int rowHeight = 32;
 constexpr int menuTextWidth = 115;
 constexpr std::chrono::milliseconds searchRound{15}; ///< about a frame of a screen
 constexpr int searchGracePeriodMs = 100; ///< milliseconds that a search may take unnoticed
 constexpr int allColumns = 5;            ///< the data of an action that stands for every column
 
-/// In column order, in pixels. The last shown column is stretched to the edge.
-constexpr std::array<int, LogRows::ColumnCount> columnWidths{160, 65, 150, 370};
-
-/// In column order, before translation.
-constexpr std::array<const char *, LogRows::ColumnCount> headerTexts{
-    QT_TRANSLATE_NOOP("LogViewer", "Log Timestamp"), QT_TRANSLATE_NOOP("LogViewer", "Log Level"),
-    QT_TRANSLATE_NOOP("LogViewer", "Log Source"), QT_TRANSLATE_NOOP("LogViewer", "Log Message")};
-
-void resetColumnWidth(QTableWidget &table, int column)
-{
-    table.setColumnWidth(column, columnWidths[static_cast<std::size_t>(column)]);
-}
-
 QString elided(const QWidget &menu, const QString &text)
 {
     menu.ensurePolished(); // it has the skin's font only then
     return menu.fontMetrics().elidedText(text, Qt::ElideRight, menuTextWidth);
-}
-
-/// The first row from @p row on, in steps of @p step, that can be seen and shows something.
-int nextShownRow(const QTableWidget &table, int row, int step)
-{
-    while (row >= 0 && row < table.rowCount() &&
-           (table.isRowHidden(row) || table.item(row, LogRows::Message) == nullptr))
-        row += step;
-    return row;
-}
-
-/// The column of @p row in which the cursor can be seen: its own if there is a text, else the first
-/// that is shown and has one.
-int cursorColumn(const QTableWidget &table, int row, int column)
-{
-    const auto showsText = [&](int i) {
-        return table.item(row, i) != nullptr && !table.isColumnHidden(i);
-    };
-    if (showsText(column))
-        return column;
-    for (int i = 0; i < table.columnCount(); ++i) {
-        if (showsText(i))
-            return i;
-    }
-    return column;
 }
 
 } // namespace
@@ -84,7 +43,7 @@ LogViewer::LogViewer(QWidget *parent, LineSearch search)
     ui->mainTitleBar->setMinButtonVisible(false);
     ui->mainTitleBar->setMaxMinEnabled(true);
     ui->mainTitleBar->setTitle(tr("LogViewer"));
-    setUpTable();
+    ui->btnFilter->setPopupMode(QToolButton::InstantPopup);
     buildFilterMenu();
     buildContextMenu();
     ui->lineEdit->clear();
@@ -117,12 +76,9 @@ void LogViewer::retranslate()
     ui->mainTitleBar->setTitle(tr("LogViewer"));
     actionCopyAll->setText(tr("CopyAll"));
     actionCopySelected->setText(tr("CopySelected"));
-    for (int column = 0; column < LogRows::ColumnCount; ++column) {
-        const auto index = static_cast<std::size_t>(column);
-        const QString text = tr(headerTexts[index]);
-        filterActions[index]->setText(elided(*menuFilter, text));
-        ui->tableWidget->horizontalHeaderItem(column)->setText(text);
-    }
+    ui->tableWidget->retranslate();
+    for (std::size_t i = 0; i < filterActions.size(); ++i)
+        filterActions[i]->setText(elided(*menuFilter, tr(LogTable::headerTexts[i])));
 }
 
 void LogViewer::closeEvent(QCloseEvent *event)
@@ -141,14 +97,7 @@ void LogViewer::onActionFilter(QAction *action)
         for (QAction *filterAction : filterActions)
             filterAction->setChecked(action->isChecked());
     }
-    QHeaderView *const header = ui->tableWidget->horizontalHeader();
-    header->setDefaultSectionSize(80);
-    for (int i = 0; i < LogRows::ColumnCount; ++i)
-        resetColumnWidth(*ui->tableWidget, i);
-    header->setStretchLastSection(true);
-    ui->tableWidget->setAutoScroll(false); // the cursor may be out of sight
-    keepCursorOnText();
-    ui->tableWidget->setAutoScroll(true);
+    ui->tableWidget->resetColumnWidths();
 }
 
 void LogViewer::on_btnFilter_clicked()
@@ -160,22 +109,22 @@ void LogViewer::on_btnFilter_clicked()
 
 void LogViewer::on_checkBoxINFO_clicked(bool checked)
 {
-    setLevelHidden(*ui->tableWidget, QStringLiteral("INFO"), !checked);
+    ui->tableWidget->setLevelHidden(QStringLiteral("INFO"), !checked);
 }
 
 void LogViewer::on_checkBoxERROR_clicked(bool checked)
 {
-    setLevelHidden(*ui->tableWidget, QStringLiteral("ERROR"), !checked);
+    ui->tableWidget->setLevelHidden(QStringLiteral("ERROR"), !checked);
 }
 
 void LogViewer::on_checkBoxWARN_clicked(bool checked)
 {
-    setLevelHidden(*ui->tableWidget, QStringLiteral("WARN"), !checked);
+    ui->tableWidget->setLevelHidden(QStringLiteral("WARN"), !checked);
 }
 
 void LogViewer::on_checkBoxDEBUG_clicked(bool checked)
 {
-    setLevelHidden(*ui->tableWidget, QStringLiteral("DEBUG"), !checked);
+    ui->tableWidget->setLevelHidden(QStringLiteral("DEBUG"), !checked);
 }
 
 void LogViewer::on_tableWidget_customContextMenuRequested(const QPoint &pos)
@@ -227,40 +176,6 @@ void LogViewer::onActionCopySelectedTriggered()
     QApplication::clipboard()->setText(selectedLines(*ui->tableWidget), QClipboard::Clipboard);
 }
 
-void LogViewer::setUpTable()
-{
-    CTableWidget &table = *ui->tableWidget;
-    table.verticalHeader()->setVisible(false);
-    table.verticalHeader()->setDefaultSectionSize(rowHeight);
-    setUpColumns();
-    table.setRowCount(rowCapacity); // rows of no columns would all be moved when the columns come
-    table.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    table.setAlternatingRowColors(true);
-    table.setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table.setSelectionBehavior(QAbstractItemView::SelectRows);
-    table.setWordWrap(false);
-    table.setContextMenuPolicy(Qt::CustomContextMenu);
-    table.setItemDelegate(new LogItemDelegate(&table));
-    table.setTabKeyNavigation(false); // the tabulator leads out of the table
-    connect(&table, &QTableWidget::currentCellChanged, this, &LogViewer::keepCursorOnText);
-    ui->btnFilter->setPopupMode(QToolButton::InstantPopup);
-}
-
-void LogViewer::setUpColumns()
-{
-    QTableWidget &table = *ui->tableWidget;
-    QStringList headers;
-    for (const char *text : headerTexts)
-        headers.append(tr(text));
-    table.setColumnCount(LogRows::ColumnCount);
-    table.setHorizontalHeaderLabels(headers);
-    for (int column : {LogRows::Timestamp, LogRows::Level, LogRows::Source})
-        resetColumnWidth(table, column);
-    table.horizontalHeader()->setStretchLastSection(true);
-    table.horizontalHeader()->setTextElideMode(Qt::ElideRight);
-    table.horizontalHeader()->setHighlightSections(false);
-}
-
 void LogViewer::buildFilterMenu()
 {
     menuFilter = new CMenuEx(this);
@@ -269,9 +184,9 @@ void LogViewer::buildFilterMenu()
     menuFilter->setMinimumWidth(180);
     auto *group = new QActionGroup(this);
     group->setExclusive(false);
-    for (std::size_t i = 0; i < headerTexts.size(); ++i) {
-        QAction *action =
-            menuFilter->addAction(elided(*menuFilter, QString::fromLatin1(headerTexts[i])));
+    for (std::size_t i = 0; i < filterActions.size(); ++i) {
+        QAction *action = menuFilter->addAction(
+            elided(*menuFilter, QString::fromLatin1(LogTable::headerTexts[i])));
         action->setData(static_cast<int>(i) + 1);
         action->setCheckable(true);
         action->setChecked(true);
@@ -306,29 +221,6 @@ void LogViewer::setUpKeys()
           [this] { onActionCopySelectedTriggered(); });
     onKey(QKeySequence::Find, this, Qt::WindowShortcut,
           [this] { ui->lineEdit->setFocus(Qt::ShortcutFocusReason); });
-    // The table's own Home and End move among the columns of a row, which whole-row selection
-    // hides.
-    onKey(Qt::Key_Home, table, Qt::WidgetShortcut,
-          [this, table] { goToRow(nextShownRow(*table, 0, 1)); });
-    onKey(Qt::Key_End, table, Qt::WidgetShortcut,
-          [this, table] { goToRow(nextShownRow(*table, table->rowCount() - 1, -1)); });
-}
-
-void LogViewer::goToRow(int row)
-{
-    QTableWidget &table = *ui->tableWidget;
-    if (row >= 0 && row < table.rowCount())
-        table.setCurrentCell(row, qMax(table.currentColumn(), 0));
-}
-
-void LogViewer::keepCursorOnText()
-{
-    const QModelIndex cursor = ui->tableWidget->currentIndex();
-    if (!cursor.isValid())
-        return;
-    const int column = cursorColumn(*ui->tableWidget, cursor.row(), cursor.column());
-    ui->tableWidget->selectionModel()->setCurrentIndex(cursor.sibling(cursor.row(), column),
-                                                       QItemSelectionModel::NoUpdate);
 }
 
 std::optional<int> LogViewer::fillFromFile()
@@ -337,11 +229,11 @@ std::optional<int> LogViewer::fillFromFile()
     endSearch();
     table.clearContents();
     table.scrollToTop();
-    table.setRowCount(rowCapacity);
+    table.setRowCount(LogTable::capacity);
     std::optional<int> lines;
     {
         const ModelSignalBlocker fill(table);
-        lines = readLogFile(currentLogPath, rowCapacity,
+        lines = readLogFile(currentLogPath, LogTable::capacity,
                             [this](std::string_view line, int row) { rows->place(line, row); });
     }
     if (lines)

@@ -55,13 +55,9 @@ private slots:
     void onActionCopySelectedTriggered();
 
 private:
-    void setUpTable();
-    void setUpColumns();
     void buildFilterMenu();
     void buildContextMenu();
     void setUpKeys();
-    void goToRow(int row);
-    void keepCursorOnText();
     std::optional<int> fillFromFile();
     void showFound(SearchRun &run);
     void endSearch();

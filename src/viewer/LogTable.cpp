@@ -1,0 +1,139 @@
+#include "LogTable.h"
+
+#include "LogItemDelegate.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+
+namespace {
+
+constexpr int lineHeight = 32;
+
+/// In column order, in pixels.
+constexpr std::array<int, LogRows::ColumnCount> columnWidths{160, 65, 150, 370};
+
+/// The first row from @p row on, in steps of @p step, that can be seen and shows something.
+int nextShownRow(const QTableWidget &table, int row, int step)
+{
+    while (row >= 0 && row < table.rowCount() &&
+           (table.isRowHidden(row) || table.item(row, LogRows::Message) == nullptr))
+        row += step;
+    return row;
+}
+
+/// The column of @p row in which the cursor can be seen: its own if there is a text, else the first
+/// that is shown and has one.
+int cursorColumn(const QTableWidget &table, int row, int column)
+{
+    const auto showsText = [&](int i) {
+        return table.item(row, i) != nullptr && !table.isColumnHidden(i);
+    };
+    if (showsText(column))
+        return column;
+    for (int i = 0; i < table.columnCount(); ++i) {
+        if (showsText(i))
+            return i;
+    }
+    return column;
+}
+
+} // namespace
+
+const std::array<const char *, LogRows::ColumnCount> LogTable::headerTexts{
+    QT_TRANSLATE_NOOP("LogViewer", "Log Timestamp"), QT_TRANSLATE_NOOP("LogViewer", "Log Level"),
+    QT_TRANSLATE_NOOP("LogViewer", "Log Source"), QT_TRANSLATE_NOOP("LogViewer", "Log Message")};
+
+LogTable::LogTable(QWidget *parent)
+    : CTableWidget(parent)
+{
+    verticalHeader()->setVisible(false);
+    verticalHeader()->setDefaultSectionSize(lineHeight);
+    setUpColumns();
+    setRowCount(capacity); // rows of no columns would all be moved when the columns come
+    setHorizontalScrollMode(ScrollPerPixel);
+    setAlternatingRowColors(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setWordWrap(false);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    setItemDelegate(new LogItemDelegate(this));
+    setTabKeyNavigation(false); // Tab leads out of the table
+    connect(this, &QTableWidget::currentCellChanged, this, &LogTable::keepCursorOnText);
+}
+
+void LogTable::retranslate()
+{
+    QStringList texts;
+    for (const char *text : headerTexts)
+        texts.append(QCoreApplication::translate("LogViewer", text));
+    setHorizontalHeaderLabels(texts);
+}
+
+void LogTable::resetColumnWidths()
+{
+    horizontalHeader()->setDefaultSectionSize(80);
+    for (int column = 0; column < LogRows::ColumnCount; ++column)
+        setColumnWidth(column, columnWidths[static_cast<std::size_t>(column)]);
+    horizontalHeader()->setStretchLastSection(true);
+    setAutoScroll(false); // the cursor may be out of sight
+    keepCursorOnText();
+    setAutoScroll(true);
+}
+
+void LogTable::setLevelHidden(const QString &level, bool hidden)
+{
+    // While its updates are off the header does not place all rows anew for each one of them, the
+    // table hears of them all at once, and the style is asked once for the least height of a row.
+    QHeaderView *const rows = verticalHeader();
+    const bool hadUpdates = rows->updatesEnabled();
+    const bool wasBlocked = rows->blockSignals(true);
+    rows->setUpdatesEnabled(false);
+    rows->setMinimumSectionSize(rows->minimumSectionSize());
+    int last = -1;
+    for (int row = 0; row < rowCount(); ++row) {
+        const QTableWidgetItem *const cell = item(row, LogRows::Level);
+        if (cell != nullptr && cell->text() == level) {
+            rows->setSectionHidden(row, hidden);
+            last = row;
+        }
+    }
+    rows->setMinimumSectionSize(-1);
+    rows->setUpdatesEnabled(hadUpdates);
+    rows->blockSignals(wasBlocked);
+    if (last < 0)
+        return;
+    emit rows->sectionResized(last, 0, rows->sectionSize(last));
+    viewport()->update();
+}
+
+QModelIndex LogTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    // The base class's Home and End move among the columns of a row, which whole-row selection
+    // hides.
+    if (action != MoveHome && action != MoveEnd)
+        return CTableWidget::moveCursor(action, modifiers);
+    const bool isDown = action == MoveHome;
+    const int row = nextShownRow(*this, isDown ? 0 : rowCount() - 1, isDown ? 1 : -1);
+    return model()->index(row, qMax(currentColumn(), 0));
+}
+
+void LogTable::setUpColumns()
+{
+    setColumnCount(LogRows::ColumnCount);
+    retranslate();
+    for (int column : {LogRows::Timestamp, LogRows::Level, LogRows::Source})
+        setColumnWidth(column, columnWidths[static_cast<std::size_t>(column)]);
+    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setTextElideMode(Qt::ElideRight);
+    horizontalHeader()->setHighlightSections(false);
+}
+
+void LogTable::keepCursorOnText()
+{
+    const QModelIndex cursor = currentIndex();
+    if (!cursor.isValid())
+        return;
+    const int column = cursorColumn(*this, cursor.row(), cursor.column());
+    selectionModel()->setCurrentIndex(cursor.sibling(cursor.row(), column),
+                                      QItemSelectionModel::NoUpdate);
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "CTableWidget.h"
+#include "LogRows.h"
+
+#include <array>
+
+/// The table of log lines: a row a line, in the four columns of LogRows. Its cursor is always where
+/// a text is. GUI thread only.
+class LogTable : public CTableWidget
+{
+    Q_OBJECT
+
+public:
+    /// The rows that are there before and during a load, and the most lines that a load shows.
+    static constexpr int capacity = 100000;
+
+    /// In column order, before translation; their context is "LogViewer".
+    static const std::array<const char *, LogRows::ColumnCount> headerTexts;
+
+    explicit LogTable(QWidget *parent);
+
+    /// Sets the header texts in the language that is installed now.
+    void retranslate();
+    /// Gives the columns their first widths. The last one that is shown is stretched to the edge.
+    void resetColumnWidths();
+    /// Hides or shows every row whose level is exactly @p level.
+    void setLevelHidden(const QString &level, bool hidden);
+
+protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+
+private:
+    void setUpColumns();
+    void keepCursorOnText();
+};

@@ -115,7 +115,7 @@ ModelSignalBlocker::~ModelSignalBlocker()
                                 model->index(table.rowCount() - 1, table.columnCount() - 1));
 }
 
-QString allLines(const QTableWidget &table)
+QStringList allLines(const QTableWidget &table)
 {
     QStringList lines;
     for (int row = 0; row < table.rowCount(); ++row) {
@@ -124,10 +124,10 @@ QString allLines(const QTableWidget &table)
             break;
         lines.append(cell->toolTip());
     }
-    return lines.join(QLatin1Char('\n'));
+    return lines;
 }
 
-QString selectedLines(const QTableWidget &table)
+QStringList selectedLines(const QTableWidget &table)
 {
     QStringList lines;
     int lastRow = -1;
@@ -139,5 +139,5 @@ QString selectedLines(const QTableWidget &table)
         if (lastRow < copyRowLimit)
             lines.append(cell->toolTip());
     }
-    return lines.join(QLatin1Char('\n'));
+    return lines;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <array>
 #include <string>
@@ -52,10 +52,10 @@ private:
     bool wasBlocked;
 };
 
-/// The lines of the rows from the first one on, up to the first without a timestamp, joined by line
-/// feeds. Hidden rows are among them.
-[[nodiscard]] QString allLines(const QTableWidget &table);
+/// The lines of the rows from the first one on, up to the first without a timestamp. Hidden rows
+/// are among them.
+[[nodiscard]] QStringList allLines(const QTableWidget &table);
 
-/// The lines of the selected rows in the order of selection, joined by line feeds. Rows numbered
-/// 10000 and higher are left out.
-[[nodiscard]] QString selectedLines(const QTableWidget &table);
+/// The lines of the selected rows in the order of selection. Rows numbered 10000 and higher are
+/// left out.
+[[nodiscard]] QStringList selectedLines(const QTableWidget &table);

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 
 namespace {
 
@@ -106,15 +107,24 @@ void LogTable::setLevelHidden(const QString &level, bool hidden)
     viewport()->update();
 }
 
+void LogTable::keyPressEvent(QKeyEvent *event)
+{
+    // For the base class, Ctrl moves the cursor alone and leaves the selection where it was.
+    if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End)
+        event->setModifiers(event->modifiers() & ~Qt::ControlModifier);
+    CTableWidget::keyPressEvent(event);
+}
+
 QModelIndex LogTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
     // The base class's Home and End move among the columns of a row, which whole-row selection
-    // hides.
-    if (action != MoveHome && action != MoveEnd)
-        return CTableWidget::moveCursor(action, modifiers);
-    const bool isDown = action == MoveHome;
-    const int row = nextShownRow(*this, isDown ? 0 : rowCount() - 1, isDown ? 1 : -1);
-    return model()->index(row, qMax(currentColumn(), 0));
+    // hides; its other moves may end on a spare row.
+    const int lastRow = nextShownRow(*this, rowCount() - 1, -1);
+    const int column = qMax(currentColumn(), 0);
+    if (action == MoveHome)
+        return model()->index(nextShownRow(*this, 0, 1), column);
+    const QModelIndex moved = CTableWidget::moveCursor(action, modifiers);
+    return action == MoveEnd || moved.row() > lastRow ? model()->index(lastRow, column) : moved;
 }
 
 void LogTable::setUpColumns()

@@ -28,6 +28,7 @@ public:
     void setLevelHidden(const QString &level, bool hidden);
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:

@@ -30,6 +30,11 @@ QString elided(const QWidget &menu, const QString &text)
     return menu.fontMetrics().elidedText(text, Qt::ElideRight, menuTextWidth);
 }
 
+void copyLines(const QStringList &lines)
+{
+    QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')), QClipboard::Clipboard);
+}
+
 } // namespace
 
 LogViewer::LogViewer(QWidget *parent, LineSearch search)
@@ -161,19 +166,19 @@ void LogViewer::on_btnSearch_clicked()
 void LogViewer::onLineEditEnterPressed()
 {
     if (ui->lineEdit->text().isEmpty() && !lastSearchKeyword.empty())
-        fillFromFile();
+        reload();
     else
         on_btnSearch_clicked();
 }
 
 void LogViewer::onActionCopyAllTriggered()
 {
-    QApplication::clipboard()->setText(allLines(*ui->tableWidget), QClipboard::Clipboard);
+    copyLines(allLines(*ui->tableWidget));
 }
 
 void LogViewer::onActionCopySelectedTriggered()
 {
-    QApplication::clipboard()->setText(selectedLines(*ui->tableWidget), QClipboard::Clipboard);
+    copyLines(selectedLines(*ui->tableWidget));
 }
 
 void LogViewer::buildFilterMenu()
@@ -217,10 +222,22 @@ void LogViewer::setUpKeys()
         shortcut->setContext(context);
         connect(shortcut, &QShortcut::activated, where, reaction);
     };
-    onKey(QKeySequence::Copy, table, Qt::WidgetShortcut,
-          [this] { onActionCopySelectedTriggered(); });
+    onKey(QKeySequence::Copy, table, Qt::WidgetShortcut, [table] {
+        const QStringList lines = selectedLines(*table);
+        if (!lines.isEmpty())
+            copyLines(lines);
+    });
     onKey(QKeySequence::Find, this, Qt::WindowShortcut,
           [this] { ui->lineEdit->setFocus(Qt::ShortcutFocusReason); });
+    onKey(Qt::Key_F5, this, Qt::WindowShortcut, [this] { reload(); });
+    onKey(Qt::Key_Escape, this, Qt::WindowShortcut, [this] { close(); });
+    onKey(Qt::CTRL | Qt::Key_W, this, Qt::WindowShortcut, [this] { close(); });
+}
+
+void LogViewer::reload()
+{
+    if (!currentLogPath.isEmpty())
+        fillFromFile();
 }
 
 std::optional<int> LogViewer::fillFromFile()

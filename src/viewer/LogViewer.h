@@ -58,6 +58,7 @@ private:
     void buildFilterMenu();
     void buildContextMenu();
     void setUpKeys();
+    void reload();
     std::optional<int> fillFromFile();
     void showFound(SearchRun &run);
     void endSearch();

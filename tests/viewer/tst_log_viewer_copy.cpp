@@ -40,10 +40,8 @@ private slots:
     void copiesWhatAFileSaysByteForByte();
     void doublesLineFeedsOfLinesThatWereFoundBySearching();
     void copiesTheSelectionByKey();
+    void copyKeyLeavesTheClipboardAloneWithoutLinesToCopy();
     void leavesTheCopyKeyToTheSearchField();
-    void findKeyLeadsToTheSearchField();
-    void movesByKeys();
-    void movesOverHiddenRowsByKeys();
 };
 
 void LogViewerCopy::init()
@@ -162,6 +160,21 @@ void LogViewerCopy::copiesTheSelectionByKey()
     QCOMPARE(f.clipboard(), lines(all.mid(1, 2)));
 }
 
+void LogViewerCopy::copyKeyLeavesTheClipboardAloneWithoutLinesToCopy()
+{
+    ViewerFixture f;
+    QVERIFY(f.openLines(numberedLines(10'002)));
+    QVERIFY(f.activate());
+    f.table().setFocus();
+    QTest::keySequence(&f.table(), QKeySequence::Copy);
+    QCOMPARE(f.clipboard(), QStringLiteral("before"));
+    QTest::keyClick(&f.table(), Qt::Key_End);
+    QTest::keySequence(&f.table(), QKeySequence::Copy);
+    QCOMPARE(f.clipboard(), QStringLiteral("before"));
+    f.find<QAction>("actionCopySelected")->trigger();
+    QCOMPARE(f.clipboard(), QString());
+}
+
 void LogViewerCopy::leavesTheCopyKeyToTheSearchField()
 {
     ViewerFixture f;
@@ -174,45 +187,6 @@ void LogViewerCopy::leavesTheCopyKeyToTheSearchField()
     field->selectAll();
     QTest::keySequence(field, QKeySequence::Copy);
     QCOMPARE(f.clipboard(), QStringLiteral("keyword"));
-}
-
-void LogViewerCopy::findKeyLeadsToTheSearchField()
-{
-    ViewerFixture f;
-    QVERIFY(f.activate());
-    f.table().setFocus();
-    QTest::keySequence(&f.table(), QKeySequence::Find);
-    QVERIFY(f.find<QLineEdit>("lineEdit")->hasFocus());
-}
-
-void LogViewerCopy::movesByKeys()
-{
-    ViewerFixture f;
-    QVERIFY(f.openLines(numberedLines(500)));
-    QVERIFY(f.activate());
-    f.table().setFocus();
-    QTest::keyClick(&f.table(), Qt::Key_End);
-    QCOMPARE(f.table().currentRow(), 499);
-    QTest::keyClick(&f.table(), Qt::Key_PageUp);
-    const int above = f.table().currentRow();
-    QVERIFY(above > 450 && above < 495);
-    QTest::keyClick(&f.table(), Qt::Key_Home);
-    QCOMPARE(f.table().currentRow(), 0);
-    QTest::keyClick(&f.table(), Qt::Key_PageDown);
-    QVERIFY(f.table().currentRow() > 5 && f.table().currentRow() < 50);
-}
-
-void LogViewerCopy::movesOverHiddenRowsByKeys()
-{
-    ViewerFixture f;
-    QVERIFY(f.openLines({logLine("DEBUG"), logLine("INFO"), logLine("WARN"), logLine("DEBUG")}));
-    f.find<QCheckBox>("checkBoxDEBUG")->click();
-    QVERIFY(f.activate());
-    f.table().setFocus();
-    QTest::keyClick(&f.table(), Qt::Key_End);
-    QCOMPARE(f.table().currentRow(), 2);
-    QTest::keyClick(&f.table(), Qt::Key_Home);
-    QCOMPARE(f.table().currentRow(), 1);
 }
 
 QTEST_MAIN(LogViewerCopy)

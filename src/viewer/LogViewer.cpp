@@ -67,6 +67,7 @@ bool LogViewer::openLogFile(const std::string &path)
     const std::optional<int> lines = fillFromFile();
     if (lines)
         qDebug() << *lines;
+    dropSpareRows(lines);
     return lines.has_value();
 }
 
@@ -237,7 +238,7 @@ void LogViewer::setUpKeys()
 void LogViewer::reload()
 {
     if (!currentLogPath.isEmpty())
-        fillFromFile();
+        dropSpareRows(fillFromFile());
 }
 
 std::optional<int> LogViewer::fillFromFile()
@@ -253,11 +254,15 @@ std::optional<int> LogViewer::fillFromFile()
         lines = readLogFile(currentLogPath, LogTable::capacity,
                             [this](std::string_view line, int row) { rows->place(line, row); });
     }
-    if (lines)
-        table.setRowCount(*lines + spareRows);
-    else
+    if (!lines)
         qDebug() << "Failed to open file.";
     return lines;
+}
+
+void LogViewer::dropSpareRows(std::optional<int> lines)
+{
+    if (lines)
+        ui->tableWidget->setRowCount(*lines + spareRows);
 }
 
 void LogViewer::showFound(SearchRun &run)

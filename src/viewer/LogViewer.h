@@ -60,6 +60,7 @@ private:
     void setUpKeys();
     void reload();
     std::optional<int> fillFromFile();
+    void dropSpareRows(std::optional<int> lines);
     void showFound(SearchRun &run);
     void endSearch();
 

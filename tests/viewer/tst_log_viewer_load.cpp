@@ -24,6 +24,7 @@ private slots:
     void showsTheFirstLineWhereverTheTableWasScrolled();
     void showsNothingOfAnEmptyFile();
     void writesTheNumberOfLines();
+    void writesTheNumberOfLinesBeforeTheSpareRowsGo();
     void keepsHiddenRowsAndColumns();
     void announcesWhatItFilled();
     void takesLinesForRowsThatAreThereOnly();
@@ -210,6 +211,23 @@ void LogViewerLoad::writesTheNumberOfLines()
     ViewerFixture f;
     QVERIFY(f.openLines({"a", "b", "c"}));
     QCOMPARE(f.output.lines(), QStringList{QStringLiteral("3")});
+}
+
+void LogViewerLoad::writesTheNumberOfLinesBeforeTheSpareRowsGo()
+{
+    ViewerFixture f;
+    static const QTableWidget *table = nullptr;
+    static QStringList written;
+    table = &f.table();
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) {
+            written.append(QStringLiteral("%1 of %2 rows").arg(text).arg(table->rowCount()));
+        });
+    const bool opened = f.openLines({"a", "b", "c"});
+    qInstallMessageHandler(before);
+    QVERIFY(opened);
+    QCOMPARE(written, QStringList{QStringLiteral("3 of 100000 rows")});
+    QCOMPARE(f.table().rowCount(), 8);
 }
 
 void LogViewerLoad::keepsHiddenRowsAndColumns()

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScrollBar>
 
 namespace {
 
@@ -83,6 +84,7 @@ void LogTable::resetColumnWidths()
 
 void LogTable::setLevelHidden(const QString &level, bool hidden)
 {
+    const int top = rowAt(0);
     // While its updates are off the header does not place all rows anew for each one of them, the
     // table hears of them all at once, and the style is asked once for the least height of a row.
     QHeaderView *const rows = verticalHeader();
@@ -104,6 +106,8 @@ void LogTable::setLevelHidden(const QString &level, bool hidden)
     if (last < 0)
         return;
     emit rows->sectionResized(last, 0, rows->sectionSize(last));
+    updateGeometries(); // the scroll bar still has the range of the rows that were shown
+    scrollToRow(top);
     viewport()->update();
 }
 
@@ -136,6 +140,14 @@ void LogTable::setUpColumns()
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setTextElideMode(Qt::ElideRight);
     horizontalHeader()->setHighlightSections(false);
+}
+
+void LogTable::scrollToRow(int row)
+{
+    int shownAbove = 0;
+    for (int above = 0; above < row; ++above)
+        shownAbove += isRowHidden(above) ? 0 : 1;
+    verticalScrollBar()->setValue(shownAbove);
 }
 
 void LogTable::keepCursorOnText()

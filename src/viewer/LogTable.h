@@ -24,7 +24,7 @@ public:
     void retranslate();
     /// Gives the columns their first widths. The last one that is shown is stretched to the edge.
     void resetColumnWidths();
-    /// Hides or shows every row whose level is exactly @p level.
+    /// Hides or shows every row whose level is exactly @p level. What is in sight stays where it is.
     void setLevelHidden(const QString &level, bool hidden);
 
 protected:
@@ -34,4 +34,5 @@ protected:
 private:
     void setUpColumns();
     void keepCursorOnText();
+    void scrollToRow(int row);
 };

@@ -1,6 +1,33 @@
 #include "ViewerFixture.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
+
+namespace {
+
+constexpr int manyLines = 1000;
+
+/// In turns INFO and WARN, each with its number.
+QByteArrayList twoLevels()
+{
+    QByteArrayList lines;
+    for (int i = 0; i < manyLines; ++i)
+        lines.append(logLine(i % 2 == 0 ? "INFO" : "WARN", QByteArray::number(i)));
+    return lines;
+}
+
+/// Where the rows in sight are, by their numbers.
+QMap<int, int> inSight(const QTableWidget &table)
+{
+    QMap<int, int> positions;
+    for (int y = 0; y < table.viewport()->height(); ++y) {
+        if (const int row = table.rowAt(y); row >= 0)
+            positions.insert(row, table.rowViewportPosition(row));
+    }
+    return positions;
+}
+
+} // namespace
 
 class LogViewerFilter : public QObject
 {
@@ -12,6 +39,10 @@ private slots:
     void neverHidesFatalAndUnstructuredRows();
     void comparesTheLevelExactly();
     void filtersRowsWhileTheWindowIsShown();
+    void keepsThePlace_data();
+    void keepsThePlace();
+    void keepsTheNextLineInPlaceOfAHiddenOne();
+    void keepsTheCurrentLine();
     void hidesAColumnAndShowsItAgain_data();
     void hidesAColumnAndShowsItAgain();
     void setsTheColumnWidthsAtEveryColumnChange();
@@ -72,6 +103,69 @@ void LogViewerFilter::filtersRowsWhileTheWindowIsShown()
     QVERIFY(f.table().verticalHeader()->updatesEnabled());
     f.find<QCheckBox>("checkBoxDEBUG")->click();
     QTRY_COMPARE(f.table().rowViewportPosition(3), 96);
+}
+
+void LogViewerFilter::keepsThePlace_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::newRow("first line") << 1;
+    QTest::newRow("middle") << 501;
+    QTest::newRow("near the end") << manyLines - 31;
+}
+
+void LogViewerFilter::keepsThePlace()
+{
+    QFETCH(int, row);
+    ViewerFixture f;
+    QVERIFY(f.openLines(twoLevels()));
+    QVERIFY(f.show());
+    f.table().verticalScrollBar()->setValue(row);
+    QCOMPARE(f.table().rowAt(0), row);
+    auto *const box = f.find<QCheckBox>("checkBoxINFO");
+    QTest::mouseClick(box, Qt::LeftButton, {}, box->rect().center());
+    QCOMPARE(f.table().rowAt(0), row);
+    QCOMPARE(f.table().rowViewportPosition(row), 0);
+    QCOMPARE(f.table().rowViewportPosition(row + 2), 32);
+    const QMap<int, int> hidden = inSight(f.table());
+    QCoreApplication::processEvents(); // the table lays itself out anew
+    QCOMPARE(inSight(f.table()), hidden);
+    box->click();
+    QCoreApplication::processEvents();
+    QCOMPARE(f.table().rowAt(0), row);
+    QCOMPARE(f.table().rowViewportPosition(row), 0);
+    QCOMPARE(f.table().rowViewportPosition(row + 1), 32);
+}
+
+void LogViewerFilter::keepsTheNextLineInPlaceOfAHiddenOne()
+{
+    ViewerFixture f;
+    QVERIFY(f.openLines(twoLevels()));
+    QVERIFY(f.show());
+    f.table().verticalScrollBar()->setValue(500);
+    f.find<QCheckBox>("checkBoxINFO")->click();
+    QCoreApplication::processEvents();
+    QCOMPARE(f.table().rowAt(0), 501);
+    f.find<QCheckBox>("checkBoxINFO")->click();
+    QCoreApplication::processEvents();
+    QCOMPARE(f.table().rowAt(0), 501);
+}
+
+void LogViewerFilter::keepsTheCurrentLine()
+{
+    ViewerFixture f;
+    QVERIFY(f.openLines(twoLevels()));
+    QVERIFY(f.activate());
+    f.table().setFocus();
+    f.table().setCurrentCell(500, 0);
+    for (int i = 0; i < 2; ++i) {
+        f.find<QCheckBox>("checkBoxINFO")->click();
+        QCoreApplication::processEvents();
+        QCOMPARE(f.table().currentRow(), 500);
+        QVERIFY(f.table().item(500, 3)->isSelected());
+    }
+    f.find<QCheckBox>("checkBoxINFO")->click();
+    QTest::keyClick(&f.table(), Qt::Key_Down);
+    QCOMPARE(f.table().currentRow(), 501);
 }
 
 void LogViewerFilter::hidesAColumnAndShowsItAgain_data()

@@ -1,5 +1,7 @@
 #include "CComboBoxEx.h"
 
+#include "PlainToolTip.h"
+
 #include <QListView>
 #include <QStyledItemDelegate>
 
@@ -9,6 +11,7 @@ CComboBoxEx::CComboBoxEx(QWidget *parent)
 {
     setView(listView);
     setItemDelegate(new QStyledItemDelegate(this)); // the skin's, not the style's own
+    PlainToolTip::installOn(*this); // names of folders are not markup
 }
 
 void CComboBoxEx::showPopup()

@@ -1,5 +1,7 @@
 #include "CQZLineEdit.h"
 
+#include "PlainToolTip.h"
+
 #include <QTimer>
 
 CQZLineEdit::CQZLineEdit(QWidget *parent)
@@ -7,6 +9,7 @@ CQZLineEdit::CQZLineEdit(QWidget *parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setContextMenuPolicy(Qt::NoContextMenu);
+    PlainToolTip::installOn(*this); // paths are not markup
 }
 
 void CQZLineEdit::focusInEvent(QFocusEvent *event)

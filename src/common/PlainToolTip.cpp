@@ -1,0 +1,116 @@
+#include "PlainToolTip.h"
+
+#include <QAbstractItemView>
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QScreen>
+#include <QTextLayout>
+#include <QToolTip>
+
+namespace {
+
+constexpr int longestText = 1500; // characters: what anybody reads in a tool tip
+constexpr int longestLine = 80;   // of the letter x
+
+/// The longest start of @p text of at most @p length characters that splits no character.
+QString start(const QString &text, int length)
+{
+    const bool splits = length > 0 && length < text.size() && text.at(length - 1).isHighSurrogate();
+    return text.left(splits ? length - 1 : length);
+}
+
+/// The lines of @p text as a tip of @p room shows them.
+QString brokenIntoLines(QString text, const QSize &room, const QFont &font)
+{
+    const int longest = longestLine * QFontMetrics(font).horizontalAdvance(QLatin1Char('x'));
+    text.replace(QLatin1Char('\n'), QChar::LineSeparator);
+    text.replace(QChar::ParagraphSeparator, QChar::LineSeparator);
+    QTextLayout layout(text, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+
+    QStringList lines;
+    qreal height = 0;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLeadingIncluded(true);
+        line.setLineWidth(qMin(room.width(), longest));
+        height += line.height();
+        if (height > room.height()) {
+            lines += QString(QChar(0x2026)); // an ellipsis
+            break;
+        }
+        lines += text.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator);
+    }
+    layout.endLayout();
+    return lines.join(QLatin1Char('\n'));
+}
+
+/// What a tip of @p room shows of @p text, as markup.
+QString markup(QString text, const QSize &room)
+{
+    if (text.endsWith(QLatin1Char('\n')))
+        text.chop(1); // would be an empty last line
+    if (text.isEmpty())
+        return {};
+    if (text.size() > longestText)
+        text = start(text, longestText) + QChar(0x2026);
+    // The lines are broken here: a label breaks rich text into a narrow column however short it is,
+    // and plain text not at all.
+    return QStringLiteral("<div style='white-space:pre'>%1</div>")
+        .arg(brokenIntoLines(text, room, QToolTip::font()).toHtmlEscaped());
+}
+
+/// Shows the tool tips of one widget, or those of an item view's items.
+class Filter : public QObject
+{
+public:
+    Filter(QWidget *watched, QAbstractItemView *itemsOf)
+        : QObject(watched)
+        , view(itemsOf)
+    {
+        watched->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() != QEvent::ToolTip)
+            return QObject::eventFilter(object, event);
+        const auto *help = static_cast<QHelpEvent *>(event);
+        auto *widget = static_cast<QWidget *>(object);
+        const QModelIndex index = view != nullptr ? view->indexAt(help->pos()) : QModelIndex();
+        const QString text =
+            view != nullptr ? index.data(Qt::ToolTipRole).toString() : widget->toolTip();
+        PlainToolTip::show(help->globalPos(), text, widget,
+                           index.isValid() ? view->visualRect(index) : QRect());
+        event->setAccepted(!text.isEmpty()); // else a parent's is shown
+        return true;
+    }
+
+private:
+    QAbstractItemView *view; ///< null: the widget's own tool tip
+};
+
+} // namespace
+
+void PlainToolTip::installOn(QWidget &widget)
+{
+    new Filter(&widget, nullptr);
+}
+
+void PlainToolTip::installOnItemsOf(QAbstractItemView &view)
+{
+    new Filter(view.viewport(), &view);
+}
+
+void PlainToolTip::show(const QPoint &globalPos, const QString &text, QWidget *owner,
+                        const QRect &area)
+{
+    const QScreen *screen = QGuiApplication::screenAt(globalPos);
+    if (screen == nullptr)
+        screen = QGuiApplication::primaryScreen();
+    // A third of the screen is left for the tip's distance from the pointer and its frame.
+    QToolTip::showText(globalPos, markup(text, screen->availableSize() * 2 / 3), owner, area);
+}

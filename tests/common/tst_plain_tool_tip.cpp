@@ -1,0 +1,283 @@
+#include "CComboBoxEx.h"
+#include "CQZLineEdit.h"
+#include "PlainToolTip.h"
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QScreen>
+#include <QTableWidget>
+#include <QTextDocument>
+#include <QToolTip>
+#include <QtTest>
+
+class PlainToolTips : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void showsTextsAsTheyAre_data();
+    void showsTextsAsTheyAre();
+    void keepsAShortLineInOneLine();
+    void breaksBetweenWords();
+    void breaksALongTextWithoutBlanksAnywhere_data();
+    void breaksALongTextWithoutBlanksAnywhere();
+    void staysOnTheScreenWithManyLines();
+    void showsOnlyTheStartOfAnEndlessText();
+    void splitsNoCharacter();
+    void survivesEveryCharacter();
+    void showsTheToolTipOfAWidget();
+    void showsTheToolTipsOfTheKitsWidgets();
+    void showsTheToolTipsOfItems();
+    void hidesTheTipWhenThePointerLeavesTheItem();
+    void showsNothingForAnItemWithoutAToolTip();
+    void showsTheViewsOwnToolTipBesideTheItems();
+};
+
+namespace {
+
+/// The label on the screen; null while there is none.
+QLabel *tip()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->inherits("QTipLabel") && widget->isVisible())
+            return qobject_cast<QLabel *>(widget);
+    }
+    return nullptr;
+}
+
+/// What the label shows, its lines' ends included.
+QString shown()
+{
+    if (tip() == nullptr)
+        return {};
+    QTextDocument document;
+    document.setHtml(tip()->text());
+    return document.toPlainText();
+}
+
+QString shownWithoutLineEnds()
+{
+    return shown().remove(QLatin1Char('\n'));
+}
+
+/// The pointer rests on @p where of the widget.
+void restOn(QWidget &widget, const QPoint &where)
+{
+    QHelpEvent event(QEvent::ToolTip, where, widget.mapToGlobal(where));
+    QApplication::sendEvent(&widget, &event);
+}
+
+QRect screen()
+{
+    return QGuiApplication::primaryScreen()->availableGeometry();
+}
+
+struct Window : QWidget
+{
+    Window()
+    {
+        setGeometry(20, 20, 200, 100);
+        show();
+    }
+
+    void showTip(const QString &text) { PlainToolTip::show(mapToGlobal(QPoint(5, 5)), text, this); }
+};
+
+/// A table of two rows whose items show plain tool tips.
+struct Table : QTableWidget
+{
+    explicit Table(const QString &first)
+        : QTableWidget(2, 1)
+    {
+        setItem(0, 0, new QTableWidgetItem);
+        setItem(1, 0, new QTableWidgetItem);
+        item(0, 0)->setToolTip(first);
+        setGeometry(20, 20, 300, 200);
+        PlainToolTip::installOnItemsOf(*this);
+        show();
+    }
+
+    [[nodiscard]] QPoint middleOf(int row) const { return visualItemRect(item(row, 0)).center(); }
+};
+
+} // namespace
+
+void PlainToolTips::cleanup()
+{
+    QToolTip::hideText();
+    QTRY_COMPARE(tip(), nullptr);
+}
+
+void PlainToolTips::showsTextsAsTheyAre_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char *text :
+         {"plain", "<b>bold<b>.log", "a &amp; b", "<img src='x.png'>", "<p style='color:red'>",
+          "two  blanks", " leading", "tab\there", "two\nlines", "blank\n\nline", "\xe6\x97\xa5"})
+        QTest::newRow(text) << QString::fromUtf8(text);
+}
+
+void PlainToolTips::showsTextsAsTheyAre()
+{
+    QFETCH(QString, text);
+    Window window;
+    window.showTip(text);
+    QCOMPARE(shown(), text);
+    window.showTip(text + QLatin1Char('\n'));
+    QCOMPARE(shown(), text);
+}
+
+void PlainToolTips::keepsAShortLineInOneLine()
+{
+    Window window;
+    window.showTip(QStringLiteral("x"));
+    const int height = tip()->height();
+    const QString line = QStringLiteral("[2024-05-06 07:08:09] INFO camera: frame lost");
+    window.showTip(line);
+    QCOMPARE(tip()->height(), height);
+    QVERIFY(tip()->width() >= tip()->fontMetrics().horizontalAdvance(line));
+}
+
+void PlainToolTips::breaksBetweenWords()
+{
+    Window window;
+    const QString words = QStringLiteral("frame ").repeated(60);
+    window.showTip(words);
+    const QStringList lines = shown().split(QLatin1Char('\n'));
+    QVERIFY(lines.size() > 1);
+    for (const QString &line : lines)
+        QVERIFY2(line.endsWith(QLatin1String("frame ")), qPrintable(line));
+}
+
+void PlainToolTips::breaksALongTextWithoutBlanksAnywhere_data()
+{
+    QTest::addColumn<QString>("character");
+    QTest::newRow("Latin") << QStringLiteral("x");
+    QTest::newRow("Chinese") << QString::fromUtf8("错");
+    QTest::newRow("markup") << QStringLiteral("<");
+}
+
+void PlainToolTips::breaksALongTextWithoutBlanksAnywhere()
+{
+    QFETCH(QString, character);
+    Window window;
+    const QString strip = character.repeated(400);
+    window.showTip(strip);
+    QCOMPARE(shownWithoutLineEnds(), strip);
+    const QStringList lines = shown().split(QLatin1Char('\n'));
+    QVERIFY(lines.size() > 2);
+    for (int i = 0; i < lines.size() - 1; ++i)
+        QCOMPARE(lines.at(i).size(), lines.first().size());
+    QVERIFY(screen().contains(tip()->geometry()));
+}
+
+void PlainToolTips::staysOnTheScreenWithManyLines()
+{
+    Window window;
+    window.showTip(QStringLiteral("line\n").repeated(250));
+    QVERIFY(screen().contains(tip()->geometry()));
+    QVERIFY(shown().endsWith(QChar(0x2026)));
+}
+
+void PlainToolTips::showsOnlyTheStartOfAnEndlessText()
+{
+    Window window;
+    window.showTip(QString(10'000'000, QLatin1Char('x')));
+    const QString text = shownWithoutLineEnds();
+    QVERIFY(text.size() > 500); // as much as the screen has room for
+    QVERIFY(text.size() <= 1501);
+    QCOMPARE(text, QString(text.size() - 1, QLatin1Char('x')) + QChar(0x2026));
+}
+
+void PlainToolTips::splitsNoCharacter()
+{
+    Window window;
+    const QString faces = QString::fromUtf8("😀").repeated(5000);
+    for (const QString &before : {QString(), QStringLiteral("x")}) {
+        window.showTip(before + faces);
+        const QString text = shownWithoutLineEnds();
+        QCOMPARE(text.size() % 2, before.isEmpty() ? 1 : 0); // faces and the ellipsis
+        QVERIFY(!text.at(text.size() - 2).isHighSurrogate());
+    }
+}
+
+void PlainToolTips::survivesEveryCharacter()
+{
+    Window window;
+    for (int first = 0; first < 0x10000; first += 0x400) {
+        QString text;
+        for (int i = 0; i < 0x400; ++i)
+            text += QChar(first + i);
+        window.showTip(text);
+        QVERIFY(tip() != nullptr);
+    }
+}
+
+void PlainToolTips::showsTheToolTipOfAWidget()
+{
+    const QString name = QStringLiteral("<b>bold");
+    Window window;
+    window.setToolTip(name);
+    PlainToolTip::installOn(window);
+    restOn(window, QPoint(5, 5));
+    QCOMPARE(shown(), name);
+    QCOMPARE(window.toolTip(), name);
+}
+
+void PlainToolTips::showsTheToolTipsOfTheKitsWidgets()
+{
+    const QString name = QStringLiteral("<i>a</i>");
+    Window window;
+    CComboBoxEx box(&window);
+    CQZLineEdit edit(&window);
+    for (QWidget *widget : {static_cast<QWidget *>(&box), static_cast<QWidget *>(&edit)}) {
+        QToolTip::hideText();
+        widget->setToolTip(name);
+        restOn(*widget, QPoint(5, 5));
+        QCOMPARE(shown(), name);
+    }
+}
+
+void PlainToolTips::showsTheToolTipsOfItems()
+{
+    const QString path = QStringLiteral("/home/<b>/a.log");
+    Table table(path);
+    restOn(*table.viewport(), table.middleOf(0));
+    QCOMPARE(shown(), path);
+    QCOMPARE(table.item(0, 0)->toolTip(), path);
+}
+
+void PlainToolTips::hidesTheTipWhenThePointerLeavesTheItem()
+{
+    Table table(QStringLiteral("a.log"));
+    table.setMouseTracking(true);
+    QVERIFY(QTest::qWaitForWindowExposed(&table));
+    QTest::mouseMove(table.viewport(), table.middleOf(0));
+    restOn(*table.viewport(), table.middleOf(0));
+    QTest::mouseMove(table.viewport(), table.middleOf(0) + QPoint(3, 3));
+    QVERIFY(tip() != nullptr);
+    QTest::mouseMove(table.viewport(), table.middleOf(1));
+    QTRY_COMPARE(tip(), nullptr);
+}
+
+void PlainToolTips::showsNothingForAnItemWithoutAToolTip()
+{
+    Table table(QStringLiteral("a.log"));
+    restOn(*table.viewport(), table.middleOf(0));
+    QVERIFY(tip() != nullptr);
+    restOn(*table.viewport(), table.middleOf(1));
+    QTRY_COMPARE(tip(), nullptr);
+}
+
+void PlainToolTips::showsTheViewsOwnToolTipBesideTheItems()
+{
+    Table table{QString()};
+    table.setToolTip(QStringLiteral("table"));
+    restOn(*table.viewport(), table.middleOf(1));
+    QCOMPARE(shown(), QStringLiteral("table"));
+}
+
+QTEST_MAIN(PlainToolTips)
+#include "tst_plain_tool_tip.moc"

@@ -1,17 +1,51 @@
 #include "CMenuEx.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QCursor>
+#include <QKeyEvent>
 #include <QMouseEvent>
+
+namespace {
+
+/// Ends the hover of the widgets of @p window that the pointer left while a menu was open: Qt sends
+/// them no Leave for that.
+void endStaleHover(const QWidget &window)
+{
+    for (QWidget *widget : window.findChildren<QWidget *>()) {
+        const bool left = !widget->rect().contains(widget->mapFromGlobal(QCursor::pos()));
+        if (widget->underMouse() && left) {
+            QEvent leave(QEvent::Leave);
+            QApplication::sendEvent(widget, &leave);
+            widget->update();
+        }
+    }
+}
+
+} // namespace
 
 CMenuEx::CMenuEx(QWidget *parent)
     : QMenu(parent)
 {
+    if (parent != nullptr)
+        connect(this, &CMenuEx::signalHide, parent, [parent] { endStaleHover(*parent->window()); });
 }
 
 void CMenuEx::hideEvent(QHideEvent *event)
 {
     emit signalHide();
     QMenu::hideEvent(event);
+}
+
+void CMenuEx::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Space) {
+        QMenu::keyPressEvent(event);
+        return;
+    }
+    // The base class would close the menu.
+    if (activeAction() != nullptr && !event->isAutoRepeat())
+        activeAction()->activate(QAction::Trigger);
 }
 
 void CMenuEx::mouseReleaseEvent(QMouseEvent *event)

@@ -1,6 +1,7 @@
 #include "CMenuEx.h"
 #include "OwnMethods.h"
 
+#include <QToolButton>
 #include <QtTest>
 
 class Menu : public QObject
@@ -15,6 +16,14 @@ private slots:
     void tellsOnceWhenEscapeClosesIt();
     void tellsOnceWhenAClickOutsideClosesIt();
     void tellsBeforeTheBaseClassDoes();
+    void ticksBySpaceAndStaysOpen();
+    void ticksOnceWhileSpaceIsHeld();
+    void ignoresSpaceWithoutAChosenItem();
+    void choosesByReturnAndCloses_data();
+    void choosesByReturnAndCloses();
+    void leavesNoHoverOnTheButtonThatOpenedIt_data();
+    void leavesNoHoverOnTheButtonThatOpenedIt();
+    void keepsTheHoverUnderThePointer();
 };
 
 namespace {
@@ -34,12 +43,48 @@ struct Fixture
         QTest::mouseClick(&menu, button, Qt::NoModifier, menu.actionGeometry(action).center());
     }
 
+    void key(Qt::Key key) { QTest::keyClick(&menu, key); }
+
     CMenuEx menu{nullptr};
     QAction *info = menu.addAction(QStringLiteral("INFO"));
     QAction *debug = menu.addAction(QStringLiteral("DEBUG"));
     QAction *plain = menu.addAction(QStringLiteral("CopyAll"));
     QSignalSpy told{&menu, &CMenuEx::signalHide};
     QSignalSpy triggered{&menu, &QMenu::triggered};
+};
+
+/// A window with a button that opens a menu below it.
+struct Opener : QWidget
+{
+    Opener()
+    {
+        setGeometry(100, 100, 300, 300);
+        button.setGeometry(10, 10, 40, 30);
+        menu.addAction(QStringLiteral("INFO"));
+        connect(&button, &QToolButton::clicked, &menu,
+                [this] { menu.popup(mapToGlobal(QPoint(10, 40))); });
+        show();
+    }
+
+    /// The pointer moves, as the window system reports it.
+    void moveTo(const QPoint &where)
+    {
+        QCursor::setPos(mapToGlobal(where));
+        QTest::mouseMove(windowHandle(), where);
+        QCoreApplication::processEvents();
+    }
+
+    bool openByClick()
+    {
+        moveTo(onButton);
+        QTest::mouseClick(windowHandle(), Qt::LeftButton, Qt::NoModifier, onButton);
+        return menu.isVisible() && button.underMouse();
+    }
+
+    static constexpr QPoint onButton{20, 20};
+    static constexpr QPoint elsewhere{250, 250};
+    QToolButton button{this};
+    CMenuEx menu{this};
 };
 
 } // namespace
@@ -114,6 +159,96 @@ void Menu::tellsBeforeTheBaseClassDoes()
     connect(&fixture.menu, &QMenu::aboutToHide, this, [&] { order += QStringLiteral("base"); });
     fixture.menu.close();
     QCOMPARE(order, (QStringList{QStringLiteral("own"), QStringLiteral("base")}));
+}
+
+void Menu::ticksBySpaceAndStaysOpen()
+{
+    Fixture fixture;
+    fixture.key(Qt::Key_Down);
+    for (const bool checked : {true, false, true}) {
+        fixture.key(Qt::Key_Space);
+        QCOMPARE(fixture.info->isChecked(), checked);
+        QVERIFY(fixture.menu.isVisible());
+    }
+    fixture.key(Qt::Key_Down);
+    fixture.key(Qt::Key_Space);
+    QVERIFY(fixture.debug->isChecked());
+    QCOMPARE(fixture.triggered.size(), 4);
+    QCOMPARE(fixture.told.size(), 0);
+}
+
+void Menu::ticksOnceWhileSpaceIsHeld()
+{
+    Fixture fixture;
+    fixture.key(Qt::Key_Down);
+    QTest::keyPress(&fixture.menu, Qt::Key_Space);
+    for (int i = 0; i < 3; ++i) {
+        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "),
+                           true);
+        QCoreApplication::sendEvent(&fixture.menu, &repeated);
+    }
+    QCOMPARE(fixture.triggered.size(), 1);
+    QVERIFY(fixture.menu.isVisible());
+}
+
+void Menu::ignoresSpaceWithoutAChosenItem()
+{
+    Fixture fixture;
+    fixture.key(Qt::Key_Space);
+    QCOMPARE(fixture.triggered.size(), 0);
+    QVERIFY(fixture.menu.isVisible());
+}
+
+void Menu::choosesByReturnAndCloses_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Enter") << Qt::Key_Enter;
+}
+
+void Menu::choosesByReturnAndCloses()
+{
+    QFETCH(Qt::Key, key);
+    Fixture fixture;
+    fixture.key(Qt::Key_Down);
+    fixture.key(key);
+    QVERIFY(fixture.info->isChecked());
+    QVERIFY(!fixture.menu.isVisible());
+    QCOMPARE(fixture.told.size(), 1);
+}
+
+void Menu::leavesNoHoverOnTheButtonThatOpenedIt_data()
+{
+    QTest::addColumn<bool>("byEscape");
+    QTest::newRow("Escape") << true;
+    QTest::newRow("a click outside") << false;
+}
+
+void Menu::leavesNoHoverOnTheButtonThatOpenedIt()
+{
+    QFETCH(bool, byEscape);
+    Opener window;
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(window.openByClick());
+    window.moveTo(Opener::elsewhere);
+    if (byEscape)
+        QTest::keyClick(&window.menu, Qt::Key_Escape);
+    else
+        QTest::mouseClick(window.windowHandle(), Qt::LeftButton, Qt::NoModifier, Opener::elsewhere);
+    QTRY_VERIFY(!window.menu.isVisible());
+    QVERIFY(!window.button.underMouse());
+}
+
+void Menu::keepsTheHoverUnderThePointer()
+{
+    Opener window;
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(window.openByClick());
+    QTest::keyClick(&window.menu, Qt::Key_Escape);
+    QTRY_VERIFY(!window.menu.isVisible());
+    QVERIFY(window.button.underMouse());
+    window.moveTo(Opener::elsewhere);
+    QVERIFY(!window.button.underMouse());
 }
 
 QTEST_MAIN(Menu)

@@ -3,7 +3,10 @@
 #include "Skin.h"
 
 #include <QIcon>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPushButton>
+#include <QToolButton>
 
 namespace {
 
@@ -33,6 +36,12 @@ bool isOneOf(ResizeDirection direction, ResizeDirection a, ResizeDirection b, Re
     return direction == a || direction == b || direction == c;
 }
 
+bool isReturn(const QKeyEvent &event)
+{
+    return (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) &&
+           (event.modifiers() & ~Qt::KeypadModifier) == 0 && !event.isAutoRepeat();
+}
+
 } // namespace
 
 CommonDialog::CommonDialog(QWidget *parent, bool isResizable, bool modal)
@@ -50,6 +59,17 @@ CommonDialog::CommonDialog(QWidget *parent, bool isResizable, bool modal)
         setWindowIcon(QIcon(QStringLiteral(":/Resources/log.ico")));
 }
 
+void CommonDialog::keyPressEvent(QKeyEvent *event)
+{
+    QWidget *focused = focusWidget();
+    const bool pressable = qobject_cast<QPushButton *>(focused) != nullptr ||
+                           qobject_cast<QToolButton *>(focused) != nullptr;
+    if (pressable && isReturn(*event))
+        static_cast<QAbstractButton *>(focused)->click();
+    else
+        QFrame::keyPressEvent(event);
+}
+
 void CommonDialog::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton) {
@@ -64,6 +84,9 @@ void CommonDialog::mousePressEvent(QMouseEvent *event)
 
 void CommonDialog::mouseMoveEvent(QMouseEvent *event)
 {
+    // The release is lost when another window takes the mouse in the meantime.
+    if (leftPressed && !event->buttons().testFlag(Qt::LeftButton))
+        letGo();
     if (resizable && !leftPressed) {
         region(event->globalPos());
     } else if (resizable && direction != ResizeDirection::None) {
@@ -76,8 +99,12 @@ void CommonDialog::mouseMoveEvent(QMouseEvent *event)
 
 void CommonDialog::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton)
-        return;
+    if (event->button() == Qt::LeftButton)
+        letGo();
+}
+
+void CommonDialog::letGo()
+{
     leftPressed = false;
     if (direction != ResizeDirection::None) {
         releaseMouse();

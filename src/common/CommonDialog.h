@@ -6,7 +6,8 @@
 #include <QPoint>
 
 /// Base of every window of the program: a frameless top-level frame in the skin's look, which the
-/// user may resize by its edges when it is built so. Moving it is the title bar's job alone.
+/// user may resize by its edges when it is built so. Moving it is the title bar's job alone. Return
+/// presses the push or tool button that has the focus, as Space does.
 class CommonDialog : public QFrame
 {
     Q_OBJECT
@@ -16,11 +17,13 @@ public:
     CommonDialog(QWidget *parent, bool resizable, bool modal);
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
+    void letGo();
     void region(const QPoint &globalPos);
     [[nodiscard]] QRect resizedTo(const QPoint &globalPos) const;
 

@@ -1,5 +1,7 @@
 #include "CommonTitleBar.h"
 
+#include "PlainToolTip.h"
+
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -23,6 +25,7 @@ CommonTitleBar::CommonTitleBar(QWidget *parent)
 
     setUpLayout();
     retranslate();
+    PlainToolTip::installOn(*this); // a path is not markup
 
     connect(btnClose, &QToolButton::clicked, this, [this] { window()->close(); });
     connect(btnMin, &QToolButton::clicked, this, &CommonTitleBar::showSmall);
@@ -86,6 +89,9 @@ void CommonTitleBar::mousePressEvent(QMouseEvent *event)
 
 void CommonTitleBar::mouseMoveEvent(QMouseEvent *event)
 {
+    // The release is lost when another window takes the mouse in the meantime.
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        leftPressed = false;
     if (leftPressed && direction == ResizeDirection::None) {
         if (!maximized) {
             window()->move(event->globalPos() - pressOffset);
@@ -131,9 +137,13 @@ QToolButton *CommonTitleBar::addButton(const QString &objectName)
 
 void CommonTitleBar::retranslate()
 {
-    btnMin->setAccessibleName(tr("Minimize"));
-    btnMax->setAccessibleName(tr("Maximize"));
-    btnClose->setAccessibleName(tr("Close"));
+    const auto name = [](QToolButton *button, const QString &text) {
+        button->setAccessibleName(text);
+        button->setToolTip(text);
+    };
+    name(btnMin, tr("Minimize"));
+    name(btnMax, tr("Maximize"));
+    name(btnClose, tr("Close"));
 }
 
 void CommonTitleBar::setUpLayout()

@@ -16,6 +16,7 @@ private slots:
     void topSideSnapsBackAtTheMinimumHeight();
     void cornerStopsOneSideAndMovesTheOther();
     void rightAndBottomStopAtTheMinimumSize();
+    void letsGoWhenAMoveComesWithoutTheButton();
     void needsTheLeftButton();
     void needsAMoveOverTheEdgeBeforeThePress();
     void ignoresTheEdgesWhenFixed_data();
@@ -155,6 +156,18 @@ void CommonDialogResizing::rightAndBottomStopAtTheMinimumSize()
     Dialog dialog;
     dialog.pull({499, 399}, {100, 100});
     QCOMPARE(dialog.geometry(), QRect(place.topLeft(), QSize(100, 80)));
+}
+
+void CommonDialogResizing::letsGoWhenAMoveComesWithoutTheButton()
+{
+    Dialog dialog;
+    Mouse::move(dialog, {499, 300});
+    Mouse::press(dialog, {499, 300});
+    Mouse::move(dialog, place.center()); // the release went to another window
+    QCOMPARE(dialog.geometry(), place);
+    QCOMPARE(dialog.cursor().shape(), Qt::ArrowCursor);
+    Mouse::move(dialog, {550, 300}, Qt::LeftButton); // pressed elsewhere
+    QCOMPARE(dialog.geometry(), place);
 }
 
 void CommonDialogResizing::needsTheLeftButton()

@@ -4,8 +4,10 @@
 #include "OwnMethods.h"
 #include "Part.h"
 
+#include <QHelpEvent>
 #include <QLabel>
 #include <QToolButton>
+#include <QToolTip>
 #include <QtTest>
 
 class TitleBar : public QObject
@@ -22,6 +24,8 @@ private slots:
     void spreadsByTheStretchesSetLast();
     void setsOnlyTheLabelsText();
     void hidesAndShowsTheButtons();
+    void saysInToolTipsWhatItsButtonsDo();
+    void showsItsOwnToolTipAsPlainText();
     void closesTheWindow();
     void minimisesOnlyWhereAllowed();
     void maximisesByItsButtonOnlyWhereAllowed();
@@ -144,6 +148,25 @@ void TitleBar::hidesAndShowsTheButtons()
     window.bar->setMaxButtonVisible(true);
     window.bar->setMinButtonVisible(true);
     QVERIFY(btnMin.isVisible() && btnMax.isVisible());
+}
+
+void TitleBar::saysInToolTipsWhatItsButtonsDo()
+{
+    QWidget window;
+    const CommonTitleBar bar(&window);
+    QCOMPARE(part<QToolButton>(bar, "btnMin").toolTip(), QStringLiteral("Minimize"));
+    QCOMPARE(part<QToolButton>(bar, "btnMax").toolTip(), QStringLiteral("Maximize"));
+    QCOMPARE(part<QToolButton>(bar, "btnClose").toolTip(), QStringLiteral("Close"));
+}
+
+void TitleBar::showsItsOwnToolTipAsPlainText()
+{
+    KitWindow window;
+    window.bar->setToolTip(QStringLiteral("<b>.log"));
+    QHelpEvent rest(QEvent::ToolTip, QPoint(40, 18), window.at(QPoint(40, 18)));
+    QCoreApplication::sendEvent(&part<QLabel>(*window.bar, "lbTitle"), &rest);
+    QVERIFY(QToolTip::text().contains(QStringLiteral("&lt;b&gt;.log")));
+    QToolTip::hideText();
 }
 
 void TitleBar::closesTheWindow()

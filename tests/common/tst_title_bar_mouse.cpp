@@ -17,6 +17,7 @@ private slots:
     void countsFromItsPlaceInTheWindow();
     void movesWithoutAMoveBeforeThePress();
     void stopsMovingWhenLetGo();
+    void letsGoWhenAMoveComesWithoutTheButton();
     void keepsMovingWhenAnotherButtonIsLetGo();
     void movesByTheLeftButtonOnly();
     void neitherMovesNorResizesFromItsEdges_data();
@@ -103,6 +104,18 @@ void TitleBarMouse::stopsMovingWhenLetGo()
     Mouse::drag(*window.bar, window.at(middle), end);
     Mouse::move(*window.bar, end + way);
     QCOMPARE(window.pos(), KitWindow::place().topLeft() + way);
+}
+
+void TitleBarMouse::letsGoWhenAMoveComesWithoutTheButton()
+{
+    KitWindow window;
+    const QPoint start = window.at(middle);
+    Mouse::press(*window.bar, start);
+    Mouse::move(*window.bar, start + way); // the release went to another window
+    Mouse::move(*window.bar, start + way * 2, Qt::RightButton);
+    QCOMPARE(window.geometry(), KitWindow::place());
+    Mouse::move(*window.bar, start + way, Qt::LeftButton); // pressed elsewhere
+    QCOMPARE(window.geometry(), KitWindow::place());
 }
 
 void TitleBarMouse::keepsMovingWhenAnotherButtonIsLetGo()

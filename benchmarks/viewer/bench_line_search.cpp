@@ -101,7 +101,7 @@ void worstCase(benchmark::State &state, const char *expression)
     std::string text(bytes, 'a');
     for (std::size_t i = 1; i <= lines; ++i)
         text[i * (bytes / lines) - 1] = '\n';
-    LineFilter search(expression);
+    const LineFilter search(expression);
     for (auto _ : state)
         search.forEachLine(text, [](std::string_view) {});
 }

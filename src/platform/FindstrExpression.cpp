@@ -1,7 +1,6 @@
 #include "FindstrExpression.h"
 
 #include <algorithm>
-#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -124,26 +123,6 @@ unsigned char Parser::classByte()
     return static_cast<unsigned char>(text[pos]);
 }
 
-bool isSubset(const ByteSet &a, const ByteSet &b)
-{
-    return (a & ~b).none();
-}
-
-/// Of two neighbours that repeat, the one that accepts all bytes of the other says it all.
-bool absorbs(FindstrItem &item, const FindstrItem &next)
-{
-    if (!item.repeated || !next.repeated)
-        return false;
-    if (isSubset(item.bytes, next.bytes))
-        item.bytes = next.bytes;
-    return isSubset(next.bytes, item.bytes);
-}
-
-bool isGap(const FindstrItem &item)
-{
-    return item.repeated && item.bytes == anyByte();
-}
-
 } // namespace
 
 std::vector<FindstrExpression> parseFindstr(std::string_view keyword)
@@ -160,35 +139,12 @@ std::vector<FindstrExpression> parseFindstr(std::string_view keyword)
     return expressions;
 }
 
-FindstrExpression simplified(FindstrExpression expression)
-{
-    std::vector<FindstrItem> items;
-    for (const FindstrItem &item : expression.items) {
-        if (items.empty() || !absorbs(items.back(), item))
-            items.push_back(item);
-    }
-    if (!items.empty() && isGap(items.front()))
-        expression.atLineStart = false;
-    if (!items.empty() && isGap(items.back()))
-        expression.atLineEnd = false;
-
-    auto first = items.cbegin();
-    auto last = items.cend();
-    while (!expression.atLineStart && first != last && first->repeated)
-        ++first;
-    while (!expression.atLineEnd && first != last && std::prev(last)->repeated)
-        --last;
-    expression.items.assign(first, last);
-    return expression;
-}
-
 ByteSet anyByte()
 {
     return withoutLineFeed(~ByteSet());
 }
 
-bool isWordByte(unsigned char byte)
+ByteSet wordBytes()
 {
-    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-           (byte >= 'a' && byte <= 'z') || byte == '_';
+    return parseFindstr("[0-9A-Z_a-z]").front().items.front().bytes;
 }

@@ -29,12 +29,8 @@ struct FindstrExpression
 /// letters; letters, digits and "_" of ASCII make words. A "*" that has nothing to repeat is plain.
 [[nodiscard]] std::vector<FindstrExpression> parseFindstr(std::string_view keyword);
 
-/// An expression that matches the same lines with as few repetitions as can be had cheaply: what
-/// may be missing at an open end of the expression need not be looked for.
-[[nodiscard]] FindstrExpression simplified(FindstrExpression expression);
-
 /// Every byte that can stand in a line.
 [[nodiscard]] ByteSet anyByte();
 
-/// Whether @p byte belongs to a word.
-[[nodiscard]] bool isWordByte(unsigned char byte);
+/// The bytes that words are made of.
+[[nodiscard]] ByteSet wordBytes();

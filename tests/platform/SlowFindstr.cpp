@@ -14,7 +14,7 @@ public:
     Trial(std::string_view expression, std::string_view subject)
         : pattern(expression)
         , line(subject)
-        , inVain((pattern.size() + 1) * (line.size() + 1))
+        , failed((pattern.size() + 1) * (line.size() + 1))
     {
     }
 
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] bool everyClassEnds() const;
 
 private:
-    [[nodiscard]] bool matchesAnew(std::size_t at, std::size_t pos);
+    [[nodiscard]] bool tryToMatch(std::size_t at, std::size_t pos);
     [[nodiscard]] bool isWord(std::size_t pos) const
     {
         return pos < line.size() &&
@@ -39,7 +39,7 @@ private:
 
     std::string_view pattern;
     std::string_view line;
-    std::vector<bool> inVain; ///< what was tried already, by both positions
+    std::vector<bool> failed; ///< pairs of positions that do not match
 };
 
 /// Just behind the character, escape or class that begins at @p at; 0: the class never ends.
@@ -112,14 +112,14 @@ bool Trial::classAccepts(std::size_t at, char c) const
 bool Trial::matchesFrom(std::size_t at, std::size_t pos)
 {
     const std::size_t place = at * (line.size() + 1) + pos;
-    if (inVain[place])
+    if (failed[place])
         return false;
-    const bool matches = matchesAnew(at, pos);
-    inVain[place] = !matches;
+    const bool matches = tryToMatch(at, pos);
+    failed[place] = !matches;
     return matches;
 }
 
-bool Trial::matchesAnew(std::size_t at, std::size_t pos)
+bool Trial::tryToMatch(std::size_t at, std::size_t pos)
 {
     if (at == pattern.size())
         return true;

@@ -34,7 +34,9 @@ bool systemLineSearch(const std::string &keyword, const QString &path, const Pie
     QFile file(path);
     if (!openShared(file))
         return false;
-    LineFilter filter(keyword);
+    const LineFilter filter(keyword);
+    if (!filter.isValid())
+        return false;
     if (filter.matchesNothing())
         return true;
     // Read, not mapped: a log that its writer cuts short while it is searched just ends earlier.

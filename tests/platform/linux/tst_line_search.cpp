@@ -1,7 +1,6 @@
 #include "DebugCapture.h"
 #include "Faults.h"
 #include "LineSearch.h"
-#include "PatternFinder.h"
 #include "ScratchFolder.h"
 
 #include <QProcess>
@@ -27,10 +26,6 @@ private slots:
     void endsWhenItIsStopped();
     void saysWhenAFileCannotBeReadAnyFurther();
     void matchesNothingWithoutAnExpression();
-    void survivesExpressionsOfTenThousandCharacters_data();
-    void survivesExpressionsOfTenThousandCharacters();
-    void takesAPatternThatIsTooLargeAsFoundEverywhere();
-    void saysPerhapsOnceASearchHasFailed();
 
 private:
     QByteArrayList search(const QByteArray &keyword, const QByteArray &contents);
@@ -294,47 +289,6 @@ void LineSearchTest::matchesNothingWithoutAnExpression()
     QCOMPARE(search("", "a\n\n"), QByteArrayList());
     QCOMPARE(search("   ", "a\n\n b\n"), QByteArrayList());
     QCOMPARE(search("[", "a\n[\n"), QByteArrayList());
-}
-
-void LineSearchTest::survivesExpressionsOfTenThousandCharacters_data()
-{
-    QTest::addColumn<QByteArray>("keyword");
-    QTest::addColumn<QByteArray>("line");
-
-    QTest::newRow("plain") << QByteArray(10'000, 'a') << QByteArray(10'000, 'a');
-    QTest::newRow("any byte") << QByteArray(10'000, '.') << QByteArray(10'000, 'a');
-    QTest::newRow("repetitions") << "x" + QByteArray("a*b*").repeated(2500) + "y"
-                                 << QByteArray("xababy");
-    QTest::newRow("gaps") << QByteArray("a.*b.*").repeated(1666) << QByteArray("ab").repeated(1666);
-    QTest::newRow("classes") << QByteArray("[ab]").repeated(2500) << QByteArray(2500, 'b');
-    QTest::newRow("many expressions") << QByteArray("zz ").repeated(3333) + "a" << QByteArray("a");
-    QTest::newRow("words") << QByteArray("\\<a\\>").repeated(2000) + "*" << QByteArray();
-}
-
-void LineSearchTest::survivesExpressionsOfTenThousandCharacters()
-{
-    QFETCH(QByteArray, keyword);
-    QFETCH(QByteArray, line);
-    const QByteArray found = search(keyword, "other\n" + line + "\nother\n").join();
-    QCOMPARE(found, line.isEmpty() ? QByteArray() : line + '\n');
-}
-
-void LineSearchTest::takesAPatternThatIsTooLargeAsFoundEverywhere()
-{
-    PatternFinder finder(QByteArray("[\\x01\\x03]").repeated(40'000).toStdString());
-    QVERIFY(!finder.isUsable());
-    QCOMPARE(finder.find("abc\n", 2), std::size_t(2));
-}
-
-void LineSearchTest::saysPerhapsOnceASearchHasFailed()
-{
-    // More to come back to than the library's machine code has room for.
-    PatternFinder finder("(?:(a)|b)*c");
-    QVERIFY(finder.isUsable());
-    const std::string text(1'000'000, 'a');
-    QCOMPARE(finder.find(text, 3), std::size_t(3));
-    QVERIFY(!finder.isUsable());
-    QCOMPARE(finder.find("x", 0), std::size_t(0));
 }
 
 QTEST_APPLESS_MAIN(LineSearchTest)

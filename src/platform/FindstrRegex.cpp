@@ -1,0 +1,127 @@
+#include "FindstrRegex.h"
+
+#include <re2/re2.h>
+
+#include <utility>
+
+namespace {
+
+const char *const noByte = R"([^\x00-\xff])";
+
+std::string quoted(unsigned byte)
+{
+    const char c = static_cast<char>(byte);
+    return RE2::QuoteMeta({&c, 1});
+}
+
+std::string oneOf(const ByteSet &bytes)
+{
+    std::string text;
+    for (unsigned first = 0; first < bytes.size(); ++first) {
+        if (!bytes[first])
+            continue;
+        unsigned last = first;
+        while (last + 1 < bytes.size() && bytes[last + 1])
+            ++last;
+        text += quoted(first);
+        if (last > first)
+            text += '-' + quoted(last);
+        first = last;
+    }
+    if (bytes.count() > 1)
+        return '[' + text + ']';
+    return bytes.none() ? noByte : text;
+}
+
+/// Writes a pattern from left to right. RE2 has "\b" for either border of a word and cannot look
+/// ahead, so the byte behind a border is narrowed to word bytes, or to all others. Where that byte
+/// is repeated it may be missing: both cases are kept until a byte follows that may not.
+class Translator
+{
+public:
+    [[nodiscard]] std::string translate(const FindstrExpression &expression);
+
+private:
+    enum class Behind { Any, Word, NoWord };
+
+    void addByte(const ByteSet &bytes);
+    void addRepeated(const ByteSet &bytes);
+    void joinCases(Behind next);
+    [[nodiscard]] std::string narrowed(const ByteSet &bytes) const;
+
+    std::string pattern = "(?m)";
+    Behind behind = Behind::Any; ///< what the border at the end of `pattern` requires
+    std::string present;         ///< the repeated bytes behind it, where at least one is there
+};
+
+std::string Translator::translate(const FindstrExpression &expression)
+{
+    if (expression.atLineStart)
+        pattern += '^';
+    for (const FindstrItem &item : expression.items) {
+        if (item.kind != FindstrItem::Kind::Byte) {
+            const bool isStart = item.kind == FindstrItem::Kind::WordStart;
+            joinCases(isStart ? Behind::Word : Behind::NoWord);
+            pattern += "\\b";
+            behind = isStart ? Behind::Word : Behind::NoWord;
+        } else if (item.repeated) {
+            addRepeated(item.bytes);
+        } else {
+            addByte(item.bytes);
+        }
+    }
+    const bool endsWithBorder = behind != Behind::Any;
+    if (endsWithBorder && !expression.atLineEnd)
+        addRepeated(anyByte());
+    joinCases(Behind::NoWord);
+    if (endsWithBorder || expression.atLineEnd)
+        pattern += '$';
+    return std::move(pattern);
+}
+
+void Translator::addByte(const ByteSet &bytes)
+{
+    if (present.empty())
+        pattern += narrowed(bytes);
+    else
+        pattern += "(?:" + present + oneOf(bytes) + '|' + narrowed(bytes) + ')';
+    present.clear();
+    behind = Behind::Any;
+}
+
+void Translator::addRepeated(const ByteSet &bytes)
+{
+    const std::string any = oneOf(bytes) + '*';
+    if (behind == Behind::Any)
+        pattern += any;
+    else if (present.empty())
+        present = narrowed(bytes) + any;
+    else
+        present = "(?:" + present + '|' + narrowed(bytes) + ')' + any;
+}
+
+/// @p next: what follows where both cases end in the same place.
+void Translator::joinCases(Behind next)
+{
+    const bool mayBeMissing = behind == Behind::Any || behind == next;
+    if (!present.empty())
+        pattern += "(?:" + present + ')' + (mayBeMissing ? "?" : "");
+    else if (!mayBeMissing)
+        pattern += noByte;
+    present.clear();
+}
+
+std::string Translator::narrowed(const ByteSet &bytes) const
+{
+    static const ByteSet word = wordBytes();
+    if (behind == Behind::Any)
+        return oneOf(bytes);
+    return oneOf(bytes & (behind == Behind::Word ? word : ~word));
+}
+
+} // namespace
+
+std::string toRegex(const FindstrExpression &expression)
+{
+    return Translator().translate(expression);
+}

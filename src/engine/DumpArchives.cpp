@@ -2,7 +2,7 @@
 
 #include "CrashDumpPaths.h"
 #include "EngineLog.h"
-#include "ReadableFile.h"
+#include "SharedFile.h"
 #include "ZipArchive.h"
 
 #include <QDateTime>

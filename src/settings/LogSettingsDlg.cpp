@@ -4,7 +4,7 @@
 #include "LogLevelFile.h"
 #include "LogLevelRewrite.h"
 #include "ModalDialog.h"
-#include "ReadableFile.h"
+#include "SharedFile.h"
 #include "ui_LogSettingsDlg.h"
 
 #include <QDir>

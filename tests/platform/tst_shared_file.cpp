@@ -16,6 +16,7 @@ private slots:
     void refusesADevice();
     void opensNamesBeyondAscii();
     void letsTheWriterGoOnAndDelete();
+    void saysWhetherAFileIsReadable();
 
 private:
     ScratchFolder scratch;
@@ -80,6 +81,16 @@ void SharedFileTest::letsTheWriterGoOnAndDelete()
     writer.close();
     QVERIFY(QFile::rename(path, path + QLatin1String(".1")));
     QVERIFY(QFile::remove(path + QLatin1String(".1")));
+}
+
+void SharedFileTest::saysWhetherAFileIsReadable()
+{
+    QVERIFY(isReadable(scratch.file(QStringLiteral("a.log"), "a")));
+    QVERIFY(!isReadable(scratch.path(QStringLiteral("missing.log"))));
+    QVERIFY(!isReadable(scratch.folder(QStringLiteral("folder.log"))));
+    const QString pipe = scratch.path(QStringLiteral("another pipe.log"));
+    if (QProcess::execute(QStringLiteral("mkfifo"), {pipe}) == 0)
+        QVERIFY(!isReadable(pipe));
 }
 
 QTEST_APPLESS_MAIN(SharedFileTest)

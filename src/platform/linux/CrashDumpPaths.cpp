@@ -1,6 +1,6 @@
 #include "CrashDumpPaths.h"
 
-#include "ReadableFile.h"
+#include "SharedFile.h"
 #include "linux/LinuxSeams.h"
 
 #include <QDateTime>

@@ -2,11 +2,19 @@
 # Sourced by ./run, ./test and .ci/run: the packages of packages.txt, and how they get installed.
 
 package_list=$(dirname "${BASH_SOURCE[0]}")/../packages.txt
+debian_control=$(dirname "${BASH_SOURCE[0]}")/../debian/control
+
+# build_dependencies: the packages of Build-Depends, one a line, without those that only
+# dpkg-buildpackage needs.
+build_dependencies() {
+    sed -n '/^Build-Depends:/,/^$/s/^ \([^ ,]*\),*$/\1/p' "$debian_control"
+}
 
 # packages_of GROUP...: the packages of these groups, one a line.
 packages_of() {
     local group
     for group in "$@"; do
+        [[ $group != build ]] || build_dependencies
         awk -v heading="[$group]" '
             /^\[/ { wanted = $1 == heading; found = found || wanted; next }
             wanted && NF && !/^#/ { print $1 }

@@ -1,5 +1,5 @@
-// Filling the file table from a folder of 10,000 log files, against listing that folder and asking
-// for the time of each file. Target: at most 1.5 times that.
+// Filling the file table from a folder of 100,000 log files, against listing that folder and asking
+// the system for each file. Target: at most 1.3 times that.
 
 #include "CComboBoxEx.h"
 #include "ModalDialog.h"
@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr int fileCount = 10000;
+constexpr int fileCount = 100000;
 
 /// A home with one empty log source and one of many files.
 const QString &home()
@@ -43,13 +43,14 @@ void listAndStat(benchmark::State &state)
 {
     const QString folder = home() + QStringLiteral("/QZSDK/many");
     for (auto _ : state) {
-        qint64 newest = 0;
+        qint64 largest = 0;
         QDirIterator walk(folder, QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot);
         while (walk.hasNext()) {
             walk.next();
-            newest = qMax(newest, walk.fileInfo().lastModified().toMSecsSinceEpoch());
+            // The same system call as for the time, which Qt would convert to the time zone.
+            largest = qMax(largest, walk.fileInfo().size());
         }
-        benchmark::DoNotOptimize(newest);
+        benchmark::DoNotOptimize(largest);
     }
 }
 BENCHMARK(listAndStat)->Unit(benchmark::kMillisecond);
@@ -77,5 +78,5 @@ int main(int argc, char **argv)
     ModalDialog::setRunner([](QDialog &) { return int(QDialog::Rejected); });
     return runAndCompare(
         argc, argv,
-        {{{"file table of 10,000 logs", "fillTable", "list and stat", "listAndStat", 1.5}}});
+        {{{"file table of 100,000 logs", "fillTable", "list and stat", "listAndStat", 1.3}}});
 }

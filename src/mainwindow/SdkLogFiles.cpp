@@ -1,5 +1,7 @@
 #include "SdkLogFiles.h"
 
+#include "ModificationTime.h"
+
 #include <QDirIterator>
 #include <QFileInfo>
 
@@ -9,7 +11,7 @@ QVector<SdkLogFile> newestSdkLogFiles(const QString &folder, int limit)
 {
     struct Found
     {
-        qint64 modified; // milliseconds since the epoch: cheaper to compare than a QDateTime
+        qint64 modified;
         QFileInfo file;
     };
     QVector<Found> found;
@@ -17,14 +19,17 @@ QVector<SdkLogFile> newestSdkLogFiles(const QString &folder, int limit)
     while (walk.hasNext()) {
         walk.next();
         if (walk.fileName().contains(QLatin1String(".log")))
-            found.append({walk.fileInfo().lastModified().toMSecsSinceEpoch(), walk.fileInfo()});
+            found.append({modificationTime(walk.fileInfo()), walk.fileInfo()});
     }
-    std::stable_sort(found.begin(), found.end(),
-                     [](const Found &a, const Found &b) { return a.modified > b.modified; });
+    const auto listedEnd = found.begin() + qMin(limit, found.size());
+    std::partial_sort(found.begin(), listedEnd, found.end(), [](const Found &a, const Found &b) {
+        return a.modified != b.modified ? a.modified > b.modified
+                                        : a.file.fileName() < b.file.fileName();
+    });
 
     QVector<SdkLogFile> files;
-    for (int i = 0; i < qMin(limit, found.size()); ++i) {
-        const QFileInfo &file = found.at(i).file;
+    for (auto listed = found.begin(); listed != listedEnd; ++listed) {
+        const QFileInfo &file = listed->file;
         files.append({file.absoluteFilePath(), file.fileName(), file.lastModified(), file.size()});
     }
     return files;

@@ -13,5 +13,6 @@ struct SdkLogFile
 };
 
 /// The @p limit files of @p folder that were modified last, newest first, whose names contain
-/// ".log" in small letters. Sub-folders and links are left out; a missing folder has no files.
+/// ".log" in small letters. Names in ascending order decide between equal times. Sub-folders and
+/// links are left out; a missing folder has no files.
 [[nodiscard]] QVector<SdkLogFile> newestSdkLogFiles(const QString &folder, int limit);

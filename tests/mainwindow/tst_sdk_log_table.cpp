@@ -16,6 +16,8 @@ class SdkLogTable : public QObject
 private slots:
     void isSetUpAsAFileList();
     void listsTimeNameAndSizeNewestFirst();
+    void listsLogsOfEqualTimeByName();
+    void tellsTimesApartByMilliseconds();
     void carriesThePathAsToolTipOfEachItem();
     void roundsSizesUpSoThatAnEmptyFileHasOneKilobyte_data();
     void roundsSizesUpSoThatAnEmptyFileHasOneKilobyte();
@@ -82,6 +84,30 @@ void SdkLogTable::listsTimeNameAndSizeNewestFirst()
     QCOMPARE(f.cell(2, 1), text("2026-03-04 12:00:07"));
     QCOMPARE(f.cell(0, 3), text("1 KB"));
     QCOMPARE(f.table()->item(0, 0), nullptr);
+}
+
+void SdkLogTable::listsLogsOfEqualTimeByName()
+{
+    MainWindowFixture f;
+    QStringList expected;
+    for (int i = 0; i < 60; ++i) {
+        // In another order than that of the names: 7 and 60 have no common divisor.
+        f.log(text("QZviewer/%1.log").arg(i * 7 % 60, 2, 10, QLatin1Char('0')), "x", noon);
+        if (i < 50)
+            expected.append(text("%1.log").arg(i, 2, 10, QLatin1Char('0')));
+    }
+    f.open();
+    QCOMPARE(f.listedNames(), expected);
+}
+
+void SdkLogTable::tellsTimesApartByMilliseconds()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"), "x", noon);
+    f.log(text("QZviewer/c.log"), "x", noon.addMSecs(2));
+    f.log(text("QZviewer/b.log"), "x", noon.addMSecs(1));
+    f.open();
+    QCOMPARE(f.listedNames(), QStringList({text("c.log"), text("b.log"), text("a.log")}));
 }
 
 void SdkLogTable::carriesThePathAsToolTipOfEachItem()

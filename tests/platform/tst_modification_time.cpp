@@ -1,0 +1,42 @@
+#include "ModificationTime.h"
+#include "ScratchFolder.h"
+#include "Text.h"
+
+#include <QFileInfo>
+#include <QtTest>
+
+class ModificationTimeTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void isToldInMilliseconds_data();
+    void isToldInMilliseconds();
+    void isNullWithoutTheFile();
+};
+
+void ModificationTimeTest::isToldInMilliseconds_data()
+{
+    QTest::addColumn<qint64>("time");
+    QTest::newRow("now") << qint64(1772712007123);
+    QTest::newRow("the first second") << qint64(7);
+    QTest::newRow("after 2038") << qint64(2200000000999);
+}
+
+void ModificationTimeTest::isToldInMilliseconds()
+{
+    QFETCH(qint64, time);
+    ScratchFolder folder;
+    const QString file =
+        folder.file(QString::fromUtf8("日志 1.log"), "x", QDateTime::fromMSecsSinceEpoch(time));
+    QCOMPARE(modificationTime(QFileInfo(file)), time);
+}
+
+void ModificationTimeTest::isNullWithoutTheFile()
+{
+    const ScratchFolder folder;
+    QCOMPARE(modificationTime(QFileInfo(folder.path(text("missing.log")))), 0);
+}
+
+QTEST_GUILESS_MAIN(ModificationTimeTest)
+#include "tst_modification_time.moc"

@@ -90,5 +90,9 @@
         <source>SDK log files</source>
         <translation>SDK日志文件</translation>
     </message>
+    <message>
+        <source>The folder %1 has no logs.</source>
+        <translation>文件夹 %1 中没有日志。</translation>
+    </message>
 </context>
 </TS>

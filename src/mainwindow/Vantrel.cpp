@@ -54,7 +54,6 @@ void Vantrel::setUpTitleBar()
 void Vantrel::buildContextMenu()
 {
     contextMenu = new QMenu(this);
-    contextMenu->setAccessibleName(ui->tableWidget->accessibleName());
     actionExportAll = contextMenu->addAction(tr("Export All SDK Log"));
     actionExportAll->setObjectName(QStringLiteral("actionExportAll"));
     actionExportSelected = contextMenu->addAction(tr("Export Selected SDK Log"));
@@ -90,6 +89,7 @@ void Vantrel::retranslate()
         "LogSettingsDlg", "Log Level Setting")); // what it opens says so
     ui->tableWidget->setHorizontalHeaderLabels(
         {QString(), tr("File Time"), tr("File Name"), tr("File Size")});
+    contextMenu->setAccessibleName(ui->tableWidget->accessibleName());
     actionExportAll->setText(tr("Export All SDK Log"));
     actionExportSelected->setText(tr("Export Selected SDK Log"));
     if (exportInfo != nullptr)

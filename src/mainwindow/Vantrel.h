@@ -79,6 +79,7 @@ private:
     void startWorker();
 
     void fillTable(const QString &source);
+    void readFilesAgain();
     void addRow(int row, const SdkLogFile &file);
     void setRowsChecked(bool checked);
     [[nodiscard]] QList<QTableWidgetItem *> collectRows(bool onlyChecked) const;

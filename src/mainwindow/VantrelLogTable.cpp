@@ -3,6 +3,7 @@
 #include "CConfiguration.h"
 #include "LogSettingsDlg.h"
 #include "LogViewer.h"
+#include "PlainToolTip.h"
 #include "QCheckBoxHeader.h"
 #include "QUserCheckBox.h"
 #include "SdkLogFiles.h"
@@ -26,8 +27,6 @@ constexpr int rowHeight = 32;
 constexpr int checkColumnWidth = 40;
 constexpr int widestSourceList = 600; // pixels
 
-enum Column { CheckColumn, TimeColumn, NameColumn, SizeColumn, columnCount };
-
 const QLatin1String clientSource("QZviewer");
 
 /// Makes the list of the box as wide as its texts, which the box itself may cut.
@@ -43,7 +42,7 @@ void fitList(QComboBox &box)
 /// The check box in @p row, or null behind the last listed file.
 QCheckBox *rowCheckBox(const QTableWidget &table, int row)
 {
-    const QWidget *cell = table.cellWidget(row, CheckColumn);
+    const QWidget *cell = table.cellWidget(row, FileTable::CheckColumn);
     return cell != nullptr ? cell->findChild<QCheckBox *>() : nullptr;
 }
 
@@ -56,21 +55,21 @@ QString sizeText(qint64 bytes)
 
 void Vantrel::setUpTable()
 {
-    CTableWidget *table = ui->tableWidget;
-    header = new QCheckBoxHeader(CheckColumn, Qt::Horizontal, table);
+    FileTable *table = ui->tableWidget;
+    header = new QCheckBoxHeader(FileTable::CheckColumn, Qt::Horizontal, table);
     table->setHorizontalHeader(header);
     header->setChecked(true);
     connect(header, &QCheckBoxHeader::checkStausChange, this, &Vantrel::onAllCheckStausChange);
 
-    table->setColumnCount(columnCount); // retranslate() labels them
+    table->setColumnCount(FileTable::ColumnCount); // retranslate() labels them
     table->setRowCount(rowCount);
     table->verticalHeader()->setVisible(false);
     table->verticalHeader()->setDefaultSectionSize(rowHeight);
     // By itself a section is at least as wide as the font's widest letter, which may be wider.
     header->setMinimumSectionSize(checkColumnWidth);
-    table->setColumnWidth(CheckColumn, checkColumnWidth);
-    table->setColumnWidth(TimeColumn, 250);
-    table->setColumnWidth(NameColumn, 300);
+    table->setColumnWidth(FileTable::CheckColumn, checkColumnWidth);
+    table->setColumnWidth(FileTable::TimeColumn, 250);
+    table->setColumnWidth(FileTable::NameColumn, 300);
     header->setStretchLastSection(true);
     header->setTextElideMode(Qt::ElideRight);
     header->setHighlightSections(false);
@@ -80,19 +79,20 @@ void Vantrel::setUpTable()
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setContextMenuPolicy(Qt::CustomContextMenu);
+    PlainToolTip::installOnItemsOf(*table);
     setUpTableKeys();
 }
 
 void Vantrel::setUpTableKeys()
 {
-    CTableWidget *table = ui->tableWidget;
-    table->setTabKeyNavigation(false); // the tabulator leads out of the table
+    FileTable *table = ui->tableWidget;
+    table->setTabKeyNavigation(false); // Tab leads out of the table
     setTabOrder(ui->btnSettings, header->findChild<QCheckBox *>());
     setTabOrder(header->findChild<QCheckBox *>(), table);
     // The cell of the box has no item: neither a double click nor the context menu is for it.
     connect(table, &QTableWidget::currentCellChanged, this, [table](int row, int column) {
-        if (column == CheckColumn)
-            table->setCurrentCell(row, TimeColumn, QItemSelectionModel::NoUpdate);
+        if (column == FileTable::CheckColumn)
+            table->setCurrentCell(row, FileTable::TimeColumn, QItemSelectionModel::NoUpdate);
     });
     const auto onKey = [this, table](int key, auto reaction) {
         auto *shortcut = new QShortcut(key, table);
@@ -100,7 +100,7 @@ void Vantrel::setUpTableKeys()
         connect(shortcut, &QShortcut::activated, this, reaction);
     };
     const auto open = [this, table] {
-        if (QTableWidgetItem *item = table->item(table->currentRow(), NameColumn))
+        if (QTableWidgetItem *item = table->item(table->currentRow(), FileTable::NameColumn))
             on_tableWidget_itemDoubleClicked(item);
     };
     onKey(Qt::Key_Return, open);
@@ -109,6 +109,8 @@ void Vantrel::setUpTableKeys()
         if (QCheckBox *box = rowCheckBox(*table, table->currentRow()))
             box->toggle();
     });
+    auto *refresh = new QShortcut(Qt::Key_F5, this);
+    connect(refresh, &QShortcut::activated, this, &Vantrel::readFilesAgain);
 }
 
 void Vantrel::findSources()
@@ -131,6 +133,22 @@ void Vantrel::offerSources()
         ui->comboSource->setCurrentText(clientSource);
 }
 
+void Vantrel::readFilesAgain()
+{
+    FileTable &table = *ui->tableWidget;
+    const auto path = [&table](int row) {
+        const QTableWidgetItem *item = table.item(row, FileTable::NameColumn);
+        return item != nullptr ? item->toolTip() : QString();
+    };
+    const QString current = path(table.currentRow());
+    const int column = table.currentColumn();
+    fillTable(ui->comboSource->currentText());
+    for (int row = 0; !current.isEmpty() && row < table.fileCount(); ++row) {
+        if (path(row) == current)
+            table.setCurrentCell(row, column);
+    }
+}
+
 void Vantrel::fillTable(const QString &source)
 {
     ui->tableWidget->clearContents();
@@ -140,6 +158,9 @@ void Vantrel::fillTable(const QString &source)
         for (int row = 0; row < files.size(); ++row)
             addRow(row, files.at(row));
     }
+    ui->tableWidget->setHintWhenEmpty(
+        tr("The folder %1 has no logs.")
+            .arg(QDir::toNativeSeparators(QDir::cleanPath(sdkRoot + source))));
     header->setChecked(CConfiguration::instance()->sdkLog);
 }
 
@@ -155,16 +176,16 @@ void Vantrel::addRow(int row, const SdkLogFile &file)
     box->setFocusPolicy(Qt::ClickFocus); // the table's own keys lead to its rows
     connect(box, &QCheckBox::stateChanged, this, &Vantrel::onCheckStateChange);
     layout->addWidget(box);
-    ui->tableWidget->setCellWidget(row, CheckColumn, cell);
+    ui->tableWidget->setCellWidget(row, FileTable::CheckColumn, cell);
 
-    const auto setText = [this, row, &file](Column column, const QString &text) {
+    const auto setText = [this, row, &file](FileTable::Column column, const QString &text) {
         auto *item = new QTableWidgetItem(text);
         item->setToolTip(file.path);
         ui->tableWidget->setItem(row, column, item);
     };
-    setText(TimeColumn, file.modified.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
-    setText(NameColumn, file.name);
-    setText(SizeColumn, sizeText(file.size));
+    setText(FileTable::TimeColumn, file.modified.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+    setText(FileTable::NameColumn, file.name);
+    setText(FileTable::SizeColumn, sizeText(file.size));
 }
 
 void Vantrel::setRowsChecked(bool checked)
@@ -178,7 +199,7 @@ QList<QTableWidgetItem *> Vantrel::collectRows(bool onlyChecked) const
     QList<QTableWidgetItem *> items;
     for (int row = 0; const QCheckBox *box = rowCheckBox(*ui->tableWidget, row); ++row) {
         if (!onlyChecked || box->isChecked())
-            items.append(ui->tableWidget->item(row, TimeColumn));
+            items.append(ui->tableWidget->item(row, FileTable::TimeColumn));
     }
     return items;
 }

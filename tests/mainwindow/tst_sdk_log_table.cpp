@@ -1,12 +1,17 @@
 #include "Faults.h"
+#include "FileTable.h"
 #include "MainWindowFixture.h"
 #include "QUserCheckBox.h"
 #include "SdkLogFiles.h"
 #include "Text.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QMenu>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QWindow>
 
 class SdkLogTable : public QObject
@@ -37,9 +42,25 @@ private slots:
     void putsTheRowBoxesInTheMiddleOfTheirCells();
     void showsTheContextMenuForAnItemOnly();
     void remembersTheEnteredItemAndReportsNone();
+    void leadsNoKeyToASpareRow_data();
+    void leadsNoKeyToASpareRow();
+    void leadsNowhereInAnEmptyList();
+    void readsTheListOfTheOnlySourceAgainByF5();
+    void keepsTheCursorOnItsFileWhenTheListIsReadAgain();
+    void saysThatTheFolderHasNoLogs_data();
+    void saysThatTheFolderHasNoLogs();
+    void drawsTheHintInAnEmptyListOnly();
+    void showsNamesInToolTipsAsTheyAre();
 };
 
 namespace {
+
+void show(const MainWindowFixture &f)
+{
+    f.window->show();
+    f.table()->setFocus();
+    QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+}
 
 const QDateTime noon(QDate(2026, 3, 5), QTime(12, 0, 7));
 
@@ -361,6 +382,134 @@ void SdkLogTable::remembersTheEnteredItemAndReportsNone()
     QVERIFY(f.output.lines().isEmpty());
     emit f.table()->itemEntered(nullptr);
     QCOMPARE(f.output.lines(), QStringList(text("item is null.")));
+}
+
+void SdkLogTable::leadsNoKeyToASpareRow_data()
+{
+    QTest::addColumn<QList<int>>("keys");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<int>("row");
+    QTest::newRow("End") << QList<int>{Qt::Key_End} << int(Qt::NoModifier) << 2;
+    QTest::newRow("Ctrl+End") << QList<int>{Qt::Key_End} << int(Qt::ControlModifier) << 2;
+    QTest::newRow("Page Down") << QList<int>{Qt::Key_PageDown} << int(Qt::NoModifier) << 2;
+    QTest::newRow("Down") << QList<int>{Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down}
+                          << int(Qt::NoModifier) << 2;
+    QTest::newRow("Home") << QList<int>{Qt::Key_End, Qt::Key_Home} << int(Qt::NoModifier) << 0;
+}
+
+void SdkLogTable::leadsNoKeyToASpareRow()
+{
+    QFETCH(QList<int>, keys);
+    QFETCH(int, modifiers);
+    MainWindowFixture f;
+    for (const char *name : {"QZviewer/a.log", "QZviewer/b.log", "QZviewer/c.log"})
+        f.log(text(name));
+    f.open();
+    show(f);
+    for (int key : keys)
+        QTest::keyClick(f.table(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QTEST(f.table()->currentRow(), "row");
+    QCOMPARE(f.table()->currentColumn(), 1);
+}
+
+void SdkLogTable::leadsNowhereInAnEmptyList()
+{
+    MainWindowFixture f;
+    f.home.folder(text("QZSDK/QZviewer"));
+    f.open();
+    show(f);
+    for (int key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Home, Qt::Key_Return, Qt::Key_Space})
+        QTest::keyClick(f.table(), Qt::Key(key));
+    QVERIFY(!f.table()->currentIndex().isValid());
+}
+
+void SdkLogTable::readsTheListOfTheOnlySourceAgainByF5()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"), "x", noon);
+    f.open();
+    show(f);
+    f.output.take();
+    f.log(text("QZviewer/b.log"), "x", noon.addSecs(1));
+    QTest::keyClick(f.window.get(), Qt::Key_F5);
+    QCOMPARE(f.listedNames(), QStringList({text("b.log"), text("a.log")}));
+    QCOMPARE(f.output.lines(), QStringList());
+}
+
+void SdkLogTable::keepsTheCursorOnItsFileWhenTheListIsReadAgain()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"), "x", noon);
+    f.log(text("QZviewer/b.log"), "x", noon.addSecs(-1));
+    f.open();
+    show(f);
+    f.table()->setCurrentCell(1, 2);
+    f.log(text("QZviewer/new.log"), "x", noon.addSecs(1));
+    QTest::keyClick(f.window.get(), Qt::Key_F5);
+    QVERIFY(f.table()->currentItem() != nullptr);
+    QCOMPARE(f.table()->currentItem()->text(), text("b.log"));
+    QCOMPARE(f.table()->selectedItems().size(), 3);
+    QVERIFY(f.table()->currentItem()->isSelected());
+}
+
+void SdkLogTable::saysThatTheFolderHasNoLogs_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QByteArray>("lang");
+    QTest::addColumn<QString>("hint");
+    const QString english = text("The folder %1 has no logs.");
+    const QString chinese = QString::fromUtf8("文件夹 %1 中没有日志。");
+    QTest::newRow("source") << text("QZSDK/QZviewer") << QByteArray("1") << english;
+    QTest::newRow("source, Chinese") << text("QZSDK/QZviewer") << QByteArray("0") << chinese;
+    QTest::newRow("no source") << text("QZSDK") << QByteArray("1") << english;
+}
+
+void SdkLogTable::saysThatTheFolderHasNoLogs()
+{
+    QFETCH(QString, folder);
+    QFETCH(QByteArray, lang);
+    QFETCH(QString, hint);
+    MainWindowFixture f;
+    f.useLanguage(lang);
+    f.home.folder(folder);
+    f.open();
+    QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(f.table());
+    QCOMPARE(spoken->text(QAccessible::Description),
+             hint.arg(QDir::toNativeSeparators(f.home.path(folder))));
+}
+
+void SdkLogTable::drawsTheHintInAnEmptyListOnly()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"));
+    f.home.folder(text("QZSDK/empty"));
+    f.open();
+    show(f);
+    auto *table = f.find<FileTable>("tableWidget");
+    const auto drawsHint = [table] {
+        const QImage with = table->viewport()->grab().toImage();
+        table->setHintWhenEmpty({});
+        return table->viewport()->grab().toImage() != with;
+    };
+    QCOMPARE(table->accessibleDescription(), QString());
+    QVERIFY(!drawsHint());
+    f.find<CComboBoxEx>("comboSource")->setCurrentText(text("empty"));
+    QVERIFY(drawsHint());
+}
+
+void SdkLogTable::showsNamesInToolTipsAsTheyAre()
+{
+    MainWindowFixture f;
+    f.log(text("QZviewer/&amp;.log"));
+    f.open();
+    show(f);
+    const QPoint at = f.table()->visualItemRect(f.table()->item(0, 2)).center();
+    QHelpEvent help(QEvent::ToolTip, at, f.table()->viewport()->mapToGlobal(at));
+    QCoreApplication::sendEvent(f.table()->viewport(), &help);
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    QVERIFY2(shown.toPlainText().remove(QChar::LineFeed).endsWith(text("&amp;.log")),
+             qPrintable(shown.toPlainText()));
 }
 
 QTEST_MAIN(SdkLogTable)

@@ -44,7 +44,7 @@ SingleApplication::SingleApplication(int &argc, char **argv, const QString &uniq
     : QApplication(argc, argv)
     , _uniqueKey(uniqueKey + qAppName())
 {
-    // One copy at a time looks round and settles what it is: of two that start at once, each would
+    // One copy at a time finds out whether it is the first: of two that start at once, each would
     // take the other's attaching, which only clears, for a running copy.
     QLockFile alone(QDir::tempPath() + QLatin1Char('/') + _uniqueKey + QStringLiteral(".lock"));
     awaitTurn(alone); // the start goes on without it, too

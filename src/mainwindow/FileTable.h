@@ -3,8 +3,8 @@
 #include "CTableWidget.h"
 
 /// The table of the main window: a row a file, spare rows behind the last one. The keyboard's
-/// cursor stays on the files, and while there are none the view shows a hint. It has no Q_OBJECT: its class
-/// name, an interface, is CTableWidget. GUI thread only.
+/// cursor stays on the files, and while there are none the view shows a hint. It has no Q_OBJECT:
+/// its class name, an interface, is CTableWidget. GUI thread only.
 class FileTable : public CTableWidget
 {
 public:

@@ -26,6 +26,19 @@ QByteArray contentsOf(const QString &path, qint64 expected)
     return contents;
 }
 
+/// Whether Qt's writer can hold @p files, even if none of them becomes smaller.
+bool areHeldBy(const ZipLimits &limits, const std::vector<FileToPack> &files)
+{
+    constexpr qint64 headers = 1024; // of an entry, besides its name: a generous margin
+    qint64 sum = 0;
+    for (const FileToPack &file : files) {
+        if (file.size > limits.entryBytes)
+            return false;
+        sum += file.size + file.size / 1024 + 2 * file.name.toUtf8().size() + headers;
+    }
+    return files.size() <= limits.entries && sum <= limits.archiveBytes;
+}
+
 } // namespace
 
 ZipArchive::ZipArchive(const QString &zipPath, ProgressSink sink, const ZipLimits &most)
@@ -33,8 +46,6 @@ ZipArchive::ZipArchive(const QString &zipPath, ProgressSink sink, const ZipLimit
     , limits(most)
     , target(zipPath)
 {
-    if (target.isOpen())
-        writer = std::make_unique<QZipWriter>(&target);
 }
 
 ZipArchive::~ZipArchive()
@@ -45,16 +56,22 @@ ZipArchive::~ZipArchive()
 void ZipArchive::addFile(const QString &entryName, const QString &filePath,
                          std::function<void()> packed)
 {
-    entries.push_back({entryName, filePath, QFileInfo(filePath).size(), std::move(packed)});
+    files.push_back({entryName, filePath, QFileInfo(filePath).size(), std::move(packed)});
 }
 
 void ZipArchive::write()
 {
-    for (const Entry &entry : std::exchange(entries, {})) {
+    if (std::exchange(written, true))
+        return;
+    if (target.isOpen() && areHeldBy(limits, files))
+        writer = std::make_unique<QZipWriter>(&target);
+    else if (target.isOpen())
+        writeLargeZip(files, target, progress);
+    for (const FileToPack &file : files) {
         if (writer != nullptr && !target.hasFailed())
-            pack(entry);
-        if (entry.packed)
-            entry.packed();
+            pack(file);
+        if (file.packed)
+            file.packed();
     }
 }
 
@@ -67,34 +84,14 @@ bool ZipArchive::close()
     return target.complete();
 }
 
-void ZipArchive::pack(const Entry &entry)
+void ZipArchive::pack(const FileToPack &file)
 {
-    if (entry.size > limits.entryBytes)
-        qCWarning(engineLog) << "too large for the zip, left empty:" << entry.path << entry.size
-                             << "bytes";
     try {
-        const QByteArray contents =
-            entry.size > limits.entryBytes ? QByteArray() : contentsOf(entry.path, entry.size);
-        if (!hasRoomFor(entry.name, contents.size()))
-            return;
-        writer->addFile(entry.name, contents); // needs about as much memory again
-        ++packedEntries;
+        const QByteArray contents = contentsOf(file.path, file.size);
+        writer->addFile(file.name, contents); // needs about as much memory again
         if (progress)
             progress(contents.size());
     } catch (const std::bad_alloc &) {
-        qCWarning(engineLog) << "no memory, left out of the zip:" << entry.path;
+        qCWarning(engineLog) << "no memory, left out of the zip:" << file.path;
     }
-}
-
-bool ZipArchive::hasRoomFor(const QString &entryName, qint64 size) const
-{
-    // Twice the name and a generous margin stand for the headers, here and in the directory.
-    const qint64 overhead = 2 * entryName.toUtf8().size() + 256;
-    const qint64 directory = qint64(packedEntries + 1) * 1024;
-    const bool fits =
-        packedEntries < limits.entries &&
-        target.pos() + size + size / 1024 + overhead + directory < limits.archiveBytes;
-    if (!fits)
-        qCWarning(engineLog) << "no room in the zip, left out:" << entryName << size << "bytes";
-    return fits;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LargeZip.h"
 #include "ProgressSink.h"
 #include "ZipTarget.h"
 
@@ -11,7 +12,7 @@
 
 class QZipWriter;
 
-/// What one archive can hold; a test may ask for less.
+/// What Qt's zip writer can hold; a test may take less.
 struct ZipLimits
 {
     /// Bytes of one file. The writer compresses into one byte array that is a little larger than
@@ -20,11 +21,12 @@ struct ZipLimits
     /// Bytes of the whole archive and the number of its entries: without the zip64 extension,
     /// offsets have 32 bits and the number has 16.
     qint64 archiveBytes = 0xffff'ffff;
-    int entries = 0xffff;
+    std::size_t entries = 0xffff;
 };
 
-/// A zip file. What goes into it is named first, then packed all at once. Entry names are stored as
-/// UTF-8, contents are compressed. One thread at a time.
+/// A zip file. What goes into it is named first, then packed all at once: by Qt's writer where it
+/// can hold all of it for certain, otherwise as a large zip. Entry names are stored as UTF-8,
+/// contents are compressed. One thread at a time.
 ///
 /// A file that cannot be read becomes an empty entry; one that shrinks meanwhile is packed as far
 /// as it was read, one that grows up to the size that it had when it was added. An archive that
@@ -46,7 +48,8 @@ public:
     void addFile(const QString &entryName, const QString &filePath,
                  std::function<void()> packed = {});
 
-    /// Packs the files that were added. They are not needed any more after that.
+    /// Packs the files that were added, which are not needed any more after that. A second call
+    /// does nothing.
     void write();
 
     /// Completes the file, after write() if that was not called. False: no zip was written, and no
@@ -54,21 +57,12 @@ public:
     bool close();
 
 private:
-    struct Entry
-    {
-        QString name;
-        QString path;
-        qint64 size;
-        std::function<void()> packed;
-    };
-
-    void pack(const Entry &entry);
-    [[nodiscard]] bool hasRoomFor(const QString &entryName, qint64 size) const;
+    void pack(const FileToPack &file);
 
     const ProgressSink progress;
     const ZipLimits limits;
-    std::vector<Entry> entries; ///< added and not yet packed
+    std::vector<FileToPack> files;
+    bool written = false;
     ZipTarget target;
-    std::unique_ptr<QZipWriter> writer; ///< null when the file could not be opened, or after close
-    int packedEntries = 0;
+    std::unique_ptr<QZipWriter> writer; ///< Qt's, while it is at work
 };

@@ -30,7 +30,6 @@ private slots:
     void withoutAnyDumpTheArchiveIsEmptyAndBothAreMissed();
     void aDumpThatVanishedIsLeftOut();
     void aDumpOfNoBytesIsPacked();
-    void aDumpOfTwoGigabytesAndMoreIsToldAndEmpty();
     void anUnreadableSmallDumpIsEmptyOrMissing_data();
     void anUnreadableSmallDumpIsEmptyOrMissing();
     void anUnreadableKernelDumpIsMissed();
@@ -260,24 +259,6 @@ void DumpArchives::aDumpOfNoBytesIsPacked()
     const QString small = d.small(text("a.dmp"), 0, {});
     QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(kernel), {}}, {entryOf(small), {}}}));
     QCOMPARE(d.f.output.lines(), QStringList());
-}
-
-void DumpArchives::aDumpOfTwoGigabytesAndMoreIsToldAndEmpty()
-{
-    Dumps d;
-    const QString kernel = d.f.scratch.sparseFile(text("Memory.dmp"), qint64(1) << 31);
-    const QString small = d.small(text("a.dmp"), 0);
-    const QString client =
-        d.f.scratch.sparseFile(text("QZSDK/QZviewer/big.dmp"), (qint64(5) << 30) + 1);
-    d.f.log(text("small.dmp"), "small");
-    QCOMPARE(d.packed(),
-             (ExportFixture::Contents{{entryOf(kernel), {}}, {entryOf(small), "small"}}));
-    QCOMPARE(d.packedOfClient(),
-             (ExportFixture::Contents{{text("big.dmp"), {}}, {text("small.dmp"), "small"}}));
-    QCOMPARE(d.f.output.lines(),
-             QStringList(
-                 {text("too large for the zip, left empty: \"%1\" 2147483648 bytes").arg(kernel),
-                  text("too large for the zip, left empty: \"%1\" 5368709121 bytes").arg(client)}));
 }
 
 void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing_data()

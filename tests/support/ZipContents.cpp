@@ -4,28 +4,75 @@
 
 #include <private/qzipreader_p.h>
 
+#include <zip.h>
+
 namespace {
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 /// The end record alone, which the reader does not take for a zip.
 bool isEmptyZip(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) &&
-           file.readAll() == QByteArray("PK\5\6") + QByteArray(18, '\0');
+    return QFile(path).size() == 22 && bytesOf(path) == QByteArray("PK\5\6") + QByteArray(18, '\0');
 }
+
+/// A zip whose first entry asks for a reader that knows zip64, as Qt's does not.
+bool isLargeZip(const QString &path)
+{
+    constexpr char zip64 = 45;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(5).endsWith(zip64);
+}
+
+/// Calls @p take with the name and the contents of each entry of such a zip. False: it is none.
+template <typename Take>
+bool readLargeZip(const QString &path, const Take &take)
+{
+    const QByteArray bytes = bytesOf(path);
+    zip_source_t *const source =
+        zip_source_buffer_create(bytes.constData(), zip_uint64_t(bytes.size()), 0, nullptr);
+    zip_t *const archive = zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
+    if (archive == nullptr) {
+        zip_source_free(source);
+        return false;
+    }
+    for (zip_uint64_t i = 0; i < zip_uint64_t(zip_get_num_entries(archive, 0)); ++i) {
+        zip_stat_t entry;
+        zip_stat_index(archive, i, ZIP_FL_ENC_RAW, &entry);
+        QByteArray contents(int(entry.size), Qt::Uninitialized);
+        zip_file_t *const file = zip_fopen_index(archive, i, 0);
+        contents.resize(int(zip_fread(file, contents.data(), entry.size)));
+        zip_fclose(file);
+        take(QString::fromUtf8(entry.name), contents);
+    }
+    zip_discard(archive);
+    return true;
+}
+
+const QMap<QString, QByteArray> noZip{{QStringLiteral("not a zip"), QByteArray()}};
 
 } // namespace
 
 QMap<QString, QByteArray> zipContents(const QString &path)
 {
+    QMap<QString, QByteArray> contents;
     if (isEmptyZip(path))
-        return {};
+        return contents;
+    if (isLargeZip(path)) {
+        const auto take = [&](const QString &name, const QByteArray &bytes) {
+            contents.insert(name, bytes);
+        };
+        return readLargeZip(path, take) ? contents : noZip;
+    }
     QZipReader reader(path);
     // The reader says of a file that breaks off nothing but that it has no entries.
     const auto entries = reader.fileInfoList();
     if (!reader.isReadable() || reader.status() != QZipReader::NoError || entries.isEmpty())
-        return {{QStringLiteral("not a zip"), QByteArray()}};
-    QMap<QString, QByteArray> contents;
+        return noZip;
     for (const QZipReader::FileInfo &entry : entries) {
         // The reader lists names without the slash that some begin with, but finds them with it,
         // and takes their bytes for the system's encoding when it looks for them.
@@ -40,10 +87,14 @@ QMap<QString, QByteArray> zipContents(const QString &path)
 
 QStringList zipEntryNames(const QString &path)
 {
-    if (isEmptyZip(path))
-        return {};
-    QZipReader reader(path);
     QStringList names;
+    if (isEmptyZip(path))
+        return names;
+    if (isLargeZip(path)) {
+        readLargeZip(path, [&](const QString &name, const QByteArray &) { names.append(name); });
+        return names;
+    }
+    QZipReader reader(path);
     for (const QZipReader::FileInfo &entry : reader.fileInfoList())
         names.append(entry.filePath);
     return names;

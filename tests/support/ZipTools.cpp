@@ -14,17 +14,18 @@
 
 namespace {
 
-constexpr int patience = 120'000; // milliseconds, for a tool on a busy machine
+constexpr int patience = 900'000; // milliseconds, for gigabytes on a busy machine
 
 /// An entry as a tool lists it.
 struct Entry
 {
     QString name;
+    qint64 size = 0;
     quint32 checksum = 0;
 
     bool operator==(const Entry &other) const
     {
-        return name == other.name && checksum == other.checksum;
+        return name == other.name && size == other.size && checksum == other.checksum;
     }
 };
 
@@ -98,8 +99,9 @@ struct Expected
         for (const QString &path : paths) {
             const QMap<QString, QByteArray> contents = zipContents(path);
             for (const QString &name : zipEntryNames(path)) {
-                entries.append({relative(name), checksumOf(contents.value(name))});
-                unpacked += contents.value(name);
+                const QByteArray bytes = contents.value(name);
+                entries.append({relative(name), bytes.size(), checksumOf(bytes)});
+                unpacked += bytes;
             }
         }
     }
@@ -111,12 +113,13 @@ struct Expected
 QVector<Entry> listedByUnzip(const Tool &tool)
 {
     static const QRegularExpression line(
-        text(R"(^ *\d+ +\S+ +\d+ +-?\d+% +\S+ +\S+ +([0-9a-f]{8}) +(.+)$)"));
+        text(R"(^ *(\d+) +\S+ +\d+ +-?\d+% +\S+ +\S+ +([0-9a-f]{8}) +(.+)$)"));
     QVector<Entry> entries;
     for (const QString &row : QString::fromUtf8(tool.output).split(QLatin1Char('\n'))) {
         const auto match = line.match(row);
         if (match.hasMatch())
-            entries.append({relative(match.captured(2)), match.captured(1).toUInt(nullptr, 16)});
+            entries.append({relative(match.captured(3)), match.captured(1).toLongLong(),
+                            match.captured(2).toUInt(nullptr, 16)});
     }
     return entries;
 }
@@ -126,7 +129,9 @@ QVector<Entry> listedBy7z(const Tool &tool)
     QVector<Entry> entries;
     for (const QString &row : QString::fromUtf8(tool.output).split(QLatin1Char('\n'))) {
         if (row.startsWith(text("Path = ")))
-            entries.append({relative(row.mid(7)), 0});
+            entries.append({relative(row.mid(7))});
+        else if (row.startsWith(text("Size = ")) && !entries.isEmpty())
+            entries.last().size = row.mid(7).toLongLong();
         else if (row.startsWith(text("CRC = ")) && !entries.isEmpty())
             entries.last().checksum = row.mid(6).toUInt(nullptr, 16); // none for an empty file
     }
@@ -137,21 +142,28 @@ QVector<Entry> listedByPython(const Tool &tool)
 {
     QVector<Entry> entries;
     for (const QString &row : QString::fromUtf8(tool.errors).split(QLatin1Char('\n'))) {
-        if (row.size() > 9)
-            entries.append({relative(row.mid(9)), row.left(8).toUInt(nullptr, 16)});
+        const QString name = row.section(QLatin1Char(' '), 2);
+        if (!name.isEmpty())
+            entries.append({relative(name), row.section(QLatin1Char(' '), 1, 1).toLongLong(),
+                            row.left(8).toUInt(nullptr, 16)});
     }
     return entries;
 }
 
 /// Lists on the error output and unpacks to the other.
 const char *const pythonProgram =
-    "import sys, zipfile\n"
+    "import shutil, sys, zipfile\n"
     "for path in sys.argv[1:]:\n"
     "    z = zipfile.ZipFile(path)\n"
-    "    assert z.testzip() is None\n"
     "    for i in z.infolist():\n"
-    "        sys.stdout.buffer.write(z.read(i))\n"
-    "        print('%08x %s' % (i.CRC, i.filename), file=sys.stderr)\n";
+    "        shutil.copyfileobj(z.open(i), sys.stdout.buffer, 1 << 20)\n" // checks the checksum
+    "        print('%08x %d %s' % (i.CRC, i.file_size, i.filename), file=sys.stderr)\n";
+
+/// Lists likewise.
+const char *const listingProgram =
+    "import sys, zipfile\n"
+    "for i in zipfile.ZipFile(sys.argv[1]).infolist():\n"
+    "    print('%08x %d %s' % (i.CRC, i.file_size, i.filename), file=sys.stderr)\n";
 
 /// Runs a tool that takes one zip for each. Unzip ends with 1 for a zip without entries, which has
 /// 22 bytes.
@@ -169,6 +181,21 @@ std::unique_ptr<Tool> python(const QStringList &paths)
 {
     return std::make_unique<Tool>("python3", QStringList{text("-c"), text(pythonProgram)} + paths);
 }
+
+/// Tells on the error output of each file what a zip's directory has to, from a list of names and
+/// paths; both end with a zero byte.
+const char *const describingProgram = "import os, sys, zlib\n"
+                                      "known = {}\n"
+                                      "def described(path):\n"
+                                      "    sum = 0\n"
+                                      "    with open(path, 'rb') as file:\n"
+                                      "        while block := file.read(1 << 20):\n"
+                                      "            sum = zlib.crc32(block, sum)\n"
+                                      "    return '%08x %d' % (sum, os.path.getsize(path))\n"
+                                      "fields = open(sys.argv[1], 'rb').read().split(b'\\0')\n"
+                                      "for name, path in zip(fields[0::2], fields[1::2]):\n"
+                                      "    known[path] = known.get(path) or described(path)\n"
+                                      "    print(known[path], name.decode(), file=sys.stderr)\n";
 
 } // namespace
 
@@ -202,6 +229,32 @@ QString zipToolsComplaint(const QStringList &paths)
             complaint = check.tool->complaint(check.name);
     }
     return complaint;
+}
+
+QString zipToolsComplaint(const QString &zip, const QVector<PackedFile> &originals)
+{
+    ScratchFolder scratch;
+    QByteArray list;
+    for (const PackedFile &original : originals)
+        list += original.name.toUtf8() + '\0' + QFile::encodeName(original.path) + '\0';
+    const QString listPath = scratch.file(text("originals"), list);
+    Tool described("python3", {text("-c"), text(describingProgram), listPath});
+    Tool testedBy7z("7z", {text("t"), zip});
+    Tool testedByUnzip("unzip", {text("-tqq"), zip});
+    Tool testedByPython("python3", {text("-m"), text("zipfile"), text("-t"), zip});
+    Tool by7z("7z", {text("l"), text("-slt"), text("-ba"), zip});
+    Tool byUnzip("unzip", {text("-v"), zip});
+    Tool byPython("python3", {text("-c"), text(listingProgram), zip});
+    for (Tool *tool :
+         {&described, &by7z, &byUnzip, &byPython, &testedBy7z, &testedByUnzip, &testedByPython}) {
+        if (!tool->succeeds())
+            return tool->complaint("a tool");
+    }
+    const QVector<Entry> expected = listedByPython(described);
+    return listedBy7z(by7z) == expected && listedByUnzip(byUnzip) == expected &&
+                   listedByPython(byPython) == expected
+               ? QString()
+               : text("names, sizes or checksums differ");
 }
 
 QMap<QString, QByteArray> verifiedZipContents(const QString &path)

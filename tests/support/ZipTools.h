@@ -6,6 +6,7 @@
 #include <QMap>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 // Zips of whole exports are held against three tools that know nothing of one another: Info-ZIP,
 // 7-Zip and Python.
@@ -14,6 +15,17 @@
 /// the names in their order, the checksums and the contents just as zipContents() does. A tool that
 /// is missing is a complaint too, except on Windows, where none is looked for.
 [[nodiscard]] QString zipToolsComplaint(const QStringList &paths);
+
+/// A file, and the entry that it became.
+struct PackedFile
+{
+    QString name;
+    QString path;
+};
+
+/// Likewise for one zip of any size, which has to hold the @p originals in their order. Nothing of
+/// it is taken into memory.
+[[nodiscard]] QString zipToolsComplaint(const QString &zip, const QVector<PackedFile> &originals);
 
 /// What the zip at @p path holds, by entry name, as all tools agree; otherwise the sole entry is
 /// named by a complaint.

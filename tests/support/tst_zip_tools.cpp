@@ -19,6 +19,7 @@ private slots:
     void complainOfHalfAZip();
     void complainOfWhatIsNoZip();
     void lookAtAllThatWereKept();
+    void holdAZipAgainstItsOriginals();
 };
 
 namespace {
@@ -117,6 +118,29 @@ void ZipToolsTest::lookAtAllThatWereKept()
     kept.keep(path);
     kept.keep(empty);
     QVERIFY(!kept.complaint().isEmpty());
+}
+
+void ZipToolsTest::holdAZipAgainstItsOriginals()
+{
+    ScratchFolder scratch;
+    const QString zip = goodZip(scratch);
+    const QVector<PackedFile> originals{
+        {text("SDKLOG/日志 1.log"), scratch.file(text("日志"), QByteArray(10000, 'x'))},
+        {text("empty"), scratch.file(text("empty"))},
+        {text("100% sure.txt"), scratch.file(text("sure"), QByteArray("line\r\n\0\xff", 8))},
+        {text("/outside/dump.dmp"), scratch.file(text("dump"), "dump")}};
+    QCOMPARE(zipToolsComplaint(zip, originals), QString());
+
+    QVERIFY(!zipToolsComplaint(zip, originals.mid(1)).isEmpty());
+    QVERIFY(!zipToolsComplaint(zip, originals + originals.mid(1, 1)).isEmpty());
+    QVector<PackedFile> others = originals;
+    others[1].name = text("Empty");
+    QVERIFY(!zipToolsComplaint(zip, others).isEmpty());
+    scratch.file(text("dump"), "Dump");
+    QVERIFY(!zipToolsComplaint(zip, originals).isEmpty());
+    scratch.file(text("dump"), "dump");
+    QVERIFY(QFile::resize(zip, QFileInfo(zip).size() - 1));
+    QVERIFY(!zipToolsComplaint(zip, originals).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(ZipToolsTest)

@@ -31,8 +31,7 @@ memoryModulesFrom(const QString &device = QStringLiteral("/sys/devices/virtual/d
 struct Journal
 {
     QString program = QStringLiteral("journalctl");
-    int timeout = 60'000;        ///< ends a program that writes nothing for so long, milliseconds
-    qint64 most = 2'000'000'000; ///< bytes of events, the newest; more would fit into no zip
+    int timeout = 60'000; ///< ends a program that writes nothing for so long, milliseconds
 };
 
 /// What the program says on its standard error goes to the debug output.

@@ -26,8 +26,6 @@ private slots:
     void aMissingProgramLeavesNoFile();
     void aProgramThatHangsIsEnded();
     void aSlowProgramThatGoesOnWritingIsNot();
-    void ofTooManyEventsTheNewestAreTaken_data();
-    void ofTooManyEventsTheNewestAreTaken();
     void aUserWithoutEventsCostsNothing();
     void aSystemWithoutEventsKeepsNoJournal();
     void aTargetThatCannotBeWrittenFails();
@@ -150,38 +148,6 @@ void JournalExport::aSlowProgramThatGoesOnWritingIsNot()
     script.journal.timeout = 1500; // less than the whole takes, more than it pauses
     QVERIFY(script.exportAndWait(system_));
     QCOMPARE(script.scratch.read(text("events")), QByteArray("1\n2\n3\n4\n5\n6\n7\n8\n"));
-}
-
-void JournalExport::ofTooManyEventsTheNewestAreTaken_data()
-{
-    QTest::addColumn<QByteArray>("end");
-    QTest::newRow("it has ended") << QByteArray();
-    QTest::newRow("it goes on writing") << QByteArray("while :; do print 1 1; done");
-}
-
-void JournalExport::ofTooManyEventsTheNewestAreTaken()
-{
-    QFETCH(QByteArray, end);
-    // 1,000 events of 10 bytes, the last 10 of which are ten times as long; or the newest of them.
-    JournalScript script(R"(
-print() { seq "$1" "$2" | awk '{ printf "E=%s\n\n", sprintf($1 > 990 ? "%096d" : "%06d", $1) }'; }
-for last; do :; done
-case $last in
-    --lines=*) print $((1001 - ${last#--lines=})) 1000 ;;
-    *) print 1 1000; )" + end +
-                         R"( ;;
-esac)");
-    script.journal.most = 2000;
-    const DebugCapture output;
-    QVERIFY(script.exportAndWait(system_));
-    const QByteArray events = script.scratch.read(text("events"));
-    QVERIFY(events.size() <= 2000);
-    QVERIFY(events.count("E=") >= 10);
-    QVERIFY(events.endsWith("0001000\n\n"));
-    QVERIFY(!output.lines().isEmpty());
-    for (const QString &line : output.lines())
-        QVERIFY2(line.startsWith(text("too many events for a zip, only the newest: \"System\"")),
-                 qPrintable(line));
 }
 
 void JournalExport::aUserWithoutEventsCostsNothing()

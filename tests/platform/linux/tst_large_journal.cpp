@@ -1,4 +1,5 @@
 #include "JournalScript.h"
+#include "MemoryPeak.h"
 
 #include <QFileInfo>
 #include <QStorageInfo>
@@ -10,34 +11,25 @@ class LargeJournal : public QObject
 
 private slots:
     void aGigabyteGoesToTheFileAndNotThroughMemory();
+    void threeGibibytesAreTakenWhole();
 };
-
-namespace {
-
-/// What this process has taken of the memory at most, kB.
-long memoryPeak()
-{
-    QFile file(QStringLiteral("/proc/self/status"));
-    if (!file.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray &line : file.readAll().split('\n')) {
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).simplified().split(' ').first().toLong();
-    }
-    return -1;
-}
-
-} // namespace
 
 void LargeJournal::aGigabyteGoesToTheFileAndNotThroughMemory()
 {
     JournalScript script("exec head -c 1073741824 /dev/zero");
     if (QStorageInfo(script.scratch.path()).bytesAvailable() < qint64(2) << 30)
         QSKIP("less than 2 GiB free on this disk");
-    const long before = memoryPeak();
+    const MemoryPeak memory;
     QVERIFY(script.exportAndWait(QStringLiteral("System")));
     QCOMPARE(QFileInfo(script.target()).size(), qint64(1) << 30);
-    QVERIFY2(memoryPeak() - before < 50'000, qPrintable(QString::number(memoryPeak() - before)));
+    QVERIFY2(memory.growth() < 50'000'000, qPrintable(QString::number(memory.growth())));
+}
+
+void LargeJournal::threeGibibytesAreTakenWhole()
+{
+    JournalScript script("exec truncate --size=3G /proc/self/fd/1"); // takes no room on the disk
+    QVERIFY(script.exportAndWait(QStringLiteral("System")));
+    QCOMPARE(QFileInfo(script.target()).size(), qint64(3) << 30);
 }
 
 QTEST_GUILESS_MAIN(LargeJournal)

@@ -1,0 +1,164 @@
+#include "LargeZip.h"
+
+#include "EngineLog.h"
+#include "ZipTarget.h"
+
+#include <QFile>
+
+#include <zip.h>
+
+#include <algorithm>
+#include <deque>
+#include <exception>
+#include <memory>
+
+namespace {
+
+// Compression and attributes are those of Qt's writer.
+constexpr zip_uint32_t compressionLevel = 6;
+constexpr zip_uint32_t fileAttributes = zip_uint32_t(0100600) << 16;
+
+/// A file that libzip reads. It is open only while it is its turn: there may be many.
+struct Source
+{
+    const FileToPack &origin;
+    const ProgressSink &progress;
+    qint64 left = 0; ///< bytes still to be read
+    std::unique_ptr<QFile> file = {};
+
+    void open()
+    {
+        left = origin.size;
+        file = std::make_unique<QFile>(origin.path);
+        if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+            qCWarning(engineLog) << "cannot read" << origin.path << file->errorString();
+    }
+
+    qint64 read(char *buffer, qint64 most)
+    {
+        if (!file->isOpen() || left == 0)
+            return 0;
+        const qint64 got = std::max(file->read(buffer, std::min(most, left)), qint64(0));
+        if (got == 0)
+            qCWarning(engineLog) << "read only" << origin.size - left << "of" << origin.size
+                                 << "bytes:" << origin.path;
+        left = got > 0 ? left - got : 0;
+        if (progress)
+            progress(got);
+        return got;
+    }
+};
+
+// libzip reads and writes by commands, and these functions carry them out. Paths are left to Qt,
+// which takes those of any length and characters on every system.
+
+zip_int64_t carryOut(zip_source_cmd_t command, Source &source, void *buffer, zip_uint64_t length)
+{
+    switch (command) {
+    case ZIP_SOURCE_OPEN:
+        source.open();
+        return 0;
+    case ZIP_SOURCE_READ:
+        return source.read(static_cast<char *>(buffer), qint64(length));
+    case ZIP_SOURCE_CLOSE:
+        source.file.reset();
+        return 0;
+    case ZIP_SOURCE_STAT:
+        // No size: a file may turn out to be shorter, and libzip takes it then for broken.
+        zip_stat_init(static_cast<zip_stat_t *>(buffer));
+        return sizeof(zip_stat_t);
+    case ZIP_SOURCE_FREE:
+        return 0;
+    case ZIP_SOURCE_SUPPORTS:
+        return zip_source_make_command_bitmap(ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE,
+                                              ZIP_SOURCE_STAT, ZIP_SOURCE_FREE, -1);
+    default:
+        return -1;
+    }
+}
+
+zip_int64_t carryOut(zip_source_cmd_t command, ZipTarget &target, void *buffer, zip_uint64_t length)
+{
+    switch (command) {
+    case ZIP_SOURCE_WRITE:
+        return target.write(static_cast<const char *>(buffer), qint64(length));
+    case ZIP_SOURCE_TELL_WRITE:
+        return target.pos();
+    case ZIP_SOURCE_SEEK_WRITE: {
+        const zip_int64_t offset = zip_source_seek_compute_offset(
+            zip_uint64_t(target.pos()), zip_uint64_t(target.size()), buffer, length, nullptr);
+        return offset >= 0 && target.seek(offset) ? 0 : -1;
+    }
+    case ZIP_SOURCE_STAT:
+        zip_stat_init(static_cast<zip_stat_t *>(buffer));
+        return sizeof(zip_stat_t);
+    case ZIP_SOURCE_SUPPORTS: // what libzip asks of a file, although it reads none that is new
+        return zip_source_make_command_bitmap(
+            ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_SEEK, ZIP_SOURCE_TELL,
+            ZIP_SOURCE_STAT, ZIP_SOURCE_FREE, ZIP_SOURCE_BEGIN_WRITE, ZIP_SOURCE_WRITE,
+            ZIP_SOURCE_SEEK_WRITE, ZIP_SOURCE_TELL_WRITE, ZIP_SOURCE_COMMIT_WRITE,
+            ZIP_SOURCE_ROLLBACK_WRITE, ZIP_SOURCE_REMOVE, -1);
+    case ZIP_SOURCE_READ:
+    case ZIP_SOURCE_SEEK:
+    case ZIP_SOURCE_TELL:
+    case ZIP_SOURCE_ERROR:
+        return -1;
+    default: // to open, close or remove it is the target's own business
+        return 0;
+    }
+}
+
+/// The callback for a file of one of these kinds.
+template <typename File>
+zip_int64_t callback(void *file, void *buffer, zip_uint64_t length, zip_source_cmd_t command)
+{
+    try {
+        return carryOut(command, *static_cast<File *>(file), buffer, length);
+    } catch (const std::exception &) { // no memory; and libzip is no C++
+        return -1;
+    }
+}
+
+zip_t *openArchive(ZipTarget &target)
+{
+    zip_source_t *const output = zip_source_function_create(callback<ZipTarget>, &target, nullptr);
+    zip_t *const archive =
+        output != nullptr ? zip_open_from_source(output, ZIP_TRUNCATE, nullptr) : nullptr;
+    if (archive == nullptr)
+        zip_source_free(output);
+    return archive;
+}
+
+void add(zip_t *archive, Source &file)
+{
+    zip_source_t *const source = zip_source_function_create(callback<Source>, &file, nullptr);
+    const zip_int64_t index =
+        zip_file_add(archive, file.origin.name.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8);
+    if (index < 0) {
+        qCWarning(engineLog) << "left out of the zip:" << file.origin.path << zip_strerror(archive);
+        zip_source_free(source);
+        return;
+    }
+    zip_set_file_compression(archive, zip_uint64_t(index), ZIP_CM_DEFLATE, compressionLevel);
+    zip_file_set_external_attributes(archive, zip_uint64_t(index), 0, ZIP_OPSYS_UNIX,
+                                     fileAttributes);
+}
+
+} // namespace
+
+void writeLargeZip(const std::vector<FileToPack> &files, ZipTarget &target,
+                   const ProgressSink &progress)
+{
+    zip_t *const archive = openArchive(target);
+    if (archive == nullptr) {
+        target.fail(QStringLiteral("no memory"));
+        return;
+    }
+    std::deque<Source> sources;
+    for (const FileToPack &file : files)
+        add(archive, sources.emplace_back(Source{file, progress}));
+    if (zip_close(archive) == 0) // which reads and writes everything
+        return;
+    target.fail(QString::fromUtf8(zip_strerror(archive)));
+    zip_discard(archive);
+}

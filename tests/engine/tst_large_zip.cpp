@@ -1,0 +1,243 @@
+#include "Diagnostics.h"
+#include "DumpArchives.h"
+#include "FullJob.h"
+#include "MemoryPeak.h"
+#include "Noise.h"
+#include "SeededRandom.h"
+#include "Text.h"
+#include "ZipArchive.h"
+#include "ZipPacker.h"
+#include "ZipTools.h"
+
+#include <QDirIterator>
+#include <QProcess>
+
+/// What Qt's zip writer cannot hold arrives whole. Most files are holes but for a few bytes, which
+/// takes time and no room on the disk.
+class LargeZip : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aKernelDumpOfFiveGibibytes();
+    void clientDumpsOfTogetherMoreThanFourGibibytes();
+    void aLogOfThreeGibibytes();
+    void seventyThousandEntries();
+    void aDumpThatShrinksWhileItIsPacked();
+    void aLogThroughTheWholeJob();
+    void clientDumpsThatMakeAnArchiveOfMoreThanTwoGibibytes();
+    void anArchiveOfMoreThanFourGibibytes();
+
+private:
+    const Diagnostics diagnostics;
+};
+
+namespace {
+
+constexpr qint64 gibibyte = 1 << 30;
+constexpr qint64 mostMemory = 64 << 20; // bytes beyond those of an idle program
+constexpr int patience = 600'000;       // milliseconds, for gigabytes on a busy machine
+constexpr const char *notAskedFor =
+    "takes up to 7 GB of the disk and some minutes: runs with VANTREL_LARGE=1";
+
+bool isAskedFor()
+{
+    return times("VANTREL_LARGE", 0) > 0;
+}
+
+/// A file of holes that has bytes of its own at its start, in its middle and at its end.
+QString sparse(ScratchFolder &scratch, const QString &name, qint64 size, const QByteArray &bytes)
+{
+    QFile file(scratch.sparseFile(name, size));
+    if (!file.open(QIODevice::ReadWrite))
+        qFatal("cannot fill a file");
+    for (const qint64 place : {qint64(0), size / 2, size - bytes.size()}) {
+        if (!file.seek(place) || file.write(bytes) != bytes.size())
+            qFatal("cannot fill a file");
+    }
+    return file.fileName();
+}
+
+} // namespace
+
+void LargeZip::aKernelDumpOfFiveGibibytes()
+{
+    FullJob job;
+    sparse(job.f.scratch, text("Memory.dmp"), 5 * gibibyte + 1, "kernel");
+    const MemoryPeak memory;
+    job.request();
+    QVERIFY(job.f.waitForExports(1, patience));
+    QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
+
+    QCOMPARE(job.f.output.lines(), job.printed({}));
+    QCOMPARE(zipToolsComplaint({job.f.zip()}), QString());
+    const QByteArray inner = zipContents(job.f.zip()).value(text("SystemDmp.zip"));
+    QCOMPARE(zipToolsComplaint(job.f.scratch.file(text("inner.zip"), inner),
+                               {{job.kernelDump, job.kernelDump}, {job.smallDump, job.smallDump}}),
+             QString());
+}
+
+void LargeZip::clientDumpsOfTogetherMoreThanFourGibibytes()
+{
+    ScratchFolder scratch;
+    const QString source = scratch.folder(text("QZviewer"));
+    for (const char *name : {"QZviewer/a.dmp", "QZviewer/错误.dmp", "QZviewer/c.dmp"})
+        sparse(scratch, text(name), 3 * gibibyte / 2, name);
+    const QString zip = scratch.path(text("ClientDump.zip"));
+    const DebugCapture output;
+    const MemoryPeak memory;
+    writeClientDumps(zip, source);
+    QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
+
+    QCOMPARE(output.lines(), QStringList());
+    QVector<PackedFile> originals; // in the order of the folder
+    for (QDirIterator walk(source, QDir::Files); walk.hasNext();) {
+        const QString path = walk.next();
+        originals.append({walk.fileName(), path});
+    }
+    QCOMPARE(originals.size(), 3);
+    QCOMPARE(zipToolsComplaint(zip, originals), QString());
+}
+
+void LargeZip::aLogOfThreeGibibytes()
+{
+    ScratchFolder scratch;
+    const QString staging = scratch.path(text("LogInfo"));
+    QVector<PackedFile> originals;
+    QStringList lines;
+    for (const char *name : {"NICInfo.txt", "SDKLOG/a.log", "SDKLOG/huge.log", "SDKLOG/z.log"}) {
+        const qint64 size = text(name).contains(text("huge")) ? 3 * gibibyte : 1000;
+        sparse(scratch, text("LogInfo/") + text(name), size, name);
+        originals.append(
+            {text(name), sparse(scratch, text("originals/") + text(name), size, name)});
+        lines.append(text("\"%1\" \"%2\" \"%3\"")
+                         .arg(text(name), QFileInfo(staging + QLatin1Char('/') + text(name)).path(),
+                              staging));
+    }
+    const QString zip = scratch.path(text("a.zip"));
+    const DebugCapture output;
+    const MemoryPeak memory;
+    QVERIFY(zipFolder(staging, zip));
+    QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
+
+    QCOMPARE(output.lines(), lines);
+    QVERIFY(!QFileInfo::exists(staging));
+    QCOMPARE(zipToolsComplaint(zip, originals), QString());
+}
+
+void LargeZip::seventyThousandEntries()
+{
+    ScratchFolder scratch;
+    const QString file = scratch.file(text("file"), "contents");
+    QVector<PackedFile> originals;
+    for (int i = 0; i < 70'000; ++i)
+        originals.append({text("SDKLOG/日志 %1.log").arg(i), file});
+    const QString zip = scratch.path(text("a.zip"));
+    const DebugCapture output;
+    const MemoryPeak memory;
+    {
+        ZipArchive archive(zip);
+        for (const PackedFile &original : qAsConst(originals))
+            archive.addFile(original.name, original.path);
+        QVERIFY(archive.close());
+    }
+    QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
+    QCOMPARE(output.lines(), QStringList());
+    QCOMPARE(zipToolsComplaint(zip, originals), QString());
+    // The tools get by without this record, other readers would see the count modulo 65,536.
+    QVERIFY(scratch.read(text("a.zip")).right(200).contains("PK\6\6"));
+}
+
+void LargeZip::aDumpThatShrinksWhileItIsPacked()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("a.zip"));
+    const QString dump = sparse(scratch, text("a.dmp"), 5 * gibibyte, "dump");
+    const QString other = scratch.file(text("b.dmp"), noise(100'000));
+    const DebugCapture output;
+    {
+        ZipArchive archive(zip, [&](qint64) { QFile::resize(dump, 1'000'000); });
+        archive.addFile(text("a.dmp"), dump);
+        archive.addFile(text("b.dmp"), other);
+        QVERIFY(archive.close());
+    }
+    QCOMPARE(output.lines(),
+             QStringList(text("read only 1000000 of 5368709120 bytes: \"%1\"").arg(dump)));
+    QCOMPARE(zipToolsComplaint(zip, {{text("a.dmp"), dump}, {text("b.dmp"), other}}), QString());
+}
+
+void LargeZip::aLogThroughTheWholeJob()
+{
+    // Copied to the staging folder, it takes the room that it says.
+    const qint64 size = isAskedFor() ? 3 * gibibyte : 2 * gibibyte;
+    ExportFixture f;
+    const QString small = f.log(text("a.log"));
+    const QString huge = sparse(f.scratch, text("QZSDK/QZviewer/huge.log"), size, "line\n");
+    f.choose({huge, small});
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.waitForExports(1, patience));
+    QVERIFY(!QFileInfo::exists(f.staging()));
+    QCOMPARE(zipToolsComplaint(f.zip(),
+                               {{text("SDKLOG/a.log"), small}, {text("SDKLOG/huge.log"), huge}}),
+             QString());
+
+    QVERIFY(f.exportAndWait({small})); // and the next one is as usual
+    QCOMPARE(zipContents(f.zip()),
+             (ExportFixture::Contents{
+                 {text("SDKLOG/a.log"), f.scratch.read(text("QZSDK/QZviewer/a.log"))}}));
+}
+
+void LargeZip::clientDumpsThatMakeAnArchiveOfMoreThanTwoGibibytes()
+{
+    if (!isAskedFor())
+        QSKIP(notAskedFor);
+    ExportFixture f;
+    hub().sdkLog = false;
+    hub().clientDump = true;
+    QVector<PackedFile> dumps;
+    for (const quint32 seed : {1U, 2U, 3U})
+        f.log(text("%1.dmp").arg(seed), noise(716'000'000, seed));
+    for (QDirIterator walk(f.base() + text("QZviewer"), QDir::Files); walk.hasNext();) {
+        const QString path = walk.next();
+        dumps.append({walk.fileName(), path});
+    }
+    QCOMPARE(dumps.size(), 3);
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.waitForExports(1, patience));
+
+    const QString inner = f.scratch.path(text("inner.zip"));
+    QProcess unzip;
+    unzip.setStandardOutputFile(inner);
+    unzip.start(text("unzip"), {text("-p"), f.zip(), text("ClientDump.zip")});
+    QVERIFY(unzip.waitForFinished(patience) && unzip.exitCode() == 0);
+    QVERIFY(QFileInfo(inner).size() > 2'146'000'000);
+    QCOMPARE(zipToolsComplaint(f.zip(), {{text("ClientDump.zip"), inner}}), QString());
+    QCOMPARE(zipToolsComplaint(inner, dumps), QString());
+}
+
+void LargeZip::anArchiveOfMoreThanFourGibibytes()
+{
+    if (!isAskedFor())
+        QSKIP(notAskedFor);
+    ScratchFolder scratch;
+    const QString file = scratch.file(text("file"), noise(720'000'000));
+    const QString small = scratch.file(text("small"), "behind all");
+    QVector<PackedFile> originals;
+    for (const char *name : {"a", "b", "c", "d", "e", "f"})
+        originals.append({text(name), file});
+    originals.append({text("small"), small});
+    const QString zip = scratch.path(text("a.zip"));
+    const MemoryPeak memory;
+    {
+        ZipArchive archive(zip);
+        for (const PackedFile &original : qAsConst(originals))
+            archive.addFile(original.name, original.path);
+        QVERIFY(archive.close());
+    }
+    QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
+    QVERIFY(QFileInfo(zip).size() > 4 * gibibyte);
+    QCOMPARE(zipToolsComplaint(zip, originals), QString());
+}
+
+QTEST_GUILESS_MAIN(LargeZip)
+#include "tst_large_zip.moc"

@@ -1,0 +1,35 @@
+#include "MemoryPeak.h"
+
+#include "Machine.h"
+
+#include <QFile>
+
+namespace {
+
+/// A figure of the process, in bytes.
+qint64 figure(const QByteArray &name)
+{
+    QFile file(QStringLiteral("/proc/self/status"));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read how much memory is in use");
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (line.startsWith(name))
+            return line.mid(name.size()).simplified().split(' ').first().toLongLong() * 1024;
+    }
+    qFatal("the system says nothing of %s", name.constData());
+}
+
+} // namespace
+
+MemoryPeak::MemoryPeak()
+    : before(figure("VmRSS:"))
+{
+    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write("5") != 1)
+        qFatal("cannot forget the peak so far");
+}
+
+qint64 MemoryPeak::growth() const
+{
+    return isSanitized() ? 0 : figure("VmHWM:") - before;
+}

@@ -1,0 +1,28 @@
+#include "MemoryPeak.h"
+
+#include <windows.h>
+
+#include <psapi.h>
+
+namespace {
+
+PROCESS_MEMORY_COUNTERS counters()
+{
+    PROCESS_MEMORY_COUNTERS result = {};
+    if (!K32GetProcessMemoryInfo(GetCurrentProcess(), &result, sizeof(result)))
+        qFatal("cannot read how much memory is in use");
+    return result;
+}
+
+} // namespace
+
+// The system does not forget a peak, so an earlier one counts too: a stricter measure.
+MemoryPeak::MemoryPeak()
+    : before(qint64(counters().WorkingSetSize))
+{
+}
+
+qint64 MemoryPeak::growth() const
+{
+    return qint64(counters().PeakWorkingSetSize) - before;
+}

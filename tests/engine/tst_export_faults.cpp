@@ -29,9 +29,6 @@ private slots:
     void takesPathsOfEveryKind();
     void survivesAFullDiskWhileStaging();
     void leavesNoHalfZipWhenTheDiskFillsWhilePacking();
-
-private:
-    const Diagnostics diagnostics;
 };
 
 namespace {
@@ -51,6 +48,7 @@ void exportsOnceMore(ExportFixture &f)
 
 void ExportFaults::survivesAZipPathThatCannotBeWritten()
 {
+    const Diagnostics diagnostics;
     ExportFixture f;
     const QString zip = f.scratch.path(text("no such folder/a.zip"));
     f.choose({f.log(text("a.log"))});
@@ -64,6 +62,7 @@ void ExportFaults::survivesAZipPathThatCannotBeWritten()
 
 void ExportFaults::survivesAZipPathThatIsAFolder()
 {
+    const Diagnostics diagnostics;
     ExportFixture f;
     const QString zip = f.scratch.folder(text("folder.zip"));
     f.choose({f.log(text("a.log"))});
@@ -256,6 +255,7 @@ void ExportFaults::leavesNoHalfZipWhenTheDiskFillsWhilePacking()
 {
     if (!FileSizeLimit::available())
         QSKIP("this system cannot limit the size of files");
+    const Diagnostics diagnostics;
     ExportFixture f;
     QStringList logs;
     for (int i = 0; i < 40; ++i)

@@ -1,4 +1,5 @@
 #include "BackgroundLoop.h"
+#include "Diagnostics.h"
 #include "Faults.h"
 #include "FullJob.h"
 #include "Noise.h"
@@ -257,6 +258,7 @@ void MovingFiles::theSdkFolderIsTakenAway()
 
 void MovingFiles::theFolderOfTheZipIsReadOnly()
 {
+    const Diagnostics diagnostics;
     FullJob job(filling);
     KeptZips kept;
     openToEverybody(job);

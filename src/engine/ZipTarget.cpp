@@ -6,9 +6,9 @@
 
 ZipTarget::ZipTarget(const QString &zipPath)
     : QFile(zipPath)
-    // Unbuffered: each write shows at once whether the disk took it.
-    , incomplete(open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
 {
+    // Unbuffered: each write shows at once whether the disk took it.
+    incomplete = open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
     if (!incomplete)
         qCWarning(engineLog) << "cannot write zip" << zipPath << errorString();
 }
@@ -29,6 +29,15 @@ bool ZipTarget::complete()
     qCWarning(engineLog) << "zip not written:" << fileName() << failure;
     remove();
     return false;
+}
+
+void ZipTarget::close()
+{
+    if (!isOpen())
+        return;
+    QFile::close();
+    if (error() != QFileDevice::NoError)
+        fail(errorString());
 }
 
 qint64 ZipTarget::writeData(const char *data, qint64 length)

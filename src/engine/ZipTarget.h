@@ -3,8 +3,8 @@
 #include <QFile>
 #include <QString>
 
-/// The file that a zip is written to. It remembers a write that fell short, which the zip writers
-/// do not, and is removed then: half a zip opens nowhere. One thread at a time.
+/// The file that a zip is written to. It remembers a write or a close that failed, which the zip
+/// writers do not, and is removed then: half a zip opens nowhere. One thread at a time.
 class ZipTarget : public QFile
 {
 public:
@@ -19,10 +19,13 @@ public:
     /// Closes the file. False: it was not written whole, and is gone.
     bool complete();
 
+    /// Called by a zip writer; complete() is needed all the same.
+    void close() override;
+
 protected:
     qint64 writeData(const char *data, qint64 length) override;
 
 private:
-    bool incomplete;
+    bool incomplete = false;
     QString failure;
 };

@@ -1,5 +1,6 @@
 #include "DebugCapture.h"
 #include "Diagnostics.h"
+#include "FailingClose.h"
 #include "Faults.h"
 #include "Machine.h"
 #include "Noise.h"
@@ -52,6 +53,8 @@ private slots:
     void saysHowManyBytesItPacks();
     void callsBackOnceAFileIsPacked_data() { bothWriters(); }
     void callsBackOnceAFileIsPacked();
+    void isRemovedWhenItsEndFails_data() { bothWriters(); }
+    void isRemovedWhenItsEndFails();
     void closesOnlyOnce_data() { bothWriters(); }
     void closesOnlyOnce();
 
@@ -387,6 +390,26 @@ void ZipArchiveTest::callsBackOnceAFileIsPacked()
     QVERIFY(sizes.at(0) > 5000 && sizes.at(1) > 10'000);
     QVERIFY(archive.close());
     QCOMPARE(sizes.size(), 2);
+}
+
+void ZipArchiveTest::isRemovedWhenItsEndFails()
+{
+    if (!FailingClose::available())
+        QSKIP("this system has no means to let the close of a file fail");
+    QFETCH(ZipLimits, limits);
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("a.zip"));
+    const QString file = scratch.file(text("x"), noise(50'000));
+    const DebugCapture output;
+    {
+        const FailingClose disk;
+        ZipArchive archive(zip, {}, limits);
+        archive.addFile(text("x"), file);
+        QVERIFY(!archive.close());
+    }
+    QVERIFY(!QFileInfo::exists(zip));
+    QCOMPARE(output.lines(),
+             QStringList(text("zip not written: \"%1\" \"%2\"").arg(zip, qt_error_string(ENOSPC))));
 }
 
 void ZipArchiveTest::closesOnlyOnce()

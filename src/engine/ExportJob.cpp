@@ -3,6 +3,7 @@
 #include "EngineLog.h"
 #include "ExportItems.h"
 #include "FileCopies.h"
+#include "PrivateFiles.h"
 #include "ZipPacker.h"
 
 #include <QDebug>
@@ -15,16 +16,14 @@
 
 namespace {
 
-/// Makes the staging folder unless it is there. What a killed run left in it goes into the zip too.
+/// Makes the staging folder unless it is there, for nobody else to look into. What a killed run
+/// left in it goes into the zip too.
 bool prepareStaging(const QString &staging)
 {
     const QDir folder(staging);
-    if (folder.exists()) {
-        if (!folder.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot))
-            qCInfo(engineLog) << "staging folder left by an earlier run:" << staging;
-        return true;
-    }
-    if (QDir().mkdir(staging))
+    if (folder.exists() && !folder.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot))
+        qCInfo(engineLog) << "staging folder left by an earlier run:" << staging;
+    if (makePrivateFolder(staging))
         return true;
     qDebug() << "mkdir failed";
     return false;

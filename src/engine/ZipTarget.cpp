@@ -1,12 +1,14 @@
 #include "ZipTarget.h"
 
 #include "EngineLog.h"
+#include "PrivateFiles.h"
 
 #include <utility>
 
 ZipTarget::ZipTarget(const QString &zipPath)
     : QFile(zipPath)
 {
+    makePrivateFile(zipPath);
     // Unbuffered: each write shows at once whether the disk took it.
     incomplete = open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
     if (!incomplete)

@@ -3,8 +3,9 @@
 #include <QFile>
 #include <QString>
 
-/// The file that a zip is written to. It remembers a write or a close that failed, which the zip
-/// writers do not, and is removed then: half a zip opens nowhere. One thread at a time.
+/// The file that a zip is written to, which only its owner may use. It remembers a write or a close
+/// that failed, which the zip writers do not, and is removed then: half a zip opens nowhere. One
+/// thread at a time.
 class ZipTarget : public QFile
 {
 public:

@@ -2,6 +2,7 @@
 #include "ExportFixture.h"
 #include "FakeSystem.h"
 #include "Faults.h"
+#include "Machine.h"
 #include "Text.h"
 
 #include <QMetaMethod>
@@ -32,6 +33,8 @@ private slots:
     void forgetsTheSdkLogOnlyWishOnceHonoured();
     void readsTheFlagsWhenARequestsTurnComes();
     void keepsTheSourceThatItBeganWith();
+    void stagesForItsOwnerOnly_data();
+    void stagesForItsOwnerOnly();
     void carriesOutQueuedRequestsInOrder();
     void gathersButWritesNoZipForAnEmptyPath();
     void keepsTheSdkLogOnlyWishOfARequestWithoutAPath();
@@ -282,6 +285,33 @@ void ExportJob::keepsTheSourceThatItBeganWith()
     const QByteArray dumps = zipContents(f.zip()).value(text("ClientDump.zip"));
     QCOMPARE(zipContents(f.scratch.file(text("dumps.zip"), dumps)),
              (ExportFixture::Contents{{text("crash.dmp"), "of the first source"}}));
+}
+
+void ExportJob::stagesForItsOwnerOnly_data()
+{
+    QTest::addColumn<bool>("leftByAKilledRun");
+    QTest::newRow("made") << false;
+    QTest::newRow("there") << true;
+}
+
+void ExportJob::stagesForItsOwnerOnly()
+{
+    if (onWindows())
+        QSKIP("the folder around it decides who may enter it there");
+    QFETCH(bool, leftByAKilledRun);
+    FakeSystem machine;
+    ExportFixture f(machine.probes());
+    if (leftByAKilledRun)
+        QVERIFY(
+            QFile::setPermissions(f.scratch.folder(text("QZSDK/LogInfo")), Everybody::mayDoAll));
+    hub().nicInfo = true;
+    QFile::Permissions seen = {};
+    machine.ask = [&](const QString &) { seen |= QFile::permissions(f.staging()); };
+    QVERIFY(f.exportAndWait());
+    QCOMPARE(seen & QFile::Permissions(0x7077),
+             QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QCOMPARE(QFile::permissions(f.zip()) & QFile::Permissions(0x7077),
+             QFile::ReadOwner | QFile::WriteOwner);
 }
 
 void ExportJob::carriesOutQueuedRequestsInOrder()

@@ -12,6 +12,7 @@
 
 #include <QtTest>
 
+#include <private/qzipreader_p.h>
 #include <private/qzipwriter_p.h>
 
 #include <cerrno>
@@ -53,6 +54,8 @@ private slots:
     void saysHowManyBytesItPacks();
     void callsBackOnceAFileIsPacked_data() { bothWriters(); }
     void callsBackOnceAFileIsPacked();
+    void isForItsOwnerOnlyFromTheFirstByte_data() { bothWriters(); }
+    void isForItsOwnerOnlyFromTheFirstByte();
     void isRemovedWhenItsEndFails_data() { bothWriters(); }
     void isRemovedWhenItsEndFails();
     void closesOnlyOnce_data() { bothWriters(); }
@@ -390,6 +393,30 @@ void ZipArchiveTest::callsBackOnceAFileIsPacked()
     QVERIFY(sizes.at(0) > 5000 && sizes.at(1) > 10'000);
     QVERIFY(archive.close());
     QCOMPARE(sizes.size(), 2);
+}
+
+void ZipArchiveTest::isForItsOwnerOnlyFromTheFirstByte()
+{
+    if (onWindows())
+        QSKIP("the folder decides who may read a file there");
+    QFETCH(ZipLimits, limits);
+    ScratchFolder scratch;
+    const QString file = scratch.file(text("x"), noise(50'000));
+    const QString there = scratch.file(text("there.zip"), "old");
+    QVERIFY(QFile::setPermissions(there, Everybody::mayReadAndWrite));
+    for (const QString &zip : {there, scratch.path(text("new.zip"))}) {
+        QFile::Permissions seen = {};
+        ZipArchive archive(
+            zip, [&](qint64) { seen |= QFile::permissions(zip); }, limits);
+        seen |= QFile::permissions(zip);
+        archive.addFile(text("x"), file);
+        QVERIFY(archive.close());
+        seen |= QFile::permissions(zip);
+        QCOMPARE(seen & QFile::Permissions(0x7077), QFile::ReadOwner | QFile::WriteOwner);
+        // And so is what is unpacked.
+        QCOMPARE(QZipReader(zip).entryInfoAt(0).permissions & QFile::Permissions(0x7077),
+                 QFile::ReadOwner | QFile::WriteOwner);
+    }
 }
 
 void ZipArchiveTest::isRemovedWhenItsEndFails()

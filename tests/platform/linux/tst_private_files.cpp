@@ -1,0 +1,187 @@
+#include "Faults.h"
+#include "PrivateFiles.h"
+#include "ScratchFolder.h"
+#include "Text.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QtTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+/// Nobody but the owner reads what the program writes.
+class PrivateFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aFileIsForItsOwner_data() { umasks(); }
+    void aFileIsForItsOwner();
+    void aFileThatIsThereBecomesAnother();
+    void aFileThatCannotBeReplacedIsTakenFromTheOthers();
+    void aLinkIsFollowed();
+    void whatIsNoFileKeepsItsRights();
+    void aFolderIsForItsOwner_data() { umasks(); }
+    void aFolderIsForItsOwner();
+    void aFolderThatIsThereBecomesPrivate();
+    void aFolderIsOneLevelOnly();
+    void aFileIsNoFolder();
+
+private:
+    static void umasks();
+};
+
+namespace {
+
+/// While it lives, files are made with this umask.
+class Umask
+{
+public:
+    explicit Umask(int mask)
+        : before(umask(mode_t(mask)))
+    {
+    }
+    ~Umask() { umask(before); }
+    Umask(const Umask &) = delete;
+    Umask &operator=(const Umask &) = delete;
+
+private:
+    mode_t before;
+};
+
+struct stat statusOf(const QString &path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        qFatal("no file to ask of");
+    return status;
+}
+
+int modeOf(const QString &path)
+{
+    return int(statusOf(path).st_mode & 07777);
+}
+
+} // namespace
+
+void PrivateFiles::umasks()
+{
+    QTest::addColumn<int>("mask");
+    for (const int mask : {0, 022, 077, 0777})
+        QTest::addRow("%03o", mask) << mask;
+}
+
+void PrivateFiles::aFileIsForItsOwner()
+{
+    QFETCH(int, mask);
+    ScratchFolder scratch;
+    const QString path = scratch.path(text("文件"));
+    {
+        const Umask umask(mask);
+        makePrivateFile(path);
+    }
+    QCOMPARE(modeOf(path), 0600);
+}
+
+void PrivateFiles::aFileThatIsThereBecomesAnother()
+{
+    ScratchFolder scratch;
+    const QString path = scratch.file(text("file"), "old");
+    QVERIFY(QFile::setPermissions(path, Everybody::mayReadAndWrite));
+    QFile reader(path);
+    QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    makePrivateFile(path);
+    QCOMPARE(modeOf(path), 0600);
+    scratch.file(text("file"), "secret");
+    QCOMPARE(reader.readAll(), QByteArray("old")); // who had it open sees nothing of it
+}
+
+void PrivateFiles::aFileThatCannotBeReplacedIsTakenFromTheOthers()
+{
+    ScratchFolder scratch;
+    QVERIFY(QFile::setPermissions(scratch.path(), Everybody::mayDoAll));
+    const QString path = scratch.path(text("folder/file"));
+    {
+        scratch.folder(text("folder"));
+        QVERIFY(QFile::setPermissions(scratch.path(text("folder")), Everybody::mayDoAll));
+        const OrdinaryUser user; // whose file it is
+        scratch.file(text("folder/file"), "old");
+        QVERIFY(QFile::setPermissions(path, Everybody::mayReadAndWrite));
+    }
+    QVERIFY(QFile::setPermissions(scratch.path(text("folder")), Everybody::mayReadAndEnter));
+    {
+        const OrdinaryUser user;
+        makePrivateFile(path);
+        QCOMPARE(modeOf(path), 0600);
+    }
+    QVERIFY(QFile::setPermissions(scratch.path(text("folder")), Everybody::mayDoAll));
+}
+
+void PrivateFiles::aLinkIsFollowed()
+{
+    ScratchFolder scratch;
+    const QString elsewhere = scratch.file(text("elsewhere"), "old");
+    const QString link = scratch.path(text("link"));
+    QVERIFY(makeLink(elsewhere, link));
+    makePrivateFile(link);
+    QVERIFY(QFileInfo(link).isSymLink());
+    QCOMPARE(modeOf(elsewhere), 0600);
+}
+
+void PrivateFiles::whatIsNoFileKeepsItsRights()
+{
+    ScratchFolder scratch;
+    const QByteArray pipe = QFile::encodeName(scratch.path(text("pipe")));
+    QCOMPARE(::mkfifo(pipe.constData(), 0600), 0);
+    QCOMPARE(::chmod(pipe.constData(), 0644), 0);
+    const int reader = ::open(pipe.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY(reader >= 0);
+    makePrivateFile(scratch.path(text("pipe")));
+    ::close(reader);
+    QVERIFY(S_ISFIFO(statusOf(scratch.path(text("pipe"))).st_mode));
+    QCOMPARE(modeOf(scratch.path(text("pipe"))), 0644);
+}
+
+void PrivateFiles::aFolderIsForItsOwner()
+{
+    QFETCH(int, mask);
+    ScratchFolder scratch;
+    const QString path = scratch.path(text("文件夹"));
+    {
+        const Umask umask(mask);
+        QVERIFY(makePrivateFolder(path));
+    }
+    QCOMPARE(modeOf(path), 0700);
+}
+
+void PrivateFiles::aFolderThatIsThereBecomesPrivate()
+{
+    ScratchFolder scratch;
+    const QString path = scratch.folder(text("folder"));
+    QVERIFY(QFile::setPermissions(path, Everybody::mayDoAll));
+    const QString file = scratch.file(text("folder/file"));
+    QVERIFY(makePrivateFolder(path));
+    QCOMPARE(modeOf(path), 0700);
+    QVERIFY(QFileInfo::exists(file));
+}
+
+void PrivateFiles::aFolderIsOneLevelOnly()
+{
+    ScratchFolder scratch;
+    QVERIFY(!makePrivateFolder(scratch.path(text("missing/folder"))));
+    QVERIFY(!QFileInfo::exists(scratch.path(text("missing"))));
+}
+
+void PrivateFiles::aFileIsNoFolder()
+{
+    ScratchFolder scratch;
+    const QString path = scratch.file(text("file"));
+    const int before = modeOf(path);
+    QVERIFY(!makePrivateFolder(path));
+    QCOMPARE(modeOf(path), before);
+}
+
+QTEST_GUILESS_MAIN(PrivateFiles)
+#include "tst_private_files.moc"

@@ -4,10 +4,14 @@
 #include "Text.h"
 #include "ZipContents.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QVector>
+
+#include <zip.h>
 
 #include <array>
 #include <memory>
@@ -197,6 +201,40 @@ const char *const describingProgram = "import os, sys, zlib\n"
                                       "    known[path] = known.get(path) or described(path)\n"
                                       "    print(known[path], name.decode(), file=sys.stderr)\n";
 
+/// Holds the zip at @p path against its originals where there is no tool, with the library alone. A
+/// copy goes to the folder that VANTREL_KEPT_ZIPS names, for tools outside.
+QString libraryComplaint(const QString &path, const QVector<PackedFile> &originals)
+{
+    constexpr int blockSize = 1 << 20;
+    const QString kept = qEnvironmentVariable("VANTREL_KEPT_ZIPS");
+    if (!kept.isEmpty() &&
+        !QFile::copy(path, kept + QFileInfo(path).dir().dirName() + text(".zip")))
+        return text("cannot be kept");
+    const std::unique_ptr<zip_t, decltype(&zip_discard)> archive(
+        zip_open(path.toUtf8().constData(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr), &zip_discard);
+    if (archive == nullptr || zip_get_num_entries(archive.get(), 0) != originals.size())
+        return text("no zip, or another number of entries");
+    for (int i = 0; i < originals.size(); ++i) {
+        const PackedFile &original = originals.at(i);
+        if (zip_get_name(archive.get(), zip_uint64_t(i), ZIP_FL_ENC_RAW) != original.name.toUtf8())
+            return text("other names");
+        const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> entry(
+            zip_fopen_index(archive.get(), zip_uint64_t(i), 0), &zip_fclose);
+        QFile file(original.path);
+        if (entry == nullptr || !file.open(QIODevice::ReadOnly))
+            return text("cannot be opened: ") + original.name;
+        QByteArray expected;
+        do {
+            QByteArray block(blockSize, Qt::Uninitialized);
+            expected = file.read(blockSize);
+            block.resize(int(zip_fread(entry.get(), block.data(), blockSize)));
+            if (block != expected)
+                return text("other contents: ") + original.name;
+        } while (!expected.isEmpty());
+    }
+    return {};
+}
+
 } // namespace
 
 QString zipToolsComplaint(const QStringList &paths)
@@ -233,6 +271,8 @@ QString zipToolsComplaint(const QStringList &paths)
 
 QString zipToolsComplaint(const QString &zip, const QVector<PackedFile> &originals)
 {
+    if (onWindows())
+        return libraryComplaint(zip, originals);
     ScratchFolder scratch;
     QByteArray list;
     for (const PackedFile &original : originals)

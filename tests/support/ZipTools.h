@@ -24,7 +24,7 @@ struct PackedFile
 };
 
 /// Likewise for one zip of any size, which has to hold the @p originals in their order. Nothing of
-/// it is taken into memory.
+/// it is taken into memory. On Windows libzip stands in for the tools.
 [[nodiscard]] QString zipToolsComplaint(const QString &zip, const QVector<PackedFile> &originals);
 
 /// What the zip at @p path holds, by entry name, as all tools agree; otherwise the sole entry is

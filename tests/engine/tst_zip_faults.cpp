@@ -1,0 +1,200 @@
+#include "DebugCapture.h"
+#include "Diagnostics.h"
+#include "FailingClose.h"
+#include "Faults.h"
+#include "Noise.h"
+#include "ScratchFolder.h"
+#include "Text.h"
+#include "ZipContents.h"
+#include "ZipWriters.h"
+
+#include <cerrno>
+#include <new>
+
+/// What befalls files while they are packed, and disks. The archive is whole, or there is none.
+class ZipFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void takesAVanishedFileForEmptyAndLogsIt_data() { bothWriters(); }
+    void takesAVanishedFileForEmptyAndLogsIt();
+    void takesWhatThereIsOfAFileThatShrank_data() { bothWriters(); }
+    void takesWhatThereIsOfAFileThatShrank();
+    void packsAGrowingFileAsLargeAsItWasWhenItWasAdded_data() { bothWriters(); }
+    void packsAGrowingFileAsLargeAsItWasWhenItWasAdded();
+    void logsThatItCannotBeWritten_data() { bothWriters(); }
+    void logsThatItCannotBeWritten();
+    void leavesNoHalfZipOnAFullDisk_data();
+    void leavesNoHalfZipOnAFullDisk();
+    void leavesNoHalfZipWhenMemoryRunsOutInALargeOne();
+    void leavesOutASecondEntryOfANameInALargeOne();
+    void isRemovedWhenItsEndFails_data() { bothWriters(); }
+    void isRemovedWhenItsEndFails();
+
+private:
+    const Diagnostics diagnostics;
+};
+
+namespace {
+
+using Contents = QMap<QString, QByteArray>;
+
+} // namespace
+
+void ZipFaults::takesAVanishedFileForEmptyAndLogsIt()
+{
+    QFETCH(ZipLimits, limits);
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("a.zip"));
+    const QString gone = scratch.file(text("gone"), "soon");
+    const DebugCapture output;
+    ZipArchive archive(zip, {}, limits);
+    archive.addFile(text("gone"), gone);
+    archive.addFile(text("there"), scratch.file(text("there"), "there"));
+    QVERIFY(QFile::remove(gone));
+    QVERIFY(archive.close());
+    QCOMPARE(zipContents(zip), (Contents{{text("gone"), {}}, {text("there"), "there"}}));
+    QCOMPARE(output.lines().size(), 1);
+    QVERIFY(output.lines().constFirst().startsWith(text("cannot read \"%1\"").arg(gone)));
+}
+
+void ZipFaults::takesWhatThereIsOfAFileThatShrank()
+{
+    QFETCH(ZipLimits, limits);
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("a.zip"));
+    const QString path = scratch.file(text("x"), noise(50'000));
+    const DebugCapture output;
+    ZipArchive archive(zip, {}, limits);
+    archive.addFile(text("x"), path);
+    scratch.file(text("x"), noise(20'000));
+    QVERIFY(archive.close());
+    QCOMPARE(zipContents(zip), (Contents{{text("x"), noise(20'000)}}));
+    QCOMPARE(output.lines(), QStringList(text("read only 20000 of 50000 bytes: \"%1\"").arg(path)));
+}
+
+void ZipFaults::packsAGrowingFileAsLargeAsItWasWhenItWasAdded()
+{
+    QFETCH(ZipLimits, limits);
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("a.zip"));
+    const QString growing = scratch.file(text("growing"), "before");
+    const DebugCapture output;
+    ZipArchive archive(zip, {}, limits);
+    archive.addFile(text("growing"), growing);
+    scratch.file(text("growing"), "before and after");
+    QVERIFY(archive.close());
+    QCOMPARE(zipContents(zip), (Contents{{text("growing"), "before"}}));
+    QCOMPARE(output.lines(), QStringList());
+}
+
+void ZipFaults::logsThatItCannotBeWritten()
+{
+    QFETCH(ZipLimits, limits);
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("no such folder/a.zip"));
+    const DebugCapture output;
+    int packed = 0;
+    ZipArchive archive(zip, {}, limits);
+    archive.addFile(text("x"), scratch.file(text("x"), "x"), [&] { ++packed; });
+    QVERIFY(!archive.close());
+    QVERIFY(!QFileInfo::exists(zip));
+    QCOMPARE(packed, 1);
+    QCOMPARE(output.lines().size(), 1);
+    QVERIFY(output.lines().constFirst().startsWith(text("cannot write zip \"%1\"").arg(zip)));
+}
+
+void ZipFaults::leavesNoHalfZipOnAFullDisk_data()
+{
+    QTest::addColumn<ZipLimits>("limits");
+    QTest::addColumn<int>("room");
+    // In the first header, within the first contents, between two files; and, counted from the end,
+    // in the directory and in the very last record.
+    for (const int room : {0, 10, 5000, 20'050, -100, -30, -1}) {
+        QTest::addRow("Qt's writer, %d bytes", room) << ZipLimits() << room;
+        QTest::addRow("large, %d bytes", room) << nothingFits() << room;
+    }
+}
+
+void ZipFaults::leavesNoHalfZipOnAFullDisk()
+{
+    if (!FileSizeLimit::available())
+        QSKIP("this system cannot limit the size of files");
+    QFETCH(ZipLimits, limits);
+    QFETCH(int, room);
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("a.zip"));
+    const QString first = scratch.file(text("1"), noise(20'000));
+    const QString second = scratch.file(text("2"), noise(20'000));
+    int packed = 0;
+    const auto pack = [&] {
+        packed = 0;
+        ZipArchive archive(zip, {}, limits);
+        archive.addFile(text("first"), first, [&] { ++packed; });
+        archive.addFile(text("second"), second, [&] { ++packed; });
+        return archive.close();
+    };
+    QVERIFY(pack());
+    const DebugCapture output;
+    {
+        const FileSizeLimit limit(long(room < 0 ? QFileInfo(zip).size() + room : room));
+        QVERIFY(!pack());
+    }
+    QCOMPARE(packed, 2);
+    QCOMPARE(QDir(scratch.path()).entryList(QDir::Files), QStringList({text("1"), text("2")}));
+    QCOMPARE(output.lines(),
+             QStringList(text("zip not written: \"%1\" \"%2\"").arg(zip, qt_error_string(EFBIG))));
+}
+
+void ZipFaults::leavesNoHalfZipWhenMemoryRunsOutInALargeOne()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("a.zip"));
+    const DebugCapture output;
+    ZipArchive archive(
+        zip, [](qint64) { throw std::bad_alloc(); }, nothingFits());
+    archive.addFile(text("x"), scratch.file(text("x"), "x"));
+    QVERIFY(!archive.close());
+    QVERIFY(!QFileInfo::exists(zip));
+    QCOMPARE(output.lines().size(), 1);
+    QVERIFY(output.lines().constFirst().startsWith(text("zip not written: \"%1\"").arg(zip)));
+}
+
+void ZipFaults::leavesOutASecondEntryOfANameInALargeOne()
+{
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("a.zip"));
+    const DebugCapture output;
+    ZipArchive archive(zip, {}, nothingFits());
+    archive.addFile(text("x"), scratch.file(text("1"), "first"));
+    archive.addFile(text("x"), scratch.file(text("2"), "second"));
+    QVERIFY(archive.close());
+    QCOMPARE(zipContents(zip), (Contents{{text("x"), "first"}}));
+    QCOMPARE(output.lines().size(), 1);
+    QVERIFY(output.lines().constFirst().startsWith(
+        text("left out of the zip: \"%1\"").arg(scratch.path(text("2")))));
+}
+
+void ZipFaults::isRemovedWhenItsEndFails()
+{
+    if (!FailingClose::available())
+        QSKIP("this system has no means to let the close of a file fail");
+    QFETCH(ZipLimits, limits);
+    ScratchFolder scratch;
+    const QString zip = scratch.path(text("a.zip"));
+    const QString file = scratch.file(text("x"), noise(50'000));
+    const DebugCapture output;
+    {
+        const FailingClose disk;
+        ZipArchive archive(zip, {}, limits);
+        archive.addFile(text("x"), file);
+        QVERIFY(!archive.close());
+    }
+    QVERIFY(!QFileInfo::exists(zip));
+    QCOMPARE(output.lines(),
+             QStringList(text("zip not written: \"%1\" \"%2\"").arg(zip, qt_error_string(ENOSPC))));
+}
+
+QTEST_GUILESS_MAIN(ZipFaults)
+#include "tst_zip_faults.moc"

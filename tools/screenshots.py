@@ -305,6 +305,7 @@ class Tour:
         wait = self.program.window(tr("Export"))
         wait.find("label", tr("Exporting information..."))
         if LOOK != "docs":
+            wait.find("progress bar", tr("Exporting information..."))
             keep("wait", take())  # never still
         self.gate.close()
         self.main.find("push button", tr("View"))

@@ -6,7 +6,22 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QMovie>
+#include <QProgressBar>
 #include <QScreen>
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds shortExport{1000}; // needs no bar
+constexpr milliseconds pollInterval{100};
+constexpr int steps = 1000; // of the bar, which is finer than a percentage
+constexpr QRect barPlace(116, 204, 220, 6);
+
+} // namespace
 
 CWaitDialog::CWaitDialog(QWidget *parent)
     : QDialog(parent)
@@ -17,10 +32,23 @@ CWaitDialog::CWaitDialog(QWidget *parent)
     movie = std::make_unique<QMovie>(Skin::path(Skin::busyAnimation));
     ui->waitLabel->setMovie(movie.get());
     ui->lbTitle->setText(qAppName());
+    setUpProgressBar();
     Skin::applyStyleSheet(*this);
 }
 
 CWaitDialog::~CWaitDialog() = default;
+
+void CWaitDialog::setUpProgressBar()
+{
+    progressBar = new QProgressBar(this);
+    progressBar->setObjectName(QStringLiteral("progressBar"));
+    progressBar->setGeometry(barPlace);
+    progressBar->setRange(0, steps);
+    progressBar->setTextVisible(false);
+    progressBar->hide();
+    progressTimer.setTimerType(Qt::PreciseTimer); // others may fire early
+    connect(&progressTimer, &QTimer::timeout, this, &CWaitDialog::showProgress);
+}
 
 void CWaitDialog::setTitle(const QString &title)
 {
@@ -28,12 +56,24 @@ void CWaitDialog::setTitle(const QString &title)
     setAccessibleName(title); // the window's own title is the form's
 }
 
+void CWaitDialog::setProgressSource(std::function<double()> source)
+{
+    progressSource = std::move(source);
+}
+
 int CWaitDialog::showAndWait(const QString &text)
 {
     centreOnParent();
     ui->textLabel->setText(text);
     movie->start();
-    return exec();
+    progressBar->hide();
+    progressBar->setValue(0);
+    progressBar->setAccessibleName(text);
+    setAccessibleDescription(QString());
+    progressTimer.start(shortExport);
+    const int result = exec();
+    progressTimer.stop();
+    return result;
 }
 
 void CWaitDialog::mousePressEvent(QMouseEvent *event)
@@ -51,6 +91,20 @@ void CWaitDialog::mouseMoveEvent(QMouseEvent *event)
 void CWaitDialog::mouseReleaseEvent(QMouseEvent * /*event*/)
 {
     pressed = false;
+}
+
+void CWaitDialog::showProgress()
+{
+    progressTimer.setInterval(pollInterval);
+    const double fraction = progressSource ? progressSource() : -1;
+    if (fraction < 0)
+        return;
+    progressBar->setValue(qMax(progressBar->value(), int(fraction * steps)));
+    progressBar->show();
+    const QString percentage =
+        QString::number(progressBar->value() * 100 / steps) + locale().percent();
+    progressBar->setAccessibleDescription(percentage);
+    setAccessibleDescription(percentage);
 }
 
 void CWaitDialog::centreOnParent()

@@ -2,16 +2,20 @@
 
 #include <QDialog>
 #include <QPoint>
+#include <QTimer>
 
+#include <functional>
 #include <memory>
 
 class QMovie;
+class QProgressBar;
 
 namespace Ui {
 class CWaitDialog;
 }
 
-/// The busy indicator that is shown while an export runs. Its owner ends it with close().
+/// The busy indicator that is shown while an export runs. Its owner ends it with close(). After a
+/// second it also shows how far the export is, if it knows.
 class CWaitDialog : public QDialog
 {
     Q_OBJECT
@@ -21,6 +25,10 @@ public:
     ~CWaitDialog() override;
 
     void setTitle(const QString &title);
+
+    /// Where the dialog learns how far the export is: from 0 to 1; negative: unknown. Called on the
+    /// GUI thread, while the dialog is shown.
+    void setProgressSource(std::function<double()> source);
 
     /// Shows the dialog with @p text below the animation and returns the result of exec() once it
     /// was closed; events, those of the worker among them, are delivered meanwhile.
@@ -32,10 +40,15 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
+    void setUpProgressBar();
     void centreOnParent();
+    void showProgress();
 
     std::unique_ptr<Ui::CWaitDialog> ui;
     std::unique_ptr<QMovie> movie;
     QPoint pressPos;
     bool pressed = false;
+    std::function<double()> progressSource;
+    QProgressBar *progressBar = nullptr; ///< beside the form, whose parts and texts are fixed
+    QTimer progressTimer;
 };

@@ -98,10 +98,12 @@ bool CLogProcessThread::takeRequest()
 
 void CLogProcessThread::carryOutRequest()
 {
+    exportProgress.begin();
     if (process(*inHand) == Outcome::Dropped) {
         const QMutexLocker lock(&mutex);
         if (!sdkLogItems.has_value()) // others may have been chosen meanwhile
             sdkLogItems = inHand->sdkLogItems;
     }
+    exportProgress.end();
     inHand.reset();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ExportProgress.h"
+#include "ProgressSink.h"
 #include "SystemProbes.h"
 
 #include <QByteArray>
@@ -8,11 +10,15 @@
 #include <QString>
 #include <QStringList>
 #include <QThread>
+#include <QVector>
 
 #include <atomic>
+#include <functional>
 #include <optional>
 
 class QTableWidgetItem;
+struct CopyResult;
+struct FileCopy;
 
 /// The export worker: gathers the chosen items in a staging folder, packs that into the requested
 /// zip and tells when it is done. Requests are queued and carried out one after the other; which
@@ -44,6 +50,10 @@ public:
     /// Off: the worker ends, after the request in hand if there is one. On is where it begins; that
     /// does not bring back a worker that has ended.
     void setRunning(bool on);
+
+    /// How far the request in hand is: from 0 to less than 1, without ever falling; negative: there
+    /// is none. Any thread.
+    [[nodiscard]] double progress() const { return exportProgress.fraction(); }
 
     /// When the last worker of this process was built, milliseconds since 1970.
     [[nodiscard]] static qint64 startTime();
@@ -84,10 +94,14 @@ private:
     void carryOutRequest();
     Outcome process(const Request &request);
     /// False: @p folder could not be made.
-    static bool copyChosenLogs(const QStringList &paths, const QString &folder);
-    static void copyGenTlLogs(const QString &source, const QString &folder);
+    bool copyChosenLogs(const QStringList &paths, const QString &folder);
+    void copyGenTlLogs(const QString &source, const QString &folder);
+    void copyAll(const QVector<FileCopy> &copies,
+                 const std::function<void(const CopyResult &)> &report);
     void gatherItems(const QString &staging);
     void pack(const Request &request);
+    /// For the archives in the staging folder.
+    ProgressSink dumpProgress();
 
     const SystemProbes probes;
     std::atomic<bool> running{true};
@@ -103,5 +117,6 @@ private:
     std::atomic<bool> sdkLogOnly{false};
     /// Paths of the log files to copy; nothing: a request has taken those that were handed over.
     std::optional<QStringList> sdkLogItems;
+    ExportProgress exportProgress;
     qint32 comSecurityResult = 0; ///< negative: memory modules cannot be asked for
 };

@@ -91,7 +91,8 @@ bool CLogProcessThread::saveSystemDump(const QString &staging)
     if (staging.isEmpty())
         return false;
     const CrashDumpPaths paths = probes.crashDumpPaths(); // a search of the disk
-    writeSystemDumps(staging + QStringLiteral("/SystemDmp.zip"), paths, kernelDumpReadable(paths));
+    writeSystemDumps(staging + QStringLiteral("/SystemDmp.zip"), paths, kernelDumpReadable(paths),
+                     dumpProgress());
     return true;
 }
 
@@ -105,6 +106,6 @@ bool CLogProcessThread::saveClientDump(const QString &staging)
     if (staging.isEmpty())
         return false;
     writeClientDumps(staging + QStringLiteral("/ClientDump.zip"),
-                     inHand ? inHand->sourcePath : sourcePath);
+                     inHand ? inHand->sourcePath : sourcePath, dumpProgress());
     return true;
 }

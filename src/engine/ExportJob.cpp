@@ -16,6 +16,11 @@
 
 namespace {
 
+// The work on a byte. A disk copies several times as fast as a processor packs.
+constexpr double copying = 0.15;
+constexpr double packing = 1;
+constexpr double packingAgain = 0.5; ///< of what lies in an archive of its own, which is smaller
+
 /// Makes the staging folder unless it is there, for nobody else to look into. What a killed run
 /// left in it goes into the zip too.
 bool prepareStaging(const QString &staging)
@@ -27,12 +32,6 @@ bool prepareStaging(const QString &staging)
         return true;
     qDebug() << "mkdir failed";
     return false;
-}
-
-void logFailure(const FileCopy &copy, const CopyResult &result)
-{
-    if (!result.copied)
-        qCWarning(engineLog) << "not copied:" << copy.from << result.failure;
 }
 
 /// Runs an item. What it throws is its own failure, and the items after it are gathered all the
@@ -85,10 +84,7 @@ bool CLogProcessThread::copyChosenLogs(const QStringList &paths, const QString &
     QVector<FileCopy> copies;
     for (const QString &path : paths)
         copies.append({path, folder + QLatin1Char('/') + QFileInfo(path).fileName()});
-    copyFiles(copies, [](const FileCopy &copy, const CopyResult &result) {
-        logFailure(copy, result);
-        qDebug() << result.copied;
-    });
+    copyAll(copies, [](const CopyResult &result) { qDebug() << result.copied; });
     return true;
 }
 
@@ -105,7 +101,21 @@ void CLogProcessThread::copyGenTlLogs(const QString &source, const QString &fold
     for (const QString &name :
          logs.entryList(QDir::Files | QDir::NoSymLinks | QDir::NoDotAndDotDot))
         copies.append({source + QLatin1Char('/') + name, folder + QLatin1Char('/') + name});
-    copyFiles(copies, logFailure);
+    copyAll(copies, [](const CopyResult &) {}); // silent
+}
+
+void CLogProcessThread::copyAll(const QVector<FileCopy> &copies,
+                                const std::function<void(const CopyResult &)> &report)
+{
+    const auto size = [](const FileCopy &copy) { return double(QFileInfo(copy.from).size()); };
+    for (const FileCopy &copy : copies)
+        exportProgress.expect(size(copy) * (copying + packing));
+    copyFiles(copies, [&](const FileCopy &copy, const CopyResult &result) {
+        if (!result.copied)
+            qCWarning(engineLog) << "not copied:" << copy.from << result.failure;
+        report(result);
+        exportProgress.advance(size(copy) * copying);
+    });
 }
 
 void CLogProcessThread::gatherItems(const QString &staging)
@@ -118,8 +128,18 @@ void CLogProcessThread::gatherItems(const QString &staging)
     }
 }
 
+ProgressSink CLogProcessThread::dumpProgress()
+{
+    return {
+        [this](qint64 bytes) { exportProgress.expect(double(bytes) * (packing + packingAgain)); },
+        [this](qint64 bytes) { exportProgress.advance(double(bytes) * packing); }};
+}
+
 void CLogProcessThread::pack(const Request &request)
 {
-    zipFolder(request.stagingPath, request.currentZipPath);
+    // The staging folder is complete: this is all that is left to do.
+    zipFolder(request.stagingPath, request.currentZipPath,
+              {[this](qint64 bytes) { exportProgress.expectOnly(double(bytes) * packing); },
+               [this](qint64 bytes) { exportProgress.advance(double(bytes) * packing); }});
     emit closeWaitDlg();
 }

@@ -43,8 +43,8 @@ struct Source
             qCWarning(engineLog) << "read only" << origin.size - left << "of" << origin.size
                                  << "bytes:" << origin.path;
         left = got > 0 ? left - got : 0;
-        if (progress)
-            progress(got);
+        if (progress.advance)
+            progress.advance(got);
         return got;
     }
 };

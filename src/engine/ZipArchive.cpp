@@ -8,6 +8,7 @@
 #include <private/qzipwriter_p.h>
 
 #include <new>
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -24,6 +25,12 @@ QByteArray contentsOf(const QString &path, qint64 expected)
         qCWarning(engineLog) << "read only" << contents.size() << "of" << expected
                              << "bytes:" << path;
     return contents;
+}
+
+qint64 bytesOf(const std::vector<FileToPack> &files)
+{
+    return std::accumulate(files.begin(), files.end(), qint64(0),
+                           [](qint64 bytes, const FileToPack &file) { return bytes + file.size; });
 }
 
 /// Whether Qt's writer can hold @p files, even if none of them becomes smaller.
@@ -63,6 +70,8 @@ void ZipArchive::write()
 {
     if (std::exchange(written, true))
         return;
+    if (progress.expect)
+        progress.expect(bytesOf(files));
     if (target.isOpen() && areHeldBy(limits, files))
         writer = std::make_unique<QZipWriter>(&target);
     else if (target.isOpen())
@@ -89,8 +98,8 @@ void ZipArchive::pack(const FileToPack &file)
     try {
         const QByteArray contents = contentsOf(file.path, file.size);
         writer->addFile(file.name, contents); // needs about as much memory again
-        if (progress)
-            progress(contents.size());
+        if (progress.advance)
+            progress.advance(contents.size());
     } catch (const std::bad_alloc &) {
         qCWarning(engineLog) << "no memory, left out of the zip:" << file.path;
     }

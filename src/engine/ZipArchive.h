@@ -34,8 +34,8 @@ struct ZipLimits
 class ZipArchive
 {
 public:
-    /// Creates the file at @p zipPath or empties the one that is there. @p progress is given the
-    /// bytes of each file as they are packed.
+    /// Creates the file at @p zipPath or empties the one that is there. @p progress learns the
+    /// bytes of all files before they are packed, and those of each when it was.
     explicit ZipArchive(const QString &zipPath, ProgressSink progress = {},
                         const ZipLimits &limits = {});
     /// Closes the archive unless that was done.

@@ -7,8 +7,8 @@ class ZipArchive;
 
 /// Packs @p folder with its sub-folders into a new zip at @p zipPath, entries named by their paths
 /// relative to it, and removes the folder, whether or not the zip could be written. Hidden files
-/// are neither packed nor removed, and keep the folder alive. @p progress is given the bytes that
-/// were packed. Always true. Any thread.
+/// are neither packed nor removed, and keep the folder alive. @p progress learns how far the
+/// packing is. Always true. Any thread.
 bool zipFolder(const QString &folder, const QString &zipPath, const ProgressSink &progress = {});
 
 /// Adds the files below @p current to @p archive, named by their paths relative to @p root; each

@@ -114,6 +114,7 @@ void Vantrel::startWorker()
     worker = std::make_unique<CLogProcessThread>();
     worker->start(QThread::InheritPriority);
     worker->setBasePath(sdkRoot);
+    waitDialog.setProgressSource([this] { return worker->progress(); });
     connect(worker.get(), &CLogProcessThread::closeWaitDlg, this, &Vantrel::onCloseWaitDlg);
     connect(this, &Vantrel::showWaitDlg, this, &Vantrel::onShowWaitDlg);
     connect(ui->checkBoxClientDump, &QCheckBox::clicked, this,

@@ -50,6 +50,10 @@ class Node:
         return self.accessible.get_name()
 
     @property
+    def description(self):
+        return self.accessible.get_description()
+
+    @property
     def role(self):
         return self.accessible.get_role_name()
 

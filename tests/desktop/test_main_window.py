@@ -120,6 +120,8 @@ class Export(DesktopTest):
         self.main.find("push button", tr("Export")).press()
         wait = self.program.window(tr("Export"))
         wait.find("label", tr("Exporting information..."))
+        bar = wait.find("progress bar", tr("Exporting information..."))
+        self.assertRegex(bar.description, "^[0-9]+%$")
         self.gate.close()
         self.program.closed(tr("Export"))
 

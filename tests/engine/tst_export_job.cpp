@@ -2,11 +2,14 @@
 #include "ExportFixture.h"
 #include "FakeSystem.h"
 #include "Faults.h"
+#include "FullJob.h"
 #include "Machine.h"
+#include "Noise.h"
 #include "Text.h"
 
 #include <QMetaMethod>
 
+#include <algorithm>
 #include <functional>
 
 class ExportJob : public QObject
@@ -46,6 +49,8 @@ private slots:
     void finishesTheRequestInHandBeforeItEnds();
     void saysWhichRequestsItDropsAtTheEnd();
     void endsWhenRunningIsCleared();
+    void tellsHowFarItIs();
+    void tellsThatNothingIsInHandAfterADroppedRequest();
 };
 
 namespace {
@@ -465,6 +470,39 @@ void ExportJob::endsWhenRunningIsCleared()
     f.worker.start();
     QVERIFY(f.worker.isRunning());
     QVERIFY(f.ends());
+}
+
+void ExportJob::tellsHowFarItIs()
+{
+    FakeSystem machine;
+    ExportFixture f(machine.probes());
+    FullJob::chooseEveryItem();
+    QVector<double> seen;
+    machine.ask = [&](const QString &) { seen.append(f.worker.progress()); };
+    // On the worker's thread: all is packed.
+    connect(
+        &f.worker, &CLogProcessThread::closeWaitDlg, &f.worker,
+        [&] { seen.append(f.worker.progress()); }, Qt::DirectConnection);
+    QVERIFY(f.worker.progress() < 0);
+    f.log(text("crash.dmp"), noise(2 << 20));
+    QVERIFY(f.exportAndWait({f.log(text("a.log"), noise(8 << 20))}));
+    QVERIFY(f.ends());
+    QVERIFY(f.worker.progress() < 0);
+
+    QCOMPARE(seen.size(), 7); // two event logs, memory, modules, adapters, dumps; the end
+    QVERIFY(seen.constFirst() > 0.05 && seen.constFirst() < 0.3); // the log is copied, not packed
+    QVERIFY(std::is_sorted(seen.cbegin(), seen.cend()));
+    QVERIFY(seen.constLast() > 0.9 && seen.constLast() < 1);
+}
+
+void ExportJob::tellsThatNothingIsInHandAfterADroppedRequest()
+{
+    ExportFixture f;
+    f.worker.setBasePath(f.scratch.path(text("missing/QZSDK/")));
+    f.worker.enqueueExport(f.zip());
+    QVERIFY(f.waitForOutput(text("mkdir failed")));
+    QVERIFY(f.ends());
+    QVERIFY(f.worker.progress() < 0);
 }
 
 QTEST_GUILESS_MAIN(ExportJob)

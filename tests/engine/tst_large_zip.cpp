@@ -164,7 +164,7 @@ void LargeZip::aDumpThatShrinksWhileItIsPacked()
     const QString other = scratch.file(text("b.dmp"), noise(100'000));
     const DebugCapture output;
     {
-        ZipArchive archive(zip, [&](qint64) { QFile::resize(dump, 1'000'000); });
+        ZipArchive archive(zip, {{}, [&](qint64) { QFile::resize(dump, 1'000'000); }});
         archive.addFile(text("a.dmp"), dump);
         archive.addFile(text("b.dmp"), other);
         QVERIFY(archive.close());

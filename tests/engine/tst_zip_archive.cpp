@@ -194,14 +194,18 @@ void ZipArchiveTest::saysHowManyBytesItPacks()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
+    QVector<qint64> expected;
     qint64 packed = 0;
     ZipArchive archive(
-        scratch.path(text("a.zip")), [&](qint64 bytes) { packed += bytes; }, limits);
+        scratch.path(text("a.zip")),
+        {[&](qint64 bytes) { expected.append(bytes); }, [&](qint64 bytes) { packed += bytes; }},
+        limits);
     archive.addFile(text("a"), scratch.file(text("1"), noise(70'000)));
     archive.addFile(text("b"), scratch.file(text("2"), noise(1000)));
     archive.addFile(text("empty"), scratch.file(text("3")));
     QCOMPARE(packed, qint64(0));
     archive.write();
+    QCOMPARE(expected, QVector<qint64>(1, 71'000));
     QCOMPARE(packed, qint64(71'000));
     QVERIFY(archive.close());
     QCOMPARE(packed, qint64(71'000));
@@ -235,8 +239,7 @@ void ZipArchiveTest::isForItsOwnerOnlyFromTheFirstByte()
     QVERIFY(QFile::setPermissions(there, Everybody::mayReadAndWrite));
     for (const QString &zip : {there, scratch.path(text("new.zip"))}) {
         QFile::Permissions seen = {};
-        ZipArchive archive(
-            zip, [&](qint64) { seen |= QFile::permissions(zip); }, limits);
+        ZipArchive archive(zip, {{}, [&](qint64) { seen |= QFile::permissions(zip); }}, limits);
         seen |= QFile::permissions(zip);
         archive.addFile(text("x"), file);
         QVERIFY(archive.close());

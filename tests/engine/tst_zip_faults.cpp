@@ -152,8 +152,7 @@ void ZipFaults::leavesNoHalfZipWhenMemoryRunsOutInALargeOne()
     ScratchFolder scratch;
     const QString zip = scratch.path(text("a.zip"));
     const DebugCapture output;
-    ZipArchive archive(
-        zip, [](qint64) { throw std::bad_alloc(); }, nothingFits());
+    ZipArchive archive(zip, {{}, [](qint64) { throw std::bad_alloc(); }}, nothingFits());
     archive.addFile(text("x"), scratch.file(text("x"), "x"));
     QVERIFY(!archive.close());
     QVERIFY(!QFileInfo::exists(zip));

@@ -1,5 +1,7 @@
 #include "EventCount.h"
 #include "ExportInfoDlg.h"
+#include "Faults.h"
+#include "Machine.h"
 #include "MainWindowFixture.h"
 #include "Noise.h"
 #include "OpenedUrls.h"
@@ -8,6 +10,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
 
@@ -28,6 +31,7 @@ private slots:
     void exportsTheSelectionAfterADoubleClick();
     void opensTheZipsFolderFromTheNotice();
     void centresTheNoticeBelowTheUpperEdge();
+    void showsHowFarALongExportIs();
     void staysWaitingWhenTheRequestWasDropped();
     void waitsForAnExportWhenTheWindowGoes();
     void survivesChangesOfTheSourceDuringAnExport();
@@ -57,6 +61,34 @@ Waiting pressExport(MainWindowFixture &f)
     f.find<QPushButton>("btnExport")->click();
     return seen;
 }
+
+/// While it lives, the journal's program says nothing until it may go on.
+class SlowJournal
+{
+public:
+    explicit SlowJournal(ScratchFolder &home)
+        : go(home.path(text("go")))
+    {
+        const QString program =
+            home.file(text("bin/journalctl"), "#!/bin/sh\nuntil [ -e '" + QFile::encodeName(go) +
+                                                  "' ]; do sleep 0.01; done\necho event\n");
+        QFile::setPermissions(program, Everybody::mayReadAndEnter);
+        qputenv("PATH", QFile::encodeName(QFileInfo(program).path()) + ':' + path);
+    }
+    ~SlowJournal()
+    {
+        goOn();
+        qputenv("PATH", path);
+    }
+    SlowJournal(const SlowJournal &) = delete;
+    SlowJournal &operator=(const SlowJournal &) = delete;
+
+    void goOn() const { QFile(go).open(QIODevice::WriteOnly); }
+
+private:
+    const QByteArray path = qgetenv("PATH");
+    const QString go;
+};
 
 ExportInfoDlg *notice(const MainWindowFixture &f)
 {
@@ -240,6 +272,29 @@ void ExportFlow::centresTheNoticeBelowTheUpperEdge()
     f.call("onCloseWaitDlg");
     QVERIFY(notice(f)->isVisible());
     QCOMPARE(notice(f)->pos(), QPoint((f.window->width() - notice(f)->width()) / 2, 100));
+}
+
+void ExportFlow::showsHowFarALongExportIs()
+{
+    if (onWindows())
+        QSKIP("its event log is no program that could be made slow");
+    MainWindowFixture f;
+    f.log(text("QZviewer/a.log"), noise(1 << 20));
+    const SlowJournal journal(f.home);
+    f.open();
+    f.window->show();
+    f.find<QCheckBox>("checkBoxSystemLog")->click();
+    const auto &bar = part<QProgressBar>(MainWindowFixture::waitDialog(), "progressBar");
+    bool seen = false;
+    QTimer::singleShot(0, f.window.get(), [&] {
+        seen = QTest::qWaitFor([&] { return bar.isVisible(); }, patience);
+        journal.goOn();
+    });
+    f.find<QPushButton>("btnExport")->click(); // returns when the dialog is closed
+    QVERIFY(seen);
+    QVERIFY(bar.value() > 0); // the log is copied at least
+    QVERIFY(bar.value() < bar.maximum());
+    QVERIFY(verifiedZipContents(hub().exportPath).contains(text("SystemEvents.evtx")));
 }
 
 void ExportFlow::staysWaitingWhenTheRequestWasDropped()

@@ -1,0 +1,39 @@
+#include "ExportProgress.h"
+
+#include <algorithm>
+
+namespace {
+
+/// What remains when all is packed: the end of the archive, the staging folder. It is never done
+/// before end(), so the whole is never reached while somebody waits.
+constexpr double closing = 5e5;
+
+} // namespace
+
+void ExportProgress::begin()
+{
+    figure = 0;
+    left = 0;
+}
+
+void ExportProgress::end()
+{
+    figure = -1;
+}
+
+void ExportProgress::expect(double work)
+{
+    left += work;
+}
+
+void ExportProgress::expectOnly(double work)
+{
+    left = work;
+}
+
+void ExportProgress::advance(double work)
+{
+    const double done = std::min(work, left);
+    figure = figure + (1 - figure) * done / (left + closing);
+    left -= done;
+}

@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QTimer>
 
 #include <algorithm>
@@ -61,6 +62,7 @@ LogSettingsDlg::LogSettingsDlg(QWidget *parent, const CameraClient &registeredCl
         if (button->isChecked())
             button->setFocus(); // not the title bar's button
     }
+    new QShortcut(QKeySequence::Cancel, this, this, &LogSettingsDlg::close);
 }
 
 LogSettingsDlg::~LogSettingsDlg() = default;

@@ -29,6 +29,7 @@ private slots:
     void namesEveryControlForAScreenReader();
     void readsInBothLanguages_data();
     void readsInBothLanguages();
+    void closesByEscape();
     void handsOverTheLimitsWhenItCloses();
     void handsOverTheLimitsOnTheTimerWithoutASignal();
     void handsOverOnlyLimitsThatChanged();
@@ -181,6 +182,22 @@ void LogSettingsDialog::readsInBothLanguages()
     f.onAsked = [&caption](const QFileDialog &dialog) { caption = dialog.windowTitle(); };
     f.find<QPushButton>("btnSetLogCfgPath")->click();
     QTEST(caption, "question");
+}
+
+void LogSettingsDialog::closesByEscape()
+{
+    SettingsFixture f;
+    f.open(infoFile);
+    QSignalSpy closed(f.window.get(), &LogSettingsDlg::closeWnd);
+    for (const char *name : {"radioINFO", "lineEditPath", "btnSetLogCfgPath"}) {
+        f.window->show();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.find<QWidget>(name)->setFocus();
+        QTest::keyClick(f.window->focusWidget(), Qt::Key_Escape);
+        QVERIFY(!f.window->isVisible());
+    }
+    QCOMPARE(closed.count(), 3);
+    QCOMPARE(hub().maxDisplayedLogs, 100000);
 }
 
 void LogSettingsDialog::handsOverTheLimitsWhenItCloses()

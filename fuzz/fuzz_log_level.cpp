@@ -37,7 +37,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         return 0;
     const int level = int(data[0] % 8) - 2;
     const QByteArray bytes(reinterpret_cast<const char *>(data + 1), int(size - 1));
-    demand(LogLevelFile::levelNamedIn(bytes) == plainLevel(bytes), "the level that is read");
+    demand(LogLevelFile::levelNamedIn(bytes.toStdString()) == plainLevel(bytes),
+           "the level that is read");
 
     MemoryFile file(bytes);
     const PlainLevels expected = withPlainLevels(bytes, level);
@@ -48,7 +49,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 
     const bool isLevel = level >= 0 && level <= 2;
     if (isLevel && expected.bothReplaced)
-        demand(LogLevelFile::levelNamedIn(file.read()) == level, "what is written is read again");
+        demand(LogLevelFile::levelNamedIn(file.read().toStdString()) == level,
+               "what is written is read again");
     // Of two CR before a line feed one is a part of the line, until the other one is gone.
     if (isLevel && !expected.bytes.contains("\r\n")) {
         demand(LogLevelRewrite(file.path()).apply(level) == done, "done again");

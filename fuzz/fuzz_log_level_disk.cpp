@@ -1,5 +1,5 @@
-// Setting the level on a disk that fails at any moment, while others write the file too: whoever
-// wrote last, the whole of that text outlives it.
+// Setting the level, by clicks and by rounds of a retry, on a disk that fails at any moment, while
+// others write the file too: whoever wrote last, the whole of that text outlives it.
 #include "Fuzz.h"
 #include "LogLevelRewrite.h"
 #include "MemoryFile.h"
@@ -31,21 +31,24 @@ public:
     {
     }
 
-    bool overwrite(const QString &path, const QByteArray &bytes)
+    bool overwrite(const QString &path, std::string_view bytes)
     {
         demand(path == file.path(), "only the properties file is written");
+        ++version;
         lastFailed = !repaired && input.ConsumeBool();
         if (!lastFailed)
-            return overwriteFile(path, bytes);
-        const int taken = input.ConsumeIntegralInRange(0, bytes.size());
+            return PropertiesFile::overwrite(path, bytes);
+        const int taken = input.ConsumeIntegralInRange(0, int(bytes.size()));
         const QByteArray before = file.read();
         const bool truncated = input.ConsumeBool();
-        file.write(bytes.left(taken) + (truncated ? QByteArray() : before.mid(taken)));
+        file.write(QByteArray(bytes.data(), taken) +
+                   (truncated ? QByteArray() : before.mid(taken)));
         return false;
     }
 
     bool repaired = false;
     bool lastFailed = false; ///< the file may be torn
+    int version = 0;         ///< another one with each write
 
 private:
     MemoryFile &file;
@@ -61,9 +64,15 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     MemoryFile file(whole);
     Disk disk(file, input);
     {
-        LogLevelRewrite rewrite(file.path(), [&disk](const QString &path, const QByteArray &bytes) {
-            return disk.overwrite(path, bytes);
-        });
+        LogLevelRewrite rewrite(file.path(), {PropertiesFile::read,
+                                              [&disk](const QString &path, std::string_view bytes) {
+                                                  return disk.overwrite(path, bytes);
+                                              },
+                                              [&disk](const QString & /*path*/) {
+                                                  return PropertiesFile::Stamp(disk.version,
+                                                                               QDateTime());
+                                              }});
+        int settledVersion = -1;
         for (int left = input.ConsumeIntegralInRange(1, 8); left > 0; --left) {
             if (input.ConsumeBool()) {
                 const QByteArray text = someText(input);
@@ -72,11 +81,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
                     file.write(text);
                     whole = text;
                     disk.lastFailed = false;
+                    ++disk.version;
                 }
             }
             const int level = input.ConsumeIntegralInRange(-1, 3);
             const PlainLevels expected = withPlainLevels(whole, level);
-            const auto outcome = rewrite.apply(level);
+            const bool ifSettled = input.ConsumeBool();
+            const int before = disk.version;
+            const auto outcome = ifSettled ? rewrite.applyIfSettled(level) : rewrite.apply(level);
+            demand(!ifSettled || before == settledVersion || disk.version == before,
+                   "what was written since the last round is left alone");
+            if (ifSettled)
+                settledVersion = before;
             const QByteArray now = file.read();
             demand(outcome != LogLevelRewrite::Outcome::Unreadable, "the file can be read");
             demand(outcome != LogLevelRewrite::Outcome::Done ||

@@ -29,38 +29,36 @@ bool contains(std::string_view line, std::string_view text)
     return line.find(text) != std::string_view::npos;
 }
 
-std::string_view viewOf(const QByteArray &bytes)
+/// The next line of a file, and whether a line end followed it.
+struct Line
 {
-    return {bytes.constData(), size_t(bytes.size())};
-}
+    std::string_view text;
+    bool ended = false;
+};
 
-void append(QByteArray &text, std::string_view piece)
-{
-    text.append(piece.data(), int(piece.size()));
-}
-
-// Takes the next line, without its line feed, off the front of rest; whether one followed it.
-bool takeLine(std::string_view &rest, std::string_view &line)
+Line takeLine(std::string_view &rest)
 {
     const size_t end = rest.find('\n');
-    line = rest.substr(0, end);
+    std::string_view text = rest.substr(0, end);
     if (end == std::string_view::npos)
-        return false;
+        return {text, false};
     rest.remove_prefix(end + 1);
-    return true;
+    // Not left to the text mode of QFile, which drops every CR.
+    if (!text.empty() && text.back() == '\r')
+        text.remove_suffix(1);
+    return {text, true};
 }
 
 } // namespace
 
-std::optional<int> LogLevelFile::levelNamedIn(const QByteArray &text)
+std::optional<int> LogLevelFile::levelNamedIn(std::string_view bytes)
 {
-    std::string_view rest = viewOf(text);
-    const size_t marker = rest.find(rootMarker);
+    const size_t marker = bytes.find(rootMarker);
     if (marker == std::string_view::npos)
         return std::nullopt;
     // find_last_of gives npos, and so 0 here, when the marker is on the first line.
-    rest.remove_prefix(rest.substr(0, marker).find_last_of('\n') + 1);
-    const std::string_view line = rest.substr(0, rest.find('\n'));
+    bytes.remove_prefix(bytes.substr(0, marker).find_last_of('\n') + 1);
+    const std::string_view line = bytes.substr(0, bytes.find('\n'));
     for (size_t i = 0; i < levels.size(); ++i) {
         if (contains(line, levels[i].name))
             return int(i);
@@ -68,47 +66,34 @@ std::optional<int> LogLevelFile::levelNamedIn(const QByteArray &text)
     return std::nullopt;
 }
 
-LogLevelFile::Rewritten LogLevelFile::rewritten(const QByteArray &text, int level)
+std::string_view LogLevelFile::platformLineEnd()
+{
+    static const std::string lineEnd = [] {
+        QBuffer text;
+        text.open(QIODevice::WriteOnly | QIODevice::Text);
+        text.write("\n");
+        return text.data().toStdString();
+    }();
+    return lineEnd;
+}
+
+LogLevelFile::Rewritten LogLevelFile::rewritten(std::string_view bytes, int level,
+                                                std::string_view lineEnd)
 {
     const bool known = level >= 0 && level < int(levels.size());
     const Level written = known ? levels[size_t(level)] : Level();
     Rewritten result;
-    result.text.reserve(text.size() + 256);
-    std::string_view rest = viewOf(text);
-    std::string_view line;
-    bool more = true;
-    while (more) {
-        more = takeLine(rest, line);
-        if (contains(line, rootMarker)) {
-            append(result.text, written.rootLine);
-            result.text.append('\n');
-            result.rootReplaced = true;
-        } else if (contains(line, categoryMarker)) {
-            append(result.text, written.categoryLine);
-            result.text.append('\n');
-            result.categoryReplaced = true;
-        } else {
-            append(result.text, line);
-            if (more)
-                result.text.append('\n');
-        }
-    }
+    result.bytes.reserve(bytes.size() + 256);
+    Line line;
+    do {
+        line = takeLine(bytes);
+        const bool isRoot = contains(line.text, rootMarker);
+        const bool isCategory = !isRoot && contains(line.text, categoryMarker);
+        result.bytes += isRoot ? written.rootLine : isCategory ? written.categoryLine : line.text;
+        if (isRoot || isCategory || line.ended)
+            result.bytes += lineEnd;
+        result.rootReplaced |= isRoot;
+        result.categoryReplaced |= isCategory;
+    } while (line.ended);
     return result;
-}
-
-QByteArray LogLevelFile::withLineFeeds(const QByteArray &bytes)
-{
-    // Not left to the text mode of QFile, which drops every CR.
-    QByteArray text = bytes;
-    return text.replace("\r\n", "\n");
-}
-
-QByteArray LogLevelFile::withPlatformLineEnds(const QByteArray &text)
-{
-    QByteArray bytes;
-    bytes.reserve(text.size());
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly | QIODevice::Text);
-    buffer.write(text);
-    return bytes;
 }

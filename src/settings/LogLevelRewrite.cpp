@@ -1,125 +1,89 @@
 #include "LogLevelRewrite.h"
 
 #include "LogLevelFile.h"
+#include "SettingsLog.h"
 
 #include <QDebug>
-#include <QFile>
 #include <QFileInfo>
 
 #include <array>
+#include <new>
 #include <utility>
 
-namespace {
-
-// Whatever the rewriting adds, the result still fits into a byte array.
-constexpr qint64 largestFile = 512LL * 1024 * 1024;
-
-bool canBeWritten(const QString &path)
-{
-    return QFile(path).open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
-}
-
-/// A file's bytes, or what kept us from reading them.
-struct Contents
-{
-    std::optional<QByteArray> bytes;
-    const char *problem = nullptr;
-};
-
-Contents contentsOf(const QString &path)
-{
-    QFile file(path);
-    // A pipe would block at opening, and a device may never end.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return {std::nullopt, "open failed"};
-    if (file.size() > largestFile)
-        return {std::nullopt, "log config file too large"};
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return {std::nullopt, "read failed"};
-    return {std::move(bytes), nullptr};
-}
-
-} // namespace
-
-std::optional<QByteArray> readPropertiesFile(const QString &path)
-{
-    Contents contents = contentsOf(path);
-    if (contents.problem != nullptr)
-        qDebug("%s", contents.problem);
-    return std::move(contents.bytes);
-}
-
-bool overwriteFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
-        return false;
-    const bool written = file.write(bytes) == bytes.size() && file.resize(bytes.size());
-    file.close();
-    return written && file.error() == QFileDevice::NoError;
-}
-
-LogLevelRewrite::LogLevelRewrite(const QString &filePath, Overwrite disk)
+LogLevelRewrite::LogLevelRewrite(const QString &filePath, PropertiesFile::Disk theDisk)
     : path(filePath)
-    , overwrite(std::move(disk))
+    , disk(std::move(theDisk))
 {
 }
 
 LogLevelRewrite::~LogLevelRewrite()
 {
     // A file that is gone was taken away by somebody, and is not made anew.
-    if (!partiallyWritten || !QFileInfo(path).isFile())
+    if (!torn || !QFileInfo(path).isFile())
         return;
-    const std::optional<QByteArray> found = contentsOf(path).bytes;
-    const bool writtenByOthers = found && partialContents && found != partialContents;
+    const std::optional<std::string> found = disk.read(path);
+    const bool writtenByOthers = found && torn->found && found != torn->found;
     if (!writtenByOthers)
         putBack();
 }
 
 LogLevelRewrite::Outcome LogLevelRewrite::apply(int level)
 {
-    if (!read())
+    std::optional<std::string> found = read();
+    return found ? rewrite(std::move(*found), level, std::nullopt) : Outcome::Unreadable;
+}
+
+LogLevelRewrite::Outcome LogLevelRewrite::applyIfSettled(int level)
+{
+    const Stamp seen = disk.stamp(path);
+    std::optional<std::string> found = read();
+    if (!found)
         return Outcome::Unreadable;
-    const auto result = LogLevelFile::rewritten(LogLevelFile::withLineFeeds(original), level);
-    const bool stored = store(LogLevelFile::withPlatformLineEnds(result.text));
+    const std::optional<Stamp> before = std::exchange(lastSeen, seen);
+    return before == seen ? rewrite(std::move(*found), level, seen) : Outcome::Failed;
+}
+
+std::optional<std::string> LogLevelRewrite::read()
+{
+    std::optional<std::string> found = disk.read(path);
+    if (!found)
+        qDebug("open failed");
+    else if (torn && torn->found && torn->found != found)
+        torn.reset(); // somebody else has written the file
+    return found;
+}
+
+LogLevelRewrite::Outcome LogLevelRewrite::rewrite(std::string found, int level,
+                                                  const std::optional<Stamp> &settled)
+try {
+    if (torn)
+        torn->found = found;
+    const auto result = LogLevelFile::rewritten(torn ? torn->text : found, level);
     const bool complete = result.rootReplaced && result.categoryReplaced;
     if (!complete)
         report(Problem::LinesMissing);
-    return stored && complete ? Outcome::Done : Outcome::Failed;
-}
-
-bool LogLevelRewrite::read()
-{
-    const std::optional<QByteArray> found = readPropertiesFile(path);
-    if (!found)
-        return false;
-    const bool writtenByOthers = partialContents && found != partialContents;
-    if (!partiallyWritten || writtenByOthers) {
-        original = *found;
-        partiallyWritten = false;
-        partialContents.reset();
-    } else {
-        partialContents = found;
-    }
-    return true;
-}
-
-bool LogLevelRewrite::store(const QByteArray &bytes)
-{
-    if (!canBeWritten(path)) {
+    if (!PropertiesFile::isWritable(path)) {
         report(Problem::NotWritable);
-        return false;
+        return Outcome::Failed;
     }
-    // Not written again in vain: a retry would wear the disk, and undo what another program writes
-    // between our reading and writing.
-    if (!partiallyWritten && bytes == original)
-        return true;
-    if (overwrite(path, bytes)) {
-        partiallyWritten = false;
-        partialContents.reset();
-        return true;
+    if (!settled || result.bytes != found) {
+        const bool touched = settled && settled != disk.stamp(path);
+        if (touched || !write(found, result.bytes))
+            return Outcome::Failed;
     }
+    torn.reset();
+    return complete ? Outcome::Done : Outcome::Failed;
+} catch (const std::bad_alloc &) {
+    report(Problem::TooLarge);
+    return Outcome::Unreadable;
+}
+
+bool LogLevelRewrite::write(std::string &found, std::string_view bytes)
+{
+    if (!torn)
+        torn = Torn{std::move(found), std::nullopt};
+    if (disk.overwrite(path, bytes))
+        return true;
     report(Problem::NotWritten);
     putBack();
     return false;
@@ -127,21 +91,22 @@ bool LogLevelRewrite::store(const QByteArray &bytes)
 
 void LogLevelRewrite::putBack()
 {
-    partiallyWritten = !overwrite(path, original);
-    partialContents.reset();
-    if (!partiallyWritten)
+    if (disk.overwrite(path, torn->text)) {
+        torn.reset();
         return;
+    }
     report(Problem::NotRestored);
-    partialContents = contentsOf(path).bytes;
+    torn->found = disk.read(path);
 }
 
 void LogLevelRewrite::report(Problem problem)
 {
-    static constexpr std::array<const char *, 4> lines{
-        "log config not writable", "log config not written", "log config not restored",
-        "log level lines missing"};
+    static constexpr std::array<const char *, 5> lines{
+        "log level lines missing", "log config not writable", "log config not written",
+        "log config not restored", "log config too large for the memory"};
+    lastProblem = problem;
     if (reported.test(size_t(problem)))
         return;
     reported.set(size_t(problem));
-    qDebug("%s", lines[size_t(problem)]);
+    qCWarning(settingsLog, "%s: %s", lines[size_t(problem)], qUtf8Printable(path));
 }

@@ -4,14 +4,15 @@
 #include "LogLevelFile.h"
 #include "LogLevelRewrite.h"
 #include "ModalDialog.h"
+#include "PropertiesFile.h"
 #include "SharedFile.h"
 #include "ui_LogSettingsDlg.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QPointer>
 #include <QRadioButton>
 #include <QShortcut>
@@ -22,7 +23,8 @@
 namespace {
 
 constexpr int largestLimit = 100000;
-constexpr int shortestPause = 50; // milliseconds
+// Somebody who is saving the file is left alone if none of his pauses is longer.
+constexpr int shortestPause = 250; // milliseconds
 
 int storedLevel()
 {
@@ -78,14 +80,16 @@ QString LogSettingsDlg::findDefaultLogConfig() const
     if (client.iconPath.isEmpty())
         return {};
     const QString path = folderOf(client) + QStringLiteral("/SDKLOG_default.properties");
-    return QFileInfo(path).isFile() && isReadable(path) ? path : QString();
+    return isReadable(path) ? path : QString();
 }
 
 bool LogSettingsDlg::readLogLevel(const QString &path)
 {
-    const auto bytes = readPropertiesFile(path);
-    if (!bytes)
+    const auto bytes = PropertiesFile::read(path);
+    if (!bytes) {
+        qDebug("open failed");
         return false;
+    }
     currentLevel = LogLevelFile::levelNamedIn(*bytes).value_or(currentLevel);
     return true;
 }
@@ -213,7 +217,7 @@ void LogSettingsDlg::putStoredLevelBack(LogLevelRewrite &rewrite)
     connect(&pause, &QTimer::timeout, this, [&rewrite, &events, &pause] {
         QElapsedTimer work;
         work.start();
-        if (rewrite.apply(storedLevel()) != LogLevelRewrite::Outcome::Failed)
+        if (rewrite.applyIfSettled(storedLevel()) != LogLevelRewrite::Outcome::Failed)
             events.quit();
         else // longer than the work on a huge file, so that the windows stay usable
             pause.start(int(std::max<qint64>(shortestPause, 4 * work.elapsed())));

@@ -1,5 +1,7 @@
 #include "DebugCapture.h"
 #include "Diagnostics.h"
+#include "LogConfig.h"
+#include "LogLevelRewrite.h"
 #include "LogViewer.h"
 #include "Machine.h"
 #include "ScratchFolder.h"
@@ -59,6 +61,8 @@ private slots:
     void endsASearchThatRunsOutOfMemory();
     void showsTheLinesForWhichThereIsMemory();
     void leavesOutAFileThatDoesNotFitAndPacksTheOthers();
+    void leavesAPropertiesFileAsItIs_data();
+    void leavesAPropertiesFileAsItIs();
 };
 
 void LowMemory::endsASearchThatCannotBegin()
@@ -133,6 +137,33 @@ void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
     }
     QCOMPARE(zipEntryNames(zip), QStringList({QStringLiteral("before"), QStringLiteral("behind")}));
     QVERIFY(output.contains(QStringLiteral("no memory, left out of the zip: \"%1\"").arg(large)));
+}
+
+void LowMemory::leavesAPropertiesFileAsItIs_data()
+{
+    QTest::addColumn<qint64>("memory");
+    QTest::newRow("that cannot be read") << 100 * megabyte;
+    QTest::newRow("that can be read, not rewritten") << 300 * megabyte;
+}
+
+void LowMemory::leavesAPropertiesFileAsItIs()
+{
+    if (isSanitized())
+        QSKIP(whySkipped);
+    QFETCH(qint64, memory);
+    ScratchFolder scratch;
+    const QString path = scratch.file(QStringLiteral("sdk.properties"), infoFile);
+    QVERIFY(QFile::resize(path, 200 * megabyte));
+    const QByteArray before = scratch.read(QStringLiteral("sdk.properties"));
+    LogLevelRewrite rewrite(path);
+    const DebugCapture output;
+    const Diagnostics diagnostics;
+    {
+        const MemoryLimit limit(memory);
+        QCOMPARE(rewrite.apply(1), LogLevelRewrite::Outcome::Unreadable);
+    }
+    QVERIFY(output.contains(QStringLiteral("log config too large for the memory: ")));
+    QVERIFY(scratch.read(QStringLiteral("sdk.properties")) == before);
 }
 
 QTEST_MAIN(LowMemory)

@@ -1,17 +1,20 @@
 #include "LogConfig.h"
-#include "LogLevelRewrite.h"
+#include "Machine.h"
+#include "MemoryStatus.h"
 #include "ScratchFolder.h"
 #include "SettingsFixture.h"
 
 #include <QTimer>
 
-/// A properties file of 100 MB: nobody has one, somebody will choose a log file by mistake.
+/// A properties file of 100 MB and more: nobody has one, somebody will choose a log file by
+/// mistake.
 class HugeLogConfig : public QObject
 {
     Q_OBJECT
 
 private slots:
     void isRewritten();
+    void isReadAndRewrittenBeyondTwoGibibytes();
     void leavesTheWindowsUsableWhileItIsRetried();
 };
 
@@ -38,6 +41,25 @@ void HugeLogConfig::isRewritten()
     const QByteArray expected = lines + "log4cpp.rootCategory = DEBUG\n" + comment +
                                 "log4cpp.category.qzsdk = DEBUG, a_qzsdk\nlast";
     QVERIFY(unixLines(f.written()) == expected);
+}
+
+void HugeLogConfig::isReadAndRewrittenBeyondTwoGibibytes()
+{
+    constexpr qint64 gibibyte = 1024LL * 1024 * 1024;
+    if (isSanitized() || memoryStatus().value_or(MemoryStatus()).available < quint64(6 * gibibyte))
+        QSKIP("too little memory for the file and what becomes of it");
+    SettingsFixture f;
+    const QString path = f.scratch.sparseFile(SettingsFixture::defaultName(), 2 * gibibyte);
+    const QByteArray atEnd = "\nlog4cpp.rootCategory = DEBUG\nlog4cpp.category.qzsdk\n";
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::Append) && file.write(atEnd) == atEnd.size());
+    file.close();
+    f.open();
+    QCOMPARE(f.shownLevel(), QStringLiteral("DEBUG"));
+    f.radio("radioFATAL")->click();
+    QCOMPARE(hub().logLevel, 2U);
+    QVERIFY(file.open(QIODevice::ReadOnly) && file.seek(2 * gibibyte));
+    QCOMPARE(unixLines(file.readAll()), '\n' + fatalFile);
 }
 
 void HugeLogConfig::leavesTheWindowsUsableWhileItIsRetried()

@@ -30,8 +30,26 @@ private slots:
     void leavesEmptyLinesForALevelOutOfRange();
     void keepsBytesOfEveryKind();
     void takesOnlyTheCarriageReturnsOfLineEnds();
+    void endsLinesAsThePlatformDoes();
     void copesWithEveryTextOfThreePieces();
 };
+
+namespace {
+
+struct Text
+{
+    QByteArray text;
+    bool rootReplaced;
+    bool categoryReplaced;
+};
+
+Text rewritten(const QByteArray &text, int level, std::string_view lineEnd = "\n")
+{
+    const auto result = LogLevelFile::rewritten(text.toStdString(), level, lineEnd);
+    return {QByteArray::fromStdString(result.bytes), result.rootReplaced, result.categoryReplaced};
+}
+
+} // namespace
 
 void LogLevelFileText::readsTheLevelOfTheFirstRootLine_data()
 {
@@ -67,7 +85,7 @@ void LogLevelFileText::readsTheLevelOfTheFirstRootLine()
 {
     QFETCH(QByteArray, text);
     QFETCH(int, level);
-    QCOMPARE(LogLevelFile::levelNamedIn(text).value_or(-1), level);
+    QCOMPARE(LogLevelFile::levelNamedIn(text.toStdString()).value_or(-1), level);
 }
 
 void LogLevelFileText::writesTheLinesOfEachLevel_data()
@@ -90,8 +108,8 @@ void LogLevelFileText::writesTheLinesOfEachLevel()
 {
     QFETCH(int, level);
     QFETCH(QByteArray, expected);
-    const auto result = LogLevelFile::rewritten(
-        "a\nlog4cpp.rootCategory=WARN\nb\nlog4cpp.category.qzsdk=NOTICE\n\nc\n", level);
+    const auto result =
+        rewritten("a\nlog4cpp.rootCategory=WARN\nb\nlog4cpp.category.qzsdk=NOTICE\n\nc\n", level);
     QCOMPARE(result.text, expected);
     QVERIFY(result.rootReplaced);
     QVERIFY(result.categoryReplaced);
@@ -99,23 +117,23 @@ void LogLevelFileText::writesTheLinesOfEachLevel()
 
 void LogLevelFileText::dropsAnAppenderFromTheRootLine()
 {
-    QCOMPARE(LogLevelFile::rewritten("log4cpp.rootCategory = DEBUG, a_root\n", 0).text,
+    QCOMPARE(rewritten("log4cpp.rootCategory = DEBUG, a_root\n", 0).text,
              QByteArray("log4cpp.rootCategory = INFO\n"));
 }
 
 void LogLevelFileText::bringsACommentedRootLineToLife()
 {
-    QCOMPARE(LogLevelFile::rewritten("# log4cpp.rootCategory = DEBUG\n", 2).text,
+    QCOMPARE(rewritten("# log4cpp.rootCategory = DEBUG\n", 2).text,
              QByteArray("log4cpp.rootCategory = FATAL\n"));
 }
 
 void LogLevelFileText::replacesEveryMatchingLine()
 {
-    const auto result = LogLevelFile::rewritten("log4cpp.rootCategory = WARN\n"
-                                                "log4cpp.category.qzsdk = WARN\n"
-                                                "log4cpp.category.qzsdk.net = ERROR, a_net\n"
-                                                "#log4cpp.rootCategory = INFO\n",
-                                                1);
+    const auto result = rewritten("log4cpp.rootCategory = WARN\n"
+                                  "log4cpp.category.qzsdk = WARN\n"
+                                  "log4cpp.category.qzsdk.net = ERROR, a_net\n"
+                                  "#log4cpp.rootCategory = INFO\n",
+                                  1);
     QCOMPARE(result.text, QByteArray("log4cpp.rootCategory = DEBUG\n"
                                      "log4cpp.category.qzsdk = DEBUG, a_qzsdk\n"
                                      "log4cpp.category.qzsdk = DEBUG, a_qzsdk\n"
@@ -124,7 +142,7 @@ void LogLevelFileText::replacesEveryMatchingLine()
 
 void LogLevelFileText::takesALineWithBothMarkersForARootLine()
 {
-    const auto result = LogLevelFile::rewritten("log4cpp.category.qzsdk log4cpp.rootCategory\n", 0);
+    const auto result = rewritten("log4cpp.category.qzsdk log4cpp.rootCategory\n", 0);
     QCOMPARE(result.text, QByteArray("log4cpp.rootCategory = INFO\n"));
     QVERIFY(result.rootReplaced);
     QVERIFY(!result.categoryReplaced);
@@ -132,16 +150,14 @@ void LogLevelFileText::takesALineWithBothMarkersForARootLine()
 
 void LogLevelFileText::seesMarkersInTheMiddleOfALine()
 {
-    QCOMPARE(
-        LogLevelFile::rewritten("x log4cpp.rootCategoryY z\n\tlog4cpp.category.qzsdk2\n", 0).text,
-        infoFile);
+    QCOMPARE(rewritten("x log4cpp.rootCategoryY z\n\tlog4cpp.category.qzsdk2\n", 0).text, infoFile);
 }
 
 void LogLevelFileText::looksForMarkersInTheirExactSpelling()
 {
     const QByteArray text = "log4cpp.rootcategory = INFO\nlog4cpp.category.QZSDK = INFO\n"
                             "log4cpp.\nrootCategory\nlog4cpp.category.qzsd\n";
-    const auto result = LogLevelFile::rewritten(text, 2);
+    const auto result = rewritten(text, 2);
     QCOMPARE(result.text, text);
     QVERIFY(!result.rootReplaced);
     QVERIFY(!result.categoryReplaced);
@@ -163,7 +179,7 @@ void LogLevelFileText::tellsWhichMarkerIsMissing_data()
 void LogLevelFileText::tellsWhichMarkerIsMissing()
 {
     QFETCH(QByteArray, text);
-    const auto result = LogLevelFile::rewritten(text, 1);
+    const auto result = rewritten(text, 1);
     QTEST(result.rootReplaced, "root");
     QTEST(result.categoryReplaced, "category");
 }
@@ -186,7 +202,7 @@ void LogLevelFileText::keepsTheFinalLineFeedAsItWas_data()
 void LogLevelFileText::keepsTheFinalLineFeedAsItWas()
 {
     QFETCH(QByteArray, text);
-    const auto result = LogLevelFile::rewritten(text, 0);
+    const auto result = rewritten(text, 0);
     QTEST(result.text, "expected");
 }
 
@@ -202,7 +218,7 @@ void LogLevelFileText::leavesEmptyLinesForALevelOutOfRange_data()
 void LogLevelFileText::leavesEmptyLinesForALevelOutOfRange()
 {
     QFETCH(int, level);
-    const auto result = LogLevelFile::rewritten("a\n" + infoFile + "b", level);
+    const auto result = rewritten("a\n" + infoFile + "b", level);
     QCOMPARE(result.text, QByteArray("a\n\n\nb"));
     QVERIFY(result.rootReplaced);
     QVERIFY(result.categoryReplaced);
@@ -214,24 +230,29 @@ void LogLevelFileText::keepsBytesOfEveryKind()
     for (int i = 0; i < 1024; ++i)
         bytes.append(char(i * 7 + i / 256));
     const QByteArray text = bytes + '\n' + infoFile + bytes;
-    const auto result = LogLevelFile::rewritten(text, 0);
+    const auto result = rewritten(text, 0);
     QCOMPARE(result.text, text);
     QVERIFY(result.rootReplaced && result.categoryReplaced);
 }
 
 void LogLevelFileText::takesOnlyTheCarriageReturnsOfLineEnds()
 {
-    QCOMPARE(LogLevelFile::withLineFeeds("a\r\nb\rc\n\r\r\n\r"), QByteArray("a\nb\rc\n\r\n\r"));
-    QCOMPARE(LogLevelFile::withLineFeeds({}), QByteArray());
+    QCOMPARE(rewritten("a\r\nb\rc\n\r\r\n\r", 0).text, QByteArray("a\nb\rc\n\r\n\r"));
+    QCOMPARE(rewritten("a\nb\r\n" + infoFile + "c", 1, "\r\n").text,
+             QByteArray("a\r\nb\r\nlog4cpp.rootCategory = DEBUG\r\n"
+                        "log4cpp.category.qzsdk = DEBUG, a_qzsdk\r\nc"));
+}
 
+void LogLevelFileText::endsLinesAsThePlatformDoes()
+{
     QTemporaryFile platform; // writes in text mode what this platform calls text
     QVERIFY(platform.open());
     platform.setTextModeEnabled(true);
-    platform.write("a\nb\rc\n");
+    platform.write("\n");
     platform.setTextModeEnabled(false);
     QVERIFY(platform.seek(0));
-    QCOMPARE(LogLevelFile::withPlatformLineEnds("a\nb\rc\n"), platform.readAll());
-    QCOMPARE(LogLevelFile::withPlatformLineEnds({}), QByteArray());
+    QCOMPARE(QByteArray::fromStdString(std::string(LogLevelFile::platformLineEnd())),
+             platform.readAll());
 }
 
 // Compared with the rule said in the plainest way: split, replace, join.
@@ -244,7 +265,7 @@ void LogLevelFileText::copesWithEveryTextOfThreePieces()
         for (const QByteArray &b : pieces) {
             for (const QByteArray &c : pieces) {
                 const QByteArray text = a + b + c;
-                const QList<QByteArray> lines = text.split('\n');
+                const QList<QByteArray> lines = QByteArray(text).replace("\r\n", "\n").split('\n');
                 QByteArray expected;
                 for (int i = 0; i < lines.size(); ++i) {
                     if (lines[i].contains("log4cpp.rootCategory"))
@@ -254,7 +275,7 @@ void LogLevelFileText::copesWithEveryTextOfThreePieces()
                     else
                         expected += lines[i] + (i + 1 < lines.size() ? "\n" : "");
                 }
-                QCOMPARE(LogLevelFile::rewritten(text, 2).text, expected);
+                QCOMPARE(rewritten(text, 2).text, expected);
             }
         }
     }

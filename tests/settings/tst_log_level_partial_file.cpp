@@ -1,16 +1,15 @@
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "Faults.h"
 #include "LogConfig.h"
-#include "LogLevelFile.h"
 #include "LogLevelRewrite.h"
+#include "PropertiesFile.h"
 #include "ScratchFolder.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QtTest>
 
 #include <memory>
-#include <utility>
 
 using Outcome = LogLevelRewrite::Outcome;
 
@@ -28,6 +27,7 @@ private slots:
     void putsTheKeptTextOverATornFileThatWasNeverRead();
     void putsTheKeptTextBackAfterAnUnreadableRound();
     void leavesAMendedFileAloneAtTheEnd();
+    void noticesAMendedFileInARoundThatDoesNotWrite();
     void leavesATornFileThatWasRemovedAlone();
     void saysOnceWhatWasNotWrittenAndNotRestored();
     void saysNotThatATextWhichIsBackWasNotRestored();
@@ -36,45 +36,27 @@ private slots:
 namespace {
 
 constexpr int writtenBytes = 10; // bytes
-constexpr qint64 tooLargeToRead = 600LL * 1024 * 1024;
 
-// Too large to be read, but to be written: the fault of a moment, made to last.
-void makeUnreadable(const QString &path)
-{
-    if (!QFile::resize(path, tooLargeToRead) || readPropertiesFile(path))
-        qFatal("cannot make the file unreadable");
-}
-
-/// A disk that tears a file apart as often as it is told to.
-struct TearingDisk
-{
-    int failures = 0;
-    bool unreadable = false; ///< the torn file cannot be read either
-
-    bool operator()(const QString &path, const QByteArray &bytes)
-    {
-        if (failures == 0)
-            return overwriteFile(path, bytes);
-        --failures;
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) ||
-            file.write(bytes.left(writtenBytes)) != writtenBytes)
-            qFatal("cannot tear the file");
-        file.close();
-        if (unreadable)
-            makeUnreadable(path);
-        return false;
-    }
-};
-
-/// A properties file, in which the level is about to be set.
+/// A properties file, in which the level is about to be set, on a disk that tears it apart at
+/// first.
 struct Fixture
 {
-    Fixture(const QByteArray &contents, LogLevelRewrite::Overwrite overwrite)
-        : path(scratch.file(QStringLiteral("sdk.properties"), contents))
-        , rewrite(std::make_unique<LogLevelRewrite>(path, std::move(overwrite)))
+    Fixture(const QByteArray &contents, int tornWrites)
+        : failures(tornWrites)
+        , path(scratch.file(QStringLiteral("sdk.properties"), contents))
+        , rewrite(std::make_unique<LogLevelRewrite>(
+              path, PropertiesFile::Disk{[this](const QString &file) {
+                                             return readable ? PropertiesFile::read(file)
+                                                             : std::nullopt;
+                                         },
+                                         [this](const QString & /*file*/, std::string_view bytes) {
+                                             return put(bytes);
+                                         }}))
     {
     }
+    ~Fixture() { end(); }
+    Fixture(const Fixture &) = delete;
+    Fixture &operator=(const Fixture &) = delete;
 
     Outcome setDebug() { return rewrite->apply(1); }
     void end() { rewrite.reset(); }
@@ -88,9 +70,25 @@ struct Fixture
         return scratch.read(QStringLiteral("sdk.properties"));
     }
 
+    int failures; ///< so many writes are still to tear the file
+    bool readable = true;
+    bool tornIsReadable = true;
+    int writes = 0;
     ScratchFolder scratch;
     QString path;
     std::unique_ptr<LogLevelRewrite> rewrite;
+
+private:
+    bool put(std::string_view bytes)
+    {
+        ++writes;
+        if (failures == 0)
+            return PropertiesFile::overwrite(path, bytes);
+        --failures;
+        write(QByteArray(bytes.data(), writtenBytes));
+        readable = tornIsReadable;
+        return false;
+    }
 };
 
 } // namespace
@@ -102,7 +100,7 @@ void LogLevelTornFile::putsTheTextBackWhenTheDiskIsFull()
     QByteArray text = infoFile;
     for (int i = 0; i < 500; ++i)
         text += "log4cpp.category.qzsdk\n"; // each grows when it is set
-    Fixture f(text, overwriteFile);
+    Fixture f(text, 0);
     {
         const FileSizeLimit limit(long(text.size()) + 1000);
         for (int attempt = 0; attempt < 2; ++attempt) {
@@ -117,7 +115,7 @@ void LogLevelTornFile::putsTheTextBackWhenTheDiskIsFull()
 void LogLevelTornFile::worksFromTheKeptTextAfterAFailedWrite()
 {
     // Two attempts, each with a vain try to put the text back.
-    Fixture f("first line\n" + infoFile + "last line", TearingDisk{4});
+    Fixture f("first line\n" + infoFile + "last line", 4);
     for (int attempt = 0; attempt < 2; ++attempt) {
         QCOMPARE(f.setDebug(), Outcome::Failed);
         QCOMPARE(f.contents().size(), writtenBytes);
@@ -128,7 +126,7 @@ void LogLevelTornFile::worksFromTheKeptTextAfterAFailedWrite()
 
 void LogLevelTornFile::putsTheKeptTextBackAtTheEnd()
 {
-    Fixture f("first line\n" + infoFile, TearingDisk{2});
+    Fixture f("first line\n" + infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
     QCOMPARE(f.contents(), QByteArray("first line"));
     f.end();
@@ -137,7 +135,7 @@ void LogLevelTornFile::putsTheKeptTextBackAtTheEnd()
 
 void LogLevelTornFile::takesAMendedFileOverTheKeptText()
 {
-    Fixture f("old\n" + infoFile, TearingDisk{2});
+    Fixture f("old\n" + infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
     f.write("mended\n" + infoFile);
     QCOMPARE(f.setDebug(), Outcome::Done);
@@ -146,9 +144,10 @@ void LogLevelTornFile::takesAMendedFileOverTheKeptText()
 
 void LogLevelTornFile::keepsTheTextWhenTheTornFileCannotBeRead()
 {
-    Fixture f("first line\n" + infoFile, TearingDisk{2, true});
+    Fixture f("first line\n" + infoFile, 2);
+    f.tornIsReadable = false;
     QCOMPARE(f.setDebug(), Outcome::Failed);
-    QVERIFY(QFile::resize(f.path, writtenBytes));
+    f.readable = true;
     QCOMPARE(f.contents(), QByteArray("first line"));
     QCOMPARE(f.setDebug(), Outcome::Done);
     QCOMPARE(unixLines(f.contents()), "first line\n" + debugFile);
@@ -157,68 +156,78 @@ void LogLevelTornFile::keepsTheTextWhenTheTornFileCannotBeRead()
 void LogLevelTornFile::putsTheKeptTextOverATornFileThatWasNeverRead()
 {
     const QByteArray text = "first line\n" + infoFile;
-    Fixture f(text, TearingDisk{2, true});
+    Fixture f(text, 2);
+    f.tornIsReadable = false;
     QCOMPARE(f.setDebug(), Outcome::Failed);
     QCOMPARE(f.setDebug(), Outcome::Unreadable);
     f.end();
-    QCOMPARE(QFileInfo(f.path).size(), qint64(text.size()));
     QCOMPARE(f.contents(), text);
 }
 
 void LogLevelTornFile::putsTheKeptTextBackAfterAnUnreadableRound()
 {
     const QByteArray text = "first line\n" + infoFile;
-    Fixture f(text, TearingDisk{2});
+    Fixture f(text, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
-    makeUnreadable(f.path);
+    f.readable = false;
     QCOMPARE(f.setDebug(), Outcome::Unreadable);
     f.end();
-    QCOMPARE(QFileInfo(f.path).size(), qint64(text.size()));
     QCOMPARE(f.contents(), text);
 }
 
 void LogLevelTornFile::leavesAMendedFileAloneAtTheEnd()
 {
-    Fixture f("old\n" + infoFile, TearingDisk{2});
+    Fixture f("old\n" + infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
     f.write("mended\n" + infoFile);
     f.end();
     QCOMPARE(f.contents(), "mended\n" + infoFile);
 }
 
+void LogLevelTornFile::noticesAMendedFileInARoundThatDoesNotWrite()
+{
+    Fixture f(infoFile, 2);
+    QCOMPARE(f.setDebug(), Outcome::Failed);
+    const QByteArray torn = f.contents();
+    f.write("mended\n");
+    QCOMPARE(f.rewrite->applyIfSettled(1), Outcome::Failed);
+    f.write(torn); // meant this time
+    f.end();
+    QCOMPARE(f.contents(), torn);
+}
+
 void LogLevelTornFile::leavesATornFileThatWasRemovedAlone()
 {
-    int writes = 0;
-    Fixture f(infoFile, [&writes](const QString &, const QByteArray &) {
-        ++writes;
-        return false;
-    });
+    Fixture f(infoFile, 3);
     QCOMPARE(f.setDebug(), Outcome::Failed);
-    QCOMPARE(writes, 2);
+    QCOMPARE(f.writes, 2);
     QVERIFY(QFile::remove(f.path));
     f.end();
-    QCOMPARE(writes, 2);
+    QCOMPARE(f.writes, 2);
+    QVERIFY(!QFile::exists(f.path));
 }
 
 void LogLevelTornFile::saysOnceWhatWasNotWrittenAndNotRestored()
 {
     DebugCapture output;
-    Fixture f(infoFile, TearingDisk{5}); // the last one at the end
+    const Diagnostics diagnostics;
+    Fixture f(infoFile, 5); // the last one at the end
     QCOMPARE(f.setDebug(), Outcome::Failed);
     QCOMPARE(f.setDebug(), Outcome::Failed);
     f.end();
-    QCOMPARE(output.lines(), QStringList({QStringLiteral("log config not written"),
-                                          QStringLiteral("log config not restored")}));
+    QCOMPARE(output.lines(), QStringList({QStringLiteral("log config not written: ") + f.path,
+                                          QStringLiteral("log config not restored: ") + f.path}));
     QCOMPARE(f.contents(), infoFile.left(writtenBytes));
 }
 
 void LogLevelTornFile::saysNotThatATextWhichIsBackWasNotRestored()
 {
     DebugCapture output;
-    Fixture f(infoFile, TearingDisk{1});
+    const Diagnostics diagnostics;
+    Fixture f(infoFile, 1);
     QCOMPARE(f.setDebug(), Outcome::Failed);
     f.end();
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not written")});
+    QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not written: ") + f.path});
     QCOMPARE(f.contents(), infoFile);
 }
 

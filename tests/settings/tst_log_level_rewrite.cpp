@@ -1,14 +1,17 @@
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "Faults.h"
 #include "LogConfig.h"
-#include "LogLevelFile.h"
 #include "LogLevelRewrite.h"
 #include "Machine.h"
+#include "PropertiesFile.h"
 #include "ScratchFolder.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QtTest>
+
+#include <functional>
 
 using Outcome = LogLevelRewrite::Outcome;
 
@@ -22,7 +25,12 @@ private slots:
     void endsLinesAsThePlatformDoes();
     void keepsPermissionsAndLinks();
     void shortensTheFileWhereTheTextShrinks();
-    void doesNotTouchAFileThatIsRightAlready();
+    void writesAFileThatIsRightAlready();
+    void writesASettledFileOnlyWhereItIsWrong();
+    void waitsUntilAFileIsSettled_data();
+    void waitsUntilAFileIsSettled();
+    void looksAgainJustBeforeWriting();
+    void leavesAFileAloneThatIsBeingSaved();
     void replacesWhatIsThereWhenAMarkerIsMissing();
     void readsAnewEachTime();
     void failsOnAMissingFile();
@@ -32,12 +40,12 @@ private slots:
     void failsOnAFileThatCannotBeReadAnyFurther();
     void failsOnAFileThatMayNotBeWritten();
     void failsOnAFileThatIsRightAlreadyButMayNotBeWritten();
-    void refusesAFileBeyondAllMeasure();
     void keepsBinaryContents();
     void overwritesOnlyWhatIsThere();
     void saysNothingWhenAllIsWell();
     void saysOnceThatLinesAreMissing();
     void saysOnceThatTheFileIsNotWritable();
+    void saysAllThisOnRequestOnly();
 };
 
 namespace {
@@ -46,6 +54,36 @@ QString name()
 {
     return QStringLiteral("sdk.properties");
 }
+
+/// A file whose rewriting can be watched.
+struct CountedWrites
+{
+    explicit CountedWrites(const QByteArray &contents)
+        : path(scratch.file(name(), contents))
+    {
+    }
+
+    void write(const QByteArray &contents, const QDateTime &modified)
+    {
+        scratch.file(name(), contents, modified);
+    }
+    [[nodiscard]] QByteArray contents() const { return scratch.read(name()); }
+
+    ScratchFolder scratch;
+    QString path;
+    int writes = 0;
+    std::function<void()> afterReading = [] {};
+    LogLevelRewrite rewrite{
+        path, PropertiesFile::Disk{[this](const QString &file) {
+                                       auto bytes = PropertiesFile::read(file);
+                                       afterReading();
+                                       return bytes;
+                                   },
+                                   [this](const QString &file, std::string_view bytes) {
+                                       ++writes;
+                                       return PropertiesFile::overwrite(file, bytes);
+                                   }}};
+};
 
 /// A file with these @p rights, in a folder that OrdinaryUser may look into.
 QString fileWithRights(ScratchFolder &scratch, QFileDevice::Permissions rights)
@@ -73,9 +111,11 @@ void LogLevelRewriting::endsLinesAsThePlatformDoes()
     const QString path = scratch.file(name(), "a\r\nlog4cpp.rootCategory = INFO\r\nb\rc\n\r\n"
                                               "log4cpp.category.qzsdk = INFO, a_qzsdk\r\nlast");
     QCOMPARE(LogLevelRewrite(path).apply(1), Outcome::Done);
-    const QByteArray expected = "a\nlog4cpp.rootCategory = DEBUG\nb\rc\n\n"
-                                "log4cpp.category.qzsdk = DEBUG, a_qzsdk\nlast";
-    QCOMPARE(scratch.read(name()), LogLevelFile::withPlatformLineEnds(expected));
+    QByteArray expected = "a\nlog4cpp.rootCategory = DEBUG\nb\rc\n\n"
+                          "log4cpp.category.qzsdk = DEBUG, a_qzsdk\nlast";
+    if (onWindows())
+        expected.replace("\n", "\r\n");
+    QCOMPARE(scratch.read(name()), expected);
 }
 
 void LogLevelRewriting::keepsPermissionsAndLinks()
@@ -104,20 +144,77 @@ void LogLevelRewriting::shortensTheFileWhereTheTextShrinks()
     QCOMPARE(unixLines(scratch.read(name())), infoFile);
 }
 
-void LogLevelRewriting::doesNotTouchAFileThatIsRightAlready()
+void LogLevelRewriting::writesAFileThatIsRightAlready()
 {
-    ScratchFolder scratch;
-    const QString path = scratch.file(name(), infoFile);
-    QCOMPARE(LogLevelRewrite(path).apply(0), Outcome::Done); // platform's line ends from here on
-    int writes = 0;
-    LogLevelRewrite rewrite(path, [&writes](const QString &, const QByteArray &) {
-        ++writes;
-        return true;
-    });
-    QCOMPARE(rewrite.apply(0), Outcome::Done);
-    QCOMPARE(writes, 0);
-    QCOMPARE(rewrite.apply(2), Outcome::Done);
-    QCOMPARE(writes, 1);
+    CountedWrites f(infoFile);
+    QCOMPARE(f.rewrite.apply(0), Outcome::Done);
+    QCOMPARE(f.rewrite.apply(0), Outcome::Done);
+    QCOMPARE(f.writes, 2);
+}
+
+void LogLevelRewriting::writesASettledFileOnlyWhereItIsWrong()
+{
+    CountedWrites f(debugFile);
+    QCOMPARE(f.rewrite.applyIfSettled(0), Outcome::Failed);
+    QCOMPARE(f.rewrite.applyIfSettled(0), Outcome::Done);
+    QCOMPARE(f.writes, 1);
+    QCOMPARE(unixLines(f.contents()), infoFile);
+    (void)f.rewrite.applyIfSettled(0); // sees that it was written
+    QCOMPARE(f.rewrite.applyIfSettled(0), Outcome::Done);
+    QCOMPARE(f.writes, 1);
+}
+
+void LogLevelRewriting::waitsUntilAFileIsSettled_data()
+{
+    QTest::addColumn<QByteArray>("contents");
+    QTest::addColumn<int>("laterBy"); // seconds
+    QTest::newRow("another size") << QByteArray(debugFile + "# more\n") << 0;
+    QTest::newRow("a later time") << debugFile << 1;
+    QTest::newRow("an earlier time") << debugFile << -1;
+}
+
+void LogLevelRewriting::waitsUntilAFileIsSettled()
+{
+    QFETCH(QByteArray, contents);
+    QFETCH(int, laterBy);
+    const QDateTime time = QDateTime::currentDateTime();
+    CountedWrites f(debugFile);
+    f.write(debugFile, time);
+    QCOMPARE(f.rewrite.applyIfSettled(2), Outcome::Failed);
+    f.write(contents, time.addSecs(laterBy));
+    QCOMPARE(f.rewrite.applyIfSettled(2), Outcome::Failed);
+    QCOMPARE(f.writes, 0);
+    QCOMPARE(f.contents(), contents);
+    QCOMPARE(f.rewrite.applyIfSettled(2), Outcome::Done);
+    QCOMPARE(f.writes, 1);
+}
+
+void LogLevelRewriting::looksAgainJustBeforeWriting()
+{
+    const QByteArray saved = debugFile + "# saved by somebody\n";
+    CountedWrites f(debugFile);
+    QCOMPARE(f.rewrite.applyIfSettled(2), Outcome::Failed);
+    f.afterReading = [&f, &saved] { f.write(saved, QDateTime::currentDateTime()); };
+    QCOMPARE(f.rewrite.applyIfSettled(2), Outcome::Failed);
+    QCOMPARE(f.writes, 0);
+    QCOMPARE(f.contents(), saved);
+}
+
+void LogLevelRewriting::leavesAFileAloneThatIsBeingSaved()
+{
+    const QByteArray text = "log4cpp.rootCategory = DEBUG, a_root\n# the rest\n";
+    CountedWrites f(text);
+    QCOMPARE(f.rewrite.apply(0), Outcome::Failed);
+    (void)f.rewrite.applyIfSettled(0);
+    QFile other(f.path);
+    QVERIFY(other.open(QIODevice::WriteOnly | QIODevice::Unbuffered)); // truncates
+    other.write("log4cpp.rootCategory = DEBUG, a_root\n");
+    QCOMPARE(f.rewrite.applyIfSettled(0), Outcome::Failed);
+    other.write("log4cpp.category.qzsdk = DEBUG, a_qzsdk\n");
+    other.close();
+    QCOMPARE(f.rewrite.applyIfSettled(0), Outcome::Failed);
+    QCOMPARE(f.rewrite.applyIfSettled(0), Outcome::Done);
+    QCOMPARE(unixLines(f.contents()), infoFile);
 }
 
 void LogLevelRewriting::replacesWhatIsThereWhenAMarkerIsMissing()
@@ -185,8 +282,10 @@ void LogLevelRewriting::failsOnAFileThatCannotBeReadAnyFurther()
     if (!QFileInfo::exists(path))
         QSKIP("there is no such file here");
     const DebugCapture output;
-    QCOMPARE(readPropertiesFile(path), std::nullopt);
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("read failed")});
+    const Diagnostics diagnostics;
+    QVERIFY(!PropertiesFile::read(path));
+    QCOMPARE(output.lines().size(), 1);
+    QVERIFY(output.contains(QStringLiteral("log config not readable: ")));
 }
 
 void LogLevelRewriting::failsOnAFileThatMayNotBeWritten()
@@ -210,17 +309,6 @@ void LogLevelRewriting::failsOnAFileThatIsRightAlreadyButMayNotBeWritten()
     QCOMPARE(LogLevelRewrite(path).apply(0), Outcome::Failed);
 }
 
-void LogLevelRewriting::refusesAFileBeyondAllMeasure()
-{
-    ScratchFolder scratch;
-    DebugCapture output;
-    const qint64 threeGibibytes = 3LL * 1024 * 1024 * 1024;
-    const QString path = scratch.sparseFile(name(), threeGibibytes);
-    QCOMPARE(LogLevelRewrite(path).apply(0), Outcome::Unreadable);
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("log config file too large")});
-    QCOMPARE(QFileInfo(path).size(), threeGibibytes);
-}
-
 void LogLevelRewriting::keepsBinaryContents()
 {
     QByteArray bytes;
@@ -236,7 +324,7 @@ void LogLevelRewriting::keepsBinaryContents()
 void LogLevelRewriting::overwritesOnlyWhatIsThere()
 {
     ScratchFolder scratch;
-    QVERIFY(!overwriteFile(scratch.path(name()), infoFile));
+    QVERIFY(!PropertiesFile::overwrite(scratch.path(name()), infoFile.toStdString()));
     QVERIFY(!QFileInfo::exists(scratch.path(name())));
 }
 
@@ -244,6 +332,7 @@ void LogLevelRewriting::saysNothingWhenAllIsWell()
 {
     ScratchFolder scratch;
     DebugCapture output;
+    const Diagnostics diagnostics;
     QCOMPARE(LogLevelRewrite(scratch.file(name(), infoFile)).apply(1), Outcome::Done);
     QCOMPARE(output.lines(), QStringList());
 }
@@ -252,13 +341,16 @@ void LogLevelRewriting::saysOnceThatLinesAreMissing()
 {
     ScratchFolder scratch;
     const QString path = scratch.file(name(), "log4cpp.rootCategory = WARN\n");
+    const QStringList once{QStringLiteral("log level lines missing: ") + path};
     DebugCapture output;
+    const Diagnostics diagnostics;
     LogLevelRewrite rewrite(path);
     QCOMPARE(rewrite.apply(1), Outcome::Failed);
     QCOMPARE(rewrite.apply(0), Outcome::Failed);
-    QCOMPARE(output.take(), QStringList{QStringLiteral("log level lines missing")});
+    QCOMPARE(rewrite.problem(), LogLevelRewrite::Problem::LinesMissing);
+    QCOMPARE(output.take(), once);
     QCOMPARE(LogLevelRewrite(path).apply(1), Outcome::Failed); // the next click says it again
-    QCOMPARE(output.take(), QStringList{QStringLiteral("log level lines missing")});
+    QCOMPARE(output.take(), once);
 }
 
 void LogLevelRewriting::saysOnceThatTheFileIsNotWritable()
@@ -269,10 +361,20 @@ void LogLevelRewriting::saysOnceThatTheFileIsNotWritable()
     const QString path = fileWithRights(scratch, Everybody::mayRead);
     const OrdinaryUser user;
     DebugCapture output;
+    const Diagnostics diagnostics;
     LogLevelRewrite rewrite(path);
     QCOMPARE(rewrite.apply(1), Outcome::Failed);
     QCOMPARE(rewrite.apply(0), Outcome::Failed);
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not writable")});
+    QCOMPARE(rewrite.problem(), LogLevelRewrite::Problem::NotWritable);
+    QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not writable: ") + path});
+}
+
+void LogLevelRewriting::saysAllThisOnRequestOnly()
+{
+    ScratchFolder scratch;
+    DebugCapture output;
+    QCOMPARE(LogLevelRewrite(scratch.file(name(), "nothing")).apply(1), Outcome::Failed);
+    QCOMPARE(output.lines(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(LogLevelRewriting)

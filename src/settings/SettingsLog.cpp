@@ -1,0 +1,3 @@
+#include "SettingsLog.h"
+
+Q_LOGGING_CATEGORY(settingsLog, "vantrel.settings", QtFatalMsg)

@@ -41,6 +41,14 @@
         <source>Log config file</source>
         <translation>日志配置文件</translation>
     </message>
+    <message>
+        <source>The level cannot be set: this file cannot be written. Vantrel keeps trying. You can choose another file.</source>
+        <translation>无法设置日志等级：该文件无法写入。Vantrel 会不断重试。您可以选择其他文件。</translation>
+    </message>
+    <message>
+        <source>The level cannot be set: this file lacks a line with log4cpp.rootCategory or with log4cpp.category.qzsdk. Vantrel keeps trying until both are there. You can choose another file.</source>
+        <translation>无法设置日志等级：该文件缺少包含 log4cpp.rootCategory 或 log4cpp.category.qzsdk 的行。Vantrel 会不断重试，直到两者齐全为止。您可以选择其他文件。</translation>
+    </message>
 </context>
 <context>
     <name>LogViewer</name>

@@ -2,33 +2,45 @@
 
 #include "CConfiguration.h"
 #include "LogLevelFile.h"
-#include "LogLevelRewrite.h"
 #include "ModalDialog.h"
+#include "PlainToolTip.h"
 #include "PropertiesFile.h"
 #include "SharedFile.h"
 #include "ui_LogSettingsDlg.h"
 
 #include <QDebug>
 #include <QDir>
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QFileDialog>
 #include <QPointer>
 #include <QRadioButton>
 #include <QShortcut>
-#include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 constexpr int largestLimit = 100000;
-// Somebody who is saving the file is left alone if none of his pauses is longer.
-constexpr int shortestPause = 250; // milliseconds
 
 int storedLevel()
 {
     return int(CConfiguration::instance()->logLevel);
+}
+
+QString shownPath()
+{
+    return CConfiguration::instance()->logConfigPath;
+}
+
+QString reason(LogLevelRewrite::Problem problem)
+{
+    return problem == LogLevelRewrite::Problem::LinesMissing
+               ? LogSettingsDlg::tr(
+                     "The level cannot be set: this file lacks a line with "
+                     "log4cpp.rootCategory or with log4cpp.category.qzsdk. Vantrel "
+                     "keeps trying until both are there. You can choose another file.")
+               : LogSettingsDlg::tr("The level cannot be set: this file cannot be written. Vantrel "
+                                    "keeps trying. You can choose another file.");
 }
 
 QString folderOf(const CameraClient &client)
@@ -51,19 +63,23 @@ LogSettingsDlg::LogSettingsDlg(QWidget *parent, const CameraClient &registeredCl
     ui->setupUi(this);
     setUpTitleBar();
     setUpSpinBoxes();
+    connect(&writer, &LogLevelWriter::retryChanged, this, [this](const QString &path) {
+        if (path != shownPath())
+            return;
+        showLevel(storedLevel());
+        showRetry();
+    });
+    for (QRadioButton *button : levelButtons())
+        PlainToolTip::installOn(*button);
     const QString path = findDefaultLogConfig();
     if (path.isEmpty())
         on_btnSetLogCfgPath_clicked();
     else
         CConfiguration::instance()->logConfigPath = path;
-    showPath();
-    showFileLevel();
+    showFile();
     ui->widget->hide();
     adjustSize();
-    for (QRadioButton *button : levelButtons()) {
-        if (button->isChecked())
-            button->setFocus(); // not the title bar's button
-    }
+    focusLevel(); // not the title bar's button
     new QShortcut(QKeySequence::Cancel, this, this, &LogSettingsDlg::close);
 }
 
@@ -73,6 +89,7 @@ void LogSettingsDlg::retranslate()
 {
     ui->retranslateUi(this);
     ui->mainTitleBar->setTitle(tr("LogSettingsDlg"));
+    showRetry();
 }
 
 QString LogSettingsDlg::findDefaultLogConfig() const
@@ -96,11 +113,11 @@ bool LogSettingsDlg::readLogLevel(const QString &path)
 
 bool LogSettingsDlg::writeLogLevel(const std::string &path, int level)
 {
-    LogLevelRewrite rewrite(QString::fromStdString(path));
-    const LogLevelRewrite::Outcome outcome = rewrite.apply(level);
-    if (outcome == LogLevelRewrite::Outcome::Failed)
-        putStoredLevelBack(rewrite);
-    return outcome == LogLevelRewrite::Outcome::Done;
+    const QString file = QString::fromStdString(path);
+    if (writer.write(file, level))
+        return true;
+    writer.waitForRetry(file);
+    return false;
 }
 
 void LogSettingsDlg::closeEvent(QCloseEvent * /*event*/)
@@ -139,8 +156,7 @@ void LogSettingsDlg::on_btnSetLogCfgPath_clicked()
         return;
     selectedConfigPath = chosen;
     CConfiguration::instance()->logConfigPath = chosen;
-    showPath();
-    showFileLevel();
+    showFile();
 }
 
 void LogSettingsDlg::OnAutoUpdateTimer()
@@ -170,17 +186,14 @@ void LogSettingsDlg::setUpSpinBoxes()
     ui->maxDisplaySpinBox->setValue(largestLimit);
 }
 
-void LogSettingsDlg::showPath()
+void LogSettingsDlg::showFile()
 {
-    const QString &path = CConfiguration::instance()->logConfigPath;
+    const QString path = shownPath();
     ui->lineEditPath->setText(path);
     ui->lineEditPath->setToolTip(path);
-}
-
-void LogSettingsDlg::showFileLevel()
-{
-    if (readLogLevel(CConfiguration::instance()->logConfigPath))
-        showLevel(currentLevel);
+    if (readLogLevel(path))
+        showLevel(writer.retriedFor(path) ? storedLevel() : currentLevel);
+    showRetry();
 }
 
 void LogSettingsDlg::showLevel(int level)
@@ -190,53 +203,43 @@ void LogSettingsDlg::showLevel(int level)
         buttons[size_t(level)]->setChecked(true); // the buttons exclude one another
 }
 
+void LogSettingsDlg::showRetry()
+{
+    const auto problem = writer.retriedFor(shownPath());
+    const QString why = problem ? reason(*problem) : QString();
+    if (problem && qobject_cast<QRadioButton *>(focusWidget()) != nullptr) {
+        ui->btnSetLogCfgPath->setFocus(); // which can help
+        focusLeftLevels = true;
+    }
+    for (QRadioButton *button : levelButtons()) {
+        button->setToolTip(why);
+        button->setAccessibleDescription(why);
+        button->setEnabled(!problem);
+    }
+    if (!problem && std::exchange(focusLeftLevels, false) && focusWidget() == ui->btnSetLogCfgPath)
+        focusLevel();
+}
+
+void LogSettingsDlg::focusLevel()
+{
+    for (QRadioButton *button : levelButtons()) {
+        if (button->isChecked())
+            button->setFocus();
+    }
+}
+
 void LogSettingsDlg::chooseLevel(int level)
 {
-    if (retrying)
+    const QString path = shownPath();
+    if (writer.retriedFor(path))
         return;
-    CConfiguration *const hub = CConfiguration::instance();
-    const QPointer<LogSettingsDlg> alive(this);
-    if (writeLogLevel(hub->logConfigPath.toStdString(), level))
-        hub->logLevel = quint32(level);
-    else if (alive)
-        showLevel(storedLevel());
-}
-
-void LogSettingsDlg::putStoredLevelBack(LogLevelRewrite &rewrite)
-{
-    const QPointer<LogSettingsDlg> alive(this);
-    QWidget *const focused = focusWidget();
-    setRetrying(true);
-    const QWidget *const focusedInstead = focusWidget();
-
-    // One loop for all rounds: entering a loop drops a request to quit that is on its way.
-    QEventLoop events;
-    QTimer pause;
-    pause.setSingleShot(true);
-    connect(this, &QObject::destroyed, &events, &QEventLoop::quit);
-    connect(&pause, &QTimer::timeout, this, [&rewrite, &events, &pause] {
-        QElapsedTimer work;
-        work.start();
-        if (rewrite.applyIfSettled(storedLevel()) != LogLevelRewrite::Outcome::Failed)
-            events.quit();
-        else // longer than the work on a huge file, so that the windows stay usable
-            pause.start(int(std::max<qint64>(shortestPause, 4 * work.elapsed())));
-    });
-    pause.start(shortestPause);
-    events.exec();
-
-    if (!alive)
+    if (writer.write(path, level)) {
+        CConfiguration::instance()->logLevel = quint32(level);
         return;
-    setRetrying(false);
-    if (focused != nullptr && focusWidget() == focusedInstead)
-        focused->setFocus();
-}
-
-void LogSettingsDlg::setRetrying(bool on)
-{
-    retrying = on;
-    for (QRadioButton *button : levelButtons())
-        button->setEnabled(!on);
+    }
+    // Now, not after the retry: another file may be shown by then.
+    showLevel(storedLevel());
+    writer.waitForRetry(path);
 }
 
 void LogSettingsDlg::takeOverLimits()

@@ -2,12 +2,12 @@
 
 #include "CameraClient.h"
 #include "CommonDialog.h"
+#include "LogLevelWriter.h"
 
 #include <array>
 #include <memory>
 #include <string>
 
-class LogLevelRewrite;
 class QRadioButton;
 
 namespace Ui {
@@ -60,12 +60,11 @@ private:
     [[nodiscard]] std::array<QRadioButton *, 3> levelButtons() const; ///< by level
     void setUpTitleBar();
     void setUpSpinBoxes();
-    void showPath();
-    void showFileLevel();
+    void showFile();
     void showLevel(int level);
+    void showRetry();
+    void focusLevel();
     void chooseLevel(int level);
-    void putStoredLevelBack(LogLevelRewrite &rewrite);
-    void setRetrying(bool on);
     void takeOverLimits();
 
     std::unique_ptr<Ui::LogSettingsDlg> ui;
@@ -74,5 +73,6 @@ private:
     int currentLevel = 0;          ///< as last read from a file
     QString selectedConfigPath;    ///< as last chosen in the file dialog
     CameraClient client;
-    bool retrying = false; ///< writeLogLevel() is putting the stored level back
+    LogLevelWriter writer;
+    bool focusLeftLevels = false; ///< for the folder button, when they were disabled
 };

@@ -27,8 +27,7 @@ private slots:
     void waitsBetweenTheRoundsAndBurnsNoCore();
     void letsWindowsPaintAndTimersRun();
     void doesNotStartAgainWhileTheLevelButtonsAreClicked();
-    void givesTheFocusBack();
-    void isNotDisturbedByAnotherChosenFile();
+    void lendsTheFocusToTheFolderButton();
     void leavesTheTextAloneThatSomebodyIsSaving();
     void endsWithTheProgram();
     void endsWithTheMainWindow();
@@ -252,35 +251,20 @@ void RetriedLogLevel::doesNotStartAgainWhileTheLevelButtonsAreClicked()
     QCOMPARE(hub().logLevel, 1U);
 }
 
-void RetriedLogLevel::givesTheFocusBack()
+void RetriedLogLevel::lendsTheFocusToTheFolderButton()
 {
     RetryFixture f;
     f.window->show();
     QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
     f.radio("radioDEBUG")->setFocus();
-    bool moved = false;
+    const QWidget *meanwhile = nullptr;
     f.after(aFewRounds, [&] {
-        moved = f.window->focusWidget() != f.radio("radioDEBUG");
+        meanwhile = f.window->focusWidget();
         f.properties(infoFile);
     });
     f.radio("radioDEBUG")->click();
-    QVERIFY(moved);
-    QCOMPARE(f.window->focusWidget(), f.radio("radioDEBUG"));
-}
-
-void RetriedLogLevel::isNotDisturbedByAnotherChosenFile()
-{
-    RetryFixture f;
-    f.chooses = f.scratch.file(QStringLiteral("other.properties"), fatalFile);
-    f.after(aFewRounds, [&f] {
-        f.find<QAbstractButton>("btnSetLogCfgPath")->click();
-        QCOMPARE(f.shownLevel(), QStringLiteral("FATAL"));
-        f.properties(fatalFile);
-    });
-    QVERIFY(!f.write(1));
-    QVERIFY(f.wasRunning);
-    QCOMPARE(unixLines(f.written()), infoFile);
-    QCOMPARE(f.scratch.read(QStringLiteral("other.properties")), fatalFile);
+    QCOMPARE(meanwhile, f.find<QWidget>("btnSetLogCfgPath"));
+    QCOMPARE(f.window->focusWidget(), f.radio("radioINFO")); // the one that is checked
 }
 
 void RetriedLogLevel::leavesTheTextAloneThatSomebodyIsSaving()

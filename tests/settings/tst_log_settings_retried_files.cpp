@@ -1,0 +1,250 @@
+#include "Faults.h"
+#include "LogConfig.h"
+#include "SettingsFixture.h"
+#include "Text.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
+#include <QTranslator>
+
+/// The settings window while the level cannot be set in one file: what it shows, and that the other
+/// files can be set.
+class RetriedFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showTheStoredLevelWhileTheyAreRetried();
+    void leaveOtherFilesFree();
+    void leaveTheLevelOfAnotherFileShown();
+    void showTheStoredLevelWhenTheyAreChosenAgain();
+    void areRetriedSeveralAtOnce();
+    void doNotChangeTheLevelShownLongAfterTheirEnd();
+    void sayWhyTheLevelsRest_data();
+    void sayWhyTheLevelsRest();
+    void sayWhenAnotherReasonKeepsTheLevelsResting();
+};
+
+namespace {
+
+/// A window on a file in which no level can be set.
+struct Fixture : SettingsFixture
+{
+    Fixture() { open("nothing to replace\n"); }
+
+    /// Chooses the file of this name in the file dialog.
+    void choose(const QString &path)
+    {
+        chooses = path;
+        find<QPushButton>("btnSetLogCfgPath")->click();
+        QCOMPARE(find<QLineEdit>("lineEditPath")->text(), path);
+    }
+    [[nodiscard]] bool levelsRest() const
+    {
+        return !radio("radioINFO")->isEnabled() && !radio("radioDEBUG")->isEnabled() &&
+               !radio("radioFATAL")->isEnabled();
+    }
+    /// Clicks DEBUG; once that is being retried, calls @p during. Returns when the retry has ended.
+    void clickDebug(const std::function<void()> &during)
+    {
+        bool called = false;
+        QTimer::singleShot(0, window.get(), [&] {
+            called = true;
+            during();
+            if (QTest::currentTestFailed()) { // ends the retries
+                QFile::remove(wrong);
+                QFile::remove(other);
+            }
+        });
+        radio("radioDEBUG")->click();
+        QVERIFY(called);
+    }
+    void mend(const QByteArray &contents = infoFile) { properties(contents); }
+
+    QString wrong = scratch.path(defaultName());
+    QString other = scratch.file(QStringLiteral("other.properties"), fatalFile);
+    [[nodiscard]] QByteArray otherWritten() const
+    {
+        return unixLines(scratch.read(QStringLiteral("other.properties")));
+    }
+};
+
+} // namespace
+
+void RetriedFiles::showTheStoredLevelWhileTheyAreRetried()
+{
+    Fixture f;
+    hub().logLevel = 2;
+    f.clickDebug([&f] {
+        QVERIFY(f.levelsRest());
+        QCOMPARE(f.shownLevel(), text("FATAL"));
+        f.mend();
+    });
+    QVERIFY(!f.levelsRest());
+    QCOMPARE(f.shownLevel(), text("FATAL"));
+    QCOMPARE(unixLines(f.written()), fatalFile);
+}
+
+void RetriedFiles::leaveOtherFilesFree()
+{
+    Fixture f;
+    f.clickDebug([&f] {
+        f.choose(f.other);
+        QVERIFY(!f.levelsRest());
+        QCOMPARE(f.shownLevel(), text("FATAL"));
+        f.radio("radioDEBUG")->click(); // returns at once
+        QCOMPARE(f.otherWritten(), debugFile);
+        QCOMPARE(hub().logLevel, 1U);
+        QCOMPARE(f.shownLevel(), text("DEBUG"));
+        f.choose(f.wrong);
+        QVERIFY(f.levelsRest());
+        f.mend();
+    });
+    QVERIFY(!f.levelsRest());
+    QCOMPARE(unixLines(f.written()), debugFile); // the level that was stored last
+    QCOMPARE(f.otherWritten(), debugFile);
+}
+
+void RetriedFiles::leaveTheLevelOfAnotherFileShown()
+{
+    Fixture f;
+    f.clickDebug([&f] {
+        f.choose(f.other);
+        f.mend();
+    });
+    QCOMPARE(f.shownLevel(), text("FATAL"));
+    QCOMPARE(hub().logLevel, 0U);
+    QCOMPARE(unixLines(f.written()), infoFile);
+    QCOMPARE(f.otherWritten(), fatalFile);
+}
+
+void RetriedFiles::showTheStoredLevelWhenTheyAreChosenAgain()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("no way to take a permission away here");
+    Fixture f;
+    f.choose(f.other);
+    QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(f.other, Everybody::mayRead));
+    auto user = std::make_unique<OrdinaryUser>();
+    f.clickDebug([&] {
+        f.choose(f.wrong);
+        f.choose(f.other);
+        QVERIFY(f.levelsRest());
+        QCOMPARE(f.shownLevel(), text("INFO")); // not FATAL, which the file names
+        user.reset();
+        QVERIFY(QFile::setPermissions(f.other, Everybody::mayReadAndWrite));
+    });
+    QCOMPARE(f.shownLevel(), text("INFO"));
+    QCOMPARE(f.otherWritten(), infoFile);
+}
+
+void RetriedFiles::areRetriedSeveralAtOnce()
+{
+    Fixture f;
+    const QString second = f.scratch.file(text("second.properties"), "nor here\n");
+    f.clickDebug([&] {
+        f.choose(second);
+        f.clickDebug([&] {
+            QVERIFY(f.levelsRest());
+            f.choose(f.wrong);
+            QVERIFY(f.levelsRest());
+            f.mend();
+            QTRY_VERIFY(!f.levelsRest()); // though the second one is still retried
+            f.radio("radioFATAL")->click();
+            QCOMPARE(hub().logLevel, 2U);
+            QCOMPARE(unixLines(f.written()), fatalFile);
+            f.scratch.file(text("second.properties"), debugFile);
+        });
+    });
+    QCOMPARE(unixLines(f.scratch.read(text("second.properties"))), fatalFile);
+    QVERIFY(!f.levelsRest());
+}
+
+void RetriedFiles::doNotChangeTheLevelShownLongAfterTheirEnd()
+{
+    Fixture f;
+    const QString second = f.scratch.file(text("second.properties"), "nor here\n");
+    f.clickDebug([&] {
+        f.choose(second);
+        f.clickDebug([&] {
+            f.mend(debugFile);
+            QTRY_COMPARE(unixLines(f.written()), infoFile); // the stored level
+            f.choose(f.other);
+            f.radio("radioDEBUG")->click();
+            QCOMPARE(hub().logLevel, 1U);
+            f.choose(f.wrong);
+            QTRY_VERIFY(!f.levelsRest());
+            QCOMPARE(f.shownLevel(), text("INFO"));
+            QVERIFY(QFile::remove(second));
+        });
+    });
+    // The first click, which has failed long ago, returns last.
+    QCOMPARE(f.shownLevel(), text("INFO"));
+    QCOMPARE(unixLines(f.written()), infoFile);
+}
+
+void RetriedFiles::sayWhyTheLevelsRest_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<bool>("writable");
+    QTest::addColumn<QString>("why");
+    QTest::newRow("lines missing, English")
+        << text("EN") << true << text("lacks a line with log4cpp.rootCategory");
+    QTest::newRow("not writable, English") << text("EN") << false << text("cannot be written");
+    QTest::newRow("lines missing, Chinese") << text("CN") << true << text("该文件缺少包含");
+    QTest::newRow("not writable, Chinese") << text("CN") << false << text("该文件无法写入");
+}
+
+void RetriedFiles::sayWhyTheLevelsRest()
+{
+    QFETCH(QString, language);
+    QFETCH(bool, writable);
+    QFETCH(QString, why);
+    if (!OrdinaryUser::available())
+        QSKIP("no way to take a permission away here");
+    QTranslator hints;
+    QVERIFY(hints.load(QStringLiteral(":/Hints_%1.qm").arg(language)));
+    QCoreApplication::installTranslator(&hints);
+    Fixture f;
+    if (!writable)
+        f.choose(f.other);
+    QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(f.wrong, Everybody::mayReadAndWrite));
+    QVERIFY(QFile::setPermissions(f.other, Everybody::mayRead));
+    auto user = std::make_unique<OrdinaryUser>();
+    f.clickDebug([&] {
+        for (const char *name : {"radioINFO", "radioDEBUG", "radioFATAL"}) {
+            const QString tip = f.radio(name)->toolTip();
+            QVERIFY2(tip.contains(why), qPrintable(tip));
+            QCOMPARE(f.radio(name)->accessibleDescription(), tip);
+        }
+        user.reset();
+        QVERIFY(QFile::setPermissions(f.other, Everybody::mayReadAndWrite));
+        f.mend();
+    });
+    QCOMPARE(f.radio("radioINFO")->toolTip(), QString());
+    QCOMPARE(f.radio("radioINFO")->accessibleDescription(), QString());
+}
+
+void RetriedFiles::sayWhenAnotherReasonKeepsTheLevelsResting()
+{
+    if (!OrdinaryUser::available())
+        QSKIP("no way to take a permission away here");
+    Fixture f;
+    QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(f.wrong, Everybody::mayRead));
+    auto user = std::make_unique<OrdinaryUser>();
+    f.clickDebug([&] {
+        QVERIFY(f.radio("radioINFO")->toolTip().contains(text("cannot be written")));
+        user.reset();
+        QVERIFY(QFile::setPermissions(f.wrong, Everybody::mayReadAndWrite));
+        QTRY_VERIFY(f.radio("radioINFO")->toolTip().contains(text("lacks a line with")));
+        QCOMPARE(f.radio("radioINFO")->accessibleDescription(), f.radio("radioINFO")->toolTip());
+        f.mend();
+    });
+}
+
+QTEST_MAIN(RetriedFiles)
+#include "tst_log_settings_retried_files.moc"

@@ -71,6 +71,34 @@ void LogTable::retranslate()
     setHorizontalHeaderLabels(texts);
 }
 
+void LogTable::clearLines()
+{
+    contents = Contents::Nothing;
+    clearContents();
+    scrollToTop(); // that is where the next lines appear
+}
+
+LogTable::Place LogTable::place() const
+{
+    Place place{{}, currentRow(), qMax(rowAt(0), 0)};
+    const auto hasLine = [this](int row) { return item(row, LogRows::Message) != nullptr; };
+    const int row = hasLine(place.currentRow) ? place.currentRow : place.topRow;
+    if (contents == Contents::LinesFound && hasLine(row))
+        place.foundLine = foundLineAt(*this, row);
+    return place;
+}
+
+void LogTable::goTo(const Place &place)
+{
+    if (!place.foundLine) {
+        setCurrentRow(place.currentRow);
+        scrollToRow(place.topRow);
+    } else if (const int row = rowOf(*this, *place.foundLine); row >= 0) {
+        setCurrentRow(row);
+        scrollTo(model()->index(nextShownRow(*this, row, 1), currentColumn()), PositionAtCenter);
+    }
+}
+
 void LogTable::resetColumnWidths()
 {
     horizontalHeader()->setDefaultSectionSize(80);
@@ -106,7 +134,7 @@ void LogTable::setLevelHidden(const QString &level, bool hidden)
     if (last < 0)
         return;
     emit rows->sectionResized(last, 0, rows->sectionSize(last));
-    updateGeometries(); // the scroll bar still has the range of the rows that were shown
+    updateGeometries(); // the scroll bar still has the range of the rows before
     scrollToRow(top);
     viewport()->update();
 }
@@ -140,6 +168,14 @@ void LogTable::setUpColumns()
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setTextElideMode(Qt::ElideRight);
     horizontalHeader()->setHighlightSections(false);
+}
+
+void LogTable::setCurrentRow(int row)
+{
+    if (item(row, LogRows::Message) != nullptr)
+        selectionModel()->setCurrentIndex(model()->index(row, 0),
+                                          QItemSelectionModel::ClearAndSelect |
+                                              QItemSelectionModel::Rows);
 }
 
 void LogTable::scrollToRow(int row)

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "CTableWidget.h"
+#include "FoundLine.h"
 #include "LogRows.h"
 
 #include <array>
+#include <optional>
 
 /// The table of log lines: a row a line, in the four columns of LogRows. Its cursor is always where
 /// a text is. GUI thread only.
@@ -15,6 +17,17 @@ public:
     /// The rows that are there before and during a load, and the most lines that a load shows.
     static constexpr int capacity = 100000;
 
+    /// What the rows hold.
+    enum class Contents { Nothing, File, LinesFound };
+
+    /// What the user looks at, to be kept when the log is read again.
+    struct Place
+    {
+        std::optional<FoundLine> foundLine; ///< the current line found, else the first in sight
+        int currentRow = -1;
+        int topRow = 0;
+    };
+
     /// In column order, before translation; their context is "LogViewer".
     static const std::array<const char *, LogRows::ColumnCount> headerTexts;
 
@@ -22,9 +35,17 @@ public:
 
     /// Sets the header texts in the language that is installed now.
     void retranslate();
+    /// Empties the rows and goes to the first one.
+    void clearLines();
+    /// Says what the rows hold now.
+    void setContents(Contents filled) { contents = filled; }
+    /// @return what @p goTo() needs once the rows hold the whole log again.
+    [[nodiscard]] Place place() const;
+    void goTo(const Place &place);
     /// Gives the columns their first widths. The last one that is shown is stretched to the edge.
     void resetColumnWidths();
-    /// Hides or shows every row whose level is exactly @p level. What is in sight stays where it is.
+    /// Hides or shows every row whose level is exactly @p level. What is in sight stays where it
+    /// is.
     void setLevelHidden(const QString &level, bool hidden);
 
 protected:
@@ -34,5 +55,8 @@ protected:
 private:
     void setUpColumns();
     void keepCursorOnText();
+    void setCurrentRow(int row);
     void scrollToRow(int row);
+
+    Contents contents = Contents::Nothing;
 };

@@ -150,8 +150,7 @@ void LogViewer::on_btnSearch_clicked()
     if (keyword.isEmpty())
         return;
     endSearch();
-    ui->tableWidget->clearContents();
-    ui->tableWidget->scrollToTop(); // that is where the lines found appear
+    ui->tableWidget->clearLines();
     lastSearchKeyword = keyword.toStdString();
     // What lies behind the table's last row has nowhere to be shown.
     const auto run = std::make_shared<SearchRun>(lineSearch, lastSearchKeyword, currentLogPath,
@@ -160,8 +159,10 @@ void LogViewer::on_btnSearch_clicked()
     showFound(*run);
     if (run->hasFailed())
         qDebug() << "Failed to execute findstr command.";
-    if (searchRun == run)
+    if (searchRun == run) {
         endSearch();
+        ui->tableWidget->setContents(LogTable::Contents::LinesFound);
+    }
 }
 
 void LogViewer::onLineEditEnterPressed()
@@ -237,16 +238,18 @@ void LogViewer::setUpKeys()
 
 void LogViewer::reload()
 {
-    if (!currentLogPath.isEmpty())
-        dropSpareRows(fillFromFile());
+    if (currentLogPath.isEmpty())
+        return;
+    const LogTable::Place place = ui->tableWidget->place();
+    dropSpareRows(fillFromFile());
+    ui->tableWidget->goTo(place);
 }
 
 std::optional<int> LogViewer::fillFromFile()
 {
-    QTableWidget &table = *ui->tableWidget;
+    LogTable &table = *ui->tableWidget;
     endSearch();
-    table.clearContents();
-    table.scrollToTop();
+    table.clearLines();
     table.setRowCount(LogTable::capacity);
     std::optional<int> lines;
     {
@@ -263,6 +266,7 @@ void LogViewer::dropSpareRows(std::optional<int> lines)
 {
     if (lines)
         ui->tableWidget->setRowCount(*lines + spareRows);
+    ui->tableWidget->setContents(LogTable::Contents::File);
 }
 
 void LogViewer::showFound(SearchRun &run)

@@ -3,26 +3,22 @@
 #include "CConfiguration.h"
 #include "CMenuEx.h"
 #include "LogFile.h"
-#include "SearchRun.h"
+#include "LogSearch.h"
 #include "ui_LogViewer.h"
 
 #include <QActionGroup>
 #include <QApplication>
 #include <QClipboard>
 #include <QDebug>
-#include <QElapsedTimer>
 #include <QShortcut>
 
-#include <chrono>
 #include <utility>
 
 namespace {
 
 constexpr int spareRows = 5;
 constexpr int menuTextWidth = 115;
-constexpr std::chrono::milliseconds searchRound{15}; ///< about a frame of a screen
-constexpr int searchGracePeriodMs = 100; ///< milliseconds that a search may take unnoticed
-constexpr int allColumns = 5;            ///< the data of an action that stands for every column
+constexpr int allColumns = 5; ///< the data of an action that stands for every column
 
 QString elided(const QWidget &menu, const QString &text)
 {
@@ -37,13 +33,13 @@ void copyLines(const QStringList &lines)
 
 } // namespace
 
-LogViewer::LogViewer(QWidget *parent, LineSearch search)
+LogViewer::LogViewer(QWidget *parent, LineSearch lineSearch)
     : CommonDialog(parent, true, false)
     , ui(std::make_unique<Ui::LogViewer>())
-    , lineSearch(std::move(search))
 {
     ui->setupUi(this);
     rows = std::make_unique<LogRows>(*ui->tableWidget);
+    search = std::make_unique<LogSearch>(*ui->tableWidget, *rows, std::move(lineSearch));
     ui->mainTitleBar->setMaxButtonVisible(false);
     ui->mainTitleBar->setMinButtonVisible(false);
     ui->mainTitleBar->setMaxMinEnabled(true);
@@ -149,20 +145,10 @@ void LogViewer::on_btnSearch_clicked()
     const QString keyword = ui->lineEdit->text();
     if (keyword.isEmpty())
         return;
-    endSearch();
     ui->tableWidget->clearLines();
     lastSearchKeyword = keyword.toStdString();
-    // What lies behind the table's last row has nowhere to be shown.
-    const auto run = std::make_shared<SearchRun>(lineSearch, lastSearchKeyword, currentLogPath,
-                                                 ui->tableWidget->rowCount());
-    searchRun = run;
-    showFound(*run);
-    if (run->hasFailed())
+    if (search->run({lastSearchKeyword, currentLogPath}) == LogSearch::Outcome::Failed)
         qDebug() << "Failed to execute findstr command.";
-    if (searchRun == run) {
-        endSearch();
-        ui->tableWidget->setContents(LogTable::Contents::LinesFound);
-    }
 }
 
 void LogViewer::onLineEditEnterPressed()
@@ -248,7 +234,7 @@ void LogViewer::reload()
 std::optional<int> LogViewer::fillFromFile()
 {
     LogTable &table = *ui->tableWidget;
-    endSearch();
+    search->cancel();
     table.clearLines();
     table.setRowCount(LogTable::capacity);
     std::optional<int> lines;
@@ -267,37 +253,4 @@ void LogViewer::dropSpareRows(std::optional<int> lines)
     if (lines)
         ui->tableWidget->setRowCount(*lines + spareRows);
     ui->tableWidget->setContents(LogTable::Contents::File);
-}
-
-void LogViewer::showFound(SearchRun &run)
-{
-    // Nobody is left to wait for a search once the last window is closed.
-    const auto closing =
-        connect(qApp, &QGuiApplication::lastWindowClosed, this, [&run] { run.stop(); });
-    QElapsedTimer time;
-    time.start();
-    int row = 0;
-    while (!run.isOver()) {
-        const std::vector<std::string> found = run.take(searchRound);
-        // Whoever uses the window meanwhile may begin another search or load a file.
-        if (searchRun.get() == &run && !found.empty()) {
-            const ModelSignalBlocker fill(*ui->tableWidget);
-            for (const std::string &piece : found)
-                parseLogLine(piece.c_str(), row++);
-        }
-        if (!run.isOver() && time.elapsed() > searchGracePeriodMs) {
-            if (searchRun.get() == &run)
-                ui->tableWidget->viewport()->setCursor(Qt::BusyCursor);
-            QCoreApplication::processEvents();
-        }
-    }
-    disconnect(closing);
-}
-
-void LogViewer::endSearch()
-{
-    if (searchRun != nullptr)
-        searchRun->stop();
-    searchRun.reset();
-    ui->tableWidget->viewport()->unsetCursor();
 }

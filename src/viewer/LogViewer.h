@@ -10,9 +10,9 @@
 #include <string>
 
 class CMenuEx;
+class LogSearch;
 class QAction;
 class QMenu;
-class SearchRun;
 
 namespace Ui {
 class LogViewer;
@@ -25,8 +25,9 @@ class LogViewer : public CommonDialog
     Q_OBJECT
 
 public:
-    /// @p search finds the lines that the user looks for. It is called on a thread of its own.
-    explicit LogViewer(QWidget *parent, LineSearch search = systemLineSearch);
+    /// @p lineSearch finds the lines that the user looks for. It is called on a thread of its own
+    /// and may still run when the window has gone: nobody waits for one that cannot be stopped.
+    explicit LogViewer(QWidget *parent, LineSearch lineSearch = systemLineSearch);
     ~LogViewer() override;
 
     /// Loads the file at @p path (UTF-8). False: it is the one shown already, or cannot be opened.
@@ -61,15 +62,12 @@ private:
     void reload();
     std::optional<int> fillFromFile();
     void dropSpareRows(std::optional<int> lines);
-    void showFound(SearchRun &run);
-    void endSearch();
 
     std::unique_ptr<Ui::LogViewer> ui;
-    LineSearch lineSearch;
     QString currentLogPath;        ///< the file that is shown or was last tried
     std::string lastSearchKeyword; ///< in UTF-8; empty: nothing was searched yet
     std::unique_ptr<LogRows> rows;
-    std::shared_ptr<SearchRun> searchRun; ///< the one whose lines are shown; its slot has it, too
+    std::unique_ptr<LogSearch> search;
     QMenu *contextMenu = nullptr;
     QAction *actionCopyAll = nullptr;
     QAction *actionCopySelected = nullptr;

@@ -1,72 +1,115 @@
 #include "SearchRun.h"
 
+#include <QThread>
+
+#include <condition_variable>
+#include <mutex>
 #include <new>
-#include <system_error>
 #include <utility>
+
+namespace {
+
+constexpr std::chrono::milliseconds stopGracePeriod{20};
+
+} // namespace
+
+/// What the search's thread hands over. Any thread.
+class SearchRun::Findings
+{
+public:
+    explicit Findings(int limit)
+        : stopped(limit <= 0)
+        , room(limit)
+    {
+    }
+
+    void add(const char *piece)
+    {
+        const std::lock_guard lock(mutex);
+        if (room <= 0)
+            return;
+        pieces.emplace_back(piece);
+        if (--room == 0)
+            stopped = true;
+        if (pieces.size() == 1)
+            changed.notify_one();
+    }
+
+    void end(bool wasDone)
+    {
+        const std::lock_guard lock(mutex);
+        ended = true;
+        failed = !wasDone;
+        changed.notify_one();
+    }
+
+    std::vector<std::string> take(std::chrono::milliseconds timeout)
+    {
+        std::unique_lock lock(mutex);
+        changed.wait_for(lock, timeout, [this] { return ended || !pieces.empty(); });
+        return std::exchange(pieces, {});
+    }
+
+    bool isOver() const
+    {
+        const std::lock_guard lock(mutex);
+        return ended && pieces.empty();
+    }
+
+    bool hasFailed() const
+    {
+        const std::lock_guard lock(mutex);
+        return failed;
+    }
+
+    SearchStop stopped;
+
+private:
+    mutable std::mutex mutex; ///< guards the rest
+    std::condition_variable changed;
+    std::vector<std::string> pieces;
+    bool ended = false;
+    bool failed = false;
+    int room; ///< pieces that are still wanted
+};
 
 SearchRun::SearchRun(const LineSearch &search, const std::string &keyword, const QString &path,
                      int limit)
-    : room(limit)
-    , stopped(limit <= 0)
-{
-    const auto run = [this, search, keyword, path] {
+    : findings(std::make_shared<Findings>(limit))
+    , thread(QThread::create([search, keyword, path, found = findings] {
         bool done = false;
         try {
             done = search(
-                keyword, path, [this](const char *piece) { add(piece); }, stopped);
+                keyword, path, [&found](const char *piece) { found->add(piece); }, found->stopped);
         } catch (const std::bad_alloc &) { // would end the program if it left this thread
         }
-        end(done);
-    };
-    try {
-        thread = std::thread(run);
-    } catch (const std::system_error &) { // too many threads
-        end(false);
-    }
+        found->end(done);
+    }))
+{
+    thread->start();
+    if (!thread->isRunning() && !thread->isFinished()) // too many threads
+        findings->end(false);
 }
 
 SearchRun::~SearchRun()
 {
-    stop();
-    if (thread.joinable())
-        thread.join();
+    findings->stopped = true;
+    QObject::connect(thread.get(), &QThread::finished, thread.get(), &QObject::deleteLater);
+    if (!thread->wait(QDeadlineTimer(stopGracePeriod)))
+        thread.release(); // deletes itself when it has finished
 }
 
 std::vector<std::string> SearchRun::take(std::chrono::milliseconds timeout)
 {
-    std::unique_lock lock(mutex);
-    changed.wait_for(lock, timeout, [this] { return ended || !pieces.empty(); });
-    return std::exchange(pieces, {});
+    return findings->take(timeout);
 }
 
 bool SearchRun::isOver() const
 {
-    const std::lock_guard lock(mutex);
-    return ended && pieces.empty();
+    return findings->isOver();
 }
 
 bool SearchRun::hasFailed() const
 {
-    const std::lock_guard lock(mutex);
-    return failed;
-}
-
-void SearchRun::add(const char *piece)
-{
-    const std::lock_guard lock(mutex);
-    if (room <= 0)
-        return;
-    pieces.emplace_back(piece);
-    if (--room == 0)
-        stopped = true;
-    if (pieces.size() == 1)
-        changed.notify_one();
-}
-
-void SearchRun::end(bool wasDone)
-{
-    const std::lock_guard lock(mutex);
-    ended = true;
-    failed = !wasDone;
-    changed.notify_one();
+    return findings->hasFailed();
 }

@@ -3,20 +3,21 @@
 #include "LineSearch.h"
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
+#include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
-/// One search on a thread of its own. Whoever made it takes the pieces found as they come, so that
-/// a window stays alive however long a search takes.
+class QThread;
+
+/// One search on a thread of its own. Its owner takes the pieces found as they come. GUI thread
+/// only.
 class SearchRun
 {
 public:
     /// Starts @p search, which ends early once it has found @p limit pieces.
     SearchRun(const LineSearch &search, const std::string &keyword, const QString &path, int limit);
-    /// Stops the search and waits for its end.
+    /// Stops the search. One that does not end at once is left behind: it ends on its own, and
+    /// nobody waits for it.
     ~SearchRun();
     SearchRun(const SearchRun &) = delete;
     SearchRun &operator=(const SearchRun &) = delete;
@@ -29,20 +30,10 @@ public:
     [[nodiscard]] bool isOver() const;
     /// The search could not be started, or ran out of memory. Final once the search is over.
     [[nodiscard]] bool hasFailed() const;
-    /// Makes the search end early. Does not wait for that.
-    void stop() { stopped = true; }
 
 private:
-    void add(const char *piece);
-    void end(bool wasDone);
+    class Findings;
 
-    mutable std::mutex mutex; ///< guards the four below
-    std::condition_variable changed;
-    std::vector<std::string> pieces;
-    bool ended = false;
-    bool failed = false;
-    int room; ///< pieces that are still wanted
-
-    SearchStop stopped{false};
-    std::thread thread;
+    std::shared_ptr<Findings> findings; ///< the thread's, too, which may outlive this object
+    std::unique_ptr<QThread> thread;
 };

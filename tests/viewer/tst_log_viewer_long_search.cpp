@@ -1,48 +1,103 @@
 #include "ViewerFixture.h"
 
 #include <QDeadlineTimer>
+#include <QProcess>
 #include <QTimer>
 
+#include <atomic>
 #include <functional>
-#include <future>
+#include <memory>
 #include <thread>
 
 namespace {
 
 constexpr int patience = 60'000; // milliseconds; only a broken search needs them
 
-/// Lets the events that are waiting for the user interface's thread be handled during a search.
-void duringTheSearch(const std::function<void()> &action)
-{
-    QTimer::singleShot(0, qApp, action);
-}
-
-bool untilStopped(const SearchStop &stop)
+void yieldUntil(const std::function<bool()> &condition)
 {
     const QDeadlineTimer deadline(patience);
-    while (!stop && !deadline.hasExpired())
+    while (!condition() && !deadline.hasExpired())
         std::this_thread::yield();
-    return stop;
 }
 
-/// Finds one line, and with the keyword "endless" goes on until it is stopped.
-struct EndlessSearch
+/// A search that finds one line, its keyword. With the keyword "endless" it then goes on until it
+/// is stopped; with "deaf", until it is released. What it shares with its threads outlives it.
+class SlowSearch
 {
-    bool wasStopped = false;
-
-    LineSearch search()
+public:
+    struct State
     {
-        return [this](const std::string &keyword, const QString & /*path*/, const PieceSink &sink,
-                      const SearchStop &stop) {
+        std::atomic<int> started{0};
+        std::atomic<int> stopped{0};
+        std::atomic<int> ended{0};
+        std::atomic<bool> isReleased{false};
+    };
+
+    ~SlowSearch()
+    {
+        state->isReleased = true;
+        yieldUntil([this] { return state->ended == state->started; });
+    }
+
+    [[nodiscard]] LineSearch lineSearch() const
+    {
+        return [state = state](const std::string &keyword, const QString & /*path*/,
+                               const PieceSink &sink, const SearchStop &stop) {
+            ++state->started;
             sink((keyword + '\n').c_str());
-            if (keyword == "endless") {
-                wasStopped = untilStopped(stop);
+            if (keyword == "endless")
+                yieldUntil([&] { return bool(stop); });
+            if (keyword == "deaf")
+                yieldUntil([&] { return bool(state->isReleased); });
+            state->stopped += stop ? 1 : 0;
+            if (stop)
                 sink("too late\n");
-            }
+            ++state->ended;
             return true;
         };
     }
+
+    const std::shared_ptr<State> state = std::make_shared<State>();
 };
+
+/// A viewer that searches so, in a file of two lines.
+struct Fixture : SlowSearch, ViewerFixture
+{
+    Fixture()
+        : ViewerFixture(lineSearch())
+        , opened(openLines({"one", "two"}))
+    {
+        timer.callOnTimeout(&viewer, [this] { look(); });
+    }
+
+    /// Does this, once and from the event loop, as soon as the table shows this line.
+    void whenShown(const QString &line, const std::function<void()> &action)
+    {
+        awaited = line + QLatin1Char('\n');
+        then = action;
+        timer.start(0);
+    }
+
+    const bool opened;
+
+private:
+    void look()
+    {
+        if (text(0, 3) == awaited) {
+            timer.stop();
+            const std::function<void()> action = then; // it may ask for another one
+            action();
+        }
+    }
+
+    QString awaited;
+    std::function<void()> then;
+    QTimer timer;
+};
+
+const QString endless = QStringLiteral("endless");
+const QString deaf = QStringLiteral("deaf");
+const QString next = QStringLiteral("next");
 
 } // namespace
 
@@ -53,121 +108,262 @@ class LogViewerLongSearch : public QObject
 private slots:
     void endsTheSearchWhenTheTableIsFull();
     void keepsTheWindowAlive();
+    void keepsTheWindowAliveWhileManyLinesAreShown();
     void showsWhatWasFoundBeforeTheEnd();
     void aNewSearchTakesOver();
+    void manyNewSearchesEndInTheLastOne();
+    void aSearchThatCannotBeStoppedKeepsNobodyWaiting();
     void openingAFileTakesOver();
+    void readingTheLogAgainTakesOver();
+    void readingTheLogAgainLeadsToALineFoundSoFar();
+    void searchingAgainAfterOpeningAFileTakesOver();
     void openingTheShownFileChangesNothing();
+    void closingTheWindowLetsTheSearchGoOn();
     void closingTheLastWindowEndsTheSearch();
+    void closingTheLastWindowWaitsForNoSearch();
+    void theProgramEndsWhileASearchGoesOn();
 };
 
 void LogViewerLongSearch::endsTheSearchWhenTheTableIsFull()
 {
-    bool wasStopped = false;
-    ViewerFixture f([&wasStopped](const std::string &, const QString &, const PieceSink &sink,
-                                  const SearchStop &stop) {
-        const QDeadlineTimer deadline(patience);
-        while (!stop && !deadline.hasExpired())
+    const auto wasStopped = std::make_shared<std::atomic<bool>>(false);
+    ViewerFixture f([wasStopped](const std::string &, const QString &, const PieceSink &sink,
+                                 const SearchStop &stop) {
+        yieldUntil([&] {
             sink("x\n");
-        wasStopped = stop;
+            return bool(stop);
+        });
+        *wasStopped = bool(stop);
         return true;
     });
     QVERIFY(f.openLines({"one"}));
     f.search(QStringLiteral("x"));
-    QVERIFY(wasStopped);
+    QVERIFY(*wasStopped);
     QCOMPARE(f.table().rowCount(), 6);
     QCOMPARE(f.filledRows(), 6);
 }
 
 void LogViewerLongSearch::keepsTheWindowAlive()
 {
-    std::promise<void> handled;
+    Fixture f;
+    QVERIFY(f.opened);
     bool wasAlive = false;
-    ViewerFixture f([&handled, &wasAlive](const std::string &, const QString &, const PieceSink &,
-                                          const SearchStop &) {
-        wasAlive = handled.get_future().wait_for(std::chrono::milliseconds(patience)) ==
-                   std::future_status::ready;
+    QTimer::singleShot(0, &f.viewer, [&] {
+        wasAlive = f.state->ended == 0;
+        f.state->isReleased = true;
+    });
+    f.search(deaf);
+    QVERIFY(wasAlive);
+}
+
+void LogViewerLongSearch::keepsTheWindowAliveWhileManyLinesAreShown()
+{
+    constexpr int lines = 100'000;
+    const auto areFound = std::make_shared<std::atomic<bool>>(false);
+    ViewerFixture f([areFound](const std::string &, const QString &, const PieceSink &sink,
+                               const SearchStop &) {
+        const QByteArray line = logLine("INFO") + '\n';
+        for (int i = 0; i < lines; ++i)
+            sink(line.constData());
+        *areFound = true;
         return true;
     });
-    QVERIFY(f.openLines({"one"}));
-    duringTheSearch([&handled] { handled.set_value(); });
+    QCOMPARE(f.table().rowCount(), lines);
+    // Events are counted from the moment on when nothing is left to do but to show what was found.
+    int steps = 0;
+    QTimer timer;
+    timer.callOnTimeout(&f.viewer, [&] { steps += *areFound ? 1 : 0; });
+    timer.start(0);
     f.search(QStringLiteral("x"));
-    QVERIFY(wasAlive);
+    QCOMPARE(f.filledRows(), lines);
+    QVERIFY2(steps >= 3, QByteArray::number(steps).constData());
 }
 
 void LogViewerLongSearch::showsWhatWasFoundBeforeTheEnd()
 {
-    EndlessSearch endless;
-    ViewerFixture f(endless.search());
-    QVERIFY(f.openLines({"one"}));
-    QString shown;
+    Fixture f;
+    QVERIFY(f.opened);
     Qt::CursorShape cursor = Qt::ArrowCursor;
-    duringTheSearch([&] {
-        shown = f.text(0, 3);
+    f.whenShown(endless, [&] {
         cursor = f.table().viewport()->cursor().shape();
-        f.search(QStringLiteral("next"));
+        f.search(next);
     });
-    f.search(QStringLiteral("endless"));
-    QCOMPARE(shown, QStringLiteral("endless\n"));
+    f.search(endless);
     QCOMPARE(cursor, Qt::BusyCursor);
     QCOMPARE(f.table().viewport()->cursor().shape(), Qt::ArrowCursor);
 }
 
 void LogViewerLongSearch::aNewSearchTakesOver()
 {
-    EndlessSearch endless;
-    ViewerFixture f(endless.search());
-    QVERIFY(f.openLines({"one", "two"}));
-    duringTheSearch([&f] { f.search(QStringLiteral("next")); });
-    f.search(QStringLiteral("endless"));
-    QVERIFY(endless.wasStopped);
+    Fixture f;
+    QVERIFY(f.opened);
+    f.whenShown(endless, [&f] { f.search(next); });
+    f.search(endless);
+    QTRY_COMPARE(int(f.state->stopped), 1);
     QCOMPARE(f.filledRows(), 1);
     QCOMPARE(f.text(0, 3), QStringLiteral("next\n"));
 }
 
+void LogViewerLongSearch::manyNewSearchesEndInTheLastOne()
+{
+    Fixture f;
+    QVERIFY(f.opened);
+    int startedMeanwhile = 0;
+    f.whenShown(endless, [&] {
+        for (int i = 0; i < 20; ++i)
+            f.pressEnter(endless);
+        f.pressEnter(next);
+        startedMeanwhile = f.state->started;
+    });
+    f.pressEnter(endless);
+    QCOMPARE(startedMeanwhile, 1);
+    QCOMPARE(int(f.state->started), 2);
+    QCOMPARE(f.filledRows(), 1);
+    QCOMPARE(f.text(0, 3), QStringLiteral("next\n"));
+}
+
+void LogViewerLongSearch::aSearchThatCannotBeStoppedKeepsNobodyWaiting()
+{
+    Fixture f;
+    QVERIFY(f.opened);
+    f.whenShown(deaf, [&f] { f.search(next); });
+    f.search(deaf);
+    QCOMPARE(int(f.state->started), 2);
+    QTRY_COMPARE(int(f.state->ended), 1);
+    QCOMPARE(f.text(0, 3), QStringLiteral("next\n"));
+    f.state->isReleased = true;
+    QTRY_COMPARE(int(f.state->ended), 2);
+    QCOMPARE(f.filledRows(), 1);
+}
+
 void LogViewerLongSearch::openingAFileTakesOver()
 {
-    EndlessSearch endless;
-    ViewerFixture f(endless.search());
-    QVERIFY(f.openLines({"one", "two"}));
+    Fixture f;
+    QVERIFY(f.opened);
     bool opened = false;
-    duringTheSearch([&] { opened = f.openLines({"three", "four"}); });
-    f.search(QStringLiteral("endless"));
+    f.whenShown(endless, [&] { opened = f.openLines({"three", "four"}); });
+    f.search(endless);
     QVERIFY(opened);
-    QVERIFY(endless.wasStopped);
+    QTRY_COMPARE(int(f.state->stopped), 1);
     QCOMPARE(f.filledRows(), 2);
     QCOMPARE(f.text(0, 3), QStringLiteral("three"));
     QCOMPARE(f.text(1, 3), QStringLiteral("four"));
 }
 
+void LogViewerLongSearch::readingTheLogAgainTakesOver()
+{
+    Fixture f;
+    QVERIFY(f.opened);
+    f.whenShown(endless, [&f] { f.pressEnter(QString()); });
+    f.search(endless);
+    QTRY_COMPARE(int(f.state->stopped), 1);
+    QCOMPARE(f.filledRows(), 2);
+    QCOMPARE(f.text(0, 3), QStringLiteral("one"));
+}
+
+void LogViewerLongSearch::readingTheLogAgainLeadsToALineFoundSoFar()
+{
+    Fixture f;
+    QVERIFY(f.openLines({"one", "two", "endless"}));
+    f.whenShown(endless, [&f] {
+        f.table().setCurrentCell(0, 3);
+        f.pressEnter(QString());
+    });
+    f.search(endless);
+    QCOMPARE(f.filledRows(), 3);
+    QCOMPARE(f.table().currentRow(), 2);
+}
+
+void LogViewerLongSearch::searchingAgainAfterOpeningAFileTakesOver()
+{
+    Fixture f;
+    QVERIFY(f.opened);
+    f.whenShown(endless, [&f] {
+        f.openLines({"three", "four"});
+        f.search(deaf);
+        f.whenShown(deaf, [&f] { f.state->isReleased = true; });
+    });
+    f.search(endless);
+    QTRY_COMPARE(int(f.state->ended), 2);
+    QCOMPARE(int(f.state->stopped), 1);
+    QCOMPARE(f.filledRows(), 1);
+    QCOMPARE(f.text(0, 3), QStringLiteral("deaf\n"));
+}
+
 void LogViewerLongSearch::openingTheShownFileChangesNothing()
 {
-    EndlessSearch endless;
-    ViewerFixture f(endless.search());
+    Fixture f;
     const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
     QVERIFY(f.open(path));
     bool stillThere = false;
-    duringTheSearch([&] {
+    f.whenShown(endless, [&] {
         const bool opened = f.open(path);
         stillThere = !opened && f.text(0, 3) == QStringLiteral("endless\n");
-        f.search(QStringLiteral("next"));
+        f.search(next);
     });
-    f.search(QStringLiteral("endless"));
+    f.search(endless);
     QVERIFY(stillThere);
+}
+
+void LogViewerLongSearch::closingTheWindowLetsTheSearchGoOn()
+{
+    Fixture f;
+    QVERIFY(f.opened);
+    QWidget other;
+    other.show();
+    QVERIFY(f.show());
+    bool wentOn = false;
+    f.whenShown(deaf, [&] {
+        f.viewer.close();
+        QTimer::singleShot(0, &f.viewer, [&] {
+            wentOn = f.state->ended == 0;
+            f.state->isReleased = true;
+        });
+    });
+    f.search(deaf);
+    QVERIFY(wentOn);
+    QCOMPARE(int(f.state->stopped), 0);
+    QCOMPARE(f.text(0, 3), QStringLiteral("deaf\n"));
 }
 
 void LogViewerLongSearch::closingTheLastWindowEndsTheSearch()
 {
-    EndlessSearch endless;
-    ViewerFixture f(endless.search());
-    QVERIFY(f.openLines({"one"}));
+    Fixture f;
+    QVERIFY(f.opened);
     f.viewer.show();
-    QTimer::singleShot(0, qApp, [&f] {
-        duringTheSearch([&f] { f.viewer.close(); });
-        f.search(QStringLiteral("endless"));
-    });
+    f.whenShown(endless, [&f] { f.viewer.close(); });
+    QTimer::singleShot(0, &f.viewer, [&f] { f.search(endless); });
     QCOMPARE(QApplication::exec(), 0); // ends with the last window
-    QVERIFY(endless.wasStopped);
+    QTRY_COMPARE(int(f.state->stopped), 1);
     QCOMPARE(f.text(0, 3), QStringLiteral("endless\n"));
+}
+
+void LogViewerLongSearch::closingTheLastWindowWaitsForNoSearch()
+{
+    const SlowSearch slow;
+    {
+        ViewerFixture f(slow.lineSearch());
+        QVERIFY(f.openLines({"one"}));
+        f.viewer.show();
+        QTimer::singleShot(0, &f.viewer, [&f] {
+            QTimer::singleShot(0, &f.viewer, [&f] { f.viewer.close(); });
+            f.search(deaf);
+        });
+        QCOMPARE(QApplication::exec(), 0);
+    }
+    QCOMPARE(int(slow.state->ended), 0);
+    slow.state->isReleased = true;
+    QTRY_COMPARE(int(slow.state->stopped), 1);
+}
+
+void LogViewerLongSearch::theProgramEndsWhileASearchGoesOn()
+{
+    QProcess program;
+    program.start(QStringLiteral(VANTREL_STUCK_SEARCH), QStringList());
+    QVERIFY(program.waitForFinished(patience / 2));
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 0);
+    QCOMPARE(program.readAllStandardOutput().trimmed(), QByteArray("searching"));
 }
 
 QTEST_MAIN(LogViewerLongSearch)

@@ -1,6 +1,7 @@
 #include "LogTable.h"
 
 #include "LogItemDelegate.h"
+#include "PlainToolTip.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
@@ -59,6 +60,7 @@ LogTable::LogTable(QWidget *parent)
     setWordWrap(false);
     setContextMenuPolicy(Qt::CustomContextMenu);
     setItemDelegate(new LogItemDelegate(this));
+    PlainToolTip::installOnItemsOf(*this);
     setTabKeyNavigation(false); // Tab leads out of the table
     connect(this, &QTableWidget::currentCellChanged, this, &LogTable::keepCursorOnText);
 }

@@ -8,11 +8,9 @@
 #include <optional>
 
 /// The table of log lines: a row a line, in the four columns of LogRows. Its cursor is always where
-/// a text is. GUI thread only.
+/// a text is. It has no Q_OBJECT: its class name, an interface, is CTableWidget. GUI thread only.
 class LogTable : public CTableWidget
 {
-    Q_OBJECT
-
 public:
     /// The rows that are there before and during a load, and the most lines that a load shows.
     static constexpr int capacity = 100000;

@@ -9,7 +9,10 @@
 #include <QFontMetrics>
 #include <QFrame>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QTranslator>
 
 class LogViewerWindow : public QObject
@@ -29,6 +32,7 @@ private slots:
     void keepsTheFilterMenuOpenWhileColumnsAreTicked();
     void showsTheContextMenuOnALineAndWritesIt();
     void showsNoContextMenuOnEmptySpace();
+    void showsAWholeLineInItsToolTipAsItStands();
     void speaksTheLanguageInstalled_data();
     void speaksTheLanguageInstalled();
     void keepsItsTableWhenItIsClosed();
@@ -98,7 +102,7 @@ void LogViewerWindow::hasTheFormsWidgets()
     QVERIFY(!filter->accessibleName().isEmpty());
     QCOMPARE(filter->toolTip(), QStringLiteral("More"));
     QCOMPARE(filter->popupMode(), QToolButton::InstantPopup);
-    QVERIFY(f.find<CTableWidget>("tableWidget") != nullptr);
+    QCOMPARE(f.table().metaObject()->className(), "CTableWidget");
     QVERIFY(!f.viewer.windowIcon().isNull());
     QCOMPARE(f.viewer.minimumWidth(), 750);
     QCOMPARE(f.viewer.maximumSize(), QSize(10'000, 10'000));
@@ -246,6 +250,23 @@ void LogViewerWindow::showsNoContextMenuOnEmptySpace()
         emit f.table().customContextMenuRequested(QPoint(20, y));
     QVERIFY(!contextMenu(f)->isVisible());
     QVERIFY(f.output.lines().isEmpty());
+}
+
+void LogViewerWindow::showsAWholeLineInItsToolTipAsItStands()
+{
+    ViewerFixture f;
+    const QByteArray line = logLine("INFO", "<b>bold</b>  " + QByteArray(1000, 'x'));
+    QVERIFY(f.openLines({line}));
+    QVERIFY(f.show());
+    const QPoint pos = f.table().visualItemRect(f.table().item(0, 3)).center();
+    QHelpEvent event(QEvent::ToolTip, pos, f.table().viewport()->mapToGlobal(pos));
+    QCoreApplication::sendEvent(f.table().viewport(), &event);
+    QVERIFY(QToolTip::isVisible());
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    QCOMPARE(shown.toPlainText().remove(QLatin1Char('\n')).toLatin1(), line);
+    QVERIFY(shown.toPlainText().count(QLatin1Char('\n')) > 1);
+    QToolTip::hideText();
 }
 
 void LogViewerWindow::speaksTheLanguageInstalled_data()

@@ -52,6 +52,20 @@
 </context>
 <context>
     <name>LogViewer</name>
+    <message numerus="yes">
+        <source>%n of the lines found are hidden by levels</source>
+        <translation>
+            <numerusform>找到的日志行中有%n行因等级设置而隐藏</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No line matches. Empty the field and press Enter to see the whole log.</source>
+        <translation>没有匹配的日志行。清空搜索框并按回车键可查看全部日志。</translation>
+    </message>
+    <message>
+        <source>The first 100,000 lines; the file goes on.</source>
+        <translation>仅显示前100,000行，文件后面还有内容。</translation>
+    </message>
     <message>
         <source>Choose columns</source>
         <translation>选择列</translation>

@@ -6,7 +6,7 @@ import shutil
 import subprocess
 import sys
 
-from desk import Atspi, Program, key, until
+from desk import VIEWER, Atspi, Program, key, until
 from texts import LANGUAGE, tr
 
 LOOK, SCALE, OUT = sys.argv[1], int(sys.argv[2]), pathlib.Path(sys.argv[3])
@@ -178,10 +178,10 @@ class Tour:
         key("Down")
         shot("main-menu")
         key("Escape", "Return")
-        viewer = self.program.window(tr("LogViewer"))
+        viewer = self.program.window(VIEWER)
         self.stops("viewer", viewer.all_below)
         viewer.find("push button", tr("Close")).press()
-        self.program.closed(tr("LogViewer"))
+        self.program.closed(VIEWER)
         self.main.find("push button", tr("Log level settings")).press()
         self.stops("settings", self.program.window(tr("LogSettingsDlg")).all_below)
 
@@ -201,18 +201,18 @@ class Tour:
         self.tooltip("main-tooltip", self.main.find("push button", tr("Log level settings")))
         self.open(files, "empty.log")
         shot("viewer-empty")
-        self.close(tr("LogViewer"))
+        self.close(VIEWER)
         viewer = self.open(files, "long.log")
         self.tooltip("viewer-tooltip", viewer.find("table", tr("Log lines")).cell(3, 3))
         viewer.find("text", tr("Search")).type("nothing like it")
         key("Return")
         shot("viewer-found-nothing")
-        self.close(tr("LogViewer"))
+        self.close(VIEWER)
         viewer = self.open(files, "levels.log")
         for level in ["INFO", "ERROR", "WARN", "DEBUG"]:
             viewer.find("check box", level).toggle()
         shot("viewer-hidden")
-        self.close(tr("LogViewer"))
+        self.close(VIEWER)
         self.main.find("push button", tr("Log level settings")).press()
         settings = self.program.window(tr("LogSettingsDlg"))
         settings.find("radio button", "DEBUG").act("Toggle")
@@ -221,7 +221,7 @@ class Tour:
 
     def open(self, files, name):
         files.cell(files.column(2).index(name), 2).press()
-        return self.program.window(tr("LogViewer"))
+        return self.program.window(VIEWER)
 
     def close(self, name):
         self.program.window(name).find("push button", tr("Close")).press()
@@ -266,7 +266,7 @@ class Tour:
 
     def viewer(self):
         self.main.find("table", tr("SDK log files")).cell(0, 1).press()
-        viewer = self.program.window(tr("LogViewer"))
+        viewer = self.program.window(VIEWER)
         lines = viewer.find("table", tr("Log lines"))
         until("the lines", lambda: lines.cell(2, 3).name)
         shot("viewer")
@@ -288,7 +288,7 @@ class Tour:
             shot("viewer-menu")
             key("Escape")
         viewer.find("push button", tr("Close")).press()
-        self.program.closed(tr("LogViewer"))
+        self.program.closed(VIEWER)
 
     def settings(self):
         self.main.find("push button", tr("Log level settings")).press()

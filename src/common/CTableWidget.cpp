@@ -1,6 +1,8 @@
 #include "CTableWidget.h"
 
 #include <QFocusEvent>
+#include <QPainter>
+#include <QTextOption>
 
 CTableWidget::CTableWidget(QWidget *parent)
     : QTableWidget(parent)
@@ -21,4 +23,16 @@ void CTableWidget::enterEvent(QEvent *event)
 {
     setCursor(Qt::ArrowCursor);
     QWidget::enterEvent(event);
+}
+
+void CTableWidget::drawHint(const QString &hint, int row)
+{
+    QRectF area = viewport()->rect();
+    if (row < 0)
+        row = rowAt(int(area.center().y()));
+    if (row >= 0) // which may have a colour of its own
+        area.moveCenter({area.center().x(), rowViewportPosition(row) + rowHeight(row) / 2.0});
+    QTextOption wrapped(Qt::AlignCenter);
+    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere); // a path may have no blanks
+    QPainter(viewport()).drawText(area, hint, wrapped);
 }

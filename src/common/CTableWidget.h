@@ -14,4 +14,7 @@ public:
 protected:
     void focusInEvent(QFocusEvent *event) override;
     void enterEvent(QEvent *event) override;
+
+    /// For a paintEvent(): writes @p hint over @p row, or over the row in the middle of the view.
+    void drawHint(const QString &hint, int row = -1);
 };

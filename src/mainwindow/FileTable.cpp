@@ -1,8 +1,5 @@
 #include "FileTable.h"
 
-#include <QPainter>
-#include <QTextOption>
-
 FileTable::FileTable(QWidget *parent)
     : CTableWidget(parent)
 {
@@ -38,13 +35,6 @@ QModelIndex FileTable::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
 void FileTable::paintEvent(QPaintEvent *event)
 {
     CTableWidget::paintEvent(event);
-    if (fileCount() > 0)
-        return;
-    QRectF area = viewport()->rect();
-    // In the middle of a row, which may have a colour of its own.
-    const int row = rowAt(int(area.center().y()));
-    area.moveCenter({area.center().x(), rowViewportPosition(row) + rowHeight(row) / 2.0});
-    QTextOption wrapped(Qt::AlignCenter);
-    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere); // a path may have no blanks
-    QPainter(viewport()).drawText(area, hintWhenEmpty, wrapped);
+    if (fileCount() == 0)
+        drawHint(hintWhenEmpty);
 }

@@ -67,7 +67,7 @@ void LogSearch::cancel()
 
 LogSearch::Outcome LogSearch::show(const Query &query)
 {
-    table.setContents(LogTable::Contents::LinesFound);
+    table.setContents(LogTable::Contents::LinesBeingFound);
     // What lies behind the table's last row has nowhere to be shown.
     SearchRun search(lineSearch, query.keyword, query.path, table.rowCount());
     std::optional<BusyPointer> pointer;
@@ -94,5 +94,8 @@ LogSearch::Outcome LogSearch::show(const Query &query)
             return Outcome::Cancelled;
         step.setRemainingTime(longestStep);
     }
-    return search.hasFailed() ? Outcome::Failed : Outcome::Done;
+    if (search.hasFailed())
+        return Outcome::Failed;
+    table.setContents(LogTable::Contents::LinesFound, row);
+    return Outcome::Done;
 }

@@ -71,13 +71,21 @@ void LogTable::retranslate()
     for (const char *text : headerTexts)
         texts.append(QCoreApplication::translate("LogViewer", text));
     setHorizontalHeaderLabels(texts);
+    updateHint();
 }
 
 void LogTable::clearLines()
 {
-    contents = Contents::Nothing;
+    setContents(Contents::Nothing);
     clearContents();
     scrollToTop(); // that is where the next lines appear
+}
+
+void LogTable::setContents(Contents filled, int lines)
+{
+    contents = filled;
+    lineCount = lines;
+    updateHint();
 }
 
 LogTable::Place LogTable::place() const
@@ -85,7 +93,8 @@ LogTable::Place LogTable::place() const
     Place place{{}, currentRow(), qMax(rowAt(0), 0)};
     const auto hasLine = [this](int row) { return item(row, LogRows::Message) != nullptr; };
     const int row = hasLine(place.currentRow) ? place.currentRow : place.topRow;
-    if (contents == Contents::LinesFound && hasLine(row))
+    const bool isFound = contents == Contents::LinesFound || contents == Contents::LinesBeingFound;
+    if (isFound && hasLine(row))
         place.foundLine = foundLineAt(*this, row);
     return place;
 }
@@ -138,7 +147,7 @@ void LogTable::setLevelHidden(const QString &level, bool hidden)
     emit rows->sectionResized(last, 0, rows->sectionSize(last));
     updateGeometries(); // the scroll bar still has the range of the rows before
     scrollToRow(top);
-    viewport()->update();
+    updateHint();
 }
 
 void LogTable::keyPressEvent(QKeyEvent *event)
@@ -147,6 +156,20 @@ void LogTable::keyPressEvent(QKeyEvent *event)
     if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End)
         event->setModifiers(event->modifiers() & ~Qt::ControlModifier);
     CTableWidget::keyPressEvent(event);
+}
+
+void LogTable::paintEvent(QPaintEvent *event)
+{
+    CTableWidget::paintEvent(event);
+    if (hint.isEmpty())
+        return;
+    int row = lineCount;
+    while (row < rowCount() && isRowHidden(row))
+        ++row;
+    if (lineCount == 0)
+        drawHint(hint);
+    else if (row < rowCount())
+        drawHint(hint, row);
 }
 
 QModelIndex LogTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
@@ -196,4 +219,26 @@ void LogTable::keepCursorOnText()
     const int column = cursorColumn(*this, cursor.row(), cursor.column());
     selectionModel()->setCurrentIndex(cursor.sibling(cursor.row(), column),
                                       QItemSelectionModel::NoUpdate);
+}
+
+void LogTable::updateHint()
+{
+    int hidden = 0;
+    if (contents == Contents::LinesFound) {
+        for (int row = 0; row < lineCount; ++row)
+            hidden += isRowHidden(row) ? 1 : 0;
+    }
+    if (contents == Contents::StartOfFile)
+        hint =
+            QCoreApplication::translate("LogViewer", "The first 100,000 lines; the file goes on.");
+    else if (contents == Contents::LinesFound && lineCount == 0)
+        hint = QCoreApplication::translate(
+            "LogViewer", "No line matches. Empty the field and press Enter to see the whole log.");
+    else if (hidden > 0)
+        hint = QCoreApplication::translate(
+            "LogViewer", "%n of the lines found are hidden by levels", nullptr, hidden);
+    else
+        hint.clear();
+    setAccessibleDescription(hint);
+    viewport()->update();
 }

@@ -16,7 +16,13 @@ public:
     static constexpr int capacity = 100000;
 
     /// What the rows hold.
-    enum class Contents { Nothing, File, LinesFound };
+    enum class Contents {
+        Nothing,
+        File,
+        StartOfFile, ///< of one with more lines than the table takes
+        LinesBeingFound,
+        LinesFound,
+    };
 
     /// What the user looks at, to be kept when the log is read again.
     struct Place
@@ -35,8 +41,9 @@ public:
     void retranslate();
     /// Empties the rows and goes to the first one.
     void clearLines();
-    /// Says what the rows hold now.
-    void setContents(Contents filled) { contents = filled; }
+    /// Says what the rows hold now, and how many lines. Where lines are missing from what the user
+    /// may expect, the view says why, behind the last line, and so does the accessible description.
+    void setContents(Contents filled, int lines = 0);
     /// @return what @p goTo() needs once the rows hold the whole log again.
     [[nodiscard]] Place place() const;
     void goTo(const Place &place);
@@ -48,6 +55,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
@@ -56,5 +64,9 @@ private:
     void setCurrentRow(int row);
     void scrollToRow(int row);
 
+    void updateHint();
+
     Contents contents = Contents::Nothing;
+    int lineCount = 0;
+    QString hint;
 };

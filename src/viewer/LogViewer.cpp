@@ -4,13 +4,18 @@
 #include "CMenuEx.h"
 #include "LogFile.h"
 #include "LogSearch.h"
+#include "PlainToolTip.h"
 #include "ui_LogViewer.h"
 
 #include <QActionGroup>
 #include <QApplication>
 #include <QClipboard>
+#include <QDeadlineTimer>
 #include <QDebug>
+#include <QFileInfo>
 #include <QShortcut>
+#include <QThread>
+#include <QWindow>
 
 #include <utility>
 
@@ -18,7 +23,18 @@ namespace {
 
 constexpr int spareRows = 5;
 constexpr int menuTextWidth = 115;
-constexpr int allColumns = 5; ///< the data of an action that stands for every column
+constexpr int longestAppearance = 500; ///< milliseconds until a window is given up waiting for
+constexpr int allColumns = 5;          ///< the data of an action that stands for every column
+
+/// The pointer while the whole program stands still.
+class BusyPointer
+{
+public:
+    BusyPointer() { QGuiApplication::setOverrideCursor(Qt::BusyCursor); }
+    ~BusyPointer() { QGuiApplication::restoreOverrideCursor(); }
+    BusyPointer(const BusyPointer &) = delete;
+    BusyPointer &operator=(const BusyPointer &) = delete;
+};
 
 QString elided(const QWidget &menu, const QString &text)
 {
@@ -43,7 +59,8 @@ LogViewer::LogViewer(QWidget *parent, LineSearch lineSearch)
     ui->mainTitleBar->setMaxButtonVisible(false);
     ui->mainTitleBar->setMinButtonVisible(false);
     ui->mainTitleBar->setMaxMinEnabled(true);
-    ui->mainTitleBar->setTitle(tr("LogViewer"));
+    PlainToolTip::installOn(*ui->mainTitleBar);
+    showTitle();
     ui->btnFilter->setPopupMode(QToolButton::InstantPopup);
     buildFilterMenu();
     buildContextMenu();
@@ -60,10 +77,17 @@ bool LogViewer::openLogFile(const std::string &path)
     if (path == currentLogPath.toStdString())
         return false;
     currentLogPath = QString::fromStdString(path);
+    showTitle();
+    search->cancel();
+    ui->tableWidget->clearLines();
+    const BusyPointer pointer;
+    appear();
+    if (path != currentLogPath.toStdString()) // another file was opened meanwhile
+        return false;
     const std::optional<int> lines = fillFromFile();
     if (lines)
-        qDebug() << *lines;
-    dropSpareRows(lines);
+        qDebug() << qMin(*lines, LogTable::capacity);
+    showLines(lines);
     return lines.has_value();
 }
 
@@ -75,7 +99,7 @@ void LogViewer::parseLogLine(const char *line, int row)
 void LogViewer::retranslate()
 {
     ui->retranslateUi(this);
-    ui->mainTitleBar->setTitle(tr("LogViewer"));
+    showTitle();
     actionCopyAll->setText(tr("CopyAll"));
     actionCopySelected->setText(tr("CopySelected"));
     ui->tableWidget->retranslate();
@@ -226,8 +250,9 @@ void LogViewer::reload()
 {
     if (currentLogPath.isEmpty())
         return;
+    const BusyPointer pointer;
     const LogTable::Place place = ui->tableWidget->place();
-    dropSpareRows(fillFromFile());
+    showLines(fillFromFile());
     ui->tableWidget->goTo(place);
 }
 
@@ -240,7 +265,8 @@ std::optional<int> LogViewer::fillFromFile()
     std::optional<int> lines;
     {
         const ModelSignalBlocker fill(table);
-        lines = readLogFile(currentLogPath, LogTable::capacity,
+        // One more, which has no row, shows that the file goes on.
+        lines = readLogFile(currentLogPath, LogTable::capacity + 1,
                             [this](std::string_view line, int row) { rows->place(line, row); });
     }
     if (!lines)
@@ -248,9 +274,34 @@ std::optional<int> LogViewer::fillFromFile()
     return lines;
 }
 
-void LogViewer::dropSpareRows(std::optional<int> lines)
+void LogViewer::showLines(std::optional<int> lines)
 {
-    if (lines)
-        ui->tableWidget->setRowCount(*lines + spareRows);
-    ui->tableWidget->setContents(LogTable::Contents::File);
+    if (!lines)
+        return;
+    const bool goesOn = *lines > LogTable::capacity;
+    const int shown = goesOn ? LogTable::capacity : *lines;
+    ui->tableWidget->setRowCount(shown + spareRows);
+    ui->tableWidget->setContents(
+        goesOn ? LogTable::Contents::StartOfFile : LogTable::Contents::File, shown);
+}
+
+void LogViewer::showTitle()
+{
+    ui->mainTitleBar->setTitle(tr("LogViewer"));
+    ui->mainTitleBar->setToolTip(currentLogPath);
+    if (currentLogPath.isEmpty())
+        return;
+    QString name = QFileInfo(currentLogPath).fileName();
+    name.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // else the mark of a changed file
+    setWindowTitle(name + QLatin1String(" - ") + QCoreApplication::translate("Vantrel", "Vantrel"));
+}
+
+void LogViewer::appear()
+{
+    // A window that was only just shown appears once the window system says so.
+    const QDeadlineTimer deadline(longestAppearance);
+    while (isVisible() && !windowHandle()->isExposed() && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        QThread::msleep(1);
+    }
 }

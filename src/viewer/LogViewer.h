@@ -61,7 +61,9 @@ private:
     void setUpKeys();
     void reload();
     std::optional<int> fillFromFile();
-    void dropSpareRows(std::optional<int> lines);
+    void showLines(std::optional<int> lines);
+    void showTitle();
+    void appear();
 
     std::unique_ptr<Ui::LogViewer> ui;
     QString currentLogPath;        ///< the file that is shown or was last tried

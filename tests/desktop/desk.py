@@ -2,6 +2,7 @@
 sees them. Everything waits for a condition; the time limit only ends what hangs."""
 
 import contextlib
+import fnmatch
 import os
 import pathlib
 import subprocess
@@ -16,6 +17,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 from texts import LANGUAGE, tr  # noqa: E402
 
+VIEWER = "* - Vantrel"  # the log viewer's name begins with that of its file
 PATIENCE = 40  # seconds after which what has not happened counts as a failure
 BIN = pathlib.Path(os.environ["VANTREL_BIN"])
 
@@ -225,10 +227,10 @@ class Program:
         return self.window("Vantrel")
 
     def window(self, name):
-        """The window of this name, once it is there and has the keyboard."""
+        """The window of this name, or pattern, once it is there and has the keyboard."""
 
         def look():
-            window = next((w for w in self.windows() if w.name == name), None)
+            window = next((w for w in self.windows() if fnmatch.fnmatchcase(w.name, name)), None)
             return window if window and window.has(Atspi.StateType.ACTIVE) else None
 
         return until(f"the window {name!r}", look)
@@ -249,7 +251,10 @@ class Program:
         return {entry.name: entry for entry in menu.children()}
 
     def closed(self, name):
-        until(f"{name!r} to close", lambda: all(w.name != name for w in self.windows()))
+        until(
+            f"{name!r} to close",
+            lambda: not any(fnmatch.fnmatchcase(w.name, name) for w in self.windows()),
+        )
 
     def end(self):
         self.listener.deregister("object:state-changed:showing")

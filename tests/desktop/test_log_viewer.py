@@ -10,6 +10,7 @@ LINES = [
     ),
     "2030-01-01 00:00:05,000 INFO [7] [camera] the last one",
 ]
+TITLE = "newest.log - Vantrel"
 COLUMNS = ["Log Timestamp", "Log Level", "Log Source", "Log Message"]
 
 
@@ -22,7 +23,7 @@ class LogViewer(DesktopTest):
         super().setUp()
         until("the newest log", lambda: self.files.cell(0, 2).name == "newest.log")
         self.files.cell(0, 2).press()
-        self.viewer = self.program.window(tr("LogViewer"))
+        self.viewer = self.program.window(TITLE)
         self.lines = self.viewer.find("table", tr("Log lines"))
         self.until_messages(range(len(LINES)))
 
@@ -63,7 +64,7 @@ class LogViewer(DesktopTest):
         controls = [tr("Search"), tr("Start the search"), tr("Choose columns"), tr("Log lines")]
         self.assert_tab_order(self.viewer, [tr("Close"), *LEVELS[:4], *controls])
         key("space")
-        self.program.closed(tr("LogViewer"))
+        self.program.closed(TITLE)
 
     def test_each_level_can_be_hidden(self):
         everything = list(range(len(LINES)))
@@ -103,6 +104,33 @@ class LogViewer(DesktopTest):
         key("Return")
         self.until_messages(range(len(LINES)))
 
+    def test_leads_from_a_line_found_to_its_place(self):
+        field = self.viewer.find("text", tr("Search"))
+        field.type("message [24]")
+        key("Return")
+        self.until_messages([2, 4])
+        self.lines.focus()
+        key("End")
+        until("the last line found", lambda: self.lines.cell(1, 0).focused)
+        field.type("")
+        key("Return")
+        self.until_messages(range(len(LINES)))
+        self.lines.focus()
+        until("the same line", lambda: self.lines.cell(4, 0).focused)
+
+    def test_says_that_nothing_was_found(self):
+        self.viewer.find("text", tr("Search")).type("nothing like it")
+        key("Return")
+        hint = tr("No line matches. Empty the field and press Enter to see the whole log.")
+        until("the hint", lambda: self.lines.accessible.get_description() == hint)
+
+    def test_closes_by_its_keys(self):
+        for keys in "Escape", "ctrl+w":
+            key(keys)
+            self.program.closed(TITLE)
+            self.files.cell(0, 1).press()
+            self.program.window(TITLE)
+
     def test_the_keys_lead_to_the_search_and_through_the_lines(self):
         self.lines.focus()
         key("ctrl+f")
@@ -140,10 +168,10 @@ class LogViewer(DesktopTest):
 
     def test_closing_leaves_the_main_window(self):
         self.viewer.find("push button", tr("Close")).press()
-        self.program.closed(tr("LogViewer"))
+        self.program.closed(TITLE)
         self.program.window("Vantrel")
         self.files.cell(0, 1).press()
-        self.program.window(tr("LogViewer"))
+        self.program.window(TITLE)
 
 
 if __name__ == "__main__":

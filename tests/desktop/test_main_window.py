@@ -4,7 +4,7 @@ import fcntl
 import subprocess
 import zipfile
 
-from desk import PATIENCE, DesktopTest, key, tr, until, unittest
+from desk import VIEWER, PATIENCE, DesktopTest, key, tr, until, unittest
 
 ITEMS = [
     "SDK Log",
@@ -91,7 +91,7 @@ class Keyboard(DesktopTest):
         until("the tick to go", lambda: not self.files.box(1).checked)
         self.assertTrue(self.files.box(0).checked)
         key("Return")
-        self.program.window(tr("LogViewer"))
+        self.program.window(VIEWER)
 
 
 class Export(DesktopTest):

@@ -37,6 +37,9 @@ CHINESE = {
     "System Information": "系统信息",
     "System Log": "系统日志",
     "View": "查看",
+    "No line matches. Empty the field and press Enter to see the whole log.": (
+        "没有匹配的日志行。清空搜索框并按回车键可查看全部日志。"
+    ),
     # The toolkit's own, in its file dialog.
     "Cancel": "取消",
     "File name:": "文件名称(N)：",

@@ -1,0 +1,244 @@
+#include "CommonTitleBar.h"
+#include "EventCount.h"
+#include "ViewerFixture.h"
+
+#include <QHelpEvent>
+#include <QLabel>
+#include <QTextDocument>
+#include <QTimer>
+#include <QToolTip>
+#include <QTranslator>
+#include <QWindow>
+
+/// What the viewer tells beside the lines: why lines are missing, which file it shows, that it is
+/// busy.
+class LogViewerHints : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void saysThatNothingWasFound();
+    void saysNothingOfASearchThatFailed();
+    void saysThatTheFileGoesOn();
+    void saysNothingBehindAFileOf100000Lines();
+    void saysHowManyLinesFoundAreHidden();
+    void countsHiddenLinesAnewWhenALevelIsTicked();
+    void saysItInChinese();
+    void namesTheFileInTheWindowTitle();
+    void namesTheFileInEveryLanguage();
+    void keepsBracketsInTheNameOfAFile();
+    void tellsThePathInTheTitleBarsToolTip();
+    void appearsBeforeALoadBegins();
+    void loadsTheFileThatIsOpenedWhileItAppears();
+};
+
+namespace {
+
+const QString nothingFound =
+    QStringLiteral("No line matches. Empty the field and press Enter to see the whole log.");
+const QString fileGoesOn = QStringLiteral("The first 100,000 lines; the file goes on.");
+
+/// Whether something is written in this part of the table.
+bool hasText(const QTableWidget &table, const QRect &part)
+{
+    const QImage image = table.viewport()->grab(part).toImage();
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qGray(image.pixel(x, y)) < 128)
+                return true;
+        }
+    }
+    return false;
+}
+
+QRect placeOfRow(const QTableWidget &table, int row)
+{
+    return {0, table.rowViewportPosition(row), table.viewport()->width(), table.rowHeight(row)};
+}
+
+LineSearch finding(const QByteArrayList &lines)
+{
+    return
+        [lines](const std::string &, const QString &, const PieceSink &sink, const SearchStop &) {
+            for (const QByteArray &line : lines)
+                sink((line + '\n').constData());
+            return true;
+        };
+}
+
+} // namespace
+
+void LogViewerHints::saysThatNothingWasFound()
+{
+    ViewerFixture f(finding({}));
+    QVERIFY(f.openLines(QByteArrayList{"one", "two", "three"}));
+    QVERIFY(f.show());
+    QCOMPARE(f.table().accessibleDescription(), QString());
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.table().accessibleDescription(), nothingFound);
+    QVERIFY(hasText(f.table(), f.table().viewport()->rect()));
+    QCOMPARE(f.filledRows(), 0);
+    f.pressEnter(QString());
+    QCOMPARE(f.table().accessibleDescription(), QString());
+    QVERIFY(!hasText(f.table(), placeOfRow(f.table(), 4)));
+}
+
+void LogViewerHints::saysNothingOfASearchThatFailed()
+{
+    ViewerFixture f([](const auto &...) { return false; });
+    QVERIFY(f.openLines({"one"}));
+    QVERIFY(f.show());
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.table().accessibleDescription(), QString());
+    QVERIFY(!hasText(f.table(), f.table().viewport()->rect()));
+}
+
+void LogViewerHints::saysThatTheFileGoesOn()
+{
+    ViewerFixture f;
+    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), QByteArray("x\n").repeated(100'001))));
+    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("100000")});
+    QCOMPARE(f.table().accessibleDescription(), fileGoesOn);
+    QVERIFY(f.show());
+    f.table().scrollToBottom();
+    QVERIFY(hasText(f.table(), placeOfRow(f.table(), 100'000)));
+    QVERIFY(!hasText(f.table(), placeOfRow(f.table(), 100'001)));
+    QVERIFY(f.openLines({"short"}));
+    QCOMPARE(f.table().accessibleDescription(), QString());
+}
+
+void LogViewerHints::saysNothingBehindAFileOf100000Lines()
+{
+    ViewerFixture f;
+    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), QByteArray("x\n").repeated(100'000))));
+    QCOMPARE(f.table().accessibleDescription(), QString());
+    QVERIFY(f.show());
+    f.table().scrollToBottom();
+    QVERIFY(!hasText(f.table(), placeOfRow(f.table(), 100'000)));
+}
+
+void LogViewerHints::saysHowManyLinesFoundAreHidden()
+{
+    ViewerFixture f(finding({logLine("WARN"), logLine("INFO"), logLine("WARN")}));
+    QVERIFY(f.openLines({logLine("INFO"), logLine("INFO"), logLine("WARN"), logLine("INFO")}));
+    QVERIFY(f.show());
+    f.find<QCheckBox>("checkBoxINFO")->click();
+    QCOMPARE(f.table().accessibleDescription(), QString());
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.table().accessibleDescription(),
+             QStringLiteral("2 of the lines found are hidden by levels"));
+    QVERIFY(hasText(f.table(), placeOfRow(f.table(), 4))); // row 3 is hidden, too
+    QVERIFY(!hasText(f.table(), placeOfRow(f.table(), 5)));
+}
+
+void LogViewerHints::countsHiddenLinesAnewWhenALevelIsTicked()
+{
+    ViewerFixture f(finding({logLine("WARN"), logLine("INFO"), logLine("WARN")}));
+    QVERIFY(f.openLines({"one"}));
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.table().accessibleDescription(), QString());
+    f.find<QCheckBox>("checkBoxWARN")->click();
+    QCOMPARE(f.table().accessibleDescription(),
+             QStringLiteral("2 of the lines found are hidden by levels"));
+    f.find<QCheckBox>("checkBoxWARN")->click();
+    QCOMPARE(f.table().accessibleDescription(), QString());
+}
+
+void LogViewerHints::saysItInChinese()
+{
+    QTranslator translator;
+    QVERIFY(translator.load(QStringLiteral(":/Hints_CN.qm")));
+    ViewerFixture f(finding({}));
+    QVERIFY(f.openLines({"one"}));
+    f.search(QStringLiteral("x"));
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    f.viewer.retranslate();
+    QCOMPARE(f.table().accessibleDescription(),
+             QString::fromUtf8("没有匹配的日志行。清空搜索框并按回车键可查看全部日志。"));
+    QCoreApplication::removeTranslator(&translator);
+}
+
+void LogViewerHints::namesTheFileInTheWindowTitle()
+{
+    ViewerFixture f;
+    QCOMPARE(f.viewer.windowTitle(), QStringLiteral("LogViewer"));
+    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), "one\n")));
+    QCOMPARE(f.viewer.windowTitle(), QStringLiteral("a.log - Vantrel"));
+    QCOMPARE(f.find<QLabel>("lbTitle")->text(), QStringLiteral("LogViewer"));
+    QVERIFY(f.open(f.folder.file(QStringLiteral("b.log"), "one\n")));
+    QCOMPARE(f.viewer.windowTitle(), QStringLiteral("b.log - Vantrel"));
+}
+
+void LogViewerHints::namesTheFileInEveryLanguage()
+{
+    QTranslator translator;
+    QVERIFY(translator.load(QStringLiteral(":/Linguist_CN.qm")));
+    ViewerFixture f;
+    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), "one\n")));
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    f.viewer.retranslate();
+    QCOMPARE(f.viewer.windowTitle(), QStringLiteral("a.log - Vantrel"));
+    QCOMPARE(f.find<QLabel>("lbTitle")->text(), QString::fromUtf8("日志浏览"));
+    QCoreApplication::removeTranslator(&translator);
+}
+
+void LogViewerHints::keepsBracketsInTheNameOfAFile()
+{
+    ViewerFixture f;
+    QVERIFY(f.show());
+    QVERIFY(f.open(f.folder.file(QStringLiteral("a[*].log"), "one\n")));
+    QCOMPARE(f.viewer.windowHandle()->title(), QStringLiteral("a[*].log - Vantrel"));
+}
+
+void LogViewerHints::tellsThePathInTheTitleBarsToolTip()
+{
+    ViewerFixture f;
+    const QString path = f.folder.file(QStringLiteral("<b>a</b>.log"), "one\n");
+    QVERIFY(f.open(path));
+    QVERIFY(f.show());
+    auto *const bar = f.find<CommonTitleBar>("mainTitleBar");
+    QCOMPARE(bar->toolTip(), path);
+    QHelpEvent event(QEvent::ToolTip, QPoint(20, 15), bar->mapToGlobal(QPoint(20, 15)));
+    QCoreApplication::sendEvent(bar, &event);
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    QCOMPARE(shown.toPlainText().remove(QLatin1Char('\n')), path);
+    QToolTip::hideText();
+}
+
+void LogViewerHints::appearsBeforeALoadBegins()
+{
+    ViewerFixture f;
+    const EventCount paintings(*f.table().viewport(), QEvent::Paint);
+    int painted = 0;
+    Qt::CursorShape pointer = Qt::ArrowCursor;
+    QString title;
+    QObject::connect(f.table().model(), &QAbstractItemModel::dataChanged, &f.viewer, [&] {
+        painted = paintings.count;
+        pointer = QGuiApplication::overrideCursor()->shape();
+        title = f.viewer.windowTitle();
+    });
+    f.viewer.show();
+    QVERIFY(f.openLines({"one"}));
+    QVERIFY(painted > 0);
+    QCOMPARE(pointer, Qt::BusyCursor);
+    QCOMPARE(title, QStringLiteral("1.log - Vantrel"));
+    QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
+}
+
+void LogViewerHints::loadsTheFileThatIsOpenedWhileItAppears()
+{
+    ViewerFixture f;
+    const QString second = f.folder.file(QStringLiteral("second.log"), "second\n");
+    f.viewer.show();
+    bool opened = false;
+    QTimer::singleShot(0, &f.viewer, [&] { opened = f.open(second); });
+    QVERIFY(!f.openLines({"first"}));
+    QVERIFY(opened);
+    QCOMPARE(f.filledRows(), 1);
+    QCOMPARE(f.text(0, 3), QStringLiteral("second"));
+    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("1")});
+}
+
+QTEST_MAIN(LogViewerHints)
+#include "tst_log_viewer_hints.moc"

@@ -2,8 +2,8 @@
 
 #include "LineBlockReader.h"
 #include "SharedFile.h"
+#include "ViewerLog.h"
 
-#include <QDebug>
 #include <QFile>
 
 #include <new>
@@ -38,7 +38,7 @@ std::optional<int> readLogFile(const QString &path, int maxLines, const LogLineS
     try {
         handOut(file, path, maxLines, sink, number);
     } catch (const std::bad_alloc &) {
-        qDebug() << "no memory, left out from line" << number + 1 << "on:" << path;
+        qCWarning(viewerLog) << "no memory, left out from line" << number + 1 << "on:" << path;
     }
     return number;
 }

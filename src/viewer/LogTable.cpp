@@ -110,6 +110,13 @@ void LogTable::goTo(const Place &place)
     }
 }
 
+void LogTable::placeCursor()
+{
+    if (hasFocus() && !currentIndex().isValid())
+        selectionModel()->setCurrentIndex(model()->index(nextShownRow(*this, 0, 1), 0),
+                                          QItemSelectionModel::NoUpdate);
+}
+
 void LogTable::resetColumnWidths()
 {
     horizontalHeader()->setDefaultSectionSize(80);

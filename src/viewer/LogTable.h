@@ -47,6 +47,8 @@ public:
     /// @return what @p goTo() needs once the rows hold the whole log again.
     [[nodiscard]] Place place() const;
     void goTo(const Place &place);
+    /// Puts the cursor on the first line if it is nowhere and the table has the keyboard.
+    void placeCursor();
     /// Gives the columns their first widths. The last one that is shown is stretched to the edge.
     void resetColumnWidths();
     /// Hides or shows every row whose level is exactly @p level. What is in sight stays where it

@@ -2,6 +2,7 @@
 
 #include "CConfiguration.h"
 #include "CMenuEx.h"
+#include "FreeMemory.h"
 #include "LogFile.h"
 #include "LogSearch.h"
 #include "PlainToolTip.h"
@@ -88,6 +89,8 @@ bool LogViewer::openLogFile(const std::string &path)
     if (lines)
         qDebug() << qMin(*lines, LogTable::capacity);
     showLines(lines);
+    ui->tableWidget->placeCursor();
+    returnFreeMemory();
     return lines.has_value();
 }
 
@@ -171,8 +174,11 @@ void LogViewer::on_btnSearch_clicked()
         return;
     ui->tableWidget->clearLines();
     lastSearchKeyword = keyword.toStdString();
-    if (search->run({lastSearchKeyword, currentLogPath}) == LogSearch::Outcome::Failed)
+    const LogSearch::Outcome outcome = search->run({lastSearchKeyword, currentLogPath});
+    if (outcome == LogSearch::Outcome::Failed)
         qDebug() << "Failed to execute findstr command.";
+    if (outcome != LogSearch::Outcome::TakenOver)
+        returnFreeMemory();
 }
 
 void LogViewer::onLineEditEnterPressed()
@@ -254,6 +260,7 @@ void LogViewer::reload()
     const LogTable::Place place = ui->tableWidget->place();
     showLines(fillFromFile());
     ui->tableWidget->goTo(place);
+    returnFreeMemory();
 }
 
 std::optional<int> LogViewer::fillFromFile()

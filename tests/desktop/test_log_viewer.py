@@ -106,7 +106,7 @@ class LogViewer(DesktopTest):
 
     def test_leads_from_a_line_found_to_its_place(self):
         field = self.viewer.find("text", tr("Search"))
-        field.type("message [24]")
+        field.type("[24]$")
         key("Return")
         self.until_messages([2, 4])
         self.lines.focus()

@@ -102,6 +102,7 @@ void LowMemory::showsTheLinesForWhichThereIsMemory()
     const QString log = scratch.file(QStringLiteral("long lines.log"), line.repeated(10));
     LogViewer viewer(nullptr);
     auto *const table = viewer.findChild<QTableWidget *>(QStringLiteral("tableWidget"));
+    const Diagnostics diagnostics;
     const DebugCapture output;
     {
         const MemoryLimit limit(200 * megabyte); // a line takes four bytes for each of its own

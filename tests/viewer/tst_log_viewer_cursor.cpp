@@ -13,6 +13,7 @@ private slots:
     void leavesAColumnThatIsHidden();
     void staysOutOfSightWhenItsColumnIsHidden();
     void findsTheContextMenuOfEveryLineByKey();
+    void findsAContextMenuByKeyOnceAFileIsOpen();
 };
 
 namespace {
@@ -130,6 +131,18 @@ void LogViewerCursor::findsTheContextMenuOfEveryLineByKey()
         menu->hide();
         QTest::keyClick(&f.table(), Qt::Key_Down);
     }
+}
+
+void LogViewerCursor::findsAContextMenuByKeyOnceAFileIsOpen()
+{
+    ViewerFixture f;
+    QVERIFY(focusTable(f));
+    QVERIFY(f.openLines({logLine("INFO"), logLine("WARN")}));
+    QCOMPARE(f.table().currentRow(), 0);
+    QVERIFY(f.table().selectedItems().isEmpty());
+    pressMenuKey(f.table());
+    auto *const menu = qobject_cast<QMenu *>(f.find<QAction>("actionCopyAll")->parentWidget());
+    QVERIFY(menu->isVisible());
 }
 
 QTEST_MAIN(LogViewerCursor)

@@ -104,14 +104,15 @@ bool compare(const TimeKeeper &keeper, const Ratio &promise)
 bool compare(const TimeKeeper &keeper, const Limit &promise)
 {
     const double time = medianOf(keeper.times(promise.measured, Clock::Processor)) / promise.steps;
+    const bool isPromised = promise.milliseconds > 0;
     if (time > 0)
         print({promise.what,
                duration(time),
                {},
                {},
                0,
-               text("< %.0f ms", promise.milliseconds),
-               verdict(time < promise.milliseconds)});
+               isPromised ? text("< %.0f ms", promise.milliseconds) : std::string(),
+               isPromised ? verdict(time < promise.milliseconds) : Row::Met::NothingPromised});
     return time > 0;
 }
 

@@ -24,7 +24,7 @@ struct Limit
 {
     const char *what;
     const char *measured;
-    double milliseconds;
+    double milliseconds; ///< 0: nothing is promised
     int steps = 1; ///< what is promised is done so often in one measured turn
 };
 

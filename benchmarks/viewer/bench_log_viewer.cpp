@@ -11,11 +11,17 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QLineEdit>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <malloc.h>
+
+#include <atomic>
+#include <memory>
 
 namespace {
 
@@ -162,6 +168,126 @@ void construct(benchmark::State &state)
 }
 BENCHMARK(construct)->Unit(benchmark::kMillisecond);
 
+/// The longest time, in seconds, that the event loop waited for one step of @p work.
+template <typename Work>
+double longestGap(Work work)
+{
+    QElapsedTimer sinceEvent;
+    qint64 longest = 0;
+    QTimer timer;
+    timer.callOnTimeout(
+        [&] { longest = qMax(longest, sinceEvent.nsecsElapsed()), sinceEvent.start(); });
+    timer.start(0);
+    sinceEvent.start();
+    work();
+    QCoreApplication::processEvents();
+    return double(longest) / 1e9;
+}
+
+struct LoadedViewer
+{
+    LoadedViewer()
+    {
+        viewer.openLogFile(logPath(lineCount, false).toStdString());
+        viewer.show();
+        QCoreApplication::processEvents();
+    }
+
+    void search()
+    {
+        viewer.findChild<QLineEdit *>(QStringLiteral("lineEdit"))->setText(QStringLiteral("."));
+        QMetaObject::invokeMethod(&viewer, "on_btnSearch_clicked");
+    }
+
+    LogViewer viewer{nullptr};
+};
+
+/// Every line is found.
+void searchAll(benchmark::State &state)
+{
+    LoadedViewer f;
+    for (auto _ : state)
+        f.search();
+}
+BENCHMARK(searchAll)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// What searchAll() is compared with: a load in a window that shows another log.
+void loadAgain(benchmark::State &state)
+{
+    LoadedViewer f;
+    bool second = true;
+    for (auto _ : state) {
+        f.viewer.openLogFile(logPath(lineCount, second).toStdString());
+        second = !second;
+    }
+}
+BENCHMARK(loadAgain)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void gapOfLoad(benchmark::State &state)
+{
+    LoadedViewer f;
+    bool second = true;
+    for (auto _ : state) {
+        const std::string path = logPath(lineCount, second).toStdString();
+        state.SetIterationTime(longestGap([&] { f.viewer.openLogFile(path); }));
+        second = !second;
+    }
+}
+BENCHMARK(gapOfLoad)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+void gapOfSearch(benchmark::State &state)
+{
+    LoadedViewer f;
+    for (auto _ : state)
+        state.SetIterationTime(longestGap([&f] { f.search(); }));
+}
+BENCHMARK(gapOfSearch)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+void gapOfFilter(benchmark::State &state)
+{
+    LoadedViewer f;
+    auto *const box = f.viewer.findChild<QCheckBox *>(QStringLiteral("checkBoxINFO"));
+    for (auto _ : state)
+        state.SetIterationTime(longestGap([box] { box->click(); }));
+}
+BENCHMARK(gapOfFilter)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+void gapOfCopy(benchmark::State &state)
+{
+    LoadedViewer f;
+    for (auto _ : state)
+        state.SetIterationTime(
+            longestGap([&f] { QMetaObject::invokeMethod(&f.viewer, "onActionCopyAllTriggered"); }));
+}
+BENCHMARK(gapOfCopy)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+/// How many searches 20 Enters in a row run to their end.
+void countSearches()
+{
+    const auto finished = std::make_shared<std::atomic<int>>(0);
+    LogViewer viewer(nullptr, [finished](const std::string &, const QString &,
+                                         const PieceSink &sink, const SearchStop &stop) {
+        for (int i = 1; i < lineCount && !stop; ++i) // a full table would stop it
+            sink("2024-03-02 12:00:00.250 INFO [1] [Camera] found\n");
+        *finished += stop ? 0 : 1;
+        return true;
+    });
+    viewer.show();
+    auto *const field = viewer.findChild<QLineEdit *>(QStringLiteral("lineEdit"));
+    field->setText(QStringLiteral("x"));
+    for (int i = 0; i < 19; ++i)
+        QTimer::singleShot(i, &viewer, [field] { emit field->returnPressed(); });
+    emit field->returnPressed();
+    const int searches = *finished;
+    print({"searches that 20 Enters in a row run to their end",
+           std::to_string(searches),
+           {},
+           {},
+           0,
+           "= 1",
+           searches == 1 ? Row::Met::Yes : Row::Met::No});
+}
+
 double allocatedBytes()
 {
     const struct mallinfo2 info = mallinfo2();
@@ -202,12 +328,18 @@ int main(int argc, char **argv)
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     const int result = runAndCompare(
         argc, argv,
-        {{{"load of 100,000 lines (12 MB)", "load", "ready-made items", "readyMadeItems", 1.6},
+        {{{"load of 100,000 lines (12 MB)", "load", "ready-made items", "readyMadeItems", 1.2},
+          {"search with 100,000 lines found", "searchAll", "load", "loadAgain", 1.3, Clock::Wall},
           {"one level of 100,000 rows hidden, shown", "hideAndShow/100000", "of 10,000 rows",
            "hideAndShow/10000", 12}},
          {{"one level of 100,000 rows hidden or shown", "hideAndShow/100000", 20, 2},
-          {"copy all of 100,000 rows", "copyAll", 60}},
+          {"copy all of 100,000 rows", "copyAll", 60},
+          {"longest gap between events: search, 100,000 found", "gapOfSearch", 50},
+          {"longest gap between events: level filter", "gapOfFilter", 50},
+          {"longest gap between events: copy all", "gapOfCopy", 100},
+          {"longest gap between events: load", "gapOfLoad", 0}},
          {{"line splitter", "splitLines", lineCount * lineBytes, 300}}});
+    countSearches();
     compareMemory();
     return result;
 }

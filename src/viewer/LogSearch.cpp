@@ -35,6 +35,37 @@ private:
 
 } // namespace
 
+/// What keeps the window alive: work is done in steps, with the events handled in between.
+class LogSearch::Steps
+{
+public:
+    explicit Steps(QWidget &busyWidget)
+        : widget(busyWidget)
+    {
+    }
+
+    [[nodiscard]] bool isOver() const { return end.hasExpired(); }
+    [[nodiscard]] std::chrono::milliseconds timeLeft() const
+    {
+        return std::chrono::milliseconds(end.remainingTime());
+    }
+    /// Handles events if the step is over, and begins the next one.
+    void handleEventsInTime()
+    {
+        if (!isOver())
+            return;
+        if (!pointer)
+            pointer.emplace(widget);
+        QCoreApplication::processEvents();
+        end.setRemainingTime(longestStep);
+    }
+
+private:
+    QWidget &widget;
+    std::optional<BusyPointer> pointer; ///< of work that takes more than a step
+    QDeadlineTimer end{longestStep};
+};
+
 LogSearch::LogSearch(LogTable &logTable, LogRows &logRows, LineSearch search)
     : table(logTable)
     , rows(logRows)
@@ -67,35 +98,51 @@ void LogSearch::cancel()
 
 LogSearch::Outcome LogSearch::show(const Query &query)
 {
+    Steps steps(*table.viewport());
+    if (!clear(steps))
+        return Outcome::Cancelled;
     table.setContents(LogTable::Contents::LinesBeingFound);
     // What lies behind the table's last row has nowhere to be shown.
     SearchRun search(lineSearch, query.keyword, query.path, table.rowCount());
-    std::optional<BusyPointer> pointer;
     std::vector<std::string> found;
     std::size_t shown = 0;
     int row = 0;
-    QDeadlineTimer step(longestStep);
     while (shown < found.size() || !search.isOver()) {
         if (shown == found.size()) {
-            found = search.take(std::chrono::milliseconds(step.remainingTime()));
+            found = search.take(steps.timeLeft());
             shown = 0;
         }
         {
             const ModelSignalBlocker fill(table);
-            while (shown < found.size() && !step.hasExpired())
+            while (shown < found.size() && !steps.isOver())
                 rows.place(found[shown++], row++);
         }
-        if (!step.hasExpired())
-            continue;
-        if (!pointer)
-            pointer.emplace(*table.viewport());
-        QCoreApplication::processEvents();
+        steps.handleEventsInTime();
         if (isInterrupted())
             return Outcome::Cancelled;
-        step.setRemainingTime(longestStep);
     }
     if (search.hasFailed())
         return Outcome::Failed;
     table.setContents(LogTable::Contents::LinesFound, row);
     return Outcome::Done;
+}
+
+bool LogSearch::clear(Steps &steps)
+{
+    table.setContents(LogTable::Contents::Nothing);
+    // All at once would take longer than a step.
+    for (int row = 0; row < table.rowCount() && !isInterrupted();) {
+        {
+            const ModelSignalBlocker removal(table);
+            for (; row < table.rowCount() && !steps.isOver(); ++row) {
+                for (int column = 0; column < LogRows::ColumnCount; ++column)
+                    delete table.takeItem(row, column);
+            }
+        }
+        steps.handleEventsInTime();
+    }
+    if (isInterrupted())
+        return false;
+    table.clearLines();
+    return true;
 }

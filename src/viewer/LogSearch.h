@@ -39,7 +39,11 @@ public:
     void cancel();
 
 private:
+    class Steps;
+
     Outcome show(const Query &query);
+    /// Empties the table. False: it was interrupted.
+    bool clear(Steps &steps);
     [[nodiscard]] bool isInterrupted() const { return isCancelled || next.has_value(); }
 
     LogTable &table;

@@ -172,7 +172,6 @@ void LogViewer::on_btnSearch_clicked()
     const QString keyword = ui->lineEdit->text();
     if (keyword.isEmpty())
         return;
-    ui->tableWidget->clearLines();
     lastSearchKeyword = keyword.toStdString();
     const LogSearch::Outcome outcome = search->run({lastSearchKeyword, currentLogPath});
     if (outcome == LogSearch::Outcome::Failed)

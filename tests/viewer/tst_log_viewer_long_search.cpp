@@ -109,6 +109,7 @@ private slots:
     void endsTheSearchWhenTheTableIsFull();
     void keepsTheWindowAlive();
     void keepsTheWindowAliveWhileManyLinesAreShown();
+    void keepsTheWindowAliveWhileAFullTableIsEmptied();
     void showsWhatWasFoundBeforeTheEnd();
     void aNewSearchTakesOver();
     void manyNewSearchesEndInTheLastOne();
@@ -177,6 +178,23 @@ void LogViewerLongSearch::keepsTheWindowAliveWhileManyLinesAreShown()
     f.search(QStringLiteral("x"));
     QCOMPARE(f.filledRows(), lines);
     QVERIFY2(steps >= 3, QByteArray::number(steps).constData());
+}
+
+void LogViewerLongSearch::keepsTheWindowAliveWhileAFullTableIsEmptied()
+{
+    ViewerFixture f([](const auto &...) { return true; });
+    QVERIFY(
+        f.open(f.folder.file(QStringLiteral("a.log"), (logLine("INFO") + '\n').repeated(100'000))));
+    bool wasPartlyEmpty = false;
+    QTimer timer;
+    timer.callOnTimeout(&f.viewer, [&] {
+        if (f.table().item(0, 3) == nullptr && f.table().item(99'999, 3) != nullptr)
+            wasPartlyEmpty = true;
+    });
+    timer.start(0);
+    f.search(QStringLiteral("x"));
+    QCOMPARE(f.filledRows(), 0);
+    QVERIFY(wasPartlyEmpty);
 }
 
 void LogViewerLongSearch::showsWhatWasFoundBeforeTheEnd()
@@ -345,8 +363,13 @@ void LogViewerLongSearch::closingTheLastWindowWaitsForNoSearch()
         ViewerFixture f(slow.lineSearch());
         QVERIFY(f.openLines({"one"}));
         f.viewer.show();
-        QTimer::singleShot(0, &f.viewer, [&f] {
-            QTimer::singleShot(0, &f.viewer, [&f] { f.viewer.close(); });
+        QTimer closer;
+        closer.callOnTimeout(&f.viewer, [&] {
+            if (slow.state->started > 0)
+                f.viewer.close();
+        });
+        QTimer::singleShot(0, &f.viewer, [&] {
+            closer.start(0);
             f.search(deaf);
         });
         QCOMPARE(QApplication::exec(), 0);

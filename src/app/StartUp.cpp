@@ -4,6 +4,7 @@
 #include <QFont>
 #include <QScreen>
 #include <QWidget>
+#include <private/qhighdpiscaling_p.h>
 
 #include <utility>
 #include <vector>
@@ -17,6 +18,17 @@ void prefer(const char *variable, const char *value)
 {
     if (!qEnvironmentVariableIsSet(variable) && qputenv(variable, value))
         ownVariables.push_back(variable);
+}
+
+void raiseScaleToOne(QScreen *screen)
+{
+    if (QHighDpiScaling::factor(screen) >= 1)
+        return;
+    const QScreen *const none = nullptr; // has the factor that all screens share
+    const qreal shared = QHighDpiScaling::factor(none);
+    // Qt ignores a screen's own factor of 1 as long as no screen has had another.
+    for (const qreal own : {2.0, 1 / shared})
+        QHighDpiScaling::setScreenFactor(screen, own);
 }
 
 } // namespace
@@ -39,6 +51,18 @@ void restoreEnvironment()
 {
     for (const char *variable : std::exchange(ownVariables, {}))
         qunsetenv(variable);
+}
+
+void keepScaleAtLeastOne()
+{
+    const auto watch = [](QScreen *screen) {
+        raiseScaleToOne(screen);
+        QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, screen,
+                         [screen] { raiseScaleToOne(screen); });
+    };
+    for (QScreen *screen : QGuiApplication::screens())
+        watch(screen);
+    QObject::connect(qApp, &QGuiApplication::screenAdded, watch);
 }
 
 void fitToScreen(QWidget &window)

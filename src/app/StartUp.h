@@ -12,6 +12,12 @@ void configureQtBeforeStart();
 /// starts would inherit. Call it once the first window is shown.
 void restoreEnvironment();
 
+/// Keeps the screens' scale from falling below 1, now and whenever it changes: a desktop may ask
+/// for smaller text than usual, the environment for a smaller program. Qt would paint such windows
+/// in full size and show their upper left parts. Call it once the application object exists, before
+/// there is any window.
+void keepScaleAtLeastOne();
+
 /// Makes a window, and the dialogs that it owns, no larger than the primary screen's work area.
 /// Call it before the window is shown.
 void fitToScreen(QWidget &window);

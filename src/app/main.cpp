@@ -13,6 +13,7 @@ int main(int argc, char **argv)
         return 0;
     }
 
+    keepScaleAtLeastOne();
     useSystemFont();
     Skin::setFallbackFolder(QCoreApplication::applicationDirPath());
     installAccessibleControls();

@@ -11,7 +11,7 @@ CComboBoxEx::CComboBoxEx(QWidget *parent)
 {
     setView(listView);
     setItemDelegate(new QStyledItemDelegate(this)); // the skin's, not the style's own
-    PlainToolTip::installOn(*this);                 // names of folders are not markup
+    PlainToolTip::installOn(*this); // names of folders are not markup
 }
 
 void CComboBoxEx::showPopup()

@@ -86,22 +86,33 @@ QColor parsed(const QString &value)
     return colour.alpha() == 255 ? colour : QColor();
 }
 
-/// "QComboBox:hover" without what stands behind the colon.
-QString atRest(const QString &selector)
+/// "QCheckBox::indicator:checked:focus" with one state less; the same where there is none.
+QString withoutLastState(const QString &selector)
 {
-    return selector.section(QLatin1Char(':'), 0, 0);
+    static const QRegularExpression state(QStringLiteral("(?<!:):\\w+$"));
+    return QString(selector).remove(state);
 }
 
-/// The colour in a rule's property, or in that of the rule for the same thing at rest; invalid
-/// where it is not given or shows what lies behind.
-QColor colourOf(const QString &selector, const QString &property)
+/// "QComboBox:hover" without what stands behind the colon.
+QString atRest(QString selector)
 {
-    for (const QString &name : {selector, atRest(selector)}) {
-        const QString value = rules().value(name).value(property);
+    while (withoutLastState(selector) != selector)
+        selector = withoutLastState(selector);
+    return selector;
+}
+
+/// The colour in a rule's property, or in that of the rule for the same thing with fewer states;
+/// invalid where it is not given or shows what lies behind.
+QColor colourOf(QString selector, const QString &property)
+{
+    while (true) {
+        const QString value = rules().value(selector).value(property);
         if (!value.isEmpty())
             return parsed(value);
+        if (withoutLastState(selector) == selector)
+            return {};
+        selector = withoutLastState(selector);
     }
-    return {};
 }
 
 /// What lies behind something that has no background of its own.
@@ -270,9 +281,9 @@ void Contrast::isEnoughForEveryOutlineOfAFocus()
 {
     QFETCH(QString, selector);
     if (rules()[selector][QStringLiteral("outline")] == QLatin1String("none")) {
-        // A border tells instead; a round button has a picture for it.
+        // A border tells instead, a round button's around its indicator.
         QVERIFY(colourOf(selector, QStringLiteral("border")).isValid() ||
-                rules().contains(QStringLiteral("QRadioButton::indicator:unchecked:focus")));
+                rules().contains(QStringLiteral("QRadioButton::indicator:focus")));
         return;
     }
     const QColor outline = colourOf(selector, QStringLiteral("outline"));
@@ -313,7 +324,9 @@ void Contrast::isEnoughForEveryFocusRing()
 void Contrast::isEnoughForEveryOutline_data()
 {
     QTest::addColumn<QString>("selector");
-    for (const char *selector : {"QPushButton", "QLineEdit", "QComboBox", "QMenu"})
+    for (const char *selector :
+         {"QPushButton", "QLineEdit", "QComboBox", "QMenu", "QCheckBox::indicator",
+          "QRadioButton::indicator", "QMenu::indicator"})
         QTest::newRow(selector) << QString::fromLatin1(selector);
 }
 

@@ -21,6 +21,7 @@ private slots:
     void animateTheBusyIndicator();
     void drawEveryPicture();
     void haveTwinsOfTwiceTheSize();
+    void areAllNamedByASheet();
     void carryTheNoticesOwnRules();
 };
 
@@ -123,6 +124,17 @@ void SkinFiles::haveTwinsOfTwiceTheSize()
         twin.replace(QLatin1String(".png"), QLatin1String("@2x.png"));
         QVERIFY2(QFile::exists(twin), qPrintable(twin));
         QCOMPARE(QImageReader(twin).size(), QImageReader(picture).size() * 2);
+    }
+}
+
+void SkinFiles::areAllNamedByASheet()
+{
+    QStringList named;
+    for (const QString &sheet : styleSheets())
+        named += styleSheetUrls(contents(sheet));
+    for (QString picture : pictures()) {
+        picture.remove(QLatin1String("@2x"));
+        QVERIFY2(named.contains(picture), qPrintable(picture));
     }
 }
 

@@ -34,10 +34,24 @@ void QCheckBoxHeader::paintSection(QPainter *painter, const QRect &rect, int log
     painter->save();
     QHeaderView::paintSection(painter, rect, logicalIndex);
     painter->restore();
-    if (logicalIndex == checkColumn) {
-        checkBox->move(rect.center().x() - boxLeftOfCentre, boxTop);
-        checkBox->show();
-    }
+    if (logicalIndex == checkColumn)
+        placeBox(rect);
+}
+
+void QCheckBoxHeader::paintEvent(QPaintEvent *event)
+{
+    QHeaderView::paintEvent(event);
+    // Scrolling moves a section's pixels without painting it again; a hidden one is not painted.
+    if (sectionSize(checkColumn) > 0)
+        placeBox({sectionViewportPosition(checkColumn), 0, sectionSize(checkColumn), height()});
+    else
+        checkBox->hide();
+}
+
+void QCheckBoxHeader::placeBox(const QRect &section) const
+{
+    checkBox->move(section.center().x() - boxLeftOfCentre, boxTop);
+    checkBox->show();
 }
 
 void QCheckBoxHeader::changeEvent(QEvent *event)

@@ -23,6 +23,7 @@ signals:
     void checkStausChange(bool checked);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override;
     void changeEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -31,6 +32,8 @@ private slots:
     void onCheckBoxClicked();
 
 private:
+    void placeBox(const QRect &section) const;
+
     int checkColumn;
-    QCheckBox *checkBox; ///< a real child widget; put in its place whenever its section is painted
+    QCheckBox *checkBox; ///< a real child widget; put in its place whenever the header is painted
 };

@@ -2,6 +2,7 @@
 #include "QCheckBoxHeader.h"
 #include "QUserCheckBox.h"
 
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QtTest>
 
@@ -17,6 +18,8 @@ private slots:
     void keepsTheBoxAtTwelvePixelsInAnyHeight_data();
     void keepsTheBoxAtTwelvePixelsInAnyHeight();
     void movesTheBoxWithItsSection();
+    void movesTheBoxWithItsSectionWhenScrolled();
+    void hidesTheBoxWithItsSection();
     void showsTheBoxWhenItsSectionIsPainted();
     void tellsTheNewStateWhenClicked();
     void setsTheBoxWithoutTelling();
@@ -111,6 +114,29 @@ void CheckBoxHeader::movesTheBoxWithItsSection()
     fixture.header->moveSection(1, 0); // the column goes to the left end
     fixture.header->grab();
     QCOMPARE(fixture.box->pos(), QPoint(33, 12));
+}
+
+void CheckBoxHeader::movesTheBoxWithItsSectionWhenScrolled()
+{
+    Fixture fixture;
+    fixture.table.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    fixture.table.resize(150, 300);
+    QVERIFY(QTest::qWaitForWindowExposed(&fixture.table));
+    QScrollBar *bar = fixture.table.horizontalScrollBar();
+    for (const int by : {10, 60, 90, 0}) {
+        bar->setValue(by);
+        QCOMPARE(bar->value(), by);
+        QTRY_COMPARE(fixture.box->pos(), QPoint(25 - 6 - by, 12));
+    }
+}
+
+void CheckBoxHeader::hidesTheBoxWithItsSection()
+{
+    Fixture fixture;
+    fixture.header->setSectionHidden(0, true);
+    QTRY_VERIFY(!fixture.box->isVisible());
+    fixture.header->setSectionHidden(0, false);
+    QTRY_VERIFY(fixture.box->isVisible());
 }
 
 void CheckBoxHeader::showsTheBoxWhenItsSectionIsPainted()

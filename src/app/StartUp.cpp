@@ -68,7 +68,16 @@ void keepScaleAtLeastOne()
 void fitToScreen(QWidget &window)
 {
     const QSize room = QGuiApplication::primaryScreen()->availableSize();
-    const auto fit = [room](QWidget &widget) { widget.resize(widget.size().boundedTo(room)); };
+    const auto fit = [room](QWidget &widget) {
+        widget.ensurePolished();
+        // A minimum of the window's own goes before that of its layout.
+        const QSize least = widget.minimumSize().expandedTo(widget.minimumSizeHint());
+        if (least.width() > room.width())
+            widget.setMinimumWidth(room.width());
+        if (least.height() > room.height())
+            widget.setMinimumHeight(room.height());
+        widget.resize(widget.size().boundedTo(room));
+    };
     fit(window);
     for (QWidget *child : window.findChildren<QWidget *>()) {
         if (child->windowType() == Qt::Dialog)

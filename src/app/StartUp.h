@@ -18,8 +18,8 @@ void restoreEnvironment();
 /// there is any window.
 void keepScaleAtLeastOne();
 
-/// Makes a window, and the dialogs that it owns, no larger than the primary screen's work area.
-/// Call it before the window is shown.
+/// Makes a window, and the dialogs that it owns, no larger than the primary screen's work area, also
+/// where that is less than their minimum. Call it before the window is shown.
 void fitToScreen(QWidget &window);
 
 /// Makes the system's font for texts the program's. On Windows Qt begins with the one of decades

@@ -1,5 +1,6 @@
 #include "StartUp.h"
 
+#include <QHBoxLayout>
 #include <QScreen>
 #include <QWidget>
 #include <QtTest>
@@ -11,6 +12,9 @@ class ScreenFit : public QObject
 private slots:
     void leavesWhatFits();
     void shrinksWhatIsTooLarge();
+    void shrinksWhatHasALargerMinimum();
+    void shrinksWhatItsLayoutKeepsLarger();
+    void leavesAMinimumThatFits();
     void shrinksTheDialogsOfTheWindow();
     void leavesThePartsOfTheWindow();
 };
@@ -41,6 +45,37 @@ void ScreenFit::shrinksWhatIsTooLarge()
     window.resize(100, room().height() * 2);
     fitToScreen(window);
     QCOMPARE(window.size(), QSize(100, room().height()));
+}
+
+void ScreenFit::shrinksWhatHasALargerMinimum()
+{
+    QWidget window;
+    window.setMinimumSize(room().width() + 50, 80);
+    window.resize(room() * 2);
+    fitToScreen(window);
+    QCOMPARE(window.size(), room());
+    QCOMPARE(window.minimumSize(), QSize(room().width(), 80));
+}
+
+void ScreenFit::shrinksWhatItsLayoutKeepsLarger()
+{
+    QWidget window;
+    auto *row = new QHBoxLayout(&window);
+    auto *content = new QWidget;
+    content->setMinimumSize(room() * 2);
+    row->addWidget(content);
+    fitToScreen(window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCOMPARE(window.size(), room());
+}
+
+void ScreenFit::leavesAMinimumThatFits()
+{
+    QWidget window;
+    window.setMinimumSize(150, 80);
+    fitToScreen(window);
+    QCOMPARE(window.minimumSize(), QSize(150, 80));
 }
 
 void ScreenFit::shrinksTheDialogsOfTheWindow()

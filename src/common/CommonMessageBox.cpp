@@ -7,6 +7,7 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QShowEvent>
+#include <QTextBoundaryFinder>
 
 #include <array>
 
@@ -15,17 +16,23 @@ constexpr int narrowest = 300; // pixels of text
 constexpr int widest = 480;
 constexpr int longestWord = 40; // characters
 
-/// Lets long words, such as paths, go on in the next line.
+/// Lets long words, such as those of paths, go on in the next line, where Unicode's rules for line
+/// breaks offer no place.
 QString breakable(const QString &text)
 {
     constexpr QChar mayBreak(0x200b);
+    QTextBoundaryFinder lines(QTextBoundaryFinder::Line, text);
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
     QString result;
-    int word = 0;
-    for (const QChar c : text) {
-        word = c.isSpace() ? 0 : word + 1;
-        if (word > longestWord && !c.isLowSurrogate())
+    int wordStart = 0;
+    for (int from = 0, to = characters.toNextBoundary(); to > 0;
+         from = to, to = characters.toNextBoundary()) {
+        lines.setPosition(from);
+        if (lines.isAtBoundary())
+            wordStart = from;
+        else if (from - wordStart >= longestWord && !text.at(from).isSpace())
             result += mayBreak;
-        result += c;
+        result += text.midRef(from, to - from);
     }
     return result;
 }

@@ -46,6 +46,8 @@ private slots:
     void readsInBothLanguages();
     void growsWithALongText();
     void breaksALongPath();
+    void breaksLongWordsOnlyWhereNothingElseDoes_data();
+    void breaksLongWordsOnlyWhereNothingElseDoes();
 };
 
 namespace {
@@ -347,6 +349,33 @@ void MessageBox::growsWithALongText()
     const auto *label = box.findChild<QLabel *>(text("lbText"));
     QVERIFY(label->height() >= label->heightForWidth(label->width()));
     QVERIFY(box.width() < 1000);
+}
+
+void MessageBox::breaksLongWordsOnlyWhereNothingElseDoes_data()
+{
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char *name, const QString &expected) {
+        const QString message = QString(expected).remove(QLatin1Char('|'));
+        QTest::newRow(name) << message << expected;
+    };
+    const QString x(40, QLatin1Char('x'));
+    const QString accent = QString::fromUtf8("e\u0301");
+    row("short", x);
+    row("long", x + text("|x|x|x"));
+    row("words", x + text("|x ") + x + text("|x"));
+    row("Chinese", QString::fromUtf8("无法写入日志配置文件（请检查权限）。").repeated(5));
+    row("path", text("C:/") + text("a_folder_with_a_long_name/").repeated(10));
+    row("whole characters", accent.repeated(20) + QLatin1Char('|') + accent);
+    row("empty", QString());
+}
+
+void MessageBox::breaksLongWordsOnlyWhereNothingElseDoes()
+{
+    QFETCH(QString, message);
+    QFETCH(QString, expected);
+    const CommonMessageBox box(message);
+    QCOMPARE(part<QLabel>(box, "lbText").text().replace(QChar(0x200b), QLatin1Char('|')), expected);
 }
 
 QTEST_MAIN(MessageBox)

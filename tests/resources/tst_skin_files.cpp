@@ -22,6 +22,7 @@ private slots:
     void drawEveryPicture();
     void haveTwinsOfTwiceTheSize();
     void areAllNamedByASheet();
+    void giveAllColumnHeadsOneWeight();
     void carryTheNoticesOwnRules();
 };
 
@@ -136,6 +137,18 @@ void SkinFiles::areAllNamedByASheet()
         picture.remove(QLatin1String("@2x"));
         QVERIFY2(named.contains(picture), qPrintable(picture));
     }
+}
+
+void SkinFiles::giveAllColumnHeadsOneWeight()
+{
+    const StyleSheetRules rules = styleSheetRules(contents(styleSheets().first()));
+    QStringList weights;
+    for (auto rule = rules.cbegin(); rule != rules.cend(); ++rule) {
+        if (rule.key().contains(QLatin1String("QHeaderView")))
+            weights += rule->value(QStringLiteral("font-weight"));
+    }
+    weights.removeAll(QString());
+    QCOMPARE(weights.size(), 1);
 }
 
 void SkinFiles::carryTheNoticesOwnRules()

@@ -26,7 +26,7 @@ private slots:
     void staysOnTheScreenWithManyLines();
     void showsOnlyTheStartOfAnEndlessText();
     void splitsNoCharacter();
-    void survivesEveryCharacter();
+    void survivesCharactersWithAMeaningOfTheirOwn();
     void showsTheToolTipOfAWidget();
     void showsTheToolTipsOfTheKitsWidgets();
     void showsTheToolTipsOfItems();
@@ -203,12 +203,12 @@ void PlainToolTips::splitsNoCharacter()
     }
 }
 
-void PlainToolTips::survivesEveryCharacter()
+void PlainToolTips::survivesCharactersWithAMeaningOfTheirOwn()
 {
     Window window;
-    for (int first = 0; first < 0x10000; first += 0x400) {
+    for (const int first : {0x0000, 0x2000, 0xd800, 0xdc00, 0xfd00, 0xff00}) {
         QString text;
-        for (int i = 0; i < 0x400; ++i)
+        for (int i = 0; i < 0x100; ++i)
             text += QChar(first + i);
         window.showTip(text);
         QVERIFY(tip() != nullptr);

@@ -8,18 +8,16 @@
 
 namespace {
 
-/// Ends the hover of the widgets of @p window that the pointer left while a menu was open: Qt sends
-/// them no Leave for that.
-void endStaleHover(const QWidget &window)
+/// Ends the hover of the widgets of @p window that the pointer left while a menu was open: Qt may
+/// send them no Leave for that, and paints none of them anew.
+void endStaleHover(QWidget &window)
 {
     for (QWidget *widget : window.findChildren<QWidget *>()) {
-        const bool left = !widget->rect().contains(widget->mapFromGlobal(QCursor::pos()));
-        if (widget->underMouse() && left) {
-            QEvent leave(QEvent::Leave);
+        QEvent leave(QEvent::Leave);
+        if (widget->underMouse() && !widget->rect().contains(widget->mapFromGlobal(QCursor::pos())))
             QApplication::sendEvent(widget, &leave);
-            widget->update();
-        }
     }
+    window.update();
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "CMenuEx.h"
+#include "EventCount.h"
 #include "OwnMethods.h"
 
 #include <QToolButton>
@@ -23,6 +24,7 @@ private slots:
     void choosesByReturnAndCloses();
     void leavesNoHoverOnTheButtonThatOpenedIt_data();
     void leavesNoHoverOnTheButtonThatOpenedIt();
+    void paintsTheButtonAnewThatWasLeftMeanwhile();
     void keepsTheHoverUnderThePointer();
 };
 
@@ -237,6 +239,20 @@ void Menu::leavesNoHoverOnTheButtonThatOpenedIt()
         QTest::mouseClick(window.windowHandle(), Qt::LeftButton, Qt::NoModifier, Opener::elsewhere);
     QTRY_VERIFY(!window.menu.isVisible());
     QVERIFY(!window.button.underMouse());
+}
+
+void Menu::paintsTheButtonAnewThatWasLeftMeanwhile()
+{
+    Opener window;
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(window.openByClick());
+    window.moveTo(Opener::elsewhere);
+    QEvent leave(QEvent::Leave); // without a HoverLeave, as long as a menu is open
+    QCoreApplication::sendEvent(&window.button, &leave);
+    QCoreApplication::processEvents();
+    const EventCount paints(window.button, QEvent::Paint);
+    emit window.menu.signalHide(); // alone: closing the menu may paint the window anyway
+    QTRY_VERIFY(paints.count > 0);
 }
 
 void Menu::keepsTheHoverUnderThePointer()

@@ -3,7 +3,7 @@
 #include <QTableWidget>
 
 /// A table that takes back the resize cursor which the frame around it may have set, and that shows
-/// the row where the keyboard is when the tabulator comes to it.
+/// the row where the keyboard is when Tab leads to it.
 class CTableWidget : public QTableWidget
 {
     Q_OBJECT

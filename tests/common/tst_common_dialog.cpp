@@ -5,9 +5,6 @@
 #include "OwnMethods.h"
 #include "WorkingFolder.h"
 
-#include <QCheckBox>
-#include <QPushButton>
-#include <QToolButton>
 #include <QtTest>
 
 Q_DECLARE_METATYPE(ResizeDirection)
@@ -40,9 +37,6 @@ private slots:
     void takesTheCursorBackAfterAnEdgeDrag();
     void leavesTheCursorAloneAfterAPressOnTheBody();
     void leavesTheStateAloneWhenAnotherButtonIsReleased();
-    void pressesTheFocusedButtonByReturn_data();
-    void pressesTheFocusedButtonByReturn();
-    void leavesOtherKeysAndWidgetsAlone();
 };
 
 namespace {
@@ -359,52 +353,6 @@ void CommonDialogTest::leavesTheStateAloneWhenAnotherButtonIsReleased()
     QCOMPARE(dialog.cursor().shape(), Qt::SizeHorCursor);
     Mouse::move(dialog, right + QPoint(20, 0), Qt::LeftButton);
     QCOMPARE(dialog.width(), place.width() + 19); // still resizing
-}
-
-void CommonDialogTest::pressesTheFocusedButtonByReturn_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
-    QTest::newRow("Return") << Qt::Key_Return << Qt::KeyboardModifiers();
-    QTest::newRow("Enter") << Qt::Key_Enter << Qt::KeyboardModifiers(Qt::KeypadModifier);
-    QTest::newRow("Space") << Qt::Key_Space << Qt::KeyboardModifiers();
-}
-
-void CommonDialogTest::pressesTheFocusedButtonByReturn()
-{
-    QFETCH(Qt::Key, key);
-    QFETCH(Qt::KeyboardModifiers, modifiers);
-    Dialog dialog(true);
-    QPushButton push(&dialog);
-    QToolButton tool(&dialog);
-    for (QAbstractButton *button :
-         {static_cast<QAbstractButton *>(&push), static_cast<QAbstractButton *>(&tool)}) {
-        button->setFocus();
-        QSignalSpy clicked(button, &QAbstractButton::clicked);
-        QTest::keyClick(button, key, modifiers);
-        QCOMPARE(clicked.size(), 1);
-        button->setEnabled(false);
-        QTest::keyClick(&dialog, key, modifiers);
-        QCOMPARE(clicked.size(), 1);
-    }
-}
-
-void CommonDialogTest::leavesOtherKeysAndWidgetsAlone()
-{
-    Nested nested(true);
-    QPushButton push(&nested.dialog);
-    QCheckBox box(&nested.dialog);
-    QSignalSpy clicked(&push, &QAbstractButton::clicked);
-    push.setFocus();
-    QTest::keyClick(&push, Qt::Key_A);
-    QTest::keyClick(&push, Qt::Key_Return, Qt::ControlModifier);
-    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
-    QCoreApplication::sendEvent(&push, &held);
-    QVERIFY(!held.isAccepted());
-    QCOMPARE(clicked.size(), 0);
-    box.setFocus();
-    QTest::keyClick(&box, Qt::Key_Return);
-    QVERIFY(!box.isChecked());
 }
 
 QTEST_MAIN(CommonDialogTest)

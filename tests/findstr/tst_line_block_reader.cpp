@@ -60,7 +60,7 @@ QByteArray allOf(LineBlockReader &blocks, int *count = nullptr)
 
 } // namespace
 
-class TextBlocksTest : public QObject
+class LineBlockReaderTest : public QObject
 {
     Q_OBJECT
 
@@ -71,14 +71,14 @@ private slots:
     void findsLineEndsWhereverThePortionsAreCut();
     void handsOutWholeLinesOnly();
     void keepsLinesOfTenMegabytes();
-    void cutsALineAtItsLimitAndGoesOnBehindIt();
+    void truncatesALineAtItsLimitAndGoesOnBehindIt();
     void tellsAFailedReadFromTheEnd();
-    void reportsLossesOnceAFile();
-    void hasNothingOfAnEmptyText();
+    void logsProblemsOnceAFile();
+    void isEmptyForAnEmptyText();
     void staysAtTheEnd();
 };
 
-void TextBlocksTest::unifiesLineEnds_data()
+void LineBlockReaderTest::unifiesLineEnds_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QByteArray>("expected");
@@ -94,14 +94,14 @@ void TextBlocksTest::unifiesLineEnds_data()
     QTest::newRow("empty") << QByteArray() << QByteArray();
 }
 
-void TextBlocksTest::unifiesLineEnds()
+void LineBlockReaderTest::unifiesLineEnds()
 {
     QFETCH(QByteArray, text);
     const std::size_t size = unifyLineEnds(text.data(), std::size_t(text.size()));
     QTEST(text.left(int(size)), "expected");
 }
 
-void TextBlocksTest::findsLineEndsWhereverThePortionsAreCut_data()
+void LineBlockReaderTest::findsLineEndsWhereverThePortionsAreCut_data()
 {
     QTest::addColumn<int>("portion");
 
@@ -109,7 +109,7 @@ void TextBlocksTest::findsLineEndsWhereverThePortionsAreCut_data()
         QTest::newRow(QByteArray::number(portion).constData()) << portion;
 }
 
-void TextBlocksTest::findsLineEndsWhereverThePortionsAreCut()
+void LineBlockReaderTest::findsLineEndsWhereverThePortionsAreCut()
 {
     QFETCH(int, portion);
     Trickle text("one\r\ntwo\r\r\n\r\n\nthree\rfour\nlast\r", portion);
@@ -117,7 +117,7 @@ void TextBlocksTest::findsLineEndsWhereverThePortionsAreCut()
     QCOMPARE(allOf(blocks), QByteArray("one\ntwo\r\n\n\nthree\rfour\nlast\r"));
 }
 
-void TextBlocksTest::handsOutWholeLinesOnly()
+void LineBlockReaderTest::handsOutWholeLinesOnly()
 {
     QByteArray text;
     for (int i = 0; i < 50'000; ++i)
@@ -133,7 +133,7 @@ void TextBlocksTest::handsOutWholeLinesOnly()
     QVERIFY(all == text);
 }
 
-void TextBlocksTest::keepsLinesOfTenMegabytes()
+void LineBlockReaderTest::keepsLinesOfTenMegabytes()
 {
     QByteArray text = "short\n" + QByteArray(10'000'000, 'x') + "\r\nshort\n";
     QBuffer device(&text);
@@ -142,7 +142,7 @@ void TextBlocksTest::keepsLinesOfTenMegabytes()
     QVERIFY(allOf(blocks) == text.replace("\r\n", "\n"));
 }
 
-void TextBlocksTest::cutsALineAtItsLimitAndGoesOnBehindIt()
+void LineBlockReaderTest::truncatesALineAtItsLimitAndGoesOnBehindIt()
 {
     const int limit = int(LineBlockReader::blockBytes) + 5;
     for (const int length : {limit - 1, limit, limit + 1, 3 * limit}) {
@@ -154,7 +154,7 @@ void TextBlocksTest::cutsALineAtItsLimitAndGoesOnBehindIt()
     }
 }
 
-void TextBlocksTest::tellsAFailedReadFromTheEnd()
+void LineBlockReaderTest::tellsAFailedReadFromTheEnd()
 {
     Failing broken("one\ntw", 3);
     LineBlockReader some(broken);
@@ -168,7 +168,7 @@ void TextBlocksTest::tellsAFailedReadFromTheEnd()
     QVERIFY(!all.failed());
 }
 
-void TextBlocksTest::reportsLossesOnceAFile()
+void LineBlockReaderTest::logsProblemsOnceAFile()
 {
     const int limit = int(LineBlockReader::blockBytes);
     const QString path = QStringLiteral("a.log");
@@ -190,7 +190,7 @@ void TextBlocksTest::reportsLossesOnceAFile()
                           QStringLiteral("line longer than 262144 bytes cut: a.log")}));
 }
 
-void TextBlocksTest::hasNothingOfAnEmptyText()
+void LineBlockReaderTest::isEmptyForAnEmptyText()
 {
     QBuffer device;
     QVERIFY(device.open(QIODevice::ReadOnly));
@@ -198,7 +198,7 @@ void TextBlocksTest::hasNothingOfAnEmptyText()
     QVERIFY(blocks.next().empty());
 }
 
-void TextBlocksTest::staysAtTheEnd()
+void LineBlockReaderTest::staysAtTheEnd()
 {
     Trickle text("no line feed", 100);
     LineBlockReader blocks(text);
@@ -207,5 +207,5 @@ void TextBlocksTest::staysAtTheEnd()
     QVERIFY(blocks.next().empty());
 }
 
-QTEST_APPLESS_MAIN(TextBlocksTest)
+QTEST_APPLESS_MAIN(LineBlockReaderTest)
 #include "tst_line_block_reader.moc"

@@ -29,17 +29,17 @@ FindstrExpression withoutBorders(FindstrExpression expression)
     return expression;
 }
 
-/// Where in @p text the first match begins; npos: nowhere. A line feed at the end is not followed
-/// by an empty line.
+/// Where in @p text the first match begins; npos: nowhere.
 std::size_t find(const RE2 &regex, std::string_view text)
 {
-    const std::size_t size = text.back() == '\n' ? text.size() - 1 : text.size();
     re2::StringPiece match;
-    const bool matches = regex.Match({text.data(), size}, 0, size, RE2::UNANCHORED, &match, 1);
-    return matches ? static_cast<std::size_t>(match.data() - text.data()) : std::string_view::npos;
+    if (!regex.Match({text.data(), text.size()}, 0, text.size(), RE2::UNANCHORED, &match, 1))
+        return std::string_view::npos;
+    return static_cast<std::size_t>(match.data() - text.data());
 }
 
-/// The line of @p text that holds @p place, with its line feed.
+/// The line of @p text that holds @p place, with its line feed. Empty: there is none behind the
+/// last line feed.
 std::string_view lineAround(std::string_view text, std::size_t place)
 {
     const std::size_t start = text.substr(0, place).rfind('\n') + 1; // npos + 1 is 0

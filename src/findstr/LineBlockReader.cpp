@@ -1,6 +1,7 @@
 #include "LineBlockReader.h"
 
-#include <QDebug>
+#include "FindstrLog.h"
+
 #include <QIODevice>
 #include <QString>
 
@@ -33,7 +34,7 @@ std::string_view LineBlockReader::next()
     delivered = 0;
     // What is left over is the beginning of a line: it holds no line feed.
     for (std::size_t firstNew = used; readMore(); firstNew = used) {
-        dropOverlong(firstNew);
+        truncateLongLine(firstNew);
         const std::size_t end = lastLineEnd(buffer.get() + firstNew, used - firstNew);
         if (end == std::string_view::npos)
             continue;
@@ -47,9 +48,10 @@ std::string_view LineBlockReader::next()
 void LineBlockReader::logProblems(const QString &path) const
 {
     if (readFailed)
-        qDebug().noquote() << "read failed:" << path;
-    if (lineCut)
-        qDebug().noquote() << "line longer than" << lineLimit << "bytes cut:" << path;
+        qCWarning(findstrLog).noquote() << "read failed:" << path;
+    if (lineTruncated)
+        qCWarning(findstrLog).noquote()
+            << "line longer than" << lineLimit << "bytes truncated:" << path;
 }
 
 bool LineBlockReader::readMore()
@@ -76,7 +78,7 @@ void LineBlockReader::grow()
     capacity = wanted;
 }
 
-void LineBlockReader::dropOverlong(std::size_t firstNew)
+void LineBlockReader::truncateLongLine(std::size_t firstNew)
 {
     // Only the line that was begun before this block can be longer than a block.
     char *const text = buffer.get();
@@ -85,7 +87,7 @@ void LineBlockReader::dropOverlong(std::size_t firstNew)
         found != nullptr ? static_cast<std::size_t>(static_cast<const char *>(found) - text) : used;
     if (lineEnd <= lineLimit)
         return;
-    lineCut = true;
+    lineTruncated = true;
     std::memmove(text + lineLimit, text + lineEnd, used - lineEnd);
     used -= lineEnd - lineLimit;
 }

@@ -26,16 +26,15 @@ public:
 
     /// The text has ended too early, because the device could not be read any further.
     [[nodiscard]] bool failed() const { return readFailed; }
-    /// A line so far was longer than the longest, and was cut.
-    [[nodiscard]] bool hasTruncatedLines() const { return lineCut; }
-    /// Writes to the debug output what failed() and hasTruncatedLines() say of the file at @p path,
-    /// if so.
+    /// A line so far was longer than the longest, and was truncated.
+    [[nodiscard]] bool hasTruncatedLines() const { return lineTruncated; }
+    /// Logs failed() and hasTruncatedLines() of the file at @p path, where they are true.
     void logProblems(const QString &path) const;
 
 private:
     bool readMore();
     void grow();
-    void dropOverlong(std::size_t firstNew);
+    void truncateLongLine(std::size_t firstNew);
 
     QIODevice &source;
     const std::size_t lineLimit;
@@ -49,7 +48,7 @@ private:
     std::size_t used = 0;      ///< bytes in the buffer
     std::size_t delivered = 0; ///< bytes at its start that the last call handed out
     bool readFailed = false;
-    bool lineCut = false;
+    bool lineTruncated = false;
 };
 
 /// Turns each CR LF of the @p size bytes at @p text into LF, in place. Returns the new size.

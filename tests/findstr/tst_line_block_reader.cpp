@@ -1,4 +1,5 @@
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "LineBlockReader.h"
 
 #include <QBuffer>
@@ -177,7 +178,10 @@ void LineBlockReaderTest::logsProblemsOnceAFile()
     LineBlockReader whole(fitting, std::size_t(limit));
     allOf(whole);
     QVERIFY(!whole.hasTruncatedLines());
-    whole.logProblems(path);
+    {
+        const Diagnostics diagnostics;
+        whole.logProblems(path);
+    }
     QCOMPARE(output.take(), QStringList());
 
     Failing broken((QByteArray(2 * limit, 'x') + '\n').repeated(2), 100'000);
@@ -185,9 +189,12 @@ void LineBlockReaderTest::logsProblemsOnceAFile()
     allOf(blocks);
     QVERIFY(blocks.hasTruncatedLines());
     blocks.logProblems(path);
+    QCOMPARE(output.take(), QStringList());
+    const Diagnostics diagnostics(QStringLiteral("vantrel.findstr"));
+    blocks.logProblems(path);
     QCOMPARE(output.take(),
              QStringList({QStringLiteral("read failed: a.log"),
-                          QStringLiteral("line longer than 262144 bytes cut: a.log")}));
+                          QStringLiteral("line longer than 262144 bytes truncated: a.log")}));
 }
 
 void LineBlockReaderTest::isEmptyForAnEmptyText()

@@ -1,4 +1,5 @@
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "Faults.h"
 #include "LogFile.h"
 #include "Machine.h"
@@ -124,6 +125,7 @@ void LogFileTest::saysWhenAFileCannotBeReadAnyFurther()
     const QString path = QStringLiteral("/proc/self/mem"); // a file whose first byte cannot be read
     if (!QFile::exists(path))
         QSKIP("no such file here");
+    const Diagnostics diagnostics(QStringLiteral("vantrel.findstr"));
     const DebugCapture output;
     QCOMPARE(readLogFile(path, 10, [](std::string_view, int) { QFAIL("a line"); }).value_or(-1), 0);
     QCOMPARE(output.lines(), QStringList{QStringLiteral("read failed: ") + path});

@@ -1,8 +1,8 @@
 #include "EventLog.h"
 
 #include "linux/LinuxSeams.h"
+#include "linux/PlatformLog.h"
 
-#include <QDebug>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -47,7 +47,7 @@ void print(const QByteArray &errors)
 {
     for (const QByteArray &line : errors.split('\n')) {
         if (!line.isEmpty())
-            qDebug().noquote() << QString::fromUtf8(line);
+            qCWarning(platformLog).noquote() << QString::fromUtf8(line);
     }
 }
 
@@ -60,15 +60,15 @@ bool runInto(const QString &target, const QStringList &arguments, const Journal 
     process.setStandardOutputFile(target, QIODevice::Truncate);
     process.start(journal.program, arguments, QIODevice::ReadOnly);
     if (!process.waitForStarted()) {
-        qDebug() << "cannot run" << journal.program << process.errorString();
+        qCWarning(platformLog) << "cannot run" << journal.program << process.errorString();
         return false;
     }
     QByteArray errors;
     const Ending ending = watch(process, target, journal, errors);
     print(errors);
     if (ending == Ending::Hung)
-        qDebug() << "ended, because it wrote nothing for" << journal.timeout
-                 << "ms:" << journal.program << arguments;
+        qCWarning(platformLog) << "ended, because it wrote nothing for" << journal.timeout
+                               << "ms:" << journal.program << arguments;
     return ending == Ending::Done;
 }
 
@@ -92,6 +92,6 @@ bool exportJournal(const QString &channel, const QString &target, const Journal 
     // Many a user has no journal of one's own, and that must not cost the system's. A system
     // without an event, though, keeps no journal at all.
     if (exported)
-        qDebug() << "no events:" << channel;
+        qCWarning(platformLog) << "no events:" << channel;
     return exported && applications;
 }

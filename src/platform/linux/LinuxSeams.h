@@ -34,7 +34,7 @@ struct Journal
     int timeout = 60'000; ///< ends a program that writes nothing for so long, milliseconds
 };
 
-/// What the program says on its standard error goes to the debug output.
+/// What the program writes to its standard error is logged.
 [[nodiscard]] bool exportJournal(const QString &channel, const QString &target,
                                  const Journal &journal = {});
 

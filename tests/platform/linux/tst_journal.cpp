@@ -1,4 +1,5 @@
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "JournalScript.h"
 #include "Text.h"
 
@@ -19,9 +20,10 @@ private slots:
     void takesWhatIsPrintedByteForByte();
     void replacesWhatStoodThere();
     void runsNoShell();
-    void complaintsGoToTheDebugOutput();
-    void endlessComplaintsTakeNoMemory();
+    void logsWhatTheProgramWritesToStandardError();
+    void endlessErrorsTakeNoMemory();
     void aFailingProgramLeavesNoFile();
+    void saysNothingByDefault();
     void aCrashingProgramLeavesNoFile();
     void aMissingProgramLeavesNoFile();
     void aProgramThatHangsIsEnded();
@@ -58,6 +60,7 @@ void JournalExport::asksForTheUsersOrTheSystemsEventsLosslessly()
 void JournalExport::takesWhatIsPrintedByteForByte()
 {
     JournalScript script("printf 'a\\0b\\r\\n\\377'");
+    const Diagnostics diagnostics(text("vantrel.platform"));
     const DebugCapture output;
     QVERIFY(script.exportAndWait(system_));
     QCOMPARE(script.scratch.read(text("events")), QByteArray("a\0b\r\n\xff", 6));
@@ -82,18 +85,20 @@ void JournalExport::runsNoShell()
     QVERIFY(!QFileInfo::exists(scratch.path(text("harm"))));
 }
 
-void JournalExport::complaintsGoToTheDebugOutput()
+void JournalExport::logsWhatTheProgramWritesToStandardError()
 {
     JournalScript script("echo 'Hint: 提示' >&2; echo events; echo second >&2");
+    const Diagnostics diagnostics(text("vantrel.platform"));
     const DebugCapture output;
     QVERIFY(script.exportAndWait(system_));
     QCOMPARE(output.lines(), QStringList({text("Hint: 提示"), text("second")}));
     QCOMPARE(script.scratch.read(text("events")), QByteArray("events\n"));
 }
 
-void JournalExport::endlessComplaintsTakeNoMemory()
+void JournalExport::endlessErrorsTakeNoMemory()
 {
     JournalScript script("head -c 3000000 /dev/zero | tr '\\0' x >&2; echo events");
+    const Diagnostics diagnostics(text("vantrel.platform"));
     const DebugCapture output;
     QVERIFY(script.exportAndWait(system_));
     QCOMPARE(output.lines(), QStringList(QString(64 * 1024, QLatin1Char('x'))));
@@ -102,10 +107,23 @@ void JournalExport::endlessComplaintsTakeNoMemory()
 void JournalExport::aFailingProgramLeavesNoFile()
 {
     JournalScript script("echo half; echo refused >&2; exit 1");
+    const Diagnostics diagnostics(text("vantrel.platform"));
     const DebugCapture output;
     QVERIFY(!script.exportAndWait(application));
     QVERIFY(!QFileInfo::exists(script.target()));
     QCOMPARE(output.lines(), QStringList(text("refused")));
+}
+
+void JournalExport::saysNothingByDefault()
+{
+    JournalScript failing("echo refused >&2; exit 1");
+    JournalScript silent("exit 0");
+    JournalScript missing("exit 0");
+    missing.journal.program = missing.scratch.path(text("no such program"));
+    const DebugCapture output;
+    for (JournalScript *script : {&failing, &silent, &missing})
+        QVERIFY(!script->exportAndWait(system_));
+    QCOMPARE(output.lines(), QStringList());
 }
 
 void JournalExport::aCrashingProgramLeavesNoFile()
@@ -122,6 +140,7 @@ void JournalExport::aMissingProgramLeavesNoFile()
     const QString target = scratch.path(text("events"));
     Journal journal;
     journal.program = scratch.path(text("no such program"));
+    const Diagnostics diagnostics(text("vantrel.platform"));
     const DebugCapture output;
     QVERIFY(!exportJournal(application, target, journal));
     QVERIFY(!QFileInfo::exists(target));
@@ -132,6 +151,7 @@ void JournalExport::aProgramThatHangsIsEnded()
 {
     JournalScript script("echo half; echo waiting >&2; exec sleep 1000");
     script.journal.timeout = 300;
+    const Diagnostics diagnostics(text("vantrel.platform"));
     const DebugCapture output;
     QElapsedTimer time;
     time.start();
@@ -153,6 +173,7 @@ void JournalExport::aSlowProgramThatGoesOnWritingIsNot()
 void JournalExport::aUserWithoutEventsCostsNothing()
 {
     JournalScript script("exit 0");
+    const Diagnostics diagnostics(text("vantrel.platform"));
     const DebugCapture output;
     QVERIFY(script.exportAndWait(application));
     QVERIFY(!QFileInfo::exists(script.target()));
@@ -162,6 +183,7 @@ void JournalExport::aUserWithoutEventsCostsNothing()
 void JournalExport::aSystemWithoutEventsKeepsNoJournal()
 {
     JournalScript script("echo 'No journal files were found.' >&2");
+    const Diagnostics diagnostics(text("vantrel.platform"));
     const DebugCapture output;
     QVERIFY(!script.exportAndWait(system_));
     QVERIFY(!QFileInfo::exists(script.target()));
@@ -172,6 +194,7 @@ void JournalExport::aSystemWithoutEventsKeepsNoJournal()
 void JournalExport::aTargetThatCannotBeWrittenFails()
 {
     JournalScript script("echo events");
+    const Diagnostics diagnostics(text("vantrel.platform"));
     const DebugCapture output;
     QVERIFY(!exportJournal(system_, script.scratch.path(text("nowhere/events")), script.journal));
     QVERIFY(output.contains(text("cannot run")));

@@ -1,4 +1,5 @@
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "Faults.h"
 #include "LineSearch.h"
 #include "ScratchFolder.h"
@@ -279,6 +280,7 @@ void LineSearchTest::endsWhenItIsStopped()
 void LineSearchTest::saysWhenAFileCannotBeReadAnyFurther()
 {
     const QString path = QStringLiteral("/proc/self/mem"); // a file whose first byte cannot be read
+    const Diagnostics diagnostics(QStringLiteral("vantrel.findstr"));
     const DebugCapture output;
     QVERIFY(systemLineSearch("a", path, [](const char * /*piece*/) { QFAIL("a line"); }));
     QCOMPARE(output.lines(), QStringList{QStringLiteral("read failed: ") + path});

@@ -1,0 +1,3 @@
+#include "FindstrLog.h"
+
+Q_LOGGING_CATEGORY(findstrLog, "vantrel.findstr", QtFatalMsg)

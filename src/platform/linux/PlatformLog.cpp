@@ -1,0 +1,3 @@
+#include "linux/PlatformLog.h"
+
+Q_LOGGING_CATEGORY(platformLog, "vantrel.platform", QtFatalMsg)

@@ -17,7 +17,7 @@ inline const QLatin1String busyAnimation("./Skins/Default/Vantrel/Icon_Common_Pr
 
 /// Sets the folder whose "Skins" is used if the working directory has none: the executable's.
 /// Without a call there is no such folder.
-void setFallbackFolder(const QString &folder);
+void setFallbackFolder(const QString &path);
 
 /// The path by which Qt opens @p file, one of those above. It is @p file itself unless the skin
 /// lies in the fallback folder.

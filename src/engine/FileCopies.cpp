@@ -56,7 +56,7 @@ void copyFiles(const QVector<FileCopy> &copies,
     const auto work = [&] {
         for (std::size_t group = nextGroup++; group < groups.size(); group = nextGroup++) {
             for (const int i : groups[group])
-                results[i].set_value(copyOne(copies.at(i)));
+                results[std::size_t(i)].set_value(copyOne(copies.at(i)));
         }
     };
 
@@ -65,5 +65,5 @@ void copyFiles(const QVector<FileCopy> &copies,
     for (std::size_t i = 0; i < std::min(groups.size(), std::size_t(threadCount)); ++i)
         pool.start(work);
     for (int i = 0; i < copies.size(); ++i)
-        report(copies.at(i), results[i].get_future().get());
+        report(copies.at(i), results[std::size_t(i)].get_future().get());
 }

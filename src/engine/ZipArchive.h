@@ -34,10 +34,9 @@ struct ZipLimits
 class ZipArchive
 {
 public:
-    /// Creates the file at @p zipPath or empties the one that is there. @p progress learns the
-    /// bytes of all files before they are packed, and those of each when it was.
-    explicit ZipArchive(const QString &zipPath, ProgressSink progress = {},
-                        const ZipLimits &limits = {});
+    /// Creates the file at @p zipPath or empties the one that is there. @p sink learns the bytes of
+    /// all files before they are packed, and those of each when it was.
+    explicit ZipArchive(const QString &zipPath, ProgressSink sink = {}, const ZipLimits &most = {});
     /// Closes the archive unless that was done.
     ~ZipArchive();
     ZipArchive(const ZipArchive &) = delete;

@@ -24,7 +24,7 @@ public:
     };
     enum class Problem { LinesMissing, NotWritable, NotWritten, NotRestored, TooLarge };
 
-    explicit LogLevelRewrite(const QString &path, PropertiesFile::Disk disk = {});
+    explicit LogLevelRewrite(const QString &filePath, PropertiesFile::Disk theDisk = {});
     /// A text that could still not be put back is tried once more, unless the file is gone.
     ~LogLevelRewrite();
     LogLevelRewrite(const LogLevelRewrite &) = delete;

@@ -248,7 +248,7 @@ void LogViewer::setUpKeys()
           [this] { ui->lineEdit->setFocus(Qt::ShortcutFocusReason); });
     onKey(Qt::Key_F5, this, Qt::WindowShortcut, [this] { reload(); });
     onKey(Qt::Key_Escape, this, Qt::WindowShortcut, [this] { close(); });
-    onKey(Qt::CTRL | Qt::Key_W, this, Qt::WindowShortcut, [this] { close(); });
+    onKey(int(Qt::CTRL) | Qt::Key_W, this, Qt::WindowShortcut, [this] { close(); });
 }
 
 void LogViewer::reload()

@@ -29,6 +29,9 @@ private slots:
     void takesPathsOfEveryKind();
     void survivesAFullDiskWhileStaging();
     void leavesNoHalfZipWhenTheDiskFillsWhilePacking();
+
+private:
+    const Diagnostics diagnostics;
 };
 
 namespace {
@@ -48,7 +51,6 @@ void exportsOnceMore(ExportFixture &f)
 
 void ExportFaults::survivesAZipPathThatCannotBeWritten()
 {
-    const Diagnostics diagnostics;
     ExportFixture f;
     const QString zip = f.scratch.path(text("no such folder/a.zip"));
     f.choose({f.log(text("a.log"))});
@@ -62,7 +64,6 @@ void ExportFaults::survivesAZipPathThatCannotBeWritten()
 
 void ExportFaults::survivesAZipPathThatIsAFolder()
 {
-    const Diagnostics diagnostics;
     ExportFixture f;
     const QString zip = f.scratch.folder(text("folder.zip"));
     f.choose({f.log(text("a.log"))});
@@ -249,7 +250,6 @@ void ExportFaults::leavesNoHalfZipWhenTheDiskFillsWhilePacking()
 {
     if (!FileSizeLimit::available())
         QSKIP("this system cannot limit the size of files");
-    const Diagnostics diagnostics;
     ExportFixture f;
     QStringList logs;
     for (int i = 0; i < 40; ++i)

@@ -18,8 +18,26 @@ from gi.repository import Atspi, GLib  # noqa: E402
 from texts import LANGUAGE, tr  # noqa: E402
 
 VIEWER = "* - Vantrel"  # the log viewer's name begins with that of its file
-PATIENCE = 40  # seconds after which what has not happened counts as a failure
+PATIENCE = 9  # seconds after which what has not happened counts as a failure
 BIN = pathlib.Path(os.environ["VANTREL_BIN"])
+
+# Roles by number, because releases of the accessibility library name some of them differently.
+ROLES = {
+    7: "check box",
+    11: "combo box",
+    29: "label",
+    31: "list",
+    41: "popup menu",
+    42: "progress bar",
+    43: "push button",
+    44: "radio button",
+    52: "spin button",
+    55: "table",
+    61: "text",
+    64: "tool tip",
+}
+
+MARKS = [Atspi.StateType.ACTIVE, Atspi.StateType.FOCUSED, Atspi.StateType.CHECKED]
 
 # Nothing is kept from one look to the next: the program changes without being asked.
 Atspi.get_desktop(0).set_cache_mask(Atspi.Cache.NONE)
@@ -35,10 +53,27 @@ def until(what, question):
         if answer:
             return answer
         if time.monotonic() > deadline:
-            raise AssertionError(f"waited {PATIENCE} s in vain for {what}")
+            raise AssertionError(f"waited {PATIENCE} s for {what}, but saw\n{everything_in_sight()}")
         while GLib.MainContext.default().iteration(False):
-            pass  # brings what the program tells by itself
+            pass  # delivers the program's events
         time.sleep(0.02)
+
+
+def everything_in_sight():
+    """All windows of all programs as text, one line for each thing in them."""
+    lines = []
+
+    def add(node, depth):
+        with contextlib.suppress(GLib.Error):
+            marks = "".join(f", {s.value_nick}" for s in MARKS if node.has(s))
+            lines.append(f"{'  ' * depth}{node.role} {node.name!r}{marks}")
+            for child in node.children():
+                if child.showing and node.role != "table":
+                    add(child, depth + 1)
+
+    for program in Node(Atspi.get_desktop(0)).children():
+        add(program, 1)
+    return "\n".join(lines)
 
 
 class Node:
@@ -57,7 +92,7 @@ class Node:
 
     @property
     def role(self):
-        return self.accessible.get_role_name()
+        return ROLES.get(int(self.accessible.get_role())) or self.accessible.get_role_name()
 
     def has(self, state):
         return self.accessible.get_state_set().contains(state)
@@ -190,7 +225,7 @@ class Program:
 
     def take_note(self, event):
         with contextlib.suppress(GLib.Error):
-            if event.detail1 and event.source.get_role_name() == "popup menu":
+            if event.detail1 and Node(event.source).role == "popup menu":
                 self.shown.append(Node(event.source))
 
     def tool(self, name, script):
@@ -290,7 +325,7 @@ class DesktopTest(unittest.TestCase):
         print(f"\nWhat the program said:\n{self.program.end()}", flush=True)
 
     def assert_tab_order(self, window, stops, more=lambda: []):
-        """That the tabulator leads through the controls of these names and from the last one back
+        """That Tab leads through the controls of these names and from the last one back
         to the first, which has the focus; "more" gives what is not simply below the window."""
 
         def focused():

@@ -32,22 +32,50 @@ not_installed() {
     done
 }
 
-# as_root COMMAND...: runs it as root, or fails without a question where nobody can answer one.
+# as_root COMMAND...: runs it as root, or fails without a question where "can_ask" is not true.
 as_root() {
     if ((EUID == 0)); then
         "$@"
     elif ! command -v sudo >/dev/null; then
         return 1
-    elif [[ -t 0 && -t 2 ]]; then
+    elif $can_ask; then
         sudo "$@"
     else
         sudo -n "$@"
     fi
 }
 
-apt_install() {
-    as_root env DEBIAN_FRONTEND=noninteractive \
-        apt-get install --yes --quiet --no-install-recommends "$@" </dev/null
+# apt_get ARGUMENT...: apt-get, which asks nothing.
+apt_get() {
+    as_root env DEBIAN_FRONTEND=noninteractive LC_ALL=C apt-get --quiet "$@" </dev/null
+}
+
+# patient_apt_get ARGUMENT...: the same once no other program holds apt's locks, as the automatic
+# upgrades of a fresh machine do for a minute. apt-get can wait for the lock of the packages by itself,
+# but not for that of their lists.
+patient_apt_get() {
+    local errors code end=$((SECONDS + 600)) waits=false
+    errors=$(mktemp)
+    while true; do
+        code=0
+        apt_get "$@" 2>"$errors" || code=$?
+        if ((code == 0 || SECONDS > end)) || ! grep -q 'Could not get lock' "$errors"; then
+            cat "$errors" >&2
+            rm -f "$errors"
+            return "$code"
+        fi
+        $waits || echo "Another program holds apt's lock. Waiting for it, ten minutes at most."
+        waits=true
+        sleep 2
+    done
+}
+
+update_lists() {
+    patient_apt_get update
+}
+
+install_packages() {
+    patient_apt_get install --yes --no-install-recommends "$@"
 }
 
 # apt_knows PACKAGE...: whether the package lists that the system has name a version of each.
@@ -69,15 +97,17 @@ require_packages() {
     mapfile -t wanted <<<"$wanted"
     mapfile -t missing < <(not_installed "${wanted[@]}")
     ((${#missing[@]})) || return 0
+    local can_ask=false
+    [[ ! -t 0 || ! -t 2 ]] || can_ask=true
 
     echo "Installing what is missing: ${missing[*]}"
     if ! apt_knows "${missing[@]}"; then
-        as_root apt-get update --quiet || true
-        apt_install "${missing[@]}" && return 0
-    elif apt_install "${missing[@]}"; then
+        update_lists || true
+        install_packages "${missing[@]}" && return 0
+    elif install_packages "${missing[@]}"; then
         return 0
     # Package lists that are too old name files that the archive no longer has.
-    elif as_root apt-get update --quiet && apt_install "${missing[@]}"; then
+    elif update_lists && install_packages "${missing[@]}"; then
         return 0
     fi
     cat >&2 <<END

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
-#include <memory>
 
 namespace {
 
@@ -58,6 +57,38 @@ private:
     QString whole;
 };
 
+/// A cell that holds its two texts as they are. Qt's list of roles and values would cost two more
+/// allocations a cell.
+class LogCell : public QTableWidgetItem
+{
+public:
+    LogCell(const QString &cellText, const QString &wholeLine)
+        : shown(cellText)
+        , line(wholeLine)
+    {
+    }
+
+    [[nodiscard]] QVariant data(int role) const override
+    {
+        const QVariant changed = QTableWidgetItem::data(role);
+        if (changed.isValid())
+            return changed;
+        switch (role) {
+        case Qt::DisplayRole:
+        case Qt::EditRole:
+            return shown;
+        case Qt::ToolTipRole:
+            return line;
+        default:
+            return {};
+        }
+    }
+
+private:
+    QString shown;
+    QString line;
+};
+
 } // namespace
 
 LogRows::LogRows(QTableWidget &target)
@@ -85,9 +116,7 @@ void LogRows::place(std::string_view line, int row)
 
 void LogRows::placeCell(int row, Column column, const QString &text, const QString &line)
 {
-    auto cell = std::make_unique<QTableWidgetItem>(text);
-    cell->setToolTip(line);
-    table.setItem(row, column, cell.release()); // takes the cell
+    table.setItem(row, column, new LogCell(text, line)); // takes the cell
 }
 
 QString LogRows::sourceText(std::string_view source)

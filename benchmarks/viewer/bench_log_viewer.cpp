@@ -1,6 +1,7 @@
 // The log viewer: loading 100,000 lines (12 MB), hiding a level, copying all, the line splitter.
 // Run it as build/bench/bin/bench_log_viewer, or all benchmarks with ./bench.
 
+#include "FreeMemory.h"
 #include "LogLine.h"
 #include "LogRows.h"
 #include "LogViewer.h"
@@ -261,15 +262,15 @@ void gapOfCopy(benchmark::State &state)
 }
 BENCHMARK(gapOfCopy)->Unit(benchmark::kMillisecond)->UseManualTime();
 
-/// How many searches 20 Enters in a row run to their end.
+/// How many searches 20 Enters in a row begin: one, and another one for all that came meanwhile.
 void countSearches()
 {
-    const auto finished = std::make_shared<std::atomic<int>>(0);
-    LogViewer viewer(nullptr, [finished](const std::string &, const QString &,
-                                         const PieceSink &sink, const SearchStop &stop) {
+    const auto begun = std::make_shared<std::atomic<int>>(0);
+    LogViewer viewer(nullptr, [begun](const std::string &, const QString &, const PieceSink &sink,
+                                      const SearchStop &stop) {
+        ++*begun;
         for (int i = 1; i < lineCount && !stop; ++i) // a full table would stop it
             sink("2024-03-02 12:00:00.250 INFO [1] [Camera] found\n");
-        *finished += stop ? 0 : 1;
         return true;
     });
     viewer.show();
@@ -278,14 +279,14 @@ void countSearches()
     for (int i = 0; i < 19; ++i)
         QTimer::singleShot(i, &viewer, [field] { emit field->returnPressed(); });
     emit field->returnPressed();
-    const int searches = *finished;
-    print({"searches that 20 Enters in a row run to their end",
+    const int searches = *begun;
+    print({"searches that 20 Enters in a row begin",
            std::to_string(searches),
            {},
            {},
            0,
-           "= 1",
-           searches == 1 ? Row::Met::Yes : Row::Met::No});
+           "<= 2",
+           searches <= 2 ? Row::Met::Yes : Row::Met::No});
 }
 
 double allocatedBytes()
@@ -323,6 +324,7 @@ void compareMemory()
 
 int main(int argc, char **argv)
 {
+    joinFreedBlocksAtOnce();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});

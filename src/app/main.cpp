@@ -1,4 +1,5 @@
 #include "AccessibleControls.h"
+#include "FreeMemory.h"
 #include "SingleApplication.h"
 #include "Skin.h"
 #include "StartUp.h"
@@ -6,6 +7,7 @@
 
 int main(int argc, char **argv)
 {
+    joinFreedBlocksAtOnce();
     configureQtBeforeStart();
     SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
     if (app.isRunning()) {

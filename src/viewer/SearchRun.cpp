@@ -3,6 +3,7 @@
 #include <QThread>
 
 #include <condition_variable>
+#include <cstring>
 #include <mutex>
 #include <new>
 #include <utility>
@@ -28,10 +29,11 @@ public:
         const std::lock_guard lock(mutex);
         if (room <= 0)
             return;
-        pieces.emplace_back(piece);
+        const bool isFirst = pieces.empty();
+        pieces.append(piece, std::strlen(piece) + 1);
         if (--room == 0)
             stopped = true;
-        if (pieces.size() == 1)
+        if (isFirst)
             changed.notify_one();
     }
 
@@ -43,7 +45,7 @@ public:
         changed.notify_one();
     }
 
-    std::vector<std::string> take(std::chrono::milliseconds timeout)
+    std::string take(std::chrono::milliseconds timeout)
     {
         std::unique_lock lock(mutex);
         changed.wait_for(lock, timeout, [this] { return ended || !pieces.empty(); });
@@ -67,7 +69,7 @@ public:
 private:
     mutable std::mutex mutex; ///< guards the rest
     std::condition_variable changed;
-    std::vector<std::string> pieces;
+    std::string pieces;
     bool ended = false;
     bool failed = false;
     int room; ///< pieces that are still wanted
@@ -99,7 +101,7 @@ SearchRun::~SearchRun()
         thread.release(); // deletes itself when it has finished
 }
 
-std::vector<std::string> SearchRun::take(std::chrono::milliseconds timeout)
+std::string SearchRun::take(std::chrono::milliseconds timeout)
 {
     return findings->take(timeout);
 }

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <memory>
 #include <string>
-#include <vector>
 
 class QThread;
 
@@ -23,8 +22,8 @@ public:
     SearchRun &operator=(const SearchRun &) = delete;
 
     /// Waits for pieces or for the end of the search, @p timeout at most. Returns the pieces found
-    /// since the last call.
-    [[nodiscard]] std::vector<std::string> take(std::chrono::milliseconds timeout);
+    /// since the last call, each with the zero byte that ends it.
+    [[nodiscard]] std::string take(std::chrono::milliseconds timeout);
 
     /// The search has ended, and all its pieces were taken.
     [[nodiscard]] bool isOver() const;

@@ -6,3 +6,8 @@ void returnFreeMemory()
 {
     malloc_trim(0);
 }
+
+void joinFreedBlocksAtOnce()
+{
+    mallopt(M_MXFAST, 0);
+}

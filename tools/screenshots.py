@@ -278,7 +278,7 @@ class Tour:
             shot("viewer-search")
             field.type("")
             key("Return")
-            self.program.menu(viewer.find("push button", "Choose columns").press)
+            self.program.menu(viewer.find("push button", tr("Choose columns")).press)
             key("Down")
             shot("viewer-columns")
             key("Escape")

@@ -1,5 +1,5 @@
-# Tests for Windows on a machine that is none: run under Wine, all in one Windows of their own below
-# the build folder. It is made before the first test and ended after the last.
+# Tests for Windows on a machine that is none: run under Wine, in a Windows of their own below the
+# build folder, some also in a Chinese one. It is made before the first test and ended after the last.
 
 find_program(VANTREL_WINE wine)
 if(NOT VANTREL_WINE)
@@ -26,10 +26,14 @@ cmake_path(GET plugin PARENT_PATH folder)
 cmake_path(GET folder PARENT_PATH folder)
 list(APPEND CMAKE_CROSSCOMPILING_EMULATOR --plugins ${folder})
 
-add_test(NAME wine_starts COMMAND ${wine_run} --make)
-set_tests_properties(wine_starts PROPERTIES FIXTURES_SETUP wine TIMEOUT 240)
-add_test(NAME wine_ends COMMAND ${wine_run} --end)
-set_tests_properties(wine_ends PROPERTIES FIXTURES_CLEANUP wine TIMEOUT 60)
+foreach(wine wine wine_chinese)
+  add_test(NAME ${wine}_starts COMMAND ${wine_run} --make)
+  set_tests_properties(${wine}_starts PROPERTIES FIXTURES_SETUP ${wine} TIMEOUT 240)
+  add_test(NAME ${wine}_ends COMMAND ${wine_run} --end)
+  set_tests_properties(${wine}_ends PROPERTIES FIXTURES_CLEANUP ${wine} TIMEOUT 60)
+endforeach()
+set_tests_properties(wine_chinese_starts wine_chinese_ends PROPERTIES
+  ENVIRONMENT VANTREL_WINE_LANGUAGE=zh_CN)
 
 # vantrel_test_under_wine(<name>): the test needs that Windows, and gets more time to be slow in. The
 # emulator ends it a little before CTest would, which would take its output along.
@@ -39,4 +43,14 @@ function(vantrel_test_under_wine name)
   math(EXPR limit "${seconds} + 20")
   set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED wine TIMEOUT ${limit})
   set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "VANTREL_WINE_SECONDS=${seconds}")
+endfunction()
+
+# vantrel_test_under_chinese_wine(<name>): the test is run in the Chinese Windows, too.
+function(vantrel_test_under_chinese_wine name)
+  add_test(NAME ${name}_chinese COMMAND tst_${name} WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  get_test_property(${name} TIMEOUT limit)
+  get_test_property(${name} ENVIRONMENT environment)
+  set_tests_properties(${name}_chinese PROPERTIES
+    FIXTURES_REQUIRED wine_chinese TIMEOUT ${limit}
+    ENVIRONMENT "${environment};VANTREL_WINE_LANGUAGE=zh_CN")
 endfunction()

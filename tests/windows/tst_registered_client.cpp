@@ -155,11 +155,11 @@ void RegisteredClient::rewritesThePropertiesFileWithWindowsLineEnds()
 {
     resetHub();
     ScratchFolder scratch;
-    const QString name = text("Client/SDKLOG_default.properties");
+    const QString name = text("相机 한국/SDKLOG_default.properties");
     scratch.file(name, "# kept\r\nlog4cpp.rootCategory = INFO, a\r\n\r\n"
                        "log4cpp.category.qzsdk = INFO, a_qzsdk\r\nlast");
     const ClientRegistration registration(
-        QString(), native(scratch.path(text("Client/QZviewer.exe"))) + text(",0"));
+        QString(), native(scratch.path(text("相机 한국/QZviewer.exe"))) + text(",0"));
     LogSettingsDlg settings(nullptr);
     const QString found = settings.findDefaultLogConfig();
     QVERIFY(settings.writeLogLevel(found.toStdString(), 2));

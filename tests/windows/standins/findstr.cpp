@@ -1,0 +1,83 @@
+#include "SlowFindstr.h"
+
+#include <cstddef>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+// Stands in for the system's findstr, which Wine does not have. It knows the one way in which the
+// program calls it: findstr /r EXPRESSION FILE. The command processor takes it from the folder that
+// the tests run in before it looks anywhere else.
+
+namespace {
+
+/// What the real one is believed to make of its arguments.
+std::string inSystemCodePage(const wchar_t *argument)
+{
+    std::string bytes(2 * std::wstring_view(argument).size() + 1, '\0');
+    CharToOemW(argument, bytes.data());
+    bytes.resize(std::string_view(bytes.data()).size());
+    return bytes;
+}
+
+/// Searches for as long as the file that this variable names is there.
+void waitIfAskedTo()
+{
+    const wchar_t *const mark = _wgetenv(L"VANTREL_FINDSTR_WAITS");
+    constexpr DWORD pause = 20; // milliseconds
+    while (mark != nullptr && GetFileAttributesW(mark) != INVALID_FILE_ATTRIBUTES)
+        Sleep(pause);
+}
+
+std::string_view withoutLineEnd(std::string_view line)
+{
+    for (const char end : {'\n', '\r'}) {
+        if (!line.empty() && line.back() == end)
+            line.remove_suffix(1);
+    }
+    return line;
+}
+
+/// False: it cannot be read.
+bool search(const wchar_t *path, std::string_view expression)
+{
+    FILE *const file = _wfopen(path, L"rb");
+    if (file == nullptr)
+        return false;
+    std::string text;
+    for (int c = std::fgetc(file); c != EOF; c = std::fgetc(file))
+        text += static_cast<char>(c);
+    std::fclose(file);
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t feed = text.find('\n', at);
+        const std::size_t end = feed == std::string::npos ? text.size() : feed + 1;
+        const std::string_view line = std::string_view(text).substr(at, end - at);
+        if (slowFindstrMatches(expression, withoutLineEnd(line)))
+            std::fwrite(line.data(), 1, line.size(), stdout);
+        at = end;
+    }
+    return true;
+}
+
+} // namespace
+
+int wmain(int count, wchar_t **arguments)
+{
+    constexpr int failed = 2;
+    if (count < 4 || std::wstring_view(arguments[1]) != L"/r")
+        return failed;
+    waitIfAskedTo();
+    _setmode(_fileno(stdout), _O_BINARY);
+    const std::string expression = inSystemCodePage(arguments[2]);
+    for (int i = 3; i < count; ++i) {
+        if (!search(arguments[i], expression)) {
+            std::fwprintf(stderr, L"FINDSTR: Cannot open %ls\n", arguments[i]);
+            return failed;
+        }
+    }
+    return 0;
+}

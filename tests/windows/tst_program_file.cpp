@@ -13,6 +13,7 @@ private slots:
     void hasAnIconForEverySize();
     void asksForWhatItNeeds_data();
     void asksForWhatItNeeds();
+    void leavesTheCodePageToWindows();
 };
 
 namespace {
@@ -100,8 +101,10 @@ void ProgramFile::asksForWhatItNeeds_data()
     QTest::newRow("the user's own rights") << QStringLiteral("level=\"asInvoker\"");
     QTest::newRow("sharpness on every monitor") << QStringLiteral(">PerMonitorV2, PerMonitor<");
     QTest::newRow("long paths") << QStringLiteral(">true</longPathAware>");
-    QTest::newRow("UTF-8") << QStringLiteral(">UTF-8</activeCodePage>");
     QTest::newRow("today's controls") << QStringLiteral("\"Microsoft.Windows.Common-Controls\"");
+    QTest::newRow("any processor") << QStringLiteral("processorArchitecture=\"*\"/>");
+    QTest::newRow("any processor's controls")
+        << QStringLiteral("processorArchitecture=\"*\" publicKeyToken");
     QTest::newRow("Windows 10") << QStringLiteral("{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}");
 }
 
@@ -109,6 +112,11 @@ void ProgramFile::asksForWhatItNeeds()
 {
     QFETCH(QString, part);
     QVERIFY2(manifest().contains(part), qPrintable(manifest()));
+}
+
+void ProgramFile::leavesTheCodePageToWindows()
+{
+    QVERIFY(!manifest().contains(QStringLiteral("activeCodePage")));
 }
 
 QTEST_GUILESS_MAIN(ProgramFile)

@@ -1,7 +1,7 @@
 #include "EventLog.h"
 
+#include "PlatformLog.h"
 #include "linux/LinuxSeams.h"
-#include "linux/PlatformLog.h"
 
 #include <QElapsedTimer>
 #include <QFile>

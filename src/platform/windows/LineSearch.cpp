@@ -1,11 +1,16 @@
 #include "LineSearch.h"
 
 #include "FindstrCommand.h"
+#include "PlatformLog.h"
 #include "windows/WindowlessConsole.h"
+
+#include <QDir>
 
 #include <array>
 #include <cstdio>
 #include <memory>
+
+#include <windows.h>
 
 namespace {
 
@@ -14,6 +19,32 @@ struct PipeCloser
     void operator()(FILE *pipe) const { _pclose(pipe); }
 };
 
+/// Another name of the file, made of letters that every code page has; empty: it has none.
+QString shortName(const QString &path)
+{
+    const std::wstring native = QDir::toNativeSeparators(path).toStdWString();
+    std::wstring name(native.size() + MAX_PATH, L'\0');
+    name.resize(::GetShortPathNameW(native.c_str(), name.data(), static_cast<DWORD>(name.size())));
+    return QString::fromStdWString(name);
+}
+
+bool isInCodePage(const QString &path)
+{
+    return QString::fromLocal8Bit(path.toLocal8Bit()) == path;
+}
+
+/// @p path as the command line can spell it.
+QByteArray commandPath(const QString &path)
+{
+    if (isInCodePage(path))
+        return path.toLocal8Bit();
+    const QString name = shortName(path);
+    if (!name.isEmpty() && isInCodePage(name))
+        return name.toLocal8Bit();
+    qCWarning(platformLog) << "findstr cannot be given this path:" << path;
+    return path.toLocal8Bit();
+}
+
 } // namespace
 
 bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink,
@@ -21,7 +52,7 @@ bool systemLineSearch(const std::string &keyword, const QString &path, const Pie
 {
     static const bool quiet = takeWindowlessConsole(); // without it, a window opens for each search
     Q_UNUSED(quiet)
-    const std::string command = findstrCommand(keyword, path.toLocal8Bit().toStdString());
+    const std::string command = findstrCommand(keyword, commandPath(path).toStdString());
     const std::unique_ptr<FILE, PipeCloser> pipe(_popen(command.c_str(), "r"));
     if (!pipe)
         return false;

@@ -1,3 +1,3 @@
-#include "linux/PlatformLog.h"
+#include "PlatformLog.h"
 
 Q_LOGGING_CATEGORY(platformLog, "vantrel.platform", QtFatalMsg)

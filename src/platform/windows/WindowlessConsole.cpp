@@ -25,6 +25,14 @@ struct ConsoleKeeper
     DWORD id = 0;
 };
 
+/// In the system's own folder; one that lies beside the program would be found first.
+std::wstring commandProcessor()
+{
+    std::wstring path(MAX_PATH, L'\0');
+    path.resize(GetSystemDirectoryW(path.data(), static_cast<UINT>(path.size())));
+    return path + L"\\cmd.exe";
+}
+
 ConsoleKeeper startKeeper()
 {
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
@@ -43,8 +51,8 @@ ConsoleKeeper startKeeper()
     start.hStdInput = readEnd;
     std::wstring command = L"cmd.exe /d /q";
     PROCESS_INFORMATION started{};
-    if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
-                       nullptr, &start, &started) == FALSE)
+    if (CreateProcessW(commandProcessor().c_str(), command.data(), nullptr, nullptr, TRUE,
+                       CREATE_NO_WINDOW, nullptr, nullptr, &start, &started) == FALSE)
         return {};
     CloseHandle(started.hThread);
     keeper.process.reset(started.hProcess);

@@ -1,6 +1,8 @@
+#include "ScratchFolder.h"
 #include "windows/WindowlessConsole.h"
 
 #include <QCoreApplication>
+#include <QProcess>
 #include <QtTest>
 
 #include <array>
@@ -12,6 +14,7 @@
 namespace {
 
 constexpr const char *asChild = "--tell-of-the-console";
+constexpr const char *asTaker = "--take-a-console";
 
 /// What this program says when it is a child: whether it has a console, and whether that has a
 /// window.
@@ -36,6 +39,12 @@ QByteArray consoleOfAChild()
     return said ? QByteArray(answer.data()) : QByteArray("said nothing");
 }
 
+int takeAConsole()
+{
+    FreeConsole(); // as a program with windows starts
+    return takeWindowlessConsole() ? 0 : 1;
+}
+
 } // namespace
 
 /// The console that spares the user the windows of console programs.
@@ -48,6 +57,7 @@ private slots:
     void isThereAndHasNoWindow();
     void isTakenOnce();
     void isThatOfProgramsStartedThroughAPipe();
+    void comesFromTheSystemsOwnCommandProcessor();
 };
 
 void WindowlessConsole::initTestCase()
@@ -78,12 +88,23 @@ void WindowlessConsole::isThatOfProgramsStartedThroughAPipe()
     QCOMPARE(consoleOfAChild(), QByteArray("console, no window"));
 }
 
+void WindowlessConsole::comesFromTheSystemsOwnCommandProcessor()
+{
+    ScratchFolder scratch;
+    const QString program = scratch.path(QStringLiteral("program.exe"));
+    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
+    scratch.file(QStringLiteral("cmd.exe"), "no program at all");
+    QCOMPARE(QProcess::execute(program, {QLatin1String(asTaker)}), 0);
+}
+
 int main(int argc, char **argv)
 {
     if (argc == 2 && std::strcmp(argv[1], asChild) == 0) {
         std::fputs(consoleOfThisProcess().constData(), stdout);
         return 0;
     }
+    if (argc == 2 && std::strcmp(argv[1], asTaker) == 0)
+        return takeAConsole();
     QCoreApplication application(argc, argv);
     WindowlessConsole test;
     return QTest::qExec(&test, argc, argv);

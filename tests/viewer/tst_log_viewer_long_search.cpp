@@ -1,6 +1,7 @@
 #include "ViewerFixture.h"
 
 #include <QDeadlineTimer>
+#include <QDialog>
 #include <QProcess>
 #include <QTimer>
 
@@ -122,6 +123,7 @@ private slots:
     void closingTheWindowLetsTheSearchGoOn();
     void closingTheLastWindowEndsTheSearch();
     void closingTheLastWindowWaitsForNoSearch();
+    void closingTheMainWindowWaitsForNoSearch();
     void theProgramEndsWhileASearchGoesOn();
 };
 
@@ -384,6 +386,34 @@ void LogViewerLongSearch::closingTheLastWindowWaitsForNoSearch()
     QCOMPARE(int(slow.state->ended), 0);
     slow.state->isReleased = true;
     QTRY_COMPARE(int(slow.state->stopped), 1);
+}
+
+void LogViewerLongSearch::closingTheMainWindowWaitsForNoSearch()
+{
+    const SlowSearch slow;
+    {
+        QDialog mainWindow;
+        LogViewer viewer(&mainWindow, slow.lineSearch());
+        ScratchFolder folder;
+        QVERIFY(viewer.openLogFile(folder.file(QStringLiteral("a.log"), "one\n").toStdString()));
+        part<QLineEdit>(viewer, "lineEdit").setText(deaf);
+        mainWindow.show();
+        viewer.show();
+        QTimer closer;
+        closer.callOnTimeout(&viewer, [&] {
+            if (slow.state->started > 0) {
+                closer.stop();
+                mainWindow.close();
+            }
+        });
+        QTimer::singleShot(0, &viewer, [&] {
+            closer.start(0);
+            QMetaObject::invokeMethod(&viewer, "on_btnSearch_clicked");
+        });
+        QTimer::singleShot(patience / 10, qApp, [] { QCoreApplication::exit(1); });
+        QCOMPARE(QApplication::exec(), 0);
+    }
+    QCOMPARE(int(slow.state->ended), 0);
 }
 
 void LogViewerLongSearch::theProgramEndsWhileASearchGoesOn()

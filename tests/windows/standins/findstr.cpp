@@ -24,12 +24,16 @@ std::string inSystemCodePage(const wchar_t *argument)
     return bytes;
 }
 
-/// Searches for as long as the file that this variable names is there.
+/// Makes the file that this variable names, and goes on once somebody has removed it.
 void waitIfAskedTo()
 {
-    const wchar_t *const mark = _wgetenv(L"VANTREL_FINDSTR_WAITS");
+    const wchar_t *const path = _wgetenv(L"VANTREL_FINDSTR_WAITS");
+    if (path == nullptr)
+        return;
     constexpr DWORD pause = 20; // milliseconds
-    while (mark != nullptr && GetFileAttributesW(mark) != INVALID_FILE_ATTRIBUTES)
+    if (FILE *const mark = _wfopen(path, L"wb"))
+        std::fclose(mark);
+    while (GetFileAttributesW(path) != INVALID_FILE_ATTRIBUTES)
         Sleep(pause);
 }
 

@@ -1,0 +1,35 @@
+#include "ScratchFolder.h"
+#include "Text.h"
+
+#include <QProcess>
+#include <QtTest>
+
+/// A program that ends while findstr, which it started, goes on.
+class UnfinishedSearch : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theProgramEndsWhateverFindstrDoes();
+};
+
+void UnfinishedSearch::theProgramEndsWhateverFindstrDoes()
+{
+    ScratchFolder scratch;
+    const QString waiting = scratch.path(text("findstr-waits"));
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(text("VANTREL_FINDSTR_WAITS"), QDir::toNativeSeparators(waiting));
+    program.setProcessEnvironment(environment);
+    program.start(text(VANTREL_STUCK_SEARCH), {scratch.file(text("a.log"), "x\n"), waiting});
+    const bool ended = program.waitForFinished(20'000);
+    const bool findstrWaits = QFile::remove(waiting);
+    QVERIFY(ended);
+    QVERIFY(findstrWaits);
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 0);
+    QCOMPARE(program.readAllStandardOutput().trimmed(), QByteArray("searching"));
+}
+
+QTEST_GUILESS_MAIN(UnfinishedSearch)
+#include "tst_unfinished_search.moc"

@@ -29,6 +29,7 @@ const char *failureOf(MemoryModuleList::Query query)
     case Query::Execution:
         return "查询执行失败";
     case Query::Unavailable:
+    case Query::Enumeration:
     case Query::Complete:
         break;
     }
@@ -67,7 +68,7 @@ bool CLogProcessThread::queryMemoryModules()
     const MemoryModuleList found = probes.memoryModules();
     if (const char *failure = failureOf(found.query))
         qDebug() << failure;
-    else if (found.query != MemoryModuleList::Query::Complete)
+    else if (found.query == MemoryModuleList::Query::Unavailable)
         qCWarning(engineLog) << "no memory module can be asked for";
     for (const MemoryModule &module : found.modules) {
         partNumbers.append(module.partNumber);

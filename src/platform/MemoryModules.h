@@ -14,7 +14,16 @@ struct MemoryModule
 struct MemoryModuleList
 {
     /// How far the query came. Everything but Complete means that it failed there.
-    enum class Query { Complete, Unavailable, Library, Locator, Connection, Proxy, Execution };
+    enum class Query {
+        Complete,
+        Unavailable,
+        Library,
+        Locator,
+        Connection,
+        Proxy,
+        Execution,
+        Enumeration, ///< it broke: modules behind those that are listed may be missing
+    };
 
     Query query = Query::Complete;
     QVector<MemoryModule> modules; ///< in the system's order; none is no failure

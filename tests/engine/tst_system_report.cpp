@@ -27,6 +27,7 @@ private slots:
     void aFailedModuleQueryIsPrintedAndNoFailure_data();
     void aFailedModuleQueryIsPrintedAndNoFailure();
     void modulesThatCannotBeAskedForAreLoggedAndNoFailure();
+    void aQueryThatBreaksReportsTheModulesBeforeAndFailsSilently();
     void refusedComSecurityKeepsTheModulesUnaskedSilently();
     void aFileThatCannotBeOpenedIsNoFailure();
     void theWorkerNotesTheTimeThenSetsTheHubThenAsksForComSecurity();
@@ -229,6 +230,20 @@ void SystemReport::modulesThatCannotBeAskedForAreLoggedAndNoFailure()
     const Diagnostics diagnostics;
     QVERIFY(!f.worker.queryMemoryModules());
     QCOMPARE(f.output.lines(), QStringList(text("no memory module can be asked for")));
+}
+
+void SystemReport::aQueryThatBreaksReportsTheModulesBeforeAndFailsSilently()
+{
+    FakeSystem machine;
+    machine.memory = memory;
+    machine.modules = {MemoryModuleList::Query::Enumeration, {{"one", 1, 2}}};
+    ExportFixture f(machine.probes());
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
+    QCOMPARE(f.scratch.read(text("SystemInfo.txt")),
+             memoryLines + "PartNumber: one\nCapacity: 1 Kb\nSpeed: 2 MHz\n");
+    const Diagnostics diagnostics;
+    QVERIFY(!f.worker.queryMemoryModules());
+    QCOMPARE(f.output.lines(), QStringList()); // whoever asked the system has logged why
 }
 
 void SystemReport::refusedComSecurityKeepsTheModulesUnaskedSilently()

@@ -1,6 +1,7 @@
 #include "MemoryModules.h"
 
 #include "Com.h"
+#include "PlatformLog.h"
 
 #include <wbemidl.h>
 
@@ -50,15 +51,23 @@ MemoryModule moduleOf(const ComPointer<IWbemClassObject> &object)
     return module;
 }
 
-QVector<MemoryModule> modulesFrom(const ComPointer<IEnumWbemClassObject> &found)
+MemoryModuleList modulesFrom(const ComPointer<IEnumWbemClassObject> &found)
 {
+    using Query = MemoryModuleList::Query;
+
     QVector<MemoryModule> modules;
     for (;;) {
         ComPointer<IWbemClassObject> object;
         ULONG count = 0;
-        found->Next(static_cast<LONG>(WBEM_INFINITE), 1, object.out(), &count);
+        const HRESULT result =
+            found->Next(static_cast<LONG>(WBEM_INFINITE), 1, object.out(), &count);
+        if (FAILED(result)) {
+            qCWarning(platformLog) << "memory modules end early:" << Qt::showbase << Qt::hex
+                                   << static_cast<quint32>(result);
+            return {Query::Enumeration, modules};
+        }
         if (count == 0 || object.get() == nullptr)
-            return modules;
+            return {Query::Complete, modules};
         modules.append(moduleOf(object));
     }
 }
@@ -102,5 +111,5 @@ MemoryModuleList memoryModules()
                                    found.out())))
         return {Query::Execution, {}};
 
-    return {Query::Complete, modulesFrom(found)};
+    return modulesFrom(found);
 }

@@ -1,4 +1,5 @@
 #include "AccessibleControls.h"
+#include "ComSecurity.h"
 #include "FreeMemory.h"
 #include "SingleApplication.h"
 #include "Skin.h"
@@ -10,6 +11,9 @@ int main(int argc, char **argv)
     joinFreedBlocksAtOnce();
     configureQtBeforeStart();
     SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
+    // The worker asks for the result. It would come too late for the process: a dialog of the
+    // system's may open before, and COM settles what it needs by itself then.
+    (void)setUpComSecurity();
     if (app.isRunning()) {
         app.sendMessage(QStringLiteral("message from other instance."));
         return 0;

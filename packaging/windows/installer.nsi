@@ -84,6 +84,26 @@ Function un.onInit
   ${EndIf}
 FunctionEnd
 
+; What an earlier version installed, wherever that was: its own uninstaller knows. It runs where it
+; lies, so that it can be waited for, and therefore leaves itself.
+Function RemoveEarlierVersion
+  ReadRegStr $0 HKCU "${UNINSTALL}" "InstallLocation"
+  ${If} $0 != ""
+  ${AndIf} ${FileExists} "$0\uninstall.exe"
+    StrCpy $1 0
+    ClearErrors
+    ExecWait '"$0\uninstall.exe" /S _?=$0' $1
+    ${If} ${Errors}
+    ${OrIf} $1 <> 0
+      MessageBox MB_ICONEXCLAMATION|MB_OK "$(Running)" /SD IDOK
+      SetErrorLevel 2
+      Quit
+    ${EndIf}
+    Delete "$0\uninstall.exe"
+    RMDir "$0"
+  ${EndIf}
+FunctionEnd
+
 Function StartProgram
   ; The working folder, as the shortcut has it.
   SetOutPath "$DOCUMENTS"
@@ -92,6 +112,7 @@ FunctionEnd
 
 Section "${NAME}"
   !insertmacro RefuseWhileRunning
+  Call RemoveEarlierVersion
   !insertmacro InstallFiles
   WriteUninstaller "$INSTDIR\uninstall.exe"
 

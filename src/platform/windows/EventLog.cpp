@@ -1,5 +1,6 @@
 #include "EventLog.h"
 
+#include "PlatformLog.h"
 #include "windows/Win32Seams.h"
 
 #include <QDir>
@@ -30,6 +31,8 @@ bool exportEventLogBy(const ExportLog &exportLog, const QString &channel, const 
     const std::wstring targetPath = QDir::toNativeSeparators(target).toStdWString();
     if (exportLog(channelPath.c_str(), L"*", targetPath.c_str(), EvtExportLogChannelPath))
         return true;
+    const DWORD error = GetLastError();
+    qCWarning(platformLog) << "not exported:" << channel << "error" << error;
     QFile::remove(target); // half an export is none
     return false;
 }

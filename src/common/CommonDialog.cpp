@@ -2,34 +2,27 @@
 
 #include "Skin.h"
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QThread>
 #include <QToolButton>
+#include <QWindow>
+
+#include <array>
 
 namespace {
 
-Qt::CursorShape cursorFor(ResizeDirection direction)
-{
-    switch (direction) {
-    case ResizeDirection::LeftTop:
-    case ResizeDirection::RightBottom:
-        return Qt::SizeFDiagCursor;
-    case ResizeDirection::LeftBottom:
-    case ResizeDirection::RightTop:
-        return Qt::SizeBDiagCursor;
-    case ResizeDirection::Left:
-    case ResizeDirection::Right:
-        return Qt::SizeHorCursor;
-    case ResizeDirection::Up:
-    case ResizeDirection::Down:
-        return Qt::SizeVerCursor;
-    case ResizeDirection::None:
-        break;
-    }
-    return Qt::ArrowCursor;
-}
+constexpr int longestAppearance = 500; // milliseconds
+
+/// By ResizeDirection.
+constexpr std::array<Qt::CursorShape, 9> cursors{
+    Qt::SizeVerCursor,   Qt::SizeVerCursor,   Qt::SizeHorCursor,
+    Qt::SizeHorCursor,   Qt::SizeFDiagCursor, Qt::SizeBDiagCursor,
+    Qt::SizeFDiagCursor, Qt::SizeBDiagCursor, Qt::ArrowCursor};
 
 bool isOneOf(ResizeDirection direction, ResizeDirection a, ResizeDirection b, ResizeDirection c)
 {
@@ -57,6 +50,15 @@ CommonDialog::CommonDialog(QWidget *parent, bool isResizable, bool modal)
     // A window with a parent shows its parent's icon; reading the picture once is enough.
     if (parent == nullptr)
         setWindowIcon(QIcon(QStringLiteral(":/Resources/log.ico")));
+}
+
+void CommonDialog::waitUntilExposed()
+{
+    const QDeadlineTimer deadline(longestAppearance);
+    while (isVisible() && !windowHandle()->isExposed() && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        QThread::msleep(1);
+    }
 }
 
 void CommonDialog::keyPressEvent(QKeyEvent *event)
@@ -115,7 +117,7 @@ void CommonDialog::letGo()
 void CommonDialog::region(const QPoint &globalPos)
 {
     direction = resizeDirectionAt(*this, globalPos);
-    setCursor(cursorFor(direction));
+    setCursor(cursors[std::size_t(direction)]);
 }
 
 QRect CommonDialog::resizedTo(const QPoint &globalPos) const

@@ -17,6 +17,10 @@ public:
     CommonDialog(QWidget *parent, bool resizable, bool modal);
 
 protected:
+    /// Waits until the window, which was only just shown, is on the screen, for half a second at
+    /// most. Events but the user's are handled meanwhile.
+    void waitUntilExposed();
+
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

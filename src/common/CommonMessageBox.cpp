@@ -46,7 +46,8 @@ CommonMessageBox::CommonMessageBox(const QString &text, QMessageBox::StandardBut
 {
     ui->setupUi(this);
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
-    setUpTitleBar();
+    ui->mainTitleBar->showCloseButtonOnly();
+    ui->mainTitleBar->setTitle(tr("Vantrel"));
     ui->lbText->setText(breakable(text));
     offer(buttons);
     Skin::applyStyleSheet(*this);
@@ -85,34 +86,22 @@ void CommonMessageBox::closeEvent(QCloseEvent *event)
 
 void CommonMessageBox::on_btnOK_clicked()
 {
-    clickedButton = QMessageBox::Ok;
-    accept();
+    answer(QMessageBox::Ok);
 }
 
 void CommonMessageBox::on_btnCancel_clicked()
 {
-    clickedButton = QMessageBox::Cancel;
-    reject();
+    answer(QMessageBox::Cancel);
 }
 
 void CommonMessageBox::on_btnYes_clicked()
 {
-    clickedButton = QMessageBox::Yes;
-    accept();
+    answer(QMessageBox::Yes);
 }
 
 void CommonMessageBox::on_btnNo_clicked()
 {
-    clickedButton = QMessageBox::No;
-    reject();
-}
-
-void CommonMessageBox::setUpTitleBar()
-{
-    ui->mainTitleBar->setMinButtonVisible(false);
-    ui->mainTitleBar->setMaxButtonVisible(false);
-    ui->mainTitleBar->setMaxMinEnabled(false);
-    ui->mainTitleBar->setTitle(tr("Vantrel"));
+    answer(QMessageBox::No);
 }
 
 void CommonMessageBox::offer(QMessageBox::StandardButtons buttons)
@@ -162,6 +151,15 @@ void CommonMessageBox::fitToText()
     const int width = layout()->totalSizeHint().width();
     // Not adjustSize(), which cuts a long text at two thirds of the screen.
     resize(width, layout()->totalHeightForWidth(width));
+}
+
+void CommonMessageBox::answer(QMessageBox::StandardButton button)
+{
+    clickedButton = button;
+    if (button == QMessageBox::Yes || button == QMessageBox::Ok)
+        accept();
+    else
+        reject();
 }
 
 void CommonMessageBox::dismiss()

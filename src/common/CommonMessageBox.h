@@ -45,9 +45,9 @@ private slots:
     void on_btnNo_clicked();
 
 private:
-    void setUpTitleBar();
     void offer(QMessageBox::StandardButtons buttons);
     void fitToText();
+    void answer(QMessageBox::StandardButton button);
     void dismiss();
 
     std::unique_ptr<Ui::CommonMessageBox> ui;

@@ -32,6 +32,12 @@ CommonTitleBar::CommonTitleBar(QWidget *parent)
     connect(btnMax, &QToolButton::clicked, this, &CommonTitleBar::showMaxRestore);
 }
 
+void CommonTitleBar::showCloseButtonOnly()
+{
+    setMinButtonVisible(false);
+    setMaxButtonVisible(false);
+}
+
 void CommonTitleBar::setMaxButtonVisible(bool visible)
 {
     btnMax->setVisible(visible);

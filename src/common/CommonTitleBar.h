@@ -20,6 +20,8 @@ class CommonTitleBar : public QWidget
 public:
     explicit CommonTitleBar(QWidget *parent);
 
+    /// Hides the other buttons, as every window of the program does.
+    void showCloseButtonOnly();
     void setMaxButtonVisible(bool visible);
     void setMinButtonVisible(bool visible);
     /// Whether the window may be minimised and maximised at all, by button or double click. Not so

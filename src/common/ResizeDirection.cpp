@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include <utility>
+
 namespace {
 constexpr int bandWidth = 2;
 }
@@ -16,21 +18,18 @@ ResizeDirection resizeDirectionAt(const QWidget &widget, const QPoint &globalPos
     const bool top = within(tl.y(), globalPos.y(), tl.y() + bandWidth);
     const bool bottom = within(rb.y() - bandWidth, globalPos.y(), rb.y());
 
-    if (left && top)
-        return ResizeDirection::LeftTop;
-    if (right && bottom)
-        return ResizeDirection::RightBottom;
-    if (left && bottom)
-        return ResizeDirection::LeftBottom;
-    if (right && top)
-        return ResizeDirection::RightTop;
-    if (left)
-        return ResizeDirection::Left;
-    if (right)
-        return ResizeDirection::Right;
-    if (top)
-        return ResizeDirection::Up;
-    if (bottom)
-        return ResizeDirection::Down;
-    return ResizeDirection::None;
+    using D = ResizeDirection;
+    const std::pair<bool, D> places[] = {{left && top, D::LeftTop},
+                                         {right && bottom, D::RightBottom},
+                                         {left && bottom, D::LeftBottom},
+                                         {right && top, D::RightTop},
+                                         {left, D::Left},
+                                         {right, D::Right},
+                                         {top, D::Up},
+                                         {bottom, D::Down}};
+    for (const auto &[isThere, direction] : places) {
+        if (isThere)
+            return direction;
+    }
+    return D::None;
 }

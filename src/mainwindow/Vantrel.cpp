@@ -20,7 +20,8 @@ Vantrel::Vantrel(QWidget *parent, const UserEnvironment &userEnvironment)
 {
     ui->setupUi(this);
     setUpExportPath();
-    setUpTitleBar();
+    ui->mainTitleBar->showCloseButtonOnly();
+    ui->comboSource->setFocus(); // not the close button, which comes first in the window
     buildContextMenu();
     setUpTable();
     chooseLanguageAndStyle();
@@ -40,15 +41,6 @@ void Vantrel::setUpExportPath()
     // The field may be too short for it.
     connect(ui->lineEditPath, &QLineEdit::textChanged, ui->lineEditPath, &QWidget::setToolTip);
     ui->lineEditPath->setText(CConfiguration::instance()->exportPath);
-}
-
-void Vantrel::setUpTitleBar()
-{
-    ui->mainTitleBar->setMinButtonVisible(false);
-    ui->mainTitleBar->setMaxButtonVisible(false);
-    ui->mainTitleBar->setMaxMinEnabled(false);
-    ui->mainTitleBar->setTitle(tr("Vantrel"));
-    ui->comboSource->setFocus(); // not the close button, which comes first in the window
 }
 
 void Vantrel::buildContextMenu()

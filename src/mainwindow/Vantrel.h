@@ -67,7 +67,6 @@ private slots:
 
 private:
     void setUpExportPath();
-    void setUpTitleBar();
     void buildContextMenu();
     void setUpTable();
     void setUpTableKeys();

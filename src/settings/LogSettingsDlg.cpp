@@ -61,7 +61,8 @@ LogSettingsDlg::LogSettingsDlg(QWidget *parent, const CameraClient &registeredCl
     , client(registeredClient)
 {
     ui->setupUi(this);
-    setUpTitleBar();
+    ui->mainTitleBar->showCloseButtonOnly();
+    ui->mainTitleBar->setTitle(tr("LogSettingsDlg"));
     setUpSpinBoxes();
     connect(&writer, &LogLevelWriter::retryChanged, this, [this](const QString &path) {
         if (path != shownPath())
@@ -167,14 +168,6 @@ void LogSettingsDlg::OnAutoUpdateTimer()
 std::array<QRadioButton *, 3> LogSettingsDlg::levelButtons() const
 {
     return {ui->radioINFO, ui->radioDEBUG, ui->radioFATAL};
-}
-
-void LogSettingsDlg::setUpTitleBar()
-{
-    ui->mainTitleBar->setMinButtonVisible(false);
-    ui->mainTitleBar->setMaxButtonVisible(false);
-    ui->mainTitleBar->setMaxMinEnabled(false);
-    ui->mainTitleBar->setTitle(tr("LogSettingsDlg"));
 }
 
 void LogSettingsDlg::setUpSpinBoxes()

@@ -58,7 +58,6 @@ private slots:
 
 private:
     [[nodiscard]] std::array<QRadioButton *, 3> levelButtons() const; ///< by level
-    void setUpTitleBar();
     void setUpSpinBoxes();
     void showFile();
     void showLevel(int level);

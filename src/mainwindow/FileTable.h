@@ -1,16 +1,15 @@
 #pragma once
 
-#include "CTableWidget.h"
+#include "RowTable.h"
 
-/// The table of the main window: a row a file, spare rows behind the last one. The keyboard's
-/// cursor stays on the files, and while there are none the view shows a hint. It has no Q_OBJECT:
-/// its class name, an interface, is CTableWidget. GUI thread only.
-class FileTable : public CTableWidget
+/// The table of the main window: a row a file. While there are none, the view shows a hint. GUI
+/// thread only.
+class FileTable : public RowTable
 {
 public:
     enum Column { CheckColumn, TimeColumn, NameColumn, SizeColumn, ColumnCount };
 
-    explicit FileTable(QWidget *parent);
+    using RowTable::RowTable;
 
     /// The number of rows that show a file.
     [[nodiscard]] int fileCount() const;
@@ -18,7 +17,6 @@ public:
     void setHintWhenEmpty(const QString &hint);
 
 protected:
-    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -3,7 +3,6 @@
 #include "CConfiguration.h"
 #include "LogSettingsDlg.h"
 #include "LogViewer.h"
-#include "PlainToolTip.h"
 #include "QCheckBoxHeader.h"
 #include "QUserCheckBox.h"
 #include "SdkLogFiles.h"
@@ -23,7 +22,6 @@
 namespace {
 
 constexpr int rowCount = 50; // fixed: what does not fit is not listed
-constexpr int rowHeight = 32;
 constexpr int checkColumnWidth = 40;
 constexpr int widestSourceList = 600; // pixels
 
@@ -61,56 +59,30 @@ void Vantrel::setUpTable()
     header->setChecked(true);
     connect(header, &QCheckBoxHeader::checkStausChange, this, &Vantrel::onAllCheckStausChange);
 
-    table->setColumnCount(FileTable::ColumnCount); // retranslate() labels them
-    table->setRowCount(rowCount);
-    table->verticalHeader()->setVisible(false);
-    table->verticalHeader()->setDefaultSectionSize(rowHeight);
     // By itself a section is at least as wide as the font's widest letter, which may be wider.
     header->setMinimumSectionSize(checkColumnWidth);
-    table->setColumnWidth(FileTable::CheckColumn, checkColumnWidth);
-    table->setColumnWidth(FileTable::TimeColumn, 250);
-    table->setColumnWidth(FileTable::NameColumn, 300);
-    header->setStretchLastSection(true);
-    header->setTextElideMode(Qt::ElideRight);
-    header->setHighlightSections(false);
-    table->setWordWrap(false);
-    table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    table->setAlternatingRowColors(true);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setContextMenuPolicy(Qt::CustomContextMenu);
-    PlainToolTip::installOnItemsOf(*table);
+    table->setUpColumns({checkColumnWidth, 250, 300}); // retranslate() labels them
+    table->setRowCount(rowCount);
     setUpTableKeys();
 }
 
 void Vantrel::setUpTableKeys()
 {
     FileTable *table = ui->tableWidget;
-    table->setTabKeyNavigation(false); // Tab leads out of the table
     setTabOrder(ui->btnSettings, header->findChild<QCheckBox *>());
     setTabOrder(header->findChild<QCheckBox *>(), table);
-    // The cell of the box has no item: neither a double click nor the context menu is for it.
-    connect(table, &QTableWidget::currentCellChanged, this, [table](int row, int column) {
-        if (column == FileTable::CheckColumn)
-            table->setCurrentCell(row, FileTable::TimeColumn, QItemSelectionModel::NoUpdate);
-    });
-    const auto onKey = [this, table](int key, auto reaction) {
-        auto *shortcut = new QShortcut(key, table);
-        shortcut->setContext(Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, this, reaction);
-    };
     const auto open = [this, table] {
         if (QTableWidgetItem *item = table->item(table->currentRow(), FileTable::NameColumn))
             on_tableWidget_itemDoubleClicked(item);
     };
-    onKey(Qt::Key_Return, open);
-    onKey(Qt::Key_Enter, open);
-    onKey(Qt::Key_Space, [table] {
+    const auto toggle = [table] {
         if (QCheckBox *box = rowCheckBox(*table, table->currentRow()))
             box->toggle();
-    });
-    auto *refresh = new QShortcut(Qt::Key_F5, this);
-    connect(refresh, &QShortcut::activated, this, &Vantrel::readFilesAgain);
+    };
+    new QShortcut(Qt::Key_Return, table, this, open, Qt::WidgetShortcut);
+    new QShortcut(Qt::Key_Enter, table, this, open, Qt::WidgetShortcut);
+    new QShortcut(Qt::Key_Space, table, this, toggle, Qt::WidgetShortcut);
+    new QShortcut(Qt::Key_F5, this, this, &Vantrel::readFilesAgain);
 }
 
 void Vantrel::findSources()

@@ -3,6 +3,8 @@
 #include "LineBlockReader.h"
 #include "LogLine.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTableWidget>
 
 #include <algorithm>
@@ -169,4 +171,9 @@ QStringList selectedLines(const QTableWidget &table)
             lines.append(cell->toolTip());
     }
     return lines;
+}
+
+void copyLines(const QStringList &lines)
+{
+    QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
 }

@@ -59,3 +59,6 @@ private:
 /// The lines of the selected rows in the order of selection. Rows numbered 10000 and higher are
 /// left out.
 [[nodiscard]] QStringList selectedLines(const QTableWidget &table);
+
+/// Puts @p lines onto the clipboard.
+void copyLines(const QStringList &lines);

@@ -1,9 +1,11 @@
 #include "LogSearch.h"
 
+#include "FreeMemory.h"
 #include "LogTable.h"
 #include "SearchRun.h"
 
 #include <QDeadlineTimer>
+#include <QDebug>
 #include <QGuiApplication>
 #include <QScopedValueRollback>
 
@@ -16,23 +18,6 @@ using namespace std::chrono_literals;
 
 constexpr auto longestStep = 20ms; // about a frame of a screen; a usual search takes less
 
-/// The pointer over a table that is still being filled.
-class BusyPointer
-{
-public:
-    explicit BusyPointer(QWidget &target)
-        : widget(target)
-    {
-        widget.setCursor(Qt::BusyCursor);
-    }
-    ~BusyPointer() { widget.unsetCursor(); }
-    BusyPointer(const BusyPointer &) = delete;
-    BusyPointer &operator=(const BusyPointer &) = delete;
-
-private:
-    QWidget &widget;
-};
-
 } // namespace
 
 /// What keeps the window alive: work is done in steps, with the events handled in between.
@@ -43,6 +28,9 @@ public:
         : widget(busyWidget)
     {
     }
+    ~Steps() { widget.unsetCursor(); }
+    Steps(const Steps &) = delete;
+    Steps &operator=(const Steps &) = delete;
 
     /// Looks at the clock now and then, as that takes a tenth of the time of placing a line.
     [[nodiscard]] bool isOver() { return ++questions % 32 == 0 && end.hasExpired(); }
@@ -55,41 +43,40 @@ public:
     {
         if (!end.hasExpired())
             return;
-        if (!pointer)
-            pointer.emplace(widget);
+        widget.setCursor(Qt::BusyCursor); // such work takes more than a step
         QCoreApplication::processEvents();
         end.setRemainingTime(longestStep);
     }
 
 private:
     QWidget &widget;
-    std::optional<BusyPointer> pointer; ///< of work that takes more than a step
     QDeadlineTimer end{longestStep};
     unsigned questions = 0;
 };
 
-LogSearch::LogSearch(LogTable &logTable, LogRows &logRows, LineSearch search)
+LogSearch::LogSearch(LogTable &logTable, LineSearch search)
     : table(logTable)
-    , rows(logRows)
     , lineSearch(std::move(search))
 {
 }
 
-LogSearch::Outcome LogSearch::run(const Query &query)
+void LogSearch::run(const Query &query)
 {
     next = query;
     if (isRunning)
-        return Outcome::TakenOver;
+        return; // the call that is already there takes it over
     const QScopedValueRollback running(isRunning, true);
     // Nobody is left to wait for a search once the last window is closed.
     QObject context;
     QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &context, [this] { cancel(); });
-    Outcome outcome = Outcome::Cancelled;
+    bool done = true;
     while (next) {
         isCancelled = false;
-        outcome = show(*std::exchange(next, std::nullopt));
+        done = show(*std::exchange(next, std::nullopt));
     }
-    return outcome;
+    if (!done)
+        qDebug() << "Failed to execute findstr command.";
+    returnFreeMemory();
 }
 
 void LogSearch::cancel()
@@ -98,11 +85,11 @@ void LogSearch::cancel()
     next.reset();
 }
 
-LogSearch::Outcome LogSearch::show(const Query &query)
+bool LogSearch::show(const Query &query)
 {
     Steps steps(*table.viewport());
     if (!clear(steps))
-        return Outcome::Cancelled;
+        return true;
     table.setContents(LogTable::Contents::LinesBeingFound);
     // What lies behind the table's last row has nowhere to be shown.
     SearchRun search(lineSearch, query.keyword, query.path, table.rowCount());
@@ -118,18 +105,18 @@ LogSearch::Outcome LogSearch::show(const Query &query)
             const ModelSignalBlocker fill(table);
             while (shown < found.size() && !steps.isOver()) {
                 const std::string_view piece(&found[shown]);
-                rows.place(piece, row++);
+                table.setLine(piece, row++);
                 shown += piece.size() + 1;
             }
         }
         steps.handleEventsInTime();
         if (isInterrupted())
-            return Outcome::Cancelled;
+            return true;
     }
     if (search.hasFailed())
-        return Outcome::Failed;
+        return false;
     table.setContents(LogTable::Contents::LinesFound, row);
-    return Outcome::Done;
+    return true;
 }
 
 bool LogSearch::clear(Steps &steps)

@@ -5,7 +5,6 @@
 #include <optional>
 #include <string>
 
-class LogRows;
 class LogTable;
 
 /// Searches a log and shows the lines found in a table, while the window stays usable: no step
@@ -19,21 +18,14 @@ public:
         QString path;
     };
 
-    enum class Outcome {
-        Done,
-        Failed,    ///< it could not be started, or ran out of memory
-        Cancelled, ///< before its end
-        TakenOver, ///< by the call of run() that was already there
-    };
-
-    /// Fills @p logTable by way of @p logRows; both must outlive this object. @p search is called
-    /// on threads of its own and may outlive it.
-    LogSearch(LogTable &logTable, LogRows &logRows, LineSearch search);
+    /// Fills @p logTable, which must outlive this object. @p search is called on threads of its own
+    /// and may outlive it.
+    LogSearch(LogTable &logTable, LineSearch search);
 
     /// Shows what @p query finds in the table, from its first row on, and returns when the search
     /// is over. Events are handled meanwhile. If one of them asks for another search, that call
     /// returns at once, and this one goes on with the new search in place of its own.
-    Outcome run(const Query &query);
+    void run(const Query &query);
 
     /// Makes the call of run() that is there, if there is one, return as soon as it can.
     void cancel();
@@ -41,13 +33,13 @@ public:
 private:
     class Steps;
 
-    Outcome show(const Query &query);
+    /// False: the search could not be started, or ran out of memory.
+    bool show(const Query &query);
     /// Empties the table. False: it was interrupted.
     bool clear(Steps &steps);
     [[nodiscard]] bool isInterrupted() const { return isCancelled || next.has_value(); }
 
     LogTable &table;
-    LogRows &rows;
     LineSearch lineSearch;
     std::optional<Query> next; ///< asked for and not begun yet
     bool isRunning = false;

@@ -1,76 +1,38 @@
 #include "LogTable.h"
 
+#include "LogFile.h"
 #include "LogItemDelegate.h"
-#include "PlainToolTip.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
 
+#include <array>
+
 namespace {
 
-constexpr int lineHeight = 32;
+constexpr int spareRows = 5;
 
 /// In column order, in pixels.
 constexpr std::array<int, LogRows::ColumnCount> columnWidths{160, 65, 150, 370};
 
-/// The first row from @p row on, in steps of @p step, that can be seen and shows something.
-int nextShownRow(const QTableWidget &table, int row, int step)
-{
-    while (row >= 0 && row < table.rowCount() &&
-           (table.isRowHidden(row) || table.item(row, LogRows::Message) == nullptr))
-        row += step;
-    return row;
-}
-
-/// The column of @p row in which the cursor can be seen: its own if there is a text, else the first
-/// that is shown and has one.
-int cursorColumn(const QTableWidget &table, int row, int column)
-{
-    const auto showsText = [&](int i) {
-        return table.item(row, i) != nullptr && !table.isColumnHidden(i);
-    };
-    if (showsText(column))
-        return column;
-    for (int i = 0; i < table.columnCount(); ++i) {
-        if (showsText(i))
-            return i;
-    }
-    return column;
-}
-
 } // namespace
 
-const std::array<const char *, LogRows::ColumnCount> LogTable::headerTexts{
-    QT_TRANSLATE_NOOP("LogViewer", "Log Timestamp"), QT_TRANSLATE_NOOP("LogViewer", "Log Level"),
-    QT_TRANSLATE_NOOP("LogViewer", "Log Source"), QT_TRANSLATE_NOOP("LogViewer", "Log Message")};
-
 LogTable::LogTable(QWidget *parent)
-    : CTableWidget(parent)
+    : RowTable(parent)
 {
-    verticalHeader()->setVisible(false);
-    verticalHeader()->setDefaultSectionSize(lineHeight);
-    setUpColumns();
+    setUpColumns({columnWidths.begin(), columnWidths.end() - 1});
     setRowCount(capacity); // rows of no columns would all be moved when the columns come
-    setHorizontalScrollMode(ScrollPerPixel);
-    setAlternatingRowColors(true);
-    setEditTriggers(NoEditTriggers);
-    setSelectionBehavior(SelectRows);
-    setWordWrap(false);
-    setContextMenuPolicy(Qt::CustomContextMenu);
     setItemDelegate(new LogItemDelegate(this));
-    PlainToolTip::installOnItemsOf(*this);
-    setTabKeyNavigation(false); // Tab leads out of the table
-    connect(this, &QTableWidget::currentCellChanged, this, &LogTable::keepCursorOnText);
 }
 
 void LogTable::retranslate()
 {
-    QStringList texts;
-    for (const char *text : headerTexts)
-        texts.append(QCoreApplication::translate("LogViewer", text));
-    setHorizontalHeaderLabels(texts);
+    setHorizontalHeaderLabels({QCoreApplication::translate("LogViewer", "Log Timestamp"),
+                               QCoreApplication::translate("LogViewer", "Log Level"),
+                               QCoreApplication::translate("LogViewer", "Log Source"),
+                               QCoreApplication::translate("LogViewer", "Log Message")});
     updateHint();
 }
 
@@ -79,6 +41,28 @@ void LogTable::clearLines()
     setContents(Contents::Nothing);
     clearContents();
     scrollToTop(); // that is where the next lines appear
+}
+
+std::optional<int> LogTable::fill(const QString &path)
+{
+    clearLines();
+    setRowCount(capacity);
+    std::optional<int> lines;
+    {
+        const ModelSignalBlocker blocker(*this);
+        // One more, which has no row, shows that the file goes on.
+        lines = readLogFile(path, capacity + 1,
+                            [this](std::string_view line, int row) { setLine(line, row); });
+    }
+    if (!lines)
+        return std::nullopt;
+    setContents(*lines > capacity ? Contents::StartOfFile : Contents::File, qMin(*lines, capacity));
+    return lineCount;
+}
+
+void LogTable::removeSpareRows()
+{
+    setRowCount(lineCount + spareRows);
 }
 
 void LogTable::setContents(Contents filled, int lines)
@@ -91,10 +75,9 @@ void LogTable::setContents(Contents filled, int lines)
 LogTable::Place LogTable::place() const
 {
     Place place{{}, currentRow(), qMax(rowAt(0), 0)};
-    const auto hasLine = [this](int row) { return item(row, LogRows::Message) != nullptr; };
-    const int row = hasLine(place.currentRow) ? place.currentRow : place.topRow;
+    const int row = showsSomething(place.currentRow) ? place.currentRow : place.topRow;
     const bool isFound = contents == Contents::LinesFound || contents == Contents::LinesBeingFound;
-    if (isFound && hasLine(row))
+    if (isFound && showsSomething(row))
         place.foundLine = foundLineAt(*this, row);
     return place;
 }
@@ -106,14 +89,14 @@ void LogTable::goTo(const Place &place)
         scrollToRow(place.topRow);
     } else if (const int row = rowOf(*this, *place.foundLine); row >= 0) {
         setCurrentRow(row);
-        scrollTo(model()->index(nextShownRow(*this, row, 1), currentColumn()), PositionAtCenter);
+        scrollTo(model()->index(nextShownRow(row, 1), currentColumn()), PositionAtCenter);
     }
 }
 
 void LogTable::placeCursor()
 {
     if (hasFocus() && !currentIndex().isValid())
-        selectionModel()->setCurrentIndex(model()->index(nextShownRow(*this, 0, 1), 0),
+        selectionModel()->setCurrentIndex(model()->index(nextShownRow(0, 1), 0),
                                           QItemSelectionModel::NoUpdate);
 }
 
@@ -121,7 +104,7 @@ void LogTable::resetColumnWidths()
 {
     horizontalHeader()->setDefaultSectionSize(80);
     for (int column = 0; column < LogRows::ColumnCount; ++column)
-        setColumnWidth(column, columnWidths[static_cast<std::size_t>(column)]);
+        setColumnWidth(column, columnWidths[std::size_t(column)]);
     horizontalHeader()->setStretchLastSection(true);
     setAutoScroll(false); // the cursor may be out of sight
     keepCursorOnText();
@@ -162,12 +145,12 @@ void LogTable::keyPressEvent(QKeyEvent *event)
     // For the base class, Ctrl moves the cursor alone and leaves the selection where it was.
     if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End)
         event->setModifiers(event->modifiers() & ~Qt::ControlModifier);
-    CTableWidget::keyPressEvent(event);
+    RowTable::keyPressEvent(event);
 }
 
 void LogTable::paintEvent(QPaintEvent *event)
 {
-    CTableWidget::paintEvent(event);
+    RowTable::paintEvent(event);
     if (hint.isEmpty())
         return;
     int row = lineCount;
@@ -179,32 +162,9 @@ void LogTable::paintEvent(QPaintEvent *event)
         drawHint(hint, row);
 }
 
-QModelIndex LogTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
-{
-    // The base class's Home and End move among the columns of a row, which whole-row selection
-    // hides; its other moves may end on a spare row.
-    const int lastRow = nextShownRow(*this, rowCount() - 1, -1);
-    const int column = qMax(currentColumn(), 0);
-    if (action == MoveHome)
-        return model()->index(nextShownRow(*this, 0, 1), column);
-    const QModelIndex moved = CTableWidget::moveCursor(action, modifiers);
-    return action == MoveEnd || moved.row() > lastRow ? model()->index(lastRow, column) : moved;
-}
-
-void LogTable::setUpColumns()
-{
-    setColumnCount(LogRows::ColumnCount);
-    retranslate();
-    for (int column : {LogRows::Timestamp, LogRows::Level, LogRows::Source})
-        setColumnWidth(column, columnWidths[static_cast<std::size_t>(column)]);
-    horizontalHeader()->setStretchLastSection(true);
-    horizontalHeader()->setTextElideMode(Qt::ElideRight);
-    horizontalHeader()->setHighlightSections(false);
-}
-
 void LogTable::setCurrentRow(int row)
 {
-    if (item(row, LogRows::Message) != nullptr)
+    if (showsSomething(row))
         selectionModel()->setCurrentIndex(model()->index(row, 0),
                                           QItemSelectionModel::ClearAndSelect |
                                               QItemSelectionModel::Rows);
@@ -216,16 +176,6 @@ void LogTable::scrollToRow(int row)
     for (int above = 0; above < row; ++above)
         shownAbove += isRowHidden(above) ? 0 : 1;
     verticalScrollBar()->setValue(shownAbove);
-}
-
-void LogTable::keepCursorOnText()
-{
-    const QModelIndex cursor = currentIndex();
-    if (!cursor.isValid())
-        return;
-    const int column = cursorColumn(*this, cursor.row(), cursor.column());
-    selectionModel()->setCurrentIndex(cursor.sibling(cursor.row(), column),
-                                      QItemSelectionModel::NoUpdate);
 }
 
 void LogTable::updateHint()

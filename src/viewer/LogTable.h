@@ -1,15 +1,13 @@
 #pragma once
 
-#include "CTableWidget.h"
 #include "FoundLine.h"
 #include "LogRows.h"
+#include "RowTable.h"
 
-#include <array>
 #include <optional>
 
-/// The table of log lines: a row a line, in the four columns of LogRows. Its cursor is always where
-/// a text is. It has no Q_OBJECT: its class name, an interface, is CTableWidget. GUI thread only.
-class LogTable : public CTableWidget
+/// The table of log lines: a row a line, in the four columns of LogRows. GUI thread only.
+class LogTable : public RowTable
 {
 public:
     /// The rows that are there before and during a load, and the most lines that a load shows.
@@ -32,15 +30,19 @@ public:
         int topRow = 0;
     };
 
-    /// In column order, before translation; their context is "LogViewer".
-    static const std::array<const char *, LogRows::ColumnCount> headerTexts;
-
     explicit LogTable(QWidget *parent);
 
     /// Sets the header texts in the language that is installed now.
     void retranslate();
     /// Empties the rows and goes to the first one.
     void clearLines();
+    /// Shows the lines of the file at @p path and returns their number; nothing: it cannot be
+    /// opened, and the table is empty. There are spare rows up to the capacity then.
+    std::optional<int> fill(const QString &path);
+    /// Leaves a few of the spare rows behind the lines.
+    void removeSpareRows();
+    /// Shows @p line in @p row, as LogRows does.
+    void setLine(std::string_view line, int row) { logRows.place(line, row); }
     /// Says what the rows hold now, and how many lines. Where lines are missing from what the user
     /// may expect, the view says why, behind the last line, and so does the accessible description.
     void setContents(Contents filled, int lines = 0);
@@ -58,16 +60,13 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
-    void setUpColumns();
-    void keepCursorOnText();
     void setCurrentRow(int row);
     void scrollToRow(int row);
-
     void updateHint();
 
+    LogRows logRows{*this};
     Contents contents = Contents::Nothing;
     int lineCount = 0;
     QString hint;

@@ -3,49 +3,28 @@
 #include "CConfiguration.h"
 #include "CMenuEx.h"
 #include "FreeMemory.h"
-#include "LogFile.h"
 #include "LogSearch.h"
-#include "PlainToolTip.h"
 #include "ui_LogViewer.h"
 
 #include <QActionGroup>
-#include <QApplication>
-#include <QClipboard>
-#include <QDeadlineTimer>
 #include <QDebug>
 #include <QFileInfo>
+#include <QGuiApplication>
+#include <QScopeGuard>
 #include <QShortcut>
-#include <QThread>
-#include <QWindow>
 
 #include <utility>
 
 namespace {
 
-constexpr int spareRows = 5;
-constexpr int menuTextWidth = 115;
-constexpr int longestAppearance = 500; ///< milliseconds until a window is given up waiting for
-constexpr int allColumns = 5;          ///< the data of an action that stands for every column
+constexpr int textWidth = 115; ///< pixels, in the menu of columns
+constexpr int allColumns = 5;  ///< the data of an action that stands for every column
 
-/// The pointer while the whole program stands still.
-class BusyPointer
+/// The pointer while the whole program stands still: until what is returned goes.
+[[nodiscard]] auto busyPointer()
 {
-public:
-    BusyPointer() { QGuiApplication::setOverrideCursor(Qt::BusyCursor); }
-    ~BusyPointer() { QGuiApplication::restoreOverrideCursor(); }
-    BusyPointer(const BusyPointer &) = delete;
-    BusyPointer &operator=(const BusyPointer &) = delete;
-};
-
-QString elided(const QWidget &menu, const QString &text)
-{
-    menu.ensurePolished(); // it has the skin's font only then
-    return menu.fontMetrics().elidedText(text, Qt::ElideRight, menuTextWidth);
-}
-
-void copyLines(const QStringList &lines)
-{
-    QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')), QClipboard::Clipboard);
+    QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    return qScopeGuard(&QGuiApplication::restoreOverrideCursor);
 }
 
 } // namespace
@@ -55,19 +34,14 @@ LogViewer::LogViewer(QWidget *parent, LineSearch lineSearch)
     , ui(std::make_unique<Ui::LogViewer>())
 {
     ui->setupUi(this);
-    rows = std::make_unique<LogRows>(*ui->tableWidget);
-    search = std::make_unique<LogSearch>(*ui->tableWidget, *rows, std::move(lineSearch));
-    ui->mainTitleBar->setMaxButtonVisible(false);
-    ui->mainTitleBar->setMinButtonVisible(false);
+    search = std::make_unique<LogSearch>(*ui->tableWidget, std::move(lineSearch));
+    ui->mainTitleBar->showCloseButtonOnly();
     ui->mainTitleBar->setMaxMinEnabled(true);
-    PlainToolTip::installOn(*ui->mainTitleBar);
-    showTitle();
-    ui->btnFilter->setPopupMode(QToolButton::InstantPopup);
     buildFilterMenu();
     buildContextMenu();
-    ui->lineEdit->clear();
     connect(ui->lineEdit, &QLineEdit::returnPressed, this, &LogViewer::onLineEditEnterPressed);
     setUpKeys();
+    retranslate();
     ui->tableWidget->setFocus();
 }
 
@@ -81,22 +55,22 @@ bool LogViewer::openLogFile(const std::string &path)
     showTitle();
     search->cancel();
     ui->tableWidget->clearLines();
-    const BusyPointer pointer;
-    appear();
+    const auto pointer = busyPointer();
+    waitUntilExposed();
     if (path != currentLogPath.toStdString()) // another file was opened meanwhile
         return false;
-    const std::optional<int> lines = fillFromFile();
-    if (lines)
-        qDebug() << qMin(*lines, LogTable::capacity);
-    showLines(lines);
+    const std::optional<int> lines = load();
+    if (lines) {
+        qDebug() << *lines;
+        ui->tableWidget->removeSpareRows();
+    }
     ui->tableWidget->placeCursor();
-    returnFreeMemory();
     return lines.has_value();
 }
 
 void LogViewer::parseLogLine(const char *line, int row)
 {
-    rows->place(line, row);
+    ui->tableWidget->setLine(line, row);
 }
 
 void LogViewer::retranslate()
@@ -106,8 +80,12 @@ void LogViewer::retranslate()
     actionCopyAll->setText(tr("CopyAll"));
     actionCopySelected->setText(tr("CopySelected"));
     ui->tableWidget->retranslate();
-    for (std::size_t i = 0; i < filterActions.size(); ++i)
-        filterActions[i]->setText(elided(*menuFilter, tr(LogTable::headerTexts[i])));
+    menuFilter->ensurePolished(); // it has the skin's font only then
+    for (QAction *action : menuFilter->actions()) {
+        const int column = action->data().toInt() - 1;
+        const QString header = ui->tableWidget->horizontalHeaderItem(column)->text();
+        action->setText(menuFilter->fontMetrics().elidedText(header, Qt::ElideRight, textWidth));
+    }
 }
 
 void LogViewer::closeEvent(QCloseEvent *event)
@@ -123,7 +101,7 @@ void LogViewer::onActionFilter(QAction *action)
     if (action->data().toInt() == allColumns) {
         for (int i = 0; i < allColumns; ++i)
             ui->tableWidget->setColumnHidden(i, !action->isChecked());
-        for (QAction *filterAction : filterActions)
+        for (QAction *filterAction : menuFilter->actions())
             filterAction->setChecked(action->isChecked());
     }
     ui->tableWidget->resetColumnWidths();
@@ -169,15 +147,10 @@ void LogViewer::on_tableWidget_customContextMenuRequested(const QPoint &pos)
 
 void LogViewer::on_btnSearch_clicked()
 {
-    const QString keyword = ui->lineEdit->text();
-    if (keyword.isEmpty())
+    if (ui->lineEdit->text().isEmpty())
         return;
-    lastSearchKeyword = keyword.toStdString();
-    const LogSearch::Outcome outcome = search->run({lastSearchKeyword, currentLogPath});
-    if (outcome == LogSearch::Outcome::Failed)
-        qDebug() << "Failed to execute findstr command.";
-    if (outcome != LogSearch::Outcome::TakenOver)
-        returnFreeMemory();
+    lastSearchKeyword = ui->lineEdit->text().toStdString();
+    search->run({lastSearchKeyword, currentLogPath});
 }
 
 void LogViewer::onLineEditEnterPressed()
@@ -206,14 +179,11 @@ void LogViewer::buildFilterMenu()
     menuFilter->setMinimumWidth(180);
     auto *group = new QActionGroup(this);
     group->setExclusive(false);
-    for (std::size_t i = 0; i < filterActions.size(); ++i) {
-        QAction *action = menuFilter->addAction(
-            elided(*menuFilter, QString::fromLatin1(LogTable::headerTexts[i])));
-        action->setData(static_cast<int>(i) + 1);
+    for (int column = 0; column < LogRows::ColumnCount; ++column) {
+        QAction *action = group->addAction(menuFilter->addAction(QString()));
+        action->setData(column + 1);
         action->setCheckable(true);
         action->setChecked(true);
-        group->addAction(action);
-        filterActions[i] = action;
     }
     connect(group, &QActionGroup::triggered, this, &LogViewer::onActionFilter);
 }
@@ -222,73 +192,46 @@ void LogViewer::buildContextMenu()
 {
     contextMenu = new QMenu(this);
     contextMenu->setAccessibleName(ui->tableWidget->accessibleName());
-    actionCopyAll =
-        contextMenu->addAction(tr("CopyAll"), this, &LogViewer::onActionCopyAllTriggered);
+    actionCopyAll = contextMenu->addAction(QString(), this, &LogViewer::onActionCopyAllTriggered);
     actionCopyAll->setObjectName(QStringLiteral("actionCopyAll"));
     actionCopySelected =
-        contextMenu->addAction(tr("CopySelected"), this, &LogViewer::onActionCopySelectedTriggered);
+        contextMenu->addAction(QString(), this, &LogViewer::onActionCopySelectedTriggered);
     actionCopySelected->setObjectName(QStringLiteral("actionCopySelected"));
 }
 
 void LogViewer::setUpKeys()
 {
-    QTableWidget *const table = ui->tableWidget;
-    const auto onKey = [](const QKeySequence &key, QWidget *where, Qt::ShortcutContext context,
-                          auto reaction) {
-        auto *shortcut = new QShortcut(key, where);
-        shortcut->setContext(context);
-        connect(shortcut, &QShortcut::activated, where, reaction);
+    const auto copy = [this] {
+        if (!selectedLines(*ui->tableWidget).isEmpty())
+            onActionCopySelectedTriggered();
     };
-    onKey(QKeySequence::Copy, table, Qt::WidgetShortcut, [table] {
-        const QStringList lines = selectedLines(*table);
-        if (!lines.isEmpty())
-            copyLines(lines);
-    });
-    onKey(QKeySequence::Find, this, Qt::WindowShortcut,
-          [this] { ui->lineEdit->setFocus(Qt::ShortcutFocusReason); });
-    onKey(Qt::Key_F5, this, Qt::WindowShortcut, [this] { reload(); });
-    onKey(Qt::Key_Escape, this, Qt::WindowShortcut, [this] { close(); });
-    onKey(int(Qt::CTRL) | Qt::Key_W, this, Qt::WindowShortcut, [this] { close(); });
+    new QShortcut(QKeySequence::Copy, ui->tableWidget, this, copy, Qt::WidgetShortcut);
+    new QShortcut(QKeySequence::Find, this, this,
+                  [this] { ui->lineEdit->setFocus(Qt::ShortcutFocusReason); });
+    new QShortcut(Qt::Key_F5, this, this, &LogViewer::reload);
+    new QShortcut(Qt::Key_Escape, this, this, &LogViewer::close);
+    new QShortcut(int(Qt::CTRL) | Qt::Key_W, this, this, &LogViewer::close);
 }
 
 void LogViewer::reload()
 {
     if (currentLogPath.isEmpty())
         return;
-    const BusyPointer pointer;
+    const auto pointer = busyPointer();
     const LogTable::Place place = ui->tableWidget->place();
-    showLines(fillFromFile());
+    if (load())
+        ui->tableWidget->removeSpareRows();
     ui->tableWidget->goTo(place);
-    returnFreeMemory();
 }
 
-std::optional<int> LogViewer::fillFromFile()
+std::optional<int> LogViewer::load()
 {
-    LogTable &table = *ui->tableWidget;
     search->cancel();
-    table.clearLines();
-    table.setRowCount(LogTable::capacity);
-    std::optional<int> lines;
-    {
-        const ModelSignalBlocker fill(table);
-        // One more, which has no row, shows that the file goes on.
-        lines = readLogFile(currentLogPath, LogTable::capacity + 1,
-                            [this](std::string_view line, int row) { rows->place(line, row); });
-    }
+    const std::optional<int> lines = ui->tableWidget->fill(currentLogPath);
     if (!lines)
         qDebug() << "Failed to open file.";
+    returnFreeMemory();
     return lines;
-}
-
-void LogViewer::showLines(std::optional<int> lines)
-{
-    if (!lines)
-        return;
-    const bool goesOn = *lines > LogTable::capacity;
-    const int shown = goesOn ? LogTable::capacity : *lines;
-    ui->tableWidget->setRowCount(shown + spareRows);
-    ui->tableWidget->setContents(
-        goesOn ? LogTable::Contents::StartOfFile : LogTable::Contents::File, shown);
 }
 
 void LogViewer::showTitle()
@@ -300,14 +243,4 @@ void LogViewer::showTitle()
     QString name = QFileInfo(currentLogPath).fileName();
     name.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // else the mark of a changed file
     setWindowTitle(name + QLatin1String(" - ") + QCoreApplication::translate("Vantrel", "Vantrel"));
-}
-
-void LogViewer::appear()
-{
-    // A window that was only just shown appears once the window system says so.
-    const QDeadlineTimer deadline(longestAppearance);
-    while (isVisible() && !windowHandle()->isExposed() && !deadline.hasExpired()) {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        QThread::msleep(1);
-    }
 }

@@ -2,9 +2,7 @@
 
 #include "CommonDialog.h"
 #include "LineSearch.h"
-#include "LogRows.h"
 
-#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -60,19 +58,15 @@ private:
     void buildContextMenu();
     void setUpKeys();
     void reload();
-    std::optional<int> fillFromFile();
-    void showLines(std::optional<int> lines);
+    std::optional<int> load();
     void showTitle();
-    void appear();
 
     std::unique_ptr<Ui::LogViewer> ui;
     QString currentLogPath;        ///< the file that is shown or was last tried
     std::string lastSearchKeyword; ///< in UTF-8; empty: nothing was searched yet
-    std::unique_ptr<LogRows> rows;
     std::unique_ptr<LogSearch> search;
     QMenu *contextMenu = nullptr;
     QAction *actionCopyAll = nullptr;
     QAction *actionCopySelected = nullptr;
     CMenuEx *menuFilter = nullptr;
-    std::array<QAction *, LogRows::ColumnCount> filterActions{}; ///< in column order
 };

@@ -1,56 +1,68 @@
 #include "AccessibleControls.h"
 
-#include "AccessibleButton.h"
-#include "AccessibleCell.h"
 #include "AccessibleCheckTable.h"
-#include "QCheckBoxHeader.h"
 
 #include <QAbstractButton>
+#include <QAccessibleWidget>
 #include <QTableWidget>
 #include <QToolButton>
 
 namespace {
 
-bool hasBoxes(const QTableWidget *table)
+/// A button whose press or toggle is a click. Qt's own toggles a check box behind the back of
+/// whoever waits for its clicked(), and offers nothing at all for a tool button of the kind
+/// InstantPopup whose menu is not its own.
+class Button : public QAccessibleWidget
 {
-    return table != nullptr &&
-           qobject_cast<QCheckBoxHeader *>(table->horizontalHeader()) != nullptr;
-}
-
-QAccessibleInterface *accessibleButton(QObject *object, QAccessible::Role role)
-{
-    return new AccessibleButton(static_cast<QAbstractButton *>(object), role);
-}
-
-/// Not for one with a menu: Qt's own answer shows that.
-QAccessibleInterface *accessibleToolButton(QToolButton *button)
-{
-    return button->menu() == nullptr ? accessibleButton(button, QAccessible::Button) : nullptr;
-}
-
-QAccessibleInterface *accessibleHeader(QCheckBoxHeader *header)
-{
-    auto *table = qobject_cast<QTableWidget *>(header->parentWidget());
-    return hasBoxes(table) ? new AccessibleBoxHeader(header, {table, -1, header->boxColumn()})
-                           : nullptr;
-}
-
-/// For the widget in a cell of a table with boxes.
-QAccessibleInterface *accessibleCell(QWidget *widget)
-{
-    const QWidget *viewport = widget->parentWidget();
-    auto *table =
-        viewport != nullptr ? qobject_cast<QTableWidget *>(viewport->parentWidget()) : nullptr;
-    if (!hasBoxes(table))
-        return nullptr;
-    for (int row = 0; row < table->rowCount(); ++row) {
-        for (int column = 0; column < table->columnCount(); ++column) {
-            if (table->cellWidget(row, column) == widget)
-                return new AccessibleBoxCell(widget, {table, row, column});
-        }
+public:
+    Button(QObject *object, QAccessible::Role role)
+        : QAccessibleWidget(static_cast<QWidget *>(object), role)
+        , button(*static_cast<QAbstractButton *>(object))
+    {
     }
-    return nullptr;
-}
+
+    QAccessibleInterface *parent() const override
+    {
+        QAccessibleInterface *cell = accessibleCellOf(button);
+        return cell != nullptr ? cell : QAccessibleWidget::parent();
+    }
+    QString text(QAccessible::Text kind) const override
+    {
+        const QString given = QAccessibleWidget::text(kind);
+        return given.isEmpty() && kind == QAccessible::Name ? button.text() : given;
+    }
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.checkable = button.isCheckable();
+        state.checked = button.isChecked();
+        state.pressed = button.isDown();
+        return state;
+    }
+    QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (button.isEnabled())
+            names.prepend(clickName());
+        return names;
+    }
+    /// A click follows from the event loop, so that whoever asks need not wait for what it causes.
+    void doAction(const QString &actionName) override
+    {
+        if (actionName == clickName())
+            button.animateClick();
+        else
+            QAccessibleWidget::doAction(actionName);
+    }
+
+private:
+    const QString &clickName() const
+    {
+        return button.isCheckable() ? toggleAction() : pressAction();
+    }
+
+    QAbstractButton &button;
+};
 
 /// Qt asks with the object's class first, then with each base class; and as early as in the
 /// object's own constructor, when it is not yet what it is going to be.
@@ -59,17 +71,15 @@ QAccessibleInterface *makeAccessible(const QString &className, QObject *object)
     if (object == nullptr || !object->isWidgetType())
         return nullptr;
     if (className == QLatin1String("QCheckBox"))
-        return accessibleButton(object, QAccessible::CheckBox);
+        return new Button(object, QAccessible::CheckBox);
     if (className == QLatin1String("QRadioButton"))
-        return accessibleButton(object, QAccessible::RadioButton);
-    if (className == QLatin1String("QToolButton"))
-        return accessibleToolButton(static_cast<QToolButton *>(object));
-    if (className == QLatin1String("QCheckBoxHeader"))
-        return accessibleHeader(static_cast<QCheckBoxHeader *>(object));
+        return new Button(object, QAccessible::RadioButton);
+    // Qt's own answer shows the menu of one that has a menu.
+    if (className == QLatin1String("QToolButton") &&
+        static_cast<QToolButton *>(object)->menu() == nullptr)
+        return new Button(object, QAccessible::Button);
     if (className == QLatin1String("QTableWidget"))
-        return new AccessibleCheckTable(static_cast<QTableWidget *>(object));
-    if (object->metaObject() == &QWidget::staticMetaObject)
-        return accessibleCell(static_cast<QWidget *>(object));
+        return accessibleCheckTable(static_cast<QTableWidget *>(object));
     return nullptr;
 }
 

@@ -9,20 +9,20 @@
 
 namespace {
 
-constexpr int timeout = 1000;      // milliseconds, for each thing to wait for
-constexpr int turnTimeout = 10000; // milliseconds that a copy which hangs at its start may cost
-constexpr int turnInterval = 10;   // milliseconds; to settle takes a copy no longer, as a rule
+constexpr int timeout = 1000;      // milliseconds for each wait
+constexpr int turnTimeout = 10000; // milliseconds to wait for a copy that hangs at startup
+constexpr int turnInterval = 10;   // milliseconds; usually long enough for one copy
 
-/// Where a segment outlives a killed process, the last one to detach removes it: attaching to a
-/// segment that nobody holds and letting go of it clears it away. One in use stays.
+/// Where segments outlive killed processes, the last process to detach removes them: attaching to
+/// an abandoned segment and detaching deletes it. A segment in use stays.
 void clearAbandonedSegment(const QString &key)
 {
     QSharedMemory abandoned(key);
     abandoned.attach();
 }
 
-/// Waits until @p turn can be locked. QLockFile's own waiting makes pauses that double: of copies
-/// that start at once all would try again at the same moments, and one a moment gets its turn.
+/// Waits until @p turn can be locked. QLockFile's own wait doubles its intervals, so copies that
+/// start at the same time would all retry at the same moments.
 void awaitTurn(QLockFile &turn)
 {
     QElapsedTimer time;
@@ -44,10 +44,10 @@ SingleApplication::SingleApplication(int &argc, char **argv, const QString &uniq
     : QApplication(argc, argv)
     , _uniqueKey(uniqueKey + qAppName())
 {
-    // One copy at a time finds out whether it is the first: of two that start at once, each would
-    // take the other's attaching, which only clears, for a running copy.
+    // Copies take turns: otherwise each of two simultaneous starts would mistake the other's
+    // attach, which only removes an abandoned segment, for a running copy.
     QLockFile alone(QDir::tempPath() + QLatin1Char('/') + _uniqueKey + QStringLiteral(".lock"));
-    awaitTurn(alone); // the start goes on without it, too
+    awaitTurn(alone); // startup continues without the lock too
     clearAbandonedSegment(_uniqueKey);
     sharedMemory.setKey(_uniqueKey);
     _isRunning = sharedMemory.attach();
@@ -84,7 +84,7 @@ void SingleApplication::receiveMessage()
         report(*socket);
         return;
     }
-    // As C text: it ends at the first zero byte.
+    // A C string: it ends at the first zero byte.
     const QString message = QString::fromUtf8(socket->readAll().constData());
     emit messageAvailable(message);
     socket->disconnectFromServer();
@@ -98,7 +98,7 @@ void SingleApplication::takeOver()
     }
     localServer = new QLocalServer(this);
     connect(localServer, &QLocalServer::newConnection, this, &SingleApplication::receiveMessage);
-    // We hold the segment, so a socket of that name is one that a killed copy left behind.
+    // This process holds the segment, so an existing socket was left behind by a killed copy.
     QLocalServer::removeServer(_uniqueKey);
     localServer->listen(_uniqueKey);
 }
@@ -107,8 +107,8 @@ bool SingleApplication::createSegment()
 {
     if (sharedMemory.create(1))
         return true;
-    // A killed copy's segment is found only now when its key file was cleared away with other
-    // temporary files: the file made anew may lead to the same segment.
+    // If a temporary-file cleaner has deleted a killed copy's key file, its segment is detected
+    // only here: the new key file may lead to the same segment.
     if (sharedMemory.error() != QSharedMemory::AlreadyExists)
         return false;
     clearAbandonedSegment(_uniqueKey);

@@ -5,8 +5,8 @@
 
 class QLocalServer;
 
-/// The application object, which knows whether another copy of the program runs for this user and
-/// can hand it a text. GUI thread only.
+/// The application object, with a single-instance guard: it detects a copy of the program that
+/// already runs for this user and can send it a message. GUI thread only.
 class SingleApplication : public QApplication
 {
     Q_OBJECT
@@ -15,19 +15,20 @@ public:
     /// @p uniqueKey names the program; the application name is appended to it.
     SingleApplication(int &argc, char **argv, const QString &uniqueKey);
 
-    /// True when another copy was there first.
+    /// True if another copy was already running.
     [[nodiscard]] bool isRunning() const;
 
-    /// Hands @p message to the copy that was there first; waits for it one second at most for each
-    /// of two steps. False: there is none or it could not be reached, told on the debug output.
+    /// Sends @p message to the copy that was already running. Blocks for up to two seconds. Returns
+    /// false, and prints the reason on the debug output, if there is no such copy or it cannot be
+    /// reached.
     bool sendMessage(const QString &message);
 
 public slots:
-    /// Takes one text from a copy that connects; waits for it one second at most.
+    /// Reads a message from a copy that connects. Blocks for up to one second.
     void receiveMessage();
 
 signals:
-    /// A copy that was started later has handed over @p message.
+    /// A copy that was started later has sent @p message.
     void messageAvailable(QString message);
 
 private:
@@ -36,6 +37,6 @@ private:
 
     bool _isRunning = false;
     QString _uniqueKey;
-    QSharedMemory sharedMemory; ///< one byte that exists while a copy runs
+    QSharedMemory sharedMemory; ///< one byte; exists while a copy runs
     QLocalServer *localServer = nullptr;
 };

@@ -11,9 +11,9 @@
 
 namespace {
 
-std::vector<const char *> ownVariables; ///< of the environment, until the start is over
+std::vector<const char *> ownVariables; ///< set by prefer(), removed by restoreEnvironment()
 
-/// Sets a variable that the user has not set.
+/// Sets an environment variable unless the user has set it.
 void prefer(const char *variable, const char *value)
 {
     if (!qEnvironmentVariableIsSet(variable) && qputenv(variable, value))
@@ -24,9 +24,9 @@ void raiseScaleToOne(QScreen *screen)
 {
     if (QHighDpiScaling::factor(screen) >= 1)
         return;
-    const QScreen *const none = nullptr; // has the factor that all screens share
+    const QScreen *const none = nullptr; // stands for the factor shared by all screens
     const qreal shared = QHighDpiScaling::factor(none);
-    // Qt ignores a screen's own factor of 1 as long as no screen has had another.
+    // Qt ignores a screen's own factor of 1 until some screen has had another one.
     for (const qreal own : {2.0, 1 / shared})
         QHighDpiScaling::setScreenFactor(screen, own);
 }
@@ -40,9 +40,8 @@ void configureQtBeforeStart()
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
 
-    prefer("QT_XCB_GL_INTEGRATION", "none"); // read by Qt's X11 platform alone
-    // Windows that are dragged by a bar of their own place themselves, which Wayland does not
-    // allow.
+    prefer("QT_XCB_GL_INTEGRATION", "none"); // only read by Qt's X11 platform
+    // Windows with their own title bars position themselves, which Wayland does not allow.
     if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") && !qEnvironmentVariableIsEmpty("DISPLAY"))
         prefer("QT_QPA_PLATFORM", "xcb;wayland");
 }
@@ -70,7 +69,7 @@ void fitToScreen(QWidget &window)
     const QSize room = QGuiApplication::primaryScreen()->availableSize();
     const auto fit = [room](QWidget &widget) {
         widget.ensurePolished();
-        // A minimum of the window's own goes before that of its layout.
+        // The window's own minimum takes precedence over its layout's.
         const QSize least = widget.minimumSize().expandedTo(widget.minimumSizeHint());
         if (least.width() > room.width())
             widget.setMinimumWidth(room.width());
@@ -87,6 +86,6 @@ void fitToScreen(QWidget &window)
 
 void useSystemFont()
 {
-    // Qt knows it as the font of its message boxes.
+    // Qt exposes it as the font of its message boxes.
     QApplication::setFont(QApplication::font("QMessageBox"));
 }

@@ -2,27 +2,24 @@
 
 class QWidget;
 
-/// What has to be settled before the application object exists: pictures and sizes follow the
-/// screen's scale, no OpenGL is loaded, which the program does not use and which takes longer to
-/// load than all the rest of the start, and a Wayland desktop's X server is preferred. What the
-/// user has chosen by the environment stays. Call it first thing in main().
+/// Settings that Qt reads before the application object exists: high-DPI scaling, no OpenGL
+/// (unused, and slower to load than the rest of startup), and X11 on a Wayland desktop. Environment
+/// variables that the user has set take precedence. Call it first in main().
 void configureQtBeforeStart();
 
-/// Takes back what configureQtBeforeStart() left in the environment, which programs that this one
-/// starts would inherit. Call it once the first window is shown.
+/// Removes the environment variables that configureQtBeforeStart() has set, so that child processes
+/// do not inherit them. Call it after the first window is shown.
 void restoreEnvironment();
 
-/// Keeps the screens' scale from falling below 1, now and whenever it changes: a desktop may ask
-/// for smaller text than usual, the environment for a smaller program. Qt would paint such windows
-/// in full size and show their upper left parts. Call it once the application object exists, before
-/// there is any window.
+/// Keeps the scale of all screens at 1 or above, now and whenever it changes. Below 1 Qt would
+/// paint windows at full size and clip them. Call it after the application object exists and before
+/// any window does.
 void keepScaleAtLeastOne();
 
-/// Makes a window, and the dialogs that it owns, no larger than the primary screen's work area, also
-/// where that is less than their minimum. Call it before the window is shown.
+/// Shrinks @p window and the dialogs it owns to the primary screen's work area, if necessary below
+/// their minimum sizes. Call it before the window is shown.
 void fitToScreen(QWidget &window);
 
-/// Makes the system's font for texts the program's. On Windows Qt begins with the one of decades
-/// ago, which shows wherever no style sheet names another. Call it once the application object
-/// exists.
+/// Makes the system's message font the default font. Qt's default on Windows is outdated and shows
+/// where no style sheet names a font. Call it after the application object exists.
 void useSystemFont();

@@ -24,8 +24,8 @@ int main(int argc, char **argv)
     Skin::setFallbackFolder(QCoreApplication::applicationDirPath());
     installAccessibleControls();
     Vantrel window;
-    // The window has no such slot: a second start leaves the first copy as it is, on purpose. The
-    // connection stays so that only a slot has to be added, should that change.
+    // The window has no such slot: on purpose, a second start does not affect the first copy. The
+    // connection stays so that adding a slot is enough to change that.
     QObject::connect(&app, SIGNAL(messageAvailable(QString)), &window,
                      SLOT(receiveMessage(QString)));
     fitToScreen(window);

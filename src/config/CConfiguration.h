@@ -10,30 +10,30 @@
 #include <array>
 #include <atomic>
 
-/// The hub: the user's choices of this run, shared by the windows and the export worker.
-/// Written on the GUI thread; the export flags are read by the worker too and therefore atomic.
-/// Nothing is saved: each run starts from the defaults below.
+/// The hub: the user's choices in this run, shared by the windows and the export worker. Written on
+/// the GUI thread; the export flags are atomic because the worker reads them. Nothing is saved:
+/// each run starts with the defaults below.
 class CConfiguration : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The one hub of the process, made at the first call and destroyed at exit.
+    /// The only instance, created by the first call and destroyed at exit.
     static CConfiguration *instance();
 
-    /// Where to put a pop-up of @p size so that it fits on a screen: at @p point, above it when the
-    /// room below is too small, further left when the room to the right is too small.
-    /// Global coordinates in pixels. Without a screen given, the primary one is meant.
+    /// Returns the position of a pop-up of @p size that fits on the screen: at @p point, above it
+    /// if there is not enough space below, further left if there is not enough space on the right.
+    /// Global coordinates in pixels. The primary screen is used unless @p screen is given.
     static QPoint fitOnScreen(const QPoint &point, const QSize &size);
     static QPoint fitOnScreen(const QPoint &point, const QSize &size, const QSize &screen);
 
-    /// The same for a pop-up that hangs below @p rect (a button, say) or stands above it.
+    /// The same for a pop-up below or above @p rect, such as a button.
     static QPoint fitOnScreen(const QRect &rect, const QSize &size);
     static QPoint fitOnScreen(const QRect &rect, const QSize &size, const QSize &screen);
 
     QMap<QString, QString> spareMap;
-    QString exportPath;    ///< the zip that the next export writes
-    QString spareWorkPath; ///< set by the worker, read by nobody
+    QString exportPath;    ///< target of the next export
+    QString spareWorkPath; ///< set by the worker, not read
 
     std::atomic<bool> systemLog{false};
     std::atomic<bool> sdkLog{true};
@@ -42,7 +42,7 @@ public:
     std::atomic<bool> systemDump{false};
     std::atomic<bool> clientDump{false};
 
-    // Kept for windows to come: nothing reads or writes the spare fields yet.
+    // Reserved for future windows: the spare fields are neither read nor written.
     std::array<bool, 2> spareFlags{true, false};
     bool spareFlag = false;
     std::array<qint64, 2> spareCounts{1000, 2000};
@@ -51,11 +51,11 @@ public:
 
     qint64 maxDisplayedLogs = 1000;
     qint64 updateIntervalMs = 1000;
-    quint32 logLevel = 0;  ///< last level written to the SDK: 0 INFO, 1 DEBUG, 2 FATAL
-    QString logConfigPath; ///< the SDK's properties file in use
+    quint32 logLevel = 0;  ///< last level written: 0 INFO, 1 DEBUG, 2 FATAL
+    QString logConfigPath; ///< the SDK's properties file
 
 signals:
-    // Nothing emits these yet; windows can be wired to them later.
+    // Reserved for future windows: never emitted.
     void signalRestoreCfg();
     void signalRestoreDefaultCfg();
     void signalSaveConfigChanged();

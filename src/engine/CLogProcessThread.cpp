@@ -101,7 +101,7 @@ void CLogProcessThread::carryOutRequest()
     exportProgress.begin();
     if (process(*inHand) == Outcome::Dropped) {
         const QMutexLocker lock(&mutex);
-        if (!sdkLogItems.has_value()) // others may have been chosen meanwhile
+        if (!sdkLogItems.has_value()) // newer ones take precedence
             sdkLogItems = inHand->sdkLogItems;
     }
     exportProgress.end();

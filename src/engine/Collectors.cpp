@@ -9,11 +9,11 @@
 
 #include <QDebug>
 
-// The items: what the system answered goes to the report or archive that support tools expect.
+// The export items: they write query results in the formats that support tools expect.
 
 namespace {
 
-/// What the debug output says of a query that ended early; null: it did not, or ended silently.
+/// The fixed text for a query that failed; null if it succeeded or fails silently.
 const char *failureOf(MemoryModuleList::Query query)
 {
     using Query = MemoryModuleList::Query;
@@ -91,7 +91,7 @@ bool CLogProcessThread::saveSystemDump(const QString &staging)
 {
     if (staging.isEmpty())
         return false;
-    const CrashDumpPaths paths = probes.crashDumpPaths(); // a search of the disk
+    const CrashDumpPaths paths = probes.crashDumpPaths(); // called once: it searches the disk
     writeSystemDumps(staging + QStringLiteral("/SystemDmp.zip"), paths, kernelDumpReadable(paths),
                      dumpProgress());
     return true;

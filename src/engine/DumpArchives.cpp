@@ -55,7 +55,7 @@ QStringList minidumps(const CrashDumpPaths &places)
             continue;
         found.push_back({walk.fileInfo().lastModified(), path});
     }
-    // Names tell the time too: they decide between files of the same second.
+    // The names contain the time too, which orders files of the same second.
     std::sort(found.begin(), found.end(), [](const Dump &a, const Dump &b) {
         return a.modified != b.modified ? a.modified > b.modified : a.path > b.path;
     });
@@ -89,7 +89,7 @@ void writeSystemDumps(const QString &zipPath, const CrashDumpPaths &places, bool
 void writeClientDumps(const QString &zipPath, const QString &folder, const ProgressSink &progress)
 {
     ZipArchive archive(zipPath, progress);
-    if (!folder.isEmpty()) // which would be the working directory
+    if (!folder.isEmpty()) // an empty path would be the working directory
         addClientDumps(archive, folder);
     archive.close();
 }

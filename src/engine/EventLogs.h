@@ -4,13 +4,13 @@
 
 #include <functional>
 
-/// A path in @p folder, @p base + @p extension, that no file takes yet; "(1)", "(2)" and so on,
-/// without end, stand behind the base where names are taken.
+/// Returns the path of a file in @p folder that does not exist: @p base + @p extension or, if that
+/// is taken, with "(1)", "(2)" and so on after the base.
 [[nodiscard]] QString uniqueFilePath(const QString &folder, const QString &base,
                                      const QString &extension);
 
-/// Exports the application's and then the system's events into @p folder by @p exportChannel, which
-/// is given the channel and the file to write. False at the first that fails.
+/// Exports the Application channel and then the System channel to @p folder by @p exportChannel,
+/// which takes the channel and the target file. Returns false at the first failure.
 [[nodiscard]] bool exportEventLogs(
     const QString &folder,
     const std::function<bool(const QString &channel, const QString &target)> &exportChannel);

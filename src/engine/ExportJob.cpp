@@ -12,17 +12,17 @@
 
 #include <exception>
 
-// What the worker does for one request, from the empty staging folder to the zip.
+// Processing of one request, from creating the staging folder to packing it.
 
 namespace {
 
-// The work on a byte. A disk copies several times as fast as a processor packs.
+// Work per byte. Disks copy several times faster than processors compress.
 constexpr double copying = 0.15;
 constexpr double packing = 1;
-constexpr double packingAgain = 0.5; ///< of what lies in an archive of its own, which is smaller
+constexpr double packingAgain = 0.5; ///< a dump archive, which is smaller than the dump
 
-/// Makes the staging folder unless it is there, for nobody else to look into. What a killed run
-/// left in it goes into the zip too.
+/// Creates the staging folder, readable only by its owner. Files that a killed run left in it go
+/// into the zip too.
 bool prepareStaging(const QString &staging)
 {
     const QDir folder(staging);
@@ -34,8 +34,7 @@ bool prepareStaging(const QString &staging)
     return false;
 }
 
-/// Runs an item. What it throws is its own failure, and the items after it are gathered all the
-/// same.
+/// Runs an item. An exception counts as the item's failure, so that later items still run.
 template <typename Item>
 bool succeeds(Item item)
 {
@@ -137,7 +136,7 @@ ProgressSink CLogProcessThread::dumpProgress()
 
 void CLogProcessThread::pack(const Request &request)
 {
-    // The staging folder is complete: this is all that is left to do.
+    // The staging folder is complete, so packing is all the remaining work.
     zipFolder(request.stagingPath, request.currentZipPath,
               {[this](qint64 bytes) { exportProgress.expectOnly(double(bytes) * packing); },
                [this](qint64 bytes) { exportProgress.advance(double(bytes) * packing); }});

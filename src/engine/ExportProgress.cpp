@@ -4,8 +4,8 @@
 
 namespace {
 
-/// What remains when all is packed: the end of the archive, the staging folder. It is never done
-/// before end(), so the whole is never reached while somebody waits.
+/// Work after packing: finishing the archive, removing the staging folder. Only end() completes it,
+/// so the fraction stays below 1 while somebody waits.
 constexpr double closing = 5e5;
 
 } // namespace

@@ -2,25 +2,24 @@
 
 #include <atomic>
 
-/// How far the export in hand is. The worker counts, any thread may look.
+/// Progress of the current export. The worker updates it; any thread can read it.
 ///
-/// Work is measured in bytes to be packed; what is done faster counts for less a byte. When there
-/// turns out to be more or less to do than was expected, the fraction grows more slowly or faster
-/// from there on. It never falls.
+/// Work is measured in bytes to pack; faster operations count less per byte. If the expected work
+/// changes, the fraction advances at a different rate from then on. It never decreases.
 class ExportProgress
 {
 public:
-    /// From 0 to less than 1; negative: there is no export in hand. Any thread.
+    /// From 0 to less than 1; negative if no export is running. Any thread.
     [[nodiscard]] double fraction() const { return figure; }
 
-    // The rest is for the worker's thread.
+    // The remaining functions are for the worker thread.
     void begin();
     void end();
-    /// There is so much more to do.
+    /// Adds @p work to the remaining work.
     void expect(double work);
-    /// There is so much to do, and nothing of what was expected before.
+    /// Sets the remaining work to @p work.
     void expectOnly(double work);
-    /// So much was done.
+    /// Moves @p work from remaining to done.
     void advance(double work);
 
 private:

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr int threadCount = 4; // copying waits for the disk, whatever the number of processors
+constexpr int threadCount = 4; // copying waits for the disk, not for the processor
 
-/// The indices of the copies, those with one target together: they must not race for it.
+/// The indices of the copies, grouped by target: copies to one target must not race.
 std::vector<std::vector<int>> groupedByTarget(const QVector<FileCopy> &copies)
 {
     std::vector<std::vector<int>> groups;
@@ -36,7 +36,7 @@ std::vector<std::vector<int>> groupedByTarget(const QVector<FileCopy> &copies)
 
 CopyResult copyFile(const FileCopy &copy)
 {
-    // Opening a pipe would wait for its writer, and reading some devices never ends.
+    // Opening a pipe would block until it has a writer; some devices have no end.
     const QFileInfo source(copy.from);
     if (source.exists() && !source.isFile())
         return {false, QStringLiteral("not a regular file")};

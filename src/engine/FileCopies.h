@@ -14,18 +14,18 @@ struct FileCopy
 struct CopyResult
 {
     bool copied = false;
-    QString failure; ///< why not
+    QString failure; ///< reason if not copied
 };
 
-/// Copies a regular file, unless the target exists. A pipe or a device is refused at once, without
-/// waiting for anything. Any thread.
+/// Copies a regular file unless the target exists. Rejects pipes and devices without blocking. Any
+/// thread.
 [[nodiscard]] CopyResult copyFile(const FileCopy &copy);
 
-/// Makes @p copies, four at a time, and returns when all are made. @p report gets each result on
-/// the caller's thread, in the order of the list, as soon as it and all before it are known. Of two
-/// copies with the same target, or targets that differ in case alone, the first is made first.
+/// Makes @p copies, four at a time, and returns when all are finished. Calls @p report on the
+/// caller's thread in list order, as soon as a result and all earlier ones are known. Copies whose
+/// targets are equal or differ only in case are made one after the other, in list order.
 ///
-/// @p copyOne is called on other threads.
+/// Calls @p copyOne on other threads.
 void copyFiles(const QVector<FileCopy> &copies,
                const std::function<void(const FileCopy &, const CopyResult &)> &report,
                const std::function<CopyResult(const FileCopy &)> &copyOne = copyFile);

@@ -14,16 +14,16 @@
 
 namespace {
 
-// Compression and attributes are those of Qt's writer.
+// The same as those of Qt's writer.
 constexpr zip_uint32_t compressionLevel = 6;
 constexpr zip_uint32_t fileAttributes = zip_uint32_t(0100600) << 16;
 
-/// A file that libzip reads. It is open only while it is its turn: there may be many.
+/// A file that libzip reads. Open only during its turn, because there may be many.
 struct Source
 {
     const FileToPack &origin;
     const ProgressSink &progress;
-    qint64 left = 0; ///< bytes still to be read
+    qint64 left = 0; ///< bytes still to read
     std::unique_ptr<QFile> file = {};
 
     void open()
@@ -49,8 +49,8 @@ struct Source
     }
 };
 
-// libzip reads and writes by commands, and these functions carry them out. Paths are left to Qt,
-// which takes those of any length and characters on every system.
+// libzip's callbacks for reading and writing. Paths are left to Qt, which supports long paths and
+// all characters on every system.
 
 zip_int64_t carryOut(zip_source_cmd_t command, Source &source, void *buffer, zip_uint64_t length)
 {
@@ -64,7 +64,7 @@ zip_int64_t carryOut(zip_source_cmd_t command, Source &source, void *buffer, zip
         source.file.reset();
         return 0;
     case ZIP_SOURCE_STAT:
-        // No size: a file may turn out to be shorter, and libzip takes it then for broken.
+        // No size: a file may shrink, which libzip would treat as an error.
         zip_stat_init(static_cast<zip_stat_t *>(buffer));
         return sizeof(zip_stat_t);
     case ZIP_SOURCE_FREE:
@@ -92,7 +92,7 @@ zip_int64_t carryOut(zip_source_cmd_t command, ZipTarget &target, void *buffer, 
     case ZIP_SOURCE_STAT:
         zip_stat_init(static_cast<zip_stat_t *>(buffer));
         return sizeof(zip_stat_t);
-    case ZIP_SOURCE_SUPPORTS: // what libzip asks of a file, although it reads none that is new
+    case ZIP_SOURCE_SUPPORTS: // libzip requires read commands even for a new file
         return zip_source_make_command_bitmap(
             ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_SEEK, ZIP_SOURCE_TELL,
             ZIP_SOURCE_STAT, ZIP_SOURCE_FREE, ZIP_SOURCE_BEGIN_WRITE, ZIP_SOURCE_WRITE,
@@ -103,18 +103,18 @@ zip_int64_t carryOut(zip_source_cmd_t command, ZipTarget &target, void *buffer, 
     case ZIP_SOURCE_TELL:
     case ZIP_SOURCE_ERROR:
         return -1;
-    default: // to open, close or remove it is the target's own business
+    default: // opening, closing and removing are left to ZipTarget
         return 0;
     }
 }
 
-/// The callback for a file of one of these kinds.
+/// The callback for @p File, a Source or a ZipTarget.
 template <typename File>
 zip_int64_t callback(void *file, void *buffer, zip_uint64_t length, zip_source_cmd_t command)
 {
     try {
         return carryOut(command, *static_cast<File *>(file), buffer, length);
-    } catch (const std::exception &) { // no memory; and libzip is no C++
+    } catch (const std::exception &) { // out of memory; must not propagate into C code
         return -1;
     }
 }
@@ -157,7 +157,7 @@ void writeLargeZip(const std::vector<FileToPack> &files, ZipTarget &target,
     std::deque<Source> sources;
     for (const FileToPack &file : files)
         add(archive, sources.emplace_back(Source{file, progress}));
-    if (zip_close(archive) == 0) // which reads and writes everything
+    if (zip_close(archive) == 0) // reads and writes all files
         return;
     target.fail(QString::fromUtf8(zip_strerror(archive)));
     zip_discard(archive);

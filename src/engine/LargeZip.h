@@ -9,19 +9,18 @@
 
 class ZipTarget;
 
-/// A file that becomes an entry of a zip.
+/// A file to add to a zip.
 struct FileToPack
 {
-    QString name; ///< of the entry
+    QString name; ///< entry name
     QString path;
-    qint64 size;                  ///< no more bytes of it are packed
-    std::function<void()> packed; ///< called once that was done, or tried; may be empty
+    qint64 size;                  ///< bytes; the rest of a file that grows is left out
+    std::function<void()> packed; ///< called after success or failure; may be empty
 };
 
-/// Writes a whole zip of any size, with files of any size and any number of them, in the zip64
-/// format. It goes block by block, so the memory that it takes does not depend on the sizes. A file
-/// that cannot be read becomes an empty entry, or ends where it could no longer be read. @p target
-/// is open and empty; it is made to fail when the zip could not be written. @p progress is given
-/// the bytes as they are read. Any thread.
+/// Writes a complete zip of any size, with any number of files of any size, in Zip64 format. Works
+/// in blocks: memory use does not depend on sizes. An unreadable file becomes an empty or truncated
+/// entry. @p target must be open and empty; its fail() is called if the zip cannot be written. @p
+/// progress receives bytes as they are read. Any thread.
 void writeLargeZip(const std::vector<FileToPack> &files, ZipTarget &target,
                    const ProgressSink &progress);

@@ -6,8 +6,8 @@ namespace {
 
 constexpr quint64 megabit = 1'000'000;
 
-/// "0a-1b-…" and the end of the line. An adapter without an address gets neither: the report's
-/// next line goes on in this one, as its readers have always seen it.
+/// "0a-1b-…" and a line feed. Without an address both are missing: the next line follows on the
+/// same one, as readers of the report expect.
 QByteArray hardwareAddress(const QByteArray &bytes)
 {
     return bytes.isEmpty() ? QByteArray() : bytes.toHex('-') + '\n';

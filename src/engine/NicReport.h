@@ -4,6 +4,6 @@
 
 struct AdapterList;
 
-/// The network adapters as text in UTF-8, a block for each, in the list's order. Of a failed query
-/// it tells the error code. Speeds are whole megabits per second, rounded down.
+/// The network adapters as UTF-8 text, one block per adapter, in list order; for a failed query,
+/// its error code. Speeds are in whole megabits per second, rounded down.
 [[nodiscard]] QByteArray nicReport(const AdapterList &list);

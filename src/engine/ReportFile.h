@@ -2,8 +2,8 @@
 
 #include <QFile>
 
-/// A text report being written, its bytes as they are given. The first write that fails is logged
-/// and ends the report; nobody has to ask for it. One thread at a time.
+/// Writes a text report. The first failed write is logged and ends the report; callers need not
+/// check. One thread at a time.
 class ReportFile
 {
 public:

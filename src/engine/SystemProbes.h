@@ -12,11 +12,11 @@
 #include <functional>
 #include <optional>
 
-/// The functions by which the export items query this machine; the header of each default says
-/// what it returns. All are called on the worker thread, except comSecurity.
+/// The functions by which the export items query this machine; see the headers of the defaults. All
+/// are called on the worker thread, except comSecurity.
 struct SystemProbes
 {
-    /// Called once, on the thread that builds the worker.
+    /// Called once, on the thread that constructs the worker.
     std::function<qint32()> comSecurity = setUpComSecurity;
     std::function<AdapterList()> adapters = networkAdapters;
     std::function<std::optional<MemoryStatus>()> memory = memoryStatus;

@@ -4,8 +4,8 @@
 
 struct MemoryStatus;
 
-/// The memory's load in percent, its size and what is available in whole MiB, rounded down.
+/// Memory load in percent; total and available memory in whole MiB, rounded down.
 [[nodiscard]] QByteArray memoryReport(const MemoryStatus &status);
 
-/// A memory module's three lines; the part number stands as it is given.
+/// The three lines of a memory module, with the part number as given.
 [[nodiscard]] QByteArray moduleReport(const QByteArray &partNumber, qint32 capacity, qint32 speed);

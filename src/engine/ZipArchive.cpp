@@ -33,10 +33,10 @@ qint64 bytesOf(const std::vector<FileToPack> &files)
                            [](qint64 bytes, const FileToPack &file) { return bytes + file.size; });
 }
 
-/// Whether Qt's writer can hold @p files, even if none of them becomes smaller.
+/// Whether @p files stay within @p limits even if none of them shrinks.
 bool areHeldBy(const ZipLimits &limits, const std::vector<FileToPack> &files)
 {
-    constexpr qint64 headers = 1024; // of an entry, besides its name: a generous margin
+    constexpr qint64 headers = 1024; // per entry, without names: a generous margin
     qint64 sum = 0;
     for (const FileToPack &file : files) {
         if (file.size > limits.entryBytes)
@@ -97,7 +97,7 @@ void ZipArchive::pack(const FileToPack &file)
 {
     try {
         const QByteArray contents = contentsOf(file.path, file.size);
-        writer->addFile(file.name, contents); // needs about as much memory again
+        writer->addFile(file.name, contents); // needs about the same memory again
         if (progress.advance)
             progress.advance(contents.size());
     } catch (const std::bad_alloc &) {

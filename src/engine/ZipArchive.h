@@ -12,47 +12,45 @@
 
 class QZipWriter;
 
-/// What Qt's zip writer can hold; a test may take less.
+/// The limits of Qt's zip writer; a test may set lower ones.
 struct ZipLimits
 {
-    /// Bytes of one file. The writer compresses into one byte array that is a little larger than
-    /// the contents, and an array holds less than 2 GiB: this leaves it that little.
+    /// Bytes per file. The writer compresses into a byte array, which holds less than 2 GiB and may
+    /// become slightly larger than the contents.
     qint64 entryBytes = 2'146'000'000;
-    /// Bytes of the whole archive and the number of its entries: without the zip64 extension,
-    /// offsets have 32 bits and the number has 16.
+    /// Bytes and entries per archive: without Zip64, offsets have 32 bits and the entry count has
+    /// 16.
     qint64 archiveBytes = 0xffff'ffff;
     std::size_t entries = 0xffff;
 };
 
-/// A zip file. What goes into it is named first, then packed all at once: by Qt's writer where it
-/// can hold all of it for certain, otherwise as a large zip. Entry names are stored as UTF-8,
-/// contents are compressed. One thread at a time.
+/// A zip file. Files are added by name, then packed all at once: by Qt's writer if its limits
+/// certainly suffice, otherwise by libzip. Entry names are UTF-8, contents are compressed. One
+/// thread at a time.
 ///
-/// A file that cannot be read becomes an empty entry; one that shrinks meanwhile is packed as far
-/// as it was read, one that grows up to the size that it had when it was added. An archive that
-/// could not be written whole is removed, because half a zip opens nowhere.
+/// A file is packed up to the size that it has when it is added; an unreadable file becomes an
+/// empty or truncated entry. An archive that cannot be written completely is deleted.
 class ZipArchive
 {
 public:
-    /// Creates the file at @p zipPath or empties the one that is there. @p sink learns the bytes of
-    /// all files before they are packed, and those of each when it was.
+    /// Creates or empties the file at @p zipPath. @p sink receives the total size before packing
+    /// starts, then each file's size once it is packed.
     explicit ZipArchive(const QString &zipPath, ProgressSink sink = {}, const ZipLimits &most = {});
-    /// Closes the archive unless that was done.
+    /// Calls close().
     ~ZipArchive();
     ZipArchive(const ZipArchive &) = delete;
     ZipArchive &operator=(const ZipArchive &) = delete;
 
-    /// Makes the file at @p filePath an entry, which write() packs; @p packed is called after that,
-    /// whether or not it could be.
+    /// Adds the file at @p filePath, which write() packs. @p packed is called after that, even if
+    /// packing failed.
     void addFile(const QString &entryName, const QString &filePath,
                  std::function<void()> packed = {});
 
-    /// Packs the files that were added, which are not needed any more after that. A second call
-    /// does nothing.
+    /// Packs the added files, which may then be deleted. A second call does nothing.
     void write();
 
-    /// Completes the file, after write() if that was not called. False: no zip was written, and no
-    /// file is left at the path.
+    /// Calls write() if necessary and completes the file. Returns false if the zip could not be
+    /// written; no file is left then.
     bool close();
 
 private:
@@ -63,5 +61,5 @@ private:
     std::vector<FileToPack> files;
     bool written = false;
     ZipTarget target;
-    std::unique_ptr<QZipWriter> writer; ///< Qt's, while it is at work
+    std::unique_ptr<QZipWriter> writer; ///< null if libzip is used
 };

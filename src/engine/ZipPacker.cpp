@@ -12,10 +12,10 @@ namespace {
 
 void removeFile(const QFileInfo &file)
 {
-    // By its path: a name such as ":a.log" alone means a file in the program's resources.
+    // By path: a bare name such as ":a.log" would refer to the program's resources.
     if (QFile::remove(file.filePath()) || file.isSymLink())
         return;
-    // A copy of a read-only log is read-only, which keeps it from being removed on some systems.
+    // The copy of a read-only log is read-only too, which prevents its removal on Windows.
     QFile::setPermissions(file.filePath(), file.permissions() | QFileDevice::WriteOwner);
     QFile::remove(file.filePath());
 }
@@ -43,7 +43,7 @@ bool addFolderToZip(ZipArchive &archive, const QString &current, const QString &
         if (entry.isFile()) {
             const QString name = rootFolder.relativeFilePath(entry.absoluteFilePath());
             archive.addFile(name, entry.filePath(), [=] { qDebug() << name << current << root; });
-        } else if (!entry.isSymLink()) { // a linked folder may lead back up here
+        } else if (!entry.isSymLink()) { // a linked folder may contain this one
             addFolderToZip(archive, entry.filePath(), root);
         }
     }
@@ -59,7 +59,7 @@ bool removeFolder(const QString &folder)
         return true;
     const QFileInfoList entries = dir.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
     for (const QFileInfo &entry : entries) {
-        if (entry.isFile() || entry.isSymLink()) // of a link, never what it leads to
+        if (entry.isFile() || entry.isSymLink()) // remove the link, never its target
             removeFile(entry);
         else
             removeFolder(entry.absoluteFilePath());

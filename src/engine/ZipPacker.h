@@ -5,16 +5,16 @@
 class QString;
 class ZipArchive;
 
-/// Packs @p folder with its sub-folders into a new zip at @p zipPath, entries named by their paths
-/// relative to it, and removes the folder, whether or not the zip could be written. Hidden files
-/// are neither packed nor removed, and keep the folder alive. @p progress learns how far the
-/// packing is. Always true. Any thread.
+/// Packs @p folder and its subfolders into a new zip at @p zipPath, with entry names relative to
+/// the folder. Then removes the folder, even if the zip could not be written. Hidden files are
+/// neither packed nor removed and keep the folder in place; links to folders are not followed.
+/// Always returns true. Any thread.
 bool zipFolder(const QString &folder, const QString &zipPath, const ProgressSink &progress = {});
 
-/// Adds the files below @p current to @p archive, named by their paths relative to @p root; each
-/// name is printed once its file is packed. Folders have no entries of their own. Always true.
+/// Adds the files below @p current to @p archive, with entry names relative to @p root. Each name
+/// is printed once its file is packed. Folders get no entries. Always returns true.
 bool addFolderToZip(ZipArchive &archive, const QString &current, const QString &root);
 
-/// Removes @p folder and all that is not hidden below it. False: the path is empty or something
-/// stayed; true also where there was no such folder.
+/// Removes @p folder and everything in it that is not hidden; links are removed, not followed.
+/// Returns false if the path is empty or something remains, true if there is no such folder.
 bool removeFolder(const QString &folder);

@@ -9,7 +9,7 @@ ZipTarget::ZipTarget(const QString &zipPath)
     : QFile(zipPath)
 {
     makePrivateFile(zipPath);
-    // Unbuffered: each write shows at once whether the disk took it.
+    // Unbuffered, so that each write reports at once whether it succeeded.
     incomplete = open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
     if (!incomplete)
         qCWarning(engineLog) << "cannot write zip" << zipPath << errorString();
@@ -25,7 +25,7 @@ bool ZipTarget::complete()
 {
     if (!std::exchange(incomplete, false))
         return false;
-    close(); // unless the zip writer did
+    close(); // no effect if the zip writer has closed it
     if (!hasFailed())
         return true;
     qCWarning(engineLog) << "zip not written:" << fileName() << failure;
@@ -44,7 +44,7 @@ void ZipTarget::close()
 
 qint64 ZipTarget::writeData(const char *data, qint64 length)
 {
-    // A disk that takes a part says only when it is given the rest what is wrong.
+    // After a partial write, only the next attempt reports the error.
     qint64 written = 0;
     for (qint64 more = length; more > 0 && !hasFailed(); more = length - written) {
         const qint64 taken = QFile::writeData(data + written, more);

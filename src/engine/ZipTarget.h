@@ -3,24 +3,23 @@
 #include <QFile>
 #include <QString>
 
-/// The file that a zip is written to, which only its owner may use. It remembers a write or a close
-/// that failed, which the zip writers do not, and is removed then: half a zip opens nowhere. One
-/// thread at a time.
+/// The output file of a zip, accessible only to its owner. It records failed writes and closes,
+/// which zip writers ignore, and deletes itself then. One thread at a time.
 class ZipTarget : public QFile
 {
 public:
-    /// Creates the file at @p zipPath or empties the one that is there; isOpen() says whether it
-    /// could.
+    /// Creates or empties the file at @p zipPath; isOpen() is false on failure.
     explicit ZipTarget(const QString &zipPath);
 
-    /// Makes complete() remove the file, for @p reason unless there was one before.
+    /// Makes complete() remove the file because of @p reason, unless an earlier failure was
+    /// recorded.
     void fail(const QString &reason);
     [[nodiscard]] bool hasFailed() const { return !failure.isEmpty(); }
 
-    /// Closes the file. False: it was not written whole, and is gone.
+    /// Closes the file. Returns false, and deletes the file, if it was not written completely.
     bool complete();
 
-    /// Called by a zip writer; complete() is needed all the same.
+    /// Called by zip writers; does not replace complete().
     void close() override;
 
 protected:

@@ -22,7 +22,7 @@ FindstrItem plain(char c)
     return byteItem(ByteSet().set(static_cast<unsigned char>(c)));
 }
 
-/// Reads one expression from left to right.
+/// Parses one expression from left to right.
 class Parser
 {
 public:

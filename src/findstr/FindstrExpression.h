@@ -4,19 +4,19 @@
 #include <string_view>
 #include <vector>
 
-/// The bytes that one place of an expression accepts. Never holds the line feed.
+/// The bytes that one item of an expression accepts, never a line feed.
 using ByteSet = std::bitset<256>;
 
-/// One place of an expression: a byte out of a set, or the border of a word, which has no width.
+/// One item of an expression: a byte from a set, or a word border, which has no width.
 struct FindstrItem
 {
     enum class Kind { Byte, WordStart, WordEnd };
     Kind kind = Kind::Byte;
     ByteSet bytes;         ///< for Kind::Byte
-    bool repeated = false; ///< any number of such bytes, none included; for Kind::Byte
+    bool repeated = false; ///< zero or more such bytes; for Kind::Byte
 };
 
-/// What is searched in a line without its line end, anywhere in it unless it is anchored.
+/// An expression to search for in a line without its line end; matches anywhere unless anchored.
 struct FindstrExpression
 {
     bool atLineStart = false;
@@ -24,13 +24,13 @@ struct FindstrExpression
     std::vector<FindstrItem> items;
 };
 
-/// Reads @p keyword, findstr regular expressions separated by blanks, any of which may match. An
-/// expression that can match nothing (an unterminated class) is left out. Bytes are compared, not
-/// letters; letters, digits and "_" of ASCII make words. A "*" that has nothing to repeat is plain.
+/// Parses @p keyword: findstr regular expressions separated by blanks, any of which may match. An
+/// expression that cannot match (an unterminated class) is left out. Expressions match bytes; ASCII
+/// letters, digits and "_" form words. A "*" with nothing to repeat is literal.
 [[nodiscard]] std::vector<FindstrExpression> parseFindstr(std::string_view keyword);
 
-/// Every byte that can stand in a line.
+/// All bytes except the line feed.
 [[nodiscard]] ByteSet anyByte();
 
-/// The bytes that words are made of.
+/// ASCII letters, digits and "_".
 [[nodiscard]] ByteSet wordBytes();

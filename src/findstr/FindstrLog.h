@@ -2,6 +2,6 @@
 
 #include <QLoggingCategory>
 
-/// Problems with reading a file that is loaded or searched. Off by default;
+/// Problems reading a file that is loaded or searched. Off by default;
 /// QT_LOGGING_RULES="vantrel.*=true" switches it on.
 Q_DECLARE_LOGGING_CATEGORY(findstrLog)

@@ -33,9 +33,9 @@ std::string oneOf(const ByteSet &bytes)
     return bytes.none() ? noByte : text;
 }
 
-/// Writes a pattern from left to right. RE2 has "\b" for either border of a word and cannot look
-/// ahead, so the byte behind a border is narrowed to word bytes, or to all others. Where that byte
-/// is repeated it may be missing: both cases are kept until a byte follows that may not.
+/// Builds a pattern from left to right. RE2 has only "\b" for both kinds of word border and no
+/// lookahead, so the byte after a border is restricted to word bytes or to all others. If that byte
+/// is repeated it may be absent: both cases are kept until a byte follows that must be present.
 class Translator
 {
 public:
@@ -50,8 +50,8 @@ private:
     [[nodiscard]] std::string narrowed(const ByteSet &bytes) const;
 
     std::string pattern = "(?m)";
-    Behind behind = Behind::Any; ///< what the border at the end of `pattern` requires
-    std::string present;         ///< the repeated bytes behind it, where at least one is there
+    Behind behind = Behind::Any; ///< what the border at the end of `pattern` requires next
+    std::string present;         ///< repeated bytes after it, for the case of at least one
 };
 
 std::string Translator::translate(const FindstrExpression &expression)
@@ -100,7 +100,7 @@ void Translator::addRepeated(const ByteSet &bytes)
         present = "(?:" + present + '|' + narrowed(bytes) + ')' + any;
 }
 
-/// @p next: what follows where both cases end in the same place.
+/// Joins the cases. @p next: what follows if both end at the same place.
 void Translator::joinCases(Behind next)
 {
     const bool mayBeMissing = behind == Behind::Any || behind == next;

@@ -4,6 +4,6 @@
 
 #include <string>
 
-/// Translates @p expression into the language of RE2, for bytes (Latin-1). In a text of many lines
-/// a match lies within one line.
+/// Translates @p expression to RE2's syntax, for bytes (Latin-1) and multi-line texts. A match
+/// never spans lines.
 [[nodiscard]] std::string toRegex(const FindstrExpression &expression);

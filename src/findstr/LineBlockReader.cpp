@@ -13,7 +13,7 @@ namespace {
 
 std::size_t lastLineEnd(const char *text, std::size_t size)
 {
-    // Looking forward is many times faster: most of a long line's blocks hold no line feed.
+    // Searching forwards is many times faster, and most blocks of a long line hold no line feed.
     return std::memchr(text, '\n', size) != nullptr ? std::string_view(text, size).rfind('\n')
                                                     : std::string_view::npos;
 }
@@ -32,7 +32,7 @@ std::string_view LineBlockReader::next()
     used -= delivered;
     std::memmove(buffer.get(), buffer.get() + delivered, used);
     delivered = 0;
-    // What is left over is the beginning of a line: it holds no line feed.
+    // The remainder is the beginning of a line and holds no line feed.
     for (std::size_t firstNew = used; readMore(); firstNew = used) {
         truncateLongLine(firstNew);
         const std::size_t end = lastLineEnd(buffer.get() + firstNew, used - firstNew);
@@ -73,14 +73,14 @@ void LineBlockReader::grow()
     auto *const grown = static_cast<char *>(std::realloc(buffer.get(), wanted));
     if (grown == nullptr)
         throw std::bad_alloc();
-    (void)buffer.release(); // realloc has taken it
+    (void)buffer.release(); // freed or reused by realloc
     buffer.reset(grown);
     capacity = wanted;
 }
 
 void LineBlockReader::truncateLongLine(std::size_t firstNew)
 {
-    // Only the line that was begun before this block can be longer than a block.
+    // Only a line that began before this block can be longer than a block.
     char *const text = buffer.get();
     const void *const found = std::memchr(text + firstNew, '\n', used - firstNew);
     const std::size_t lineEnd =

@@ -8,27 +8,27 @@
 class QIODevice;
 class QString;
 
-/// Reads a text in blocks of whole lines, however long a line is. CR LF and LF both end a line and
-/// come out as LF; any other byte, a lone CR among them, is content.
+/// Reads a text in blocks of whole lines of any length. CR LF and LF end a line and are returned as
+/// LF; all other bytes, including a lone CR, are content.
 class LineBlockReader
 {
 public:
-    static constexpr std::size_t blockBytes = std::size_t{256} << 10; ///< fits a processor's cache
+    static constexpr std::size_t blockBytes = std::size_t{256} << 10; ///< fits in a processor cache
     static constexpr std::size_t maxLineBytes = std::size_t{64} << 20;
 
-    /// @p device must be open for reading and outlive this object. What a line has beyond
-    /// @p longestLine bytes, which are blockBytes at least, is left out.
+    /// @p device must be open for reading and outlive this object. Lines are truncated to @p
+    /// longestLine bytes, at least blockBytes.
     explicit LineBlockReader(QIODevice &device, std::size_t longestLine = maxLineBytes);
 
-    /// The next lines, each with its line feed, which only the last line of the text may lack.
-    /// Empty: the text has ended. Valid until the next call.
+    /// Returns the next lines with their line feeds; only the last line of the text may lack one.
+    /// Empty at the end of the text. Valid until the next call. Throws std::bad_alloc.
     [[nodiscard]] std::string_view next();
 
-    /// The text has ended too early, because the device could not be read any further.
+    /// Reading failed before the end of the text.
     [[nodiscard]] bool failed() const { return readFailed; }
-    /// A line so far was longer than the longest, and was truncated.
+    /// Some line so far was truncated.
     [[nodiscard]] bool hasTruncatedLines() const { return lineTruncated; }
-    /// Logs failed() and hasTruncatedLines() of the file at @p path, where they are true.
+    /// Logs failed() and hasTruncatedLines(), if true, for the file at @p path.
     void logProblems(const QString &path) const;
 
 private:
@@ -42,14 +42,14 @@ private:
     {
         void operator()(char *memory) const { std::free(memory); }
     };
-    /// Grows in place where the system can, and is not filled with zeros first.
+    /// From realloc(): grows in place where possible, and is not zero-filled.
     std::unique_ptr<char, Release> buffer;
     std::size_t capacity = 0;
     std::size_t used = 0;      ///< bytes in the buffer
-    std::size_t delivered = 0; ///< bytes at its start that the last call handed out
+    std::size_t delivered = 0; ///< bytes at its start that the last call returned
     bool readFailed = false;
     bool lineTruncated = false;
 };
 
-/// Turns each CR LF of the @p size bytes at @p text into LF, in place. Returns the new size.
+/// Replaces each CR LF in the @p size bytes at @p text by LF, in place. Returns the new size.
 [[nodiscard]] std::size_t unifyLineEnds(char *text, std::size_t size);

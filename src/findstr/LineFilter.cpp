@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::int64_t memoryLimit = 64 << 20; // bytes for one expression
+constexpr std::int64_t memoryLimit = 64 << 20; // bytes per expression
 
 std::unique_ptr<RE2> compiled(const FindstrExpression &expression)
 {
@@ -29,7 +29,7 @@ FindstrExpression withoutBorders(FindstrExpression expression)
     return expression;
 }
 
-/// Where in @p text the first match begins; npos: nowhere.
+/// Position of the first match in @p text, or npos.
 std::size_t find(const RE2 &regex, std::string_view text)
 {
     re2::StringPiece match;
@@ -38,8 +38,7 @@ std::size_t find(const RE2 &regex, std::string_view text)
     return static_cast<std::size_t>(match.data() - text.data());
 }
 
-/// The line of @p text that holds @p place, with its line feed. Empty: there is none behind the
-/// last line feed.
+/// The line of @p text at @p place, with its line feed. Empty after the last line feed.
 std::string_view lineAround(std::string_view text, std::size_t place)
 {
     const std::size_t start = text.substr(0, place).rfind('\n') + 1; // npos + 1 is 0
@@ -73,7 +72,7 @@ bool LineFilter::isValid() const
 void LineFilter::forEachLine(std::string_view text,
                              const std::function<void(std::string_view line)> &found) const
 {
-    std::vector<std::string_view> next; // line of each search; empty: there is none left
+    std::vector<std::string_view> next; // next line of each search; empty at its end
     for (const Search &search : searches)
         next.push_back(search.firstLine(text));
     for (;;) {

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 namespace {
-constexpr int longestName = 259; // bytes: the platform's path limit less the closing zero
+constexpr int longestName = 259; // bytes: Windows' path limit without the terminating zero
 }
 
 QString clientNameFromIcon(const CameraClient &client)
@@ -13,7 +13,7 @@ QString clientNameFromIcon(const CameraClient &client)
     const QString &path = client.iconPath;
     const auto isSeparator = [&client](QChar c) { return client.pathSeparators.contains(c); };
     const auto separator = std::find_if(path.crbegin(), path.crend(), isSeparator);
-    const auto nameAt = int(path.crend() - separator); // 0: there is no separator
+    const auto nameAt = int(path.crend() - separator); // 0: no separator
     const int nameEnd = path.lastIndexOf(QLatin1String(".exe"));
     if (nameAt == 0 || nameEnd < nameAt)
         return {};

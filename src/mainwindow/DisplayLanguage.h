@@ -4,11 +4,11 @@
 
 enum class DisplayLanguage { English, Chinese };
 
-/// The base name of the client's executable, from the path of its registered icon:
-/// "QZviewer" from "D:\Dir\QZviewer.exe,0". Empty when there is none to be found in the path or
-/// it is longer than a path may be (259 bytes of UTF-8).
+/// The base name of the client's executable, taken from its icon path: "QZviewer" for
+/// "D:\Dir\QZviewer.exe,0". Empty if the path has no separator, no ".exe" after the last one, or a
+/// name of more than 259 UTF-8 bytes.
 [[nodiscard]] QString clientNameFromIcon(const CameraClient &client);
 
-/// The language that the camera client uses, which the tool shares: English without a client, else
-/// what the client's "language.ini" in the user's folder says.
+/// The camera client's language, which the tool shares: English without a client, otherwise as the
+/// client's "language.ini" in the user's home folder says.
 [[nodiscard]] DisplayLanguage chooseLanguage(const UserEnvironment &environment);

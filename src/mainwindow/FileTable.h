@@ -2,8 +2,8 @@
 
 #include "RowTable.h"
 
-/// The table of the main window: a row a file. While there are none, the view shows a hint. GUI
-/// thread only.
+/// The main window's table: one row per file, followed by spare rows. Without files the view shows a
+/// hint. GUI thread only.
 class FileTable : public RowTable
 {
 public:
@@ -11,9 +11,9 @@ public:
 
     using RowTable::RowTable;
 
-    /// The number of rows that show a file.
+    /// The number of rows with a file.
     [[nodiscard]] int fileCount() const;
-    /// Sets what the view shows while there is no file, and screen readers tell: plain text.
+    /// Sets the plain text that the view and screen readers show while there is no file.
     void setHintWhenEmpty(const QString &hint);
 
 protected:

@@ -12,7 +12,7 @@ struct SdkLogFile
     qint64 size; ///< bytes
 };
 
-/// The @p limit files of @p folder that were modified last, newest first, whose names contain
-/// ".log" in small letters. Names in ascending order decide between equal times. Sub-folders and
-/// links are left out; a missing folder has no files.
+/// The @p limit most recently modified files of @p folder whose names contain ".log" in lower case,
+/// newest first. Files with equal times are sorted by name. Subfolders and links are left out; a
+/// missing folder has no files.
 [[nodiscard]] QVector<SdkLogFile> newestSdkLogFiles(const QString &folder, int limit);

@@ -4,12 +4,12 @@
 
 #include <QString>
 
-/// What the main window takes from the user's machine at start; a test hands in its own.
+/// The user's machine as the main window sees it at startup; tests supply their own.
 struct UserEnvironment
 {
-    QString homeFolder; ///< root of the SDK folder and of the client's language file
+    QString homeFolder; ///< contains the SDK folder and the client's language file
     CameraClient client;
 };
 
-/// This machine, this user.
+/// The environment of this user on this machine.
 [[nodiscard]] UserEnvironment systemEnvironment();

@@ -38,7 +38,7 @@ void Vantrel::setUpExportPath()
 {
     sdkRoot = environment.homeFolder + QStringLiteral("/QZSDK/");
     CConfiguration::instance()->exportPath = sdkRoot + QStringLiteral("UserLogInfo.zip");
-    // The field may be too short for it.
+    // The field may be too narrow for the path.
     connect(ui->lineEditPath, &QLineEdit::textChanged, ui->lineEditPath, &QWidget::setToolTip);
     ui->lineEditPath->setText(CConfiguration::instance()->exportPath);
 }
@@ -58,11 +58,11 @@ void Vantrel::buildContextMenu()
 void Vantrel::chooseLanguageAndStyle()
 {
     const bool english = chooseLanguage(environment) == DisplayLanguage::English;
-    // Only Qt's own file dialog has texts of Qt's own; the system's dialog brings its language.
+    // Only Qt's own file dialog uses these texts; the system's dialog has its own.
     if (!english && toolkitTranslator.load(QStringLiteral("qtbase_zh_CN"),
                                            QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&toolkitTranslator);
-    // A catalogue that cannot be loaded leaves the source texts, which are English.
+    // If a catalogue cannot be loaded, the English source texts remain.
     const QString suffix = english ? QStringLiteral("_EN.qm") : QStringLiteral("_CN.qm");
     (void)hintTranslator.load(QStringLiteral(":/Hints") + suffix);
     QCoreApplication::installTranslator(&hintTranslator);
@@ -78,7 +78,7 @@ void Vantrel::retranslate()
     ui->retranslateUi(this);
     ui->mainTitleBar->setTitle(tr("Vantrel"));
     ui->btnSettings->setToolTip(QCoreApplication::translate(
-        "LogSettingsDlg", "Log Level Setting")); // what it opens says so
+        "LogSettingsDlg", "Log Level Setting")); // the label in the window it opens
     ui->tableWidget->setHorizontalHeaderLabels(
         {QString(), tr("File Time"), tr("File Name"), tr("File Size")});
     contextMenu->setAccessibleName(ui->tableWidget->accessibleName());

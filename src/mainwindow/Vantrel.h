@@ -25,7 +25,7 @@ class Vantrel;
 }
 
 /// The main window: the SDK's log files of one log source above, the export panel below. It owns
-/// the other windows and the export worker, which live as long as it does.
+/// all other windows and the export worker.
 class Vantrel : public CommonDialog
 {
     Q_OBJECT
@@ -33,11 +33,11 @@ class Vantrel : public CommonDialog
 public:
     explicit Vantrel(QWidget *parent = nullptr,
                      const UserEnvironment &environment = systemEnvironment());
-    /// Waits for an export that is under way.
+    /// Waits for a running export.
     ~Vantrel() override;
 
 signals:
-    /// An export was handed to the worker: it is time to wait for it.
+    /// An export was queued; opens the wait dialog.
     void showWaitDlg();
 
 private slots:
@@ -88,20 +88,21 @@ private:
     std::unique_ptr<Ui::Vantrel> ui;
     UserEnvironment environment;
     QTranslator toolkitTranslator;
-    QTranslator translator;     ///< the fixed texts
+    QTranslator translator;     ///< fixed texts
     QTranslator hintTranslator; ///< hints, tool tips and accessible names
     QCheckBoxHeader *header = nullptr;
     QMenu *contextMenu = nullptr;
     QAction *actionExportAll = nullptr;
     QAction *actionExportSelected = nullptr;
-    // Items belong to the table, which deletes them at each refill: these two are never followed.
-    QTableWidgetItem *enteredItem = nullptr; ///< last under the pointer; nothing reads it yet
-    QTableWidgetItem *currentItem = nullptr; ///< under the last right click or double click
+    // The table owns its items and deletes them when it is refilled, so these are never
+    // dereferenced.
+    QTableWidgetItem *enteredItem = nullptr; ///< last one under the pointer; not read
+    QTableWidgetItem *currentItem = nullptr; ///< last one right-clicked or double-clicked
     QString sdkRoot;
     QStringList sourceNames;
     bool hasClientFolder = false;
-    QString currentItemPath; ///< path of currentItem at the last right click; likewise
-    QString chosenPath;      ///< the last file chosen in the save dialog
+    QString currentItemPath; ///< path of the item last right-clicked; not read
+    QString chosenPath;      ///< last file chosen in the save dialog
     CWaitDialog waitDialog{nullptr};
     ExportInfoDlg *exportInfo = nullptr;
     LogSettingsDlg *logSettings = nullptr;

@@ -10,7 +10,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
-// The lower half of the window: what to export, where, and the way there.
+// The lower half of the window: export options, export path, and exporting.
 
 namespace {
 constexpr int noticeTop = 100; // pixels below the window's upper edge
@@ -55,7 +55,7 @@ void Vantrel::on_btnSetExportPath_clicked()
     dialog.setViewMode(QFileDialog::List);
     dialog.setDefaultSuffix(QStringLiteral("zip"));
     dialog.setWindowFlags(Qt::Dialog | Qt::WindowCloseButtonHint);
-    // Nothing chosen yet: the working directory, whatever the path field shows.
+    // Without a chosen path this is the working directory, whatever the path field shows.
     const QFileInfo chosen(chosenPath);
     dialog.setDirectory(QDir(chosen.absolutePath()));
     dialog.selectFile(chosen.fileName().isEmpty() ? QStringLiteral("UserLogInfo")
@@ -65,7 +65,7 @@ void Vantrel::on_btnSetExportPath_clicked()
 
     const QString selected = dialog.selectedFiles().value(0);
     if (selected.isEmpty() || QFileInfo(selected).isDir())
-        return; // Qt's own dialog gives its folder when no file was named
+        return; // Qt's own dialog returns its folder if no file was named
     if (selected != chosenPath) {
         ui->lineEditPath->setText(selected);
         chosenPath = selected;

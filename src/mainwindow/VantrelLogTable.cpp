@@ -17,17 +17,17 @@
 #include <QScrollBar>
 #include <QShortcut>
 
-// The upper half of the window: where the logs come from and which there are.
+// The upper half of the window: the log sources and the table of log files.
 
 namespace {
 
-constexpr int rowCount = 50; // fixed: what does not fit is not listed
+constexpr int rowCount = 50; // fixed: only this many files are listed
 constexpr int checkColumnWidth = 40;
 constexpr int widestSourceList = 600; // pixels
 
 const QLatin1String clientSource("QZviewer");
 
-/// Makes the list of the box as wide as its texts, which the box itself may cut.
+/// Makes the popup list as wide as its texts, which may be wider than the box.
 void fitList(QComboBox &box)
 {
     QAbstractItemView *const list = box.view();
@@ -37,7 +37,7 @@ void fitList(QComboBox &box)
     list->setMinimumWidth(qMin(width, widestSourceList));
 }
 
-/// The check box in @p row, or null behind the last listed file.
+/// The check box in @p row; null after the last file.
 QCheckBox *rowCheckBox(const QTableWidget &table, int row)
 {
     const QWidget *cell = table.cellWidget(row, FileTable::CheckColumn);
@@ -59,7 +59,7 @@ void Vantrel::setUpTable()
     header->setChecked(true);
     connect(header, &QCheckBoxHeader::checkStausChange, this, &Vantrel::onAllCheckStausChange);
 
-    // By itself a section is at least as wide as the font's widest letter, which may be wider.
+    // By default a section is at least as wide as the font's widest letter, which may be wider.
     header->setMinimumSectionSize(checkColumnWidth);
     table->setUpColumns({checkColumnWidth, 250, 300}); // retranslate() labels them
     table->setRowCount(rowCount);
@@ -89,14 +89,15 @@ void Vantrel::findSources()
 {
     sourceNames = QDir(sdkRoot).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
     hasClientFolder = sourceNames.contains(clientSource);
-    // Where there is a source, offering it fills the table: twice would take twice as long.
+    // If there is a source, offerSources() fills the table; filling it here too would double the
+    // time.
     if (sourceNames.isEmpty())
         fillTable(QString());
 }
 
 void Vantrel::offerSources()
 {
-    // The box may be too narrow for it.
+    // The box may be too narrow for the text.
     connect(ui->comboSource, &QComboBox::currentTextChanged, ui->comboSource, &QWidget::setToolTip);
     ui->comboSource->addItems(sourceNames);
     fitList(*ui->comboSource);
@@ -145,7 +146,7 @@ void Vantrel::addRow(int row, const SdkLogFile &file)
     auto *box = new QUserCheckBox(row, cell);
     box->setChecked(CConfiguration::instance()->sdkLog);
     box->setAccessibleName(file.name);
-    box->setFocusPolicy(Qt::ClickFocus); // the table's own keys lead to its rows
+    box->setFocusPolicy(Qt::ClickFocus); // the table's own keys reach its rows
     connect(box, &QCheckBox::stateChanged, this, &Vantrel::onCheckStateChange);
     layout->addWidget(box);
     ui->tableWidget->setCellWidget(row, FileTable::CheckColumn, cell);

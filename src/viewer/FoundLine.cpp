@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int pieceBytes = 511; // of the pieces in which a search hands out a line
+constexpr int pieceBytes = 511; // per piece of a line, as searches return them
 
 QString rawText(const QTableWidget &table, int row)
 {
@@ -19,7 +19,7 @@ bool endsLine(const QString &piece)
     return piece.isEmpty() || piece.endsWith(QLatin1Char('\n'));
 }
 
-/// The line whose first piece is in @p row, which then is the first of the next line.
+/// The line whose first piece is in @p row. Advances @p row to the next line.
 QString takeLine(const QTableWidget &table, int &row)
 {
     QString line;
@@ -31,8 +31,7 @@ QString takeLine(const QTableWidget &table, int &row)
     return line;
 }
 
-/// @p line as a search hands it out: what is decoded piece by piece loses the characters that two
-/// pieces share.
+/// @p line as a search returns it: decoding piece by piece damages characters that span two pieces.
 QString decodedInPieces(const QString &line)
 {
     const QByteArray bytes = line.toUtf8();

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Hands out the lines and counts in @p number those that were.
+/// Passes lines to @p sink and counts them in @p number.
 void handOut(QFile &file, const QString &path, int maxLines, const LogLineSink &sink, int &number)
 {
     LineBlockReader blocks(file);

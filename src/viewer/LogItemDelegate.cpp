@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr int cellCharacters = 4096; // more than the widest window has room for
+constexpr int cellCharacters = 4096; // more than fit in the widest window
 
 QString visiblePart(QString text)
 {
@@ -20,6 +20,6 @@ QString LogItemDelegate::displayText(const QVariant &value, const QLocale &local
 {
     QString text = visiblePart(value.toString());
     if (text.endsWith(QLatin1Char('\n')))
-        text.chop(1); // would be drawn as an empty second line
+        text.chop(1); // otherwise drawn as an empty second line
     return QStyledItemDelegate::displayText(text, locale);
 }

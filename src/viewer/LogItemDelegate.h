@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Lays out no more of a long cell than can be seen. The cell itself keeps everything.
+/// Lays out only the visible part of a long cell. The cell itself keeps everything.
 class LogItemDelegate : public QStyledItemDelegate
 {
 public:

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::string_view whiteSpace(" \t\n\v\f\r");
 
-/// Cuts off and returns what stands before @p delimiter, which is dropped; else everything.
+/// Removes and returns the text before @p delimiter, which is dropped; without one, everything.
 std::string_view takeUntil(std::string_view &rest, char delimiter)
 {
     const std::size_t end = rest.find(delimiter);

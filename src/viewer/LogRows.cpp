@@ -20,7 +20,7 @@ QString fromUtf8(std::string_view bytes)
     return QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
 }
 
-/// The same text for each line of a level, instead of one that is made anew.
+/// One shared string per level.
 const QString &levelText(std::string_view level)
 {
     static const std::array<QString, std::size(logLevels)> texts = [] {
@@ -32,7 +32,7 @@ const QString &levelText(std::string_view level)
     return texts[static_cast<std::size_t>(found - std::begin(logLevels))];
 }
 
-/// A line and its text, for the texts of its parts.
+/// A line and its decoded text, for decoding parts of it.
 class LineText
 {
 public:
@@ -46,7 +46,7 @@ public:
 
     [[nodiscard]] QString part(std::string_view field) const
     {
-        // A character for each byte: what was decoded once need not be decoded again.
+        // One character per byte: the decoded line can be sliced.
         if (static_cast<std::size_t>(whole.size()) != bytes.size())
             return fromUtf8(field);
         return field.empty() ? QString()
@@ -106,7 +106,7 @@ void LogRows::place(std::string_view line, int row)
     const LineText text(line);
     const LogLine fields = splitLogLine(line);
     if (fields.structured) {
-        const QString message = text.part(fields.message); // before any cell: most memory goes here
+        const QString message = text.part(fields.message); // first: it may run out of memory
         placeCell(row, Timestamp, text.part(fields.timestamp), text.text());
         placeCell(row, Level, levelText(fields.level), text.text());
         placeCell(row, Source, sourceText(fields.source), text.text());
@@ -118,7 +118,7 @@ void LogRows::place(std::string_view line, int row)
 
 void LogRows::placeCell(int row, Column column, const QString &text, const QString &line)
 {
-    table.setItem(row, column, new LogCell(text, line)); // takes the cell
+    table.setItem(row, column, new LogCell(text, line)); // takes ownership
 }
 
 QString LogRows::sourceText(std::string_view source)

@@ -8,7 +8,7 @@
 
 class QTableWidget;
 
-/// Puts log lines into the rows of a table with the four columns below.
+/// Places log lines in the rows of a table with the four columns below.
 class LogRows
 {
 public:
@@ -17,16 +17,16 @@ public:
     /// @p target must outlive this object.
     explicit LogRows(QTableWidget &target);
 
-    /// Makes the cells of @p row out of @p line: four of a structured line, else only the message,
-    /// the whole line. Each cell's tool tip is the whole line. A row that the table does not have
-    /// stays without cells.
+    /// Creates the cells of @p row: four for a structured line, otherwise only the message with the
+    /// whole line. Each cell's tool tip is the whole line. Does nothing if the table has no such
+    /// row.
     void place(std::string_view line, int row);
 
 private:
     void placeCell(int row, Column column, const QString &text, const QString &line);
     QString sourceText(std::string_view source);
 
-    /// A log has few sources: equal ones share their text.
+    /// Logs have few sources: equal ones share a string.
     struct KnownSource
     {
         std::string bytes;
@@ -37,8 +37,8 @@ private:
     std::array<KnownSource, 16> knownSources;
 };
 
-/// While it lives the table's model keeps silent about its cells; at its end everything is
-/// announced at once. Makes filling many rows twice as fast.
+/// Blocks the model's signals while it exists and announces all changes at once at its end. Makes
+/// filling many rows twice as fast.
 class ModelSignalBlocker
 {
 public:
@@ -52,12 +52,10 @@ private:
     bool wasBlocked;
 };
 
-/// The lines of the rows from the first one on, up to the first without a timestamp. Hidden rows
-/// are among them.
+/// The lines from the first row up to the first row without a timestamp, including hidden rows.
 [[nodiscard]] QStringList allLines(const QTableWidget &table);
 
-/// The lines of the selected rows in the order of selection. Rows numbered 10000 and higher are
-/// left out.
+/// The lines of the selected rows, in the order of selection. Rows from 10000 on are left out.
 [[nodiscard]] QStringList selectedLines(const QTableWidget &table);
 
 /// Puts @p lines onto the clipboard.

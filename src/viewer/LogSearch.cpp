@@ -16,11 +16,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto longestStep = 20ms; // about a frame of a screen; a usual search takes less
+constexpr auto longestStep = 20ms; // about one frame; most searches take less
 
 } // namespace
 
-/// What keeps the window alive: work is done in steps, with the events handled in between.
+/// Divides work into steps and handles events between them, which keeps the window responsive.
 class LogSearch::Steps
 {
 public:
@@ -38,7 +38,7 @@ public:
     {
         return std::chrono::milliseconds(end.remainingTime());
     }
-    /// Handles events if the step is over, and begins the next one.
+    /// Handles events and begins the next step, if the current one is over.
     void handleEventsInTime()
     {
         if (!end.hasExpired())
@@ -66,7 +66,7 @@ void LogSearch::run(const Query &query)
     if (isRunning)
         return; // the call that is already there takes it over
     const QScopedValueRollback running(isRunning, true);
-    // Nobody is left to wait for a search once the last window is closed.
+    // Nobody waits for a search after the last window is closed.
     QObject context;
     QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &context, [this] { cancel(); });
     bool done = true;
@@ -91,7 +91,7 @@ bool LogSearch::show(const Query &query)
     if (!clear(steps))
         return true;
     table.setContents(LogTable::Contents::LinesBeingFound);
-    // What lies behind the table's last row has nowhere to be shown.
+    // Matches beyond the table's last row cannot be shown.
     SearchRun search(lineSearch, query.keyword, query.path, table.rowCount());
     std::string found;
     std::size_t shown = 0;
@@ -122,7 +122,7 @@ bool LogSearch::show(const Query &query)
 bool LogSearch::clear(Steps &steps)
 {
     table.setContents(LogTable::Contents::Nothing);
-    // All at once would take longer than a step.
+    // Clearing all rows at once would take longer than a step.
     for (int row = 0; row < table.rowCount() && !isInterrupted();) {
         {
             const ModelSignalBlocker removal(table);

@@ -7,8 +7,8 @@
 
 class LogTable;
 
-/// Searches a log and shows the lines found in a table, while the window stays usable: no step
-/// keeps the event loop waiting. GUI thread only.
+/// Searches a log and shows the matches in a table while the window stays responsive. GUI thread
+/// only.
 class LogSearch
 {
 public:
@@ -18,30 +18,30 @@ public:
         QString path;
     };
 
-    /// Fills @p logTable, which must outlive this object. @p search is called on threads of its own
-    /// and may outlive it.
+    /// Fills @p logTable, which must outlive this object. @p search is called on its own threads and
+    /// may outlive this object.
     LogSearch(LogTable &logTable, LineSearch search);
 
-    /// Shows what @p query finds in the table, from its first row on, and returns when the search
-    /// is over. Events are handled meanwhile. If one of them asks for another search, that call
-    /// returns at once, and this one goes on with the new search in place of its own.
+    /// Shows the matches of @p query in the table and returns when the search is over. Handles
+    /// events meanwhile. If one of them calls run(), that call returns at once and this one
+    /// continues with the new query.
     void run(const Query &query);
 
-    /// Makes the call of run() that is there, if there is one, return as soon as it can.
+    /// Makes an active call of run() return as soon as possible.
     void cancel();
 
 private:
     class Steps;
 
-    /// False: the search could not be started, or ran out of memory.
+    /// Returns false if the search could not be started, or ran out of memory.
     bool show(const Query &query);
-    /// Empties the table. False: it was interrupted.
+    /// Empties the table. Returns false if interrupted.
     bool clear(Steps &steps);
     [[nodiscard]] bool isInterrupted() const { return isCancelled || next.has_value(); }
 
     LogTable &table;
     LineSearch lineSearch;
-    std::optional<Query> next; ///< asked for and not begun yet
+    std::optional<Query> next; ///< requested, not started yet
     bool isRunning = false;
     bool isCancelled = false;
 };

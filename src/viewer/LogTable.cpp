@@ -40,7 +40,7 @@ void LogTable::clearLines()
 {
     setContents(Contents::Nothing);
     clearContents();
-    scrollToTop(); // that is where the next lines appear
+    scrollToTop(); // where the next lines appear
 }
 
 std::optional<int> LogTable::fill(const QString &path)
@@ -106,7 +106,7 @@ void LogTable::resetColumnWidths()
     for (int column = 0; column < LogRows::ColumnCount; ++column)
         setColumnWidth(column, columnWidths[std::size_t(column)]);
     horizontalHeader()->setStretchLastSection(true);
-    setAutoScroll(false); // the cursor may be out of sight
+    setAutoScroll(false); // the cursor may be outside the view
     keepCursorOnText();
     setAutoScroll(true);
 }
@@ -114,8 +114,8 @@ void LogTable::resetColumnWidths()
 void LogTable::setLevelHidden(const QString &level, bool hidden)
 {
     const int top = rowAt(0);
-    // While its updates are off the header does not place all rows anew for each one of them, the
-    // table hears of them all at once, and the style is asked once for the least height of a row.
+    // Without updates the header does not lay out all rows for each change, without signals the
+    // table is notified only once, and a fixed minimum size saves a query to the style per row.
     QHeaderView *const rows = verticalHeader();
     const bool hadUpdates = rows->updatesEnabled();
     const bool wasBlocked = rows->blockSignals(true);
@@ -135,14 +135,14 @@ void LogTable::setLevelHidden(const QString &level, bool hidden)
     if (last < 0)
         return;
     emit rows->sectionResized(last, 0, rows->sectionSize(last));
-    updateGeometries(); // the scroll bar still has the range of the rows before
+    updateGeometries(); // updates the scroll bar's range
     scrollToRow(top);
     updateHint();
 }
 
 void LogTable::keyPressEvent(QKeyEvent *event)
 {
-    // For the base class, Ctrl moves the cursor alone and leaves the selection where it was.
+    // In the base class, Ctrl moves the cursor without the selection, which cannot be seen here.
     if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End)
         event->setModifiers(event->modifiers() & ~Qt::ControlModifier);
     RowTable::keyPressEvent(event);

@@ -6,55 +6,55 @@
 
 #include <optional>
 
-/// The table of log lines: a row a line, in the four columns of LogRows. GUI thread only.
+/// The table of log lines: one row per line, with the columns of LogRows. GUI thread only.
 class LogTable : public RowTable
 {
 public:
-    /// The rows that are there before and during a load, and the most lines that a load shows.
+    /// The number of rows before and during a load, and the maximum number of lines.
     static constexpr int capacity = 100000;
 
     /// What the rows hold.
     enum class Contents {
         Nothing,
         File,
-        StartOfFile, ///< of one with more lines than the table takes
+        StartOfFile, ///< the file has more lines than the table
         LinesBeingFound,
         LinesFound,
     };
 
-    /// What the user looks at, to be kept when the log is read again.
+    /// The user's position, to be restored after a reload.
     struct Place
     {
-        std::optional<FoundLine> foundLine; ///< the current line found, else the first in sight
+        std::optional<FoundLine> foundLine; ///< the current match, otherwise the first visible one
         int currentRow = -1;
         int topRow = 0;
     };
 
     explicit LogTable(QWidget *parent);
 
-    /// Sets the header texts in the language that is installed now.
+    /// Sets the header texts in the current language.
     void retranslate();
-    /// Empties the rows and goes to the first one.
+    /// Empties all rows and scrolls to the first one.
     void clearLines();
-    /// Shows the lines of the file at @p path and returns their number; nothing: it cannot be
-    /// opened, and the table is empty. There are spare rows up to the capacity then.
+    /// Shows the lines of the file at @p path and returns their number, or nothing if it cannot be
+    /// opened; the table is empty then. Spare rows up to the capacity remain.
     std::optional<int> fill(const QString &path);
     /// Leaves a few of the spare rows behind the lines.
     void removeSpareRows();
     /// Shows @p line in @p row, as LogRows does.
     void setLine(std::string_view line, int row) { logRows.place(line, row); }
-    /// Says what the rows hold now, and how many lines. Where lines are missing from what the user
-    /// may expect, the view says why, behind the last line, and so does the accessible description.
+    /// Sets what the rows hold, and how many lines. If lines are missing or there is no match, a
+    /// hint after the last line and the accessible description say so; without a free row, only the
+    /// latter.
     void setContents(Contents filled, int lines = 0);
-    /// @return what @p goTo() needs once the rows hold the whole log again.
+    /// @return the position for goTo() after the whole log has been loaded again.
     [[nodiscard]] Place place() const;
     void goTo(const Place &place);
-    /// Puts the cursor on the first line if it is nowhere and the table has the keyboard.
+    /// Moves the cursor to the first line if it has no position and the table has the focus.
     void placeCursor();
-    /// Gives the columns their first widths. The last one that is shown is stretched to the edge.
+    /// Resets the column widths. The last visible column is stretched.
     void resetColumnWidths();
-    /// Hides or shows every row whose level is exactly @p level. What is in sight stays where it
-    /// is.
+    /// Hides or shows every row whose level is exactly @p level. Does not scroll.
     void setLevelHidden(const QString &level, bool hidden);
 
 protected:

@@ -241,6 +241,6 @@ void LogViewer::showTitle()
     if (currentLogPath.isEmpty())
         return;
     QString name = QFileInfo(currentLogPath).fileName();
-    name.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // else the mark of a changed file
+    name.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // Qt's modified marker
     setWindowTitle(name + QLatin1String(" - ") + QCoreApplication::translate("Vantrel", "Vantrel"));
 }

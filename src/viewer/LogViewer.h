@@ -16,25 +16,25 @@ namespace Ui {
 class LogViewer;
 }
 
-/// The window in which one SDK log file is read: its lines in a table, levels and columns to hide,
-/// a search, and copying of whole lines. Failures go to the debug output. GUI thread only.
+/// The log viewer: shows the lines of one SDK log file in a table, hides levels and columns,
+/// searches, and copies whole lines. Failures go to the debug output. GUI thread only.
 class LogViewer : public CommonDialog
 {
     Q_OBJECT
 
 public:
-    /// @p lineSearch finds the lines that the user looks for. It is called on a thread of its own
-    /// and may still run when the window has gone: nobody waits for one that cannot be stopped.
+    /// @p lineSearch runs the searches. It is called on its own thread and may outlive the window,
+    /// because nobody waits for a search that cannot be stopped.
     explicit LogViewer(QWidget *parent, LineSearch lineSearch = systemLineSearch);
     ~LogViewer() override;
 
-    /// Loads the file at @p path (UTF-8). False: it is the one shown already, or cannot be opened.
+    /// Loads the file at @p path (UTF-8). Returns false if it is already shown or cannot be opened.
     bool openLogFile(const std::string &path);
 
-    /// Puts the cells of @p line, ended by a zero byte, into @p row of the table.
+    /// Creates the cells of @p line, a C string, in @p row of the table.
     void parseLogLine(const char *line, int row);
 
-    /// Sets the texts again in the language that is installed now.
+    /// Sets all texts in the current language.
     void retranslate();
 
 protected:

@@ -14,7 +14,7 @@ constexpr std::chrono::milliseconds stopGracePeriod{20};
 
 } // namespace
 
-/// What the search's thread hands over. Any thread.
+/// The matches that the search thread passes on. Any thread.
 class SearchRun::Findings
 {
 public:
@@ -72,7 +72,7 @@ private:
     std::string pieces;
     bool ended = false;
     bool failed = false;
-    int room; ///< pieces that are still wanted
+    int room; ///< remaining number of pieces
 };
 
 SearchRun::SearchRun(const LineSearch &search, const std::string &keyword, const QString &path,
@@ -83,13 +83,13 @@ SearchRun::SearchRun(const LineSearch &search, const std::string &keyword, const
         try {
             done = search(
                 keyword, path, [&found](const char *piece) { found->add(piece); }, found->stopped);
-        } catch (const std::bad_alloc &) { // would end the program if it left this thread
+        } catch (const std::bad_alloc &) { // leaving the thread would end the program
         }
         found->end(done);
     }))
 {
     thread->start();
-    if (!thread->isRunning() && !thread->isFinished()) // too many threads
+    if (!thread->isRunning() && !thread->isFinished()) // no resources for a thread
         findings->end(false);
 }
 
@@ -98,7 +98,7 @@ SearchRun::~SearchRun()
     findings->stopped = true;
     QObject::connect(thread.get(), &QThread::finished, thread.get(), &QObject::deleteLater);
     if (!thread->wait(QDeadlineTimer(stopGracePeriod)))
-        thread.release(); // deletes itself when it has finished
+        thread.release(); // deletes itself when finished
 }
 
 std::string SearchRun::take(std::chrono::milliseconds timeout)

@@ -8,31 +8,29 @@
 
 class QThread;
 
-/// One search on a thread of its own. Its owner takes the pieces found as they come. GUI thread
-/// only.
+/// One search on its own thread. Its owner takes matches as they arrive. GUI thread only.
 class SearchRun
 {
 public:
-    /// Starts @p search, which ends early once it has found @p limit pieces.
+    /// Starts @p search, which is stopped after @p limit pieces.
     SearchRun(const LineSearch &search, const std::string &keyword, const QString &path, int limit);
-    /// Stops the search. One that does not end at once is left behind: it ends on its own, and
-    /// nobody waits for it.
+    /// Stops the search. A search that does not end within 20 ms is abandoned and ends by itself.
     ~SearchRun();
     SearchRun(const SearchRun &) = delete;
     SearchRun &operator=(const SearchRun &) = delete;
 
-    /// Waits for pieces or for the end of the search, @p timeout at most. Returns the pieces found
-    /// since the last call, each with the zero byte that ends it.
+    /// Waits up to @p timeout for pieces or the end of the search. Returns the pieces found since
+    /// the last call, each with its terminating zero byte.
     [[nodiscard]] std::string take(std::chrono::milliseconds timeout);
 
-    /// The search has ended, and all its pieces were taken.
+    /// Whether the search has ended and all pieces were taken.
     [[nodiscard]] bool isOver() const;
-    /// The search could not be started, or ran out of memory. Final once the search is over.
+    /// Whether the search could not be started or ran out of memory. Final once isOver().
     [[nodiscard]] bool hasFailed() const;
 
 private:
     class Findings;
 
-    std::shared_ptr<Findings> findings; ///< the thread's, too, which may outlive this object
+    std::shared_ptr<Findings> findings; ///< shared with the thread, which may outlive this object
     std::unique_ptr<QThread> thread;
 };

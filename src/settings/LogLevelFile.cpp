@@ -17,7 +17,7 @@ struct Level
     std::string_view categoryLine;
 };
 
-// In the order in which a line is searched for them: the first name found decides.
+// In search order: the first name found in a line decides.
 constexpr std::array<Level, 3> levels{{
     {"INFO", "log4cpp.rootCategory = INFO", "log4cpp.category.qzsdk = INFO, a_qzsdk"},
     {"DEBUG", "log4cpp.rootCategory = DEBUG", "log4cpp.category.qzsdk = DEBUG, a_qzsdk"},
@@ -29,7 +29,7 @@ bool contains(std::string_view line, std::string_view text)
     return line.find(text) != std::string_view::npos;
 }
 
-/// The next line of a file, and whether a line end followed it.
+/// A line of a file, and whether it has a line end.
 struct Line
 {
     std::string_view text;
@@ -43,7 +43,7 @@ Line takeLine(std::string_view &rest)
     if (end == std::string_view::npos)
         return {text, false};
     rest.remove_prefix(end + 1);
-    // Not left to the text mode of QFile, which drops every CR.
+    // QFile's text mode would drop every CR.
     if (!text.empty() && text.back() == '\r')
         text.remove_suffix(1);
     return {text, true};
@@ -56,7 +56,7 @@ std::optional<int> LogLevelFile::levelNamedIn(std::string_view bytes)
     const size_t marker = bytes.find(rootMarker);
     if (marker == std::string_view::npos)
         return std::nullopt;
-    // find_last_of gives npos, and so 0 here, when the marker is on the first line.
+    // On the first line find_last_of() returns npos, and npos + 1 is 0.
     bytes.remove_prefix(bytes.substr(0, marker).find_last_of('\n') + 1);
     const std::string_view line = bytes.substr(0, bytes.find('\n'));
     for (size_t i = 0; i < levels.size(); ++i) {

@@ -8,7 +8,7 @@
 #include <utility>
 
 namespace {
-// Somebody who is saving the file is left alone if none of his pauses is longer.
+// Long enough for another program to finish saving the file.
 constexpr qint64 shortestPause = 250; // milliseconds
 } // namespace
 
@@ -41,7 +41,7 @@ void LogLevelRetry::tryStoredLevel()
         emit ended();
         return;
     }
-    // Longer than the work on a huge file, so that the windows stay usable.
+    // Longer than the work on a huge file takes, so that the windows stay responsive.
     pause.start(int(std::max(shortestPause, 4 * work.elapsed())));
     if (rewrite->problem() != before)
         emit problemChanged();

@@ -7,26 +7,25 @@
 
 #include <memory>
 
-/// Puts the stored level, which is the hub's, back into a properties file in which a level could
-/// not be set. Tries in rounds, from the event loop, until both level lines were replaced or the
-/// file can no longer be read. GUI thread.
+/// Retries to write the hub's level to a properties file after a failure, in rounds from the event
+/// loop, until both level lines are replaced or the file becomes unreadable. GUI thread.
 class LogLevelRetry : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Goes on with @p rewrite, which has failed once; starts by itself.
+    /// Continues @p rewrite, which has failed once. Starts immediately.
     LogLevelRetry(std::unique_ptr<LogLevelRewrite> rewrite, QObject *parent);
 
-    /// Tries @p level now, between two rounds; these go on whatever comes of it.
+    /// Tries @p level now, between two rounds. The rounds continue in any case.
     LogLevelRewrite::Outcome apply(int level);
 
     [[nodiscard]] LogLevelRewrite::Problem problem() const;
 
 signals:
-    /// Another problem keeps the level from being set.
+    /// The reason for the failure has changed.
     void problemChanged();
-    /// There are no more rounds.
+    /// The last round has finished.
     void ended();
 
 private:

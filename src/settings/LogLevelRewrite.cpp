@@ -18,11 +18,11 @@ LogLevelRewrite::LogLevelRewrite(const QString &filePath, PropertiesFile::Disk t
 
 LogLevelRewrite::~LogLevelRewrite()
 {
-    // A file that is gone was taken away by somebody, and is not made anew.
-    if (!torn || !QFileInfo(path).isFile())
+    // A deleted file is not recreated: somebody has removed it on purpose.
+    if (!partialWrite || !QFileInfo(path).isFile())
         return;
     const std::optional<std::string> found = disk.read(path);
-    const bool writtenByOthers = found && torn->found && found != torn->found;
+    const bool writtenByOthers = found && partialWrite->found && found != partialWrite->found;
     if (!writtenByOthers)
         putBack();
 }
@@ -48,17 +48,17 @@ std::optional<std::string> LogLevelRewrite::read()
     std::optional<std::string> found = disk.read(path);
     if (!found)
         qDebug("open failed");
-    else if (torn && torn->found && torn->found != found)
-        torn.reset(); // somebody else has written the file
+    else if (partialWrite && partialWrite->found && partialWrite->found != found)
+        partialWrite.reset(); // another program has written the file
     return found;
 }
 
 LogLevelRewrite::Outcome LogLevelRewrite::rewrite(std::string found, int level,
                                                   const std::optional<Stamp> &settled)
 try {
-    if (torn)
-        torn->found = found;
-    const auto result = LogLevelFile::rewritten(torn ? torn->text : found, level);
+    if (partialWrite)
+        partialWrite->found = found;
+    const auto result = LogLevelFile::rewritten(partialWrite ? partialWrite->text : found, level);
     const bool complete = result.rootReplaced && result.categoryReplaced;
     if (!complete)
         report(Problem::LinesMissing);
@@ -71,7 +71,7 @@ try {
         if (touched || !write(found, result.bytes))
             return Outcome::Failed;
     }
-    torn.reset();
+    partialWrite.reset();
     return complete ? Outcome::Done : Outcome::Failed;
 } catch (const std::bad_alloc &) {
     report(Problem::TooLarge);
@@ -80,8 +80,8 @@ try {
 
 bool LogLevelRewrite::write(std::string &found, std::string_view bytes)
 {
-    if (!torn)
-        torn = Torn{std::move(found), std::nullopt};
+    if (!partialWrite)
+        partialWrite = PartialWrite{std::move(found), std::nullopt};
     if (disk.overwrite(path, bytes))
         return true;
     report(Problem::NotWritten);
@@ -91,12 +91,12 @@ bool LogLevelRewrite::write(std::string &found, std::string_view bytes)
 
 void LogLevelRewrite::putBack()
 {
-    if (disk.overwrite(path, torn->text)) {
-        torn.reset();
+    if (disk.overwrite(path, partialWrite->text)) {
+        partialWrite.reset();
         return;
     }
     report(Problem::NotRestored);
-    torn->found = disk.read(path);
+    partialWrite->found = disk.read(path);
 }
 
 void LogLevelRewrite::report(Problem problem)

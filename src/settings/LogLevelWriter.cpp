@@ -25,12 +25,12 @@ void LogLevelWriter::waitForRetry(const QString &path)
     const QPointer<LogLevelRetry> retry = retries.value(path);
     if (retry == nullptr)
         return;
-    // One loop for all rounds: entering a loop drops a request to quit that is on its way.
+    // One loop for all rounds: entering another loop would drop a pending request to quit.
     QEventLoop events;
     connect(retry.data(), &QObject::destroyed, &events, &QEventLoop::quit);
     events.exec();
     if (retry != nullptr)
-        end(path); // the program ends
+        end(path); // the program is quitting
 }
 
 std::optional<LogLevelRewrite::Problem> LogLevelWriter::retriedFor(const QString &path) const

@@ -10,8 +10,8 @@
 
 class LogLevelRetry;
 
-/// Sets the level in properties files and keeps the retries of those in which that failed, one for
-/// each path. GUI thread.
+/// Sets the level in properties files and keeps a retry for each file in which that failed. GUI
+/// thread.
 class LogLevelWriter : public QObject
 {
     Q_OBJECT
@@ -19,19 +19,19 @@ class LogLevelWriter : public QObject
 public:
     using QObject::QObject;
 
-    /// Sets @p level in the file at @p path. If that fails although the file can be read, a retry
-    /// puts the stored level back.
+    /// Sets @p level in the file at @p path and returns whether that succeeded. If it fails
+    /// although the file can be read, a retry is started, which restores the hub's level.
     [[nodiscard]] bool write(const QString &path, int level);
 
-    /// Delivers events until no retry runs for @p path, or until the program ends, which ends the
-    /// retry. This object may be gone when it returns.
+    /// Handles events until no retry runs for @p path or the program ends, which ends the retry.
+    /// This object may be destroyed meanwhile.
     void waitForRetry(const QString &path);
 
-    /// What the retry of @p path meets; nothing while none runs.
+    /// The problem of the retry for @p path; nullopt if none is running.
     [[nodiscard]] std::optional<LogLevelRewrite::Problem> retriedFor(const QString &path) const;
 
 signals:
-    /// The retry of @p path has begun, met another problem or ended.
+    /// The retry for @p path has started, met another problem, or ended.
     void retryChanged(const QString &path);
 
 private:

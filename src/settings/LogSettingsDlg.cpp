@@ -46,7 +46,7 @@ QString reason(LogLevelRewrite::Problem problem)
 QString folderOf(const CameraClient &client)
 {
     const QString icon = QDir::fromNativeSeparators(client.iconPath);
-    // Only the last separator counts: before it, "\" can be part of a name outside Windows.
+    // Only the last separator counts: outside Windows a "\" before it can be part of a name.
     int end = icon.lastIndexOf(QLatin1Char('/'));
     for (const QChar separator : client.pathSeparators)
         end = std::max(end, icon.lastIndexOf(separator));
@@ -175,7 +175,7 @@ void LogSettingsDlg::setUpSpinBoxes()
     ui->updateTimeSpinBox->setMaximum(largestLimit);
     ui->updateTimeSpinBox->setValue(lastUpdateInterval);
     ui->maxDisplaySpinBox->setMaximum(largestLimit);
-    // Not lastMaxDisplayed, on purpose: the first close hands this value to the hub.
+    // Not lastMaxDisplayed, on purpose: the first close passes this value to the hub.
     ui->maxDisplaySpinBox->setValue(largestLimit);
 }
 
@@ -193,7 +193,7 @@ void LogSettingsDlg::showLevel(int level)
 {
     const auto buttons = levelButtons();
     if (level >= 0 && level < int(buttons.size()))
-        buttons[size_t(level)]->setChecked(true); // the buttons exclude one another
+        buttons[size_t(level)]->setChecked(true); // unchecks the others
 }
 
 void LogSettingsDlg::showRetry()
@@ -201,7 +201,7 @@ void LogSettingsDlg::showRetry()
     const auto problem = writer.retriedFor(shownPath());
     const QString why = problem ? reason(*problem) : QString();
     if (problem && qobject_cast<QRadioButton *>(focusWidget()) != nullptr) {
-        ui->btnSetLogCfgPath->setFocus(); // which can help
+        ui->btnSetLogCfgPath->setFocus(); // choosing another file can help
         focusLeftLevels = true;
     }
     for (QRadioButton *button : levelButtons()) {
@@ -230,7 +230,7 @@ void LogSettingsDlg::chooseLevel(int level)
         CConfiguration::instance()->logLevel = quint32(level);
         return;
     }
-    // Now, not after the retry: another file may be shown by then.
+    // Before the retry, because another file may be shown afterwards.
     showLevel(storedLevel());
     writer.waitForRetry(path);
 }

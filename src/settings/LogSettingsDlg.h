@@ -14,36 +14,38 @@ namespace Ui {
 class LogSettingsDlg;
 }
 
-/// The window in which the user sets the SDK's log level and says which properties file holds it.
-/// Levels: 0 INFO, 1 DEBUG, 2 FATAL. Nothing is reported to the user but the level shown.
+/// The log settings: the SDK's log level and the properties file that holds it. While a level is
+/// being retried for the file shown, the level buttons are disabled, show the stored level, and
+/// give the reason in their tool tips; another file can be chosen meanwhile. Levels: 0 INFO, 1
+/// DEBUG, 2 FATAL.
 class LogSettingsDlg : public CommonDialog
 {
     Q_OBJECT
 
 public:
-    /// @p client: where the camera client, and with it the SDK's properties file, is installed.
-    /// Without such a file the user is asked for one before this returns.
+    /// @p client: the camera client, whose folder contains the SDK's properties file. If there is
+    /// no such file, the constructor asks the user for one.
     explicit LogSettingsDlg(QWidget *parent, const CameraClient &client = registeredCameraClient());
     ~LogSettingsDlg() override;
 
-    /// Sets the texts again in the language that is installed now.
+    /// Sets all texts in the current language.
     void retranslate();
 
-    /// The properties file beside the registered client; empty when there is none to read.
+    /// The properties file in the client's folder; empty if there is no readable one.
     [[nodiscard]] QString findDefaultLogConfig() const;
 
-    /// Takes the level from the file at @p path; a file that names none leaves the level as it was.
-    /// False when the file cannot be read.
+    /// Reads the level from the file at @p path; a file without one leaves the level unchanged.
+    /// Returns false if the file cannot be read.
     bool readLogLevel(const QString &path);
 
-    /// Sets @p level in the file at @p path (UTF-8). True when both of the file's level lines were
-    /// replaced. If not, the last level that was set is put back, over and over until that works,
-    /// with events delivered between the attempts; then, when the file becomes unreadable or when
-    /// the program or this dialog ends, the answer is false.
+    /// Sets @p level in the file at @p path (UTF-8). Returns true if both level lines were
+    /// replaced. Otherwise handles events while the stored level is retried, and returns false when
+    /// the retry ends: on success, when the file becomes unreadable, or when the program or this
+    /// dialog ends.
     bool writeLogLevel(const std::string &path, int level);
 
 signals:
-    /// The dialog closes.
+    /// The dialog is closing.
     void closeWnd();
 
 protected:
@@ -73,5 +75,5 @@ private:
     QString selectedConfigPath;    ///< as last chosen in the file dialog
     CameraClient client;
     LogLevelWriter writer;
-    bool focusLeftLevels = false; ///< for the folder button, when they were disabled
+    bool focusLeftLevels = false; ///< moved to the folder button when they were disabled
 };

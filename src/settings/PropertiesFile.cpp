@@ -12,11 +12,11 @@ namespace {
 
 constexpr qint64 pieceSize = 1024 * 1024; // bytes
 
-// What the file says of its size is only a hint: some have none, others grow meanwhile.
+// The reported size is only a hint: some files have none, others grow meanwhile.
 std::string readAll(QFile &file)
 {
     std::string bytes;
-    bytes.reserve(size_t(file.size()) + 1); // one more, to meet the end
+    bytes.reserve(size_t(file.size()) + 1); // one more to detect the end
     for (;;) {
         const size_t before = bytes.size();
         bytes.resize(before + size_t(qBound<qint64>(1, file.size() - file.pos(), pieceSize)));

@@ -9,27 +9,26 @@
 #include <string_view>
 #include <utility>
 
-/// The SDK's properties file on the disk, of whatever size memory allows. Any thread.
+/// The SDK's properties file on disk. Its size is limited only by memory. Any thread.
 namespace PropertiesFile {
 
-/// All bytes of the file at @p path; nothing when it cannot be opened, read to its end or held in
-/// memory. Folders, pipes and devices count as files that cannot be opened.
+/// The contents of the file at @p path; nullopt if it cannot be opened, read completely or held in
+/// memory. Folders, pipes and devices cannot be opened.
 [[nodiscard]] std::optional<std::string> read(const QString &path);
 
-/// Whether the existing file at @p path may be written.
+/// Whether the existing file at @p path can be opened for writing.
 [[nodiscard]] bool isWritable(const QString &path);
 
-/// Gives the existing file at @p path the contents @p bytes, in place: on most file systems an
-/// overwritten part needs no new room, so that only growth can fail on a full disk. False when it
-/// could not be done entirely; a missing file is not made.
+/// Overwrites the existing file at @p path with @p bytes, in place: on most file systems only
+/// growth needs disk space. Returns false if not all of it could be written. Does not create a
+/// missing file.
 [[nodiscard]] bool overwrite(const QString &path, std::string_view bytes);
 
-/// Size in bytes and time of the last change: what tells that a file was written, without reading
-/// it.
+/// Size in bytes and modification time, to detect changes without reading the file.
 using Stamp = std::pair<qint64, QDateTime>;
 [[nodiscard]] Stamp stamp(const QString &path);
 
-/// The above, for a test to put others in their places.
+/// These functions as members, which tests replace.
 struct Disk
 {
     std::function<std::optional<std::string>(const QString &path)> read = PropertiesFile::read;

@@ -2,6 +2,6 @@
 
 #include <QLoggingCategory>
 
-/// What goes wrong with the properties file, beyond the fixed lines of the debug output. Off unless
-/// QT_LOGGING_RULES switches it on.
+/// Problems with the properties file beyond the fixed texts of the debug output. Off by default;
+/// QT_LOGGING_RULES="vantrel.*=true" switches it on.
 Q_DECLARE_LOGGING_CATEGORY(settingsLog)

@@ -2,12 +2,12 @@
 
 #include <QString>
 
-/// How the camera client made itself known to the system.
+/// The camera client's registration in the system.
 struct CameraClient
 {
-    QString iconPath;       ///< icon of its file class, "…/Client.exe,0"; empty: not installed
+    QString iconPath;       ///< icon of its file class, "…/Client.exe,0"; empty if not installed
     QString pathSeparators; ///< characters that separate folders in iconPath
 };
 
-/// The camera client's registration. Read anew at each call; any thread.
+/// Reads the camera client's registration. Any thread.
 [[nodiscard]] CameraClient registeredCameraClient();

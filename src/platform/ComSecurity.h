@@ -2,8 +2,8 @@
 
 #include <QtGlobal>
 
-/// Lets this process ask the system's management services, once for all its threads; later calls
-/// give the first one's result. Call it once the application object exists: COM may settle its
-/// security by itself as soon as anything uses it, and then refuses. Negative: refused, such queries
-/// cannot be made. Systems without COM have nothing to set up and say 0. Any thread.
+/// Initialises COM security for this process; later calls return the first result. Call it as soon
+/// as the application object exists, because COM initialises its security implicitly at the first
+/// use. A negative result means that WMI queries cannot be made. Returns 0 on systems without COM.
+/// Any thread.
 [[nodiscard]] qint32 setUpComSecurity();

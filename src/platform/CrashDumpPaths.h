@@ -2,16 +2,16 @@
 
 #include <QString>
 
-/// Where the system leaves its crash dumps. A path may lead nowhere.
+/// Where the system stores crash dumps. Paths need not exist.
 struct CrashDumpPaths
 {
-    QString kernelDumpTestPath; ///< the kernel dump, spelled as it is tested; empty: there is none
-    QString kernelDump;         ///< the same file, spelled as it is named in archives
-    QString minidumps;          ///< folder, searched with its sub-folders
-    QString minidumpNamePart;   ///< what a minidump's file name contains, case-sensitive
+    QString kernelDumpTestPath; ///< the kernel dump, as its existence is tested; may be empty
+    QString kernelDump;         ///< the same file, as it is named in archives
+    QString minidumps;          ///< folder, searched recursively
+    QString minidumpNamePart;   ///< part of a minidump's file name, case-sensitive
     /// Minidumps that cannot be read are skipped.
     bool unreadableIsMissing = false;
 };
 
-/// Looked up anew at each call. Any thread.
+/// Searches the disk at each call. Any thread.
 [[nodiscard]] CrashDumpPaths crashDumpPaths();

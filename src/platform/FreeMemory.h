@@ -1,7 +1,7 @@
 #pragma once
 
-/// Gives the system back the memory that the program has freed and its allocator keeps. Does nothing
-/// where the allocator does that by itself. Any thread.
+/// Returns freed memory that the allocator keeps to the system. Does nothing where the allocator
+/// does so itself. Any thread.
 void returnFreeMemory();
 
 /// Lets the allocator join freed blocks with their neighbours at once, for the whole process. glibc

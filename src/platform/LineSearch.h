@@ -6,22 +6,22 @@
 #include <functional>
 #include <string>
 
-/// Takes one piece of a matching line: at most 511 bytes, ended by a zero byte. A line's line feed
-/// belongs to its last piece; CR LF arrives as a line feed alone.
+/// Receives a piece of a matching line: up to 511 bytes and a terminating zero. The line feed is
+/// part of the last piece; CR LF arrives as LF.
 using PieceSink = std::function<void(const char *piece)>;
 
-/// Set to true, from any thread, it ends a search before the file does. It stays true.
+/// Set it to true, from any thread, to stop a search. It stays true.
 using SearchStop = std::atomic<bool>;
 
-/// A search of the file at a path for a keyword, a findstr regular expression in UTF-8. Every
-/// matching line goes to the sink once, in the file's order, piece by piece, before the search
-/// returns. Once @p stop is set the sink sees nothing more. False: the search could not be started,
-/// and the sink saw nothing.
+/// Searches the file at @p path for @p keyword, a findstr regular expression in UTF-8. Passes every
+/// matching line to the sink once, in file order, before it returns. Once @p stop is set, the sink
+/// receives nothing more. Returns false, with nothing passed to the sink, if the search could not
+/// be started.
 using LineSearch = std::function<bool(const std::string &keyword, const QString &path,
                                       const PieceSink &sink, const SearchStop &stop)>;
 
-/// The system's own search: the findstr command where there is one, elsewhere a filter of ours that
-/// understands the same expressions. Any thread. A stopped findstr is still waited for: it ends
-/// when it has something to say, or its file ends.
+/// The search of this system: the findstr command on Windows, elsewhere a filter for the same
+/// expressions. For a missing file findstr finds nothing, the filter returns false. A stopped
+/// findstr is still waited for: it ends at its next output or at the end of the file. Any thread.
 bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink,
                       const SearchStop &stop = SearchStop(false));

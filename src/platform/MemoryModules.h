@@ -3,17 +3,17 @@
 #include <QByteArray>
 #include <QVector>
 
-/// A memory module as the report shows it.
+/// A memory module. Missing properties are empty or 0; larger numbers are limited to 2³¹ − 1.
 struct MemoryModule
 {
-    QByteArray partNumber; ///< in the system's 8-bit encoding; empty: not told
-    qint32 capacity = 0;   ///< Kb where the system gives a number, see the system's answer
-    qint32 speed = 0;      ///< MHz; 0: not told
+    QByteArray partNumber; ///< in the system's 8-bit encoding
+    qint32 capacity = 0;   ///< Kb; on Windows see windows/MemoryModules.cpp
+    qint32 speed = 0;      ///< MHz
 };
 
 struct MemoryModuleList
 {
-    /// How far the query came. Everything but Complete means that it failed there.
+    /// Where the query failed, if not Complete.
     enum class Query {
         Complete,
         Unavailable,
@@ -22,13 +22,13 @@ struct MemoryModuleList
         Connection,
         Proxy,
         Execution,
-        Enumeration, ///< it broke: modules behind those that are listed may be missing
+        Enumeration, ///< further modules may be missing
     };
 
     Query query = Query::Complete;
-    QVector<MemoryModule> modules; ///< in the system's order; none is no failure
+    QVector<MemoryModule> modules; ///< in the system's order; may be empty
 };
 
-/// The installed memory modules. May take seconds. Not for the GUI thread, whose COM apartment it
-/// would clash with on Windows.
+/// Queries the installed memory modules. May take seconds. Not for the GUI thread, whose COM
+/// apartment conflicts with it on Windows.
 [[nodiscard]] MemoryModuleList memoryModules();

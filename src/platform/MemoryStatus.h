@@ -4,13 +4,13 @@
 
 #include <optional>
 
-/// The physical memory of this machine.
+/// The physical memory.
 struct MemoryStatus
 {
-    quint32 load = 0;      ///< in use, percent
+    quint32 load = 0;      ///< percent in use
     quint64 total = 0;     ///< bytes
-    quint64 available = 0; ///< bytes that programs can have without swapping
+    quint64 available = 0; ///< bytes available without swapping
 };
 
-/// Nothing: the system does not tell. Any thread.
+/// Returns nullopt if unavailable. Any thread.
 [[nodiscard]] std::optional<MemoryStatus> memoryStatus();

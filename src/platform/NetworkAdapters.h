@@ -4,7 +4,7 @@
 #include <QString>
 #include <QVector>
 
-/// An address of an adapter, as text.
+/// An adapter's address as text.
 struct NetworkAddress
 {
     enum class Family { IPv4, IPv6, Other };
@@ -15,20 +15,20 @@ struct NetworkAddress
 
 struct NetworkAdapter
 {
-    QString name;               ///< as the user knows it
-    QByteArray hardwareAddress; ///< its bytes; empty: it has none
+    QString name;               ///< as shown to the user
+    QByteArray hardwareAddress; ///< raw bytes; empty if there is none
     QVector<NetworkAddress> addresses;
     quint32 mtu = 0;           ///< bytes
-    quint64 transmitSpeed = 0; ///< bits per second
-    quint64 receiveSpeed = 0;  ///< bits per second
+    quint64 transmitSpeed = 0; ///< bits per second; 0 if unknown
+    quint64 receiveSpeed = 0;  ///< bits per second; 0 if unknown
     bool up = false;
 };
 
 struct AdapterList
 {
-    quint32 error = 0; ///< not 0: the query failed with the system's error code, nothing is listed
+    quint32 error = 0; ///< system error code if the query failed; the list is empty then
     QVector<NetworkAdapter> adapters; ///< in the system's order
 };
 
-/// The network adapters with their IPv4 addresses, asked anew at each call. Any thread.
+/// Queries the network adapters with their IPv4 addresses. Any thread.
 [[nodiscard]] AdapterList networkAdapters();

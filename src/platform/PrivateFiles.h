@@ -2,15 +2,14 @@
 
 class QString;
 
-// Files and folders that only their owner may use, whatever the umask. On a system where the folder
-// around them decides who may, such as Windows, and on a disk without permissions they are as all
-// others there. Any thread.
+// Files and folders that only their owner can use, whatever the umask. On Windows and on file
+// systems without permissions they are ordinary ones. Any thread.
 
-/// Makes an empty file at @p path, which is then opened for writing. A file that is there is
-/// replaced, so that whoever has it open does not read what is written; what a link leads to is
-/// emptied. Where it cannot be made, opening it says why.
+/// Creates an empty file at @p path for the caller to open. Replaces an existing file, so that a
+/// process that has it open cannot read the new contents; truncates the target of a link. On
+/// failure, opening the file reports the reason.
 void makePrivateFile(const QString &path);
 
-/// Makes the folder at @p path, whose parent exists; one that is there becomes private. False:
-/// there is none.
+/// Creates the folder at @p path, whose parent must exist, or makes an existing one private.
+/// Returns false if there is no folder afterwards.
 [[nodiscard]] bool makePrivateFolder(const QString &path);

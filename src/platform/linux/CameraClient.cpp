@@ -8,7 +8,7 @@ CameraClient registeredCameraClient()
     QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Pemberk"),
                        QStringLiteral("qzcfgfile"));
     settings.setIniCodec("UTF-8");
-    // Written by hand without quotes, "…exe,0" is a list of two to an INI file.
+    // Without quotes, an INI file reads "…exe,0" as a list of two.
     const QStringList parts = settings.value(QStringLiteral("DefaultIcon")).toStringList();
     return {parts.join(QLatin1Char(',')), QStringLiteral("\\/")};
 }

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// kdump's newest dump that may be read: a vmcore in a folder named by the time, or one named
-/// dump.TIME. The kernel's log beside it, "vmcore-dmesg.txt" or "dmesg.TIME", is none.
+/// The newest readable dump of kdump: a "vmcore" file or "dump.TIME". The kernel logs beside it,
+/// "vmcore-dmesg.txt" and "dmesg.TIME", are not dumps.
 QString newestKernelDump(const QString &crashes)
 {
     QString newest;
@@ -41,6 +41,6 @@ CrashDumpPaths crashDumpPaths()
 CrashDumpPaths crashDumpPathsFrom(const QString &crashes, const QString &kernelLogs)
 {
     const QString kernelDump = newestKernelDump(crashes);
-    // systemd-pstore names what it saved dmesg-…, and the whole put together dmesg.txt.
+    // systemd-pstore saves files "dmesg-…" and their concatenation "dmesg.txt".
     return {kernelDump, kernelDump, kernelLogs, QStringLiteral("dmesg"), true};
 }

@@ -10,13 +10,12 @@
 
 namespace {
 
-constexpr int pollInterval = 200;        // between two looks at the program, milliseconds
-constexpr int maxErrorBytes = 64 * 1024; // of what the program says on its standard error
+constexpr int pollInterval = 200;        // milliseconds
+constexpr int maxErrorBytes = 64 * 1024; // of standard error
 
 enum class Ending { Done, Failed, Hung };
 
-/// Waits for the end of @p process, however long, as long as @p target grows. What it says in the
-/// meantime is added to @p errors.
+/// Waits for @p process as long as @p target grows. Appends its standard error to @p errors.
 Ending watch(QProcess &process, const QString &target, const Journal &journal, QByteArray &errors)
 {
     QElapsedTimer idle;
@@ -51,8 +50,8 @@ void print(const QByteArray &errors)
     }
 }
 
-/// Runs the program, which writes the file at @p target, or would, had it anything to write. False:
-/// it did not run to a good end.
+/// Runs the program with its output in the file at @p target. Returns whether it succeeded; it may
+/// have written nothing.
 bool runInto(const QString &target, const QStringList &arguments, const Journal &journal)
 {
     QProcess process;
@@ -89,8 +88,8 @@ bool exportJournal(const QString &channel, const QString &target, const Journal 
     if (exported && QFileInfo(target).size() > 0)
         return true;
     QFile::remove(target);
-    // Many a user has no journal of one's own, and that must not cost the system's. A system
-    // without an event, though, keeps no journal at all.
+    // Many users have no journal of their own, which must not fail the system's. A system journal
+    // without events means that there is none.
     if (exported)
         qCWarning(platformLog) << "no events:" << channel;
     return exported && applications;

@@ -39,7 +39,7 @@ bool systemLineSearch(const std::string &keyword, const QString &path, const Pie
         return false;
     if (filter.matchesNothing())
         return true;
-    // Read, not mapped: a log that its writer cuts short while it is searched just ends earlier.
+    // Read, not mapped: truncating a mapped file would kill this process.
     LineBlockReader blocks(file);
     const auto found = [&sink, &stop](std::string_view line) { handOut(line, sink, stop); };
     for (std::string_view block; !stop && !(block = blocks.next()).empty();)

@@ -8,11 +8,10 @@
 #include <QMap>
 #include <QString>
 
-// The answers of this folder with the places they are read from as parameters; what the headers
-// of the questions declare uses the defaults.
+// This folder's queries with their sources as parameters. The public headers use the defaults.
 
-/// @p netClass: the folder with a sub-folder of files for each adapter. An adapter that is not
-/// there has speed 0, and is up when it runs.
+/// @p netClass: the folder with one subfolder per adapter. An adapter without one has speed 0 and
+/// is up if it is running.
 [[nodiscard]] AdapterList
 networkAdaptersFrom(const QString &netClass = QStringLiteral("/sys/class/net"));
 
@@ -20,25 +19,25 @@ networkAdaptersFrom(const QString &netClass = QStringLiteral("/sys/class/net"));
 [[nodiscard]] std::optional<MemoryStatus>
 memoryStatusFrom(const QString &memInfo = QStringLiteral("/proc/meminfo"));
 
-/// @p device: the device that carries the firmware's tables. One that is missing, as on many
-/// virtual machines, has no modules.
+/// @p device: the device with the firmware's tables. Without it, as on many virtual machines, there
+/// are no modules.
 [[nodiscard]] MemoryModuleList
 memoryModulesFrom(const QString &device = QStringLiteral("/sys/devices/virtual/dmi/id"));
 
-/// The modules that the properties of such a device describe. Capacity in Kb, speed in MT/s.
+/// The modules described by the properties of such a device. Capacity in Kb, speed in MT/s.
 [[nodiscard]] QVector<MemoryModule> modulesIn(const QMap<QByteArray, QByteArray> &properties);
 
 struct Journal
 {
     QString program = QStringLiteral("journalctl");
-    int timeout = 60'000; ///< ends a program that writes nothing for so long, milliseconds
+    int timeout = 60'000; ///< milliseconds without output after which it is killed
 };
 
-/// What the program writes to its standard error is logged.
+/// Logs what the program writes to its standard error, up to 64 KiB.
 [[nodiscard]] bool exportJournal(const QString &channel, const QString &target,
                                  const Journal &journal = {});
 
-/// @p crashes: where kernel dumps are kept. @p kernelLogs: where kernel logs of crashes are.
+/// @p crashes: the folder of kernel dumps. @p kernelLogs: the folder of kernel logs of crashes.
 [[nodiscard]] CrashDumpPaths
 crashDumpPathsFrom(const QString &crashes = QStringLiteral("/var/crash"),
                    const QString &kernelLogs = QStringLiteral("/var/lib/systemd/pstore"));

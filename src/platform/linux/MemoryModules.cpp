@@ -27,7 +27,7 @@ QMap<QByteArray, QByteArray> propertiesOf(udev_device *device)
     return properties;
 }
 
-/// What a property says, cut to what 32 bits hold; 0 where it says nothing of use.
+/// The number in a property, limited to 32 bits; 0 if there is none.
 qint32 number(const QByteArray &property, quint64 unit = 1)
 {
     constexpr quint64 most = quint64(std::numeric_limits<qint32>::max());
@@ -55,7 +55,7 @@ MemoryModuleList memoryModulesFrom(const QString &device)
 
 QVector<MemoryModule> modulesIn(const QMap<QByteArray, QByteArray> &properties)
 {
-    // Slots are numbered without gaps, empty ones included.
+    // Slots, including empty ones, are numbered without gaps.
     QVector<MemoryModule> modules;
     for (int slot = 0;; ++slot) {
         const QByteArray prefix = "MEMORY_DEVICE_" + QByteArray::number(slot) + '_';

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The bytes of a line such as "MemTotal:       24683560 kB" in @p table.
+/// The value in bytes of a line such as "MemTotal: 24683560 kB" in @p table.
 std::optional<quint64> bytesOf(const char *name, const QByteArray &table)
 {
     const QByteArray label = QByteArray(name) + ':';
@@ -42,6 +42,6 @@ std::optional<MemoryStatus> memoryStatusFrom(const QString &memInfo)
     const std::optional<quint64> available = bytesOf("MemAvailable", table);
     if (!total || *total == 0 || !available)
         return {};
-    const quint64 free = std::min(*available, *total); // containers tell the host's number
+    const quint64 free = std::min(*available, *total); // containers report the host's number
     return MemoryStatus{quint32((*total - free) * 100 / *total), *total, *available};
 }

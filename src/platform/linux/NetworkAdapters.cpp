@@ -9,15 +9,15 @@ namespace {
 
 constexpr quint64 megabit = 1'000'000;
 
-/// The file that the kernel keeps about an adapter; empty: there is none, or it cannot be read now.
+/// The contents of a kernel file about an adapter; empty if it cannot be read.
 QByteArray about(const QString &adapterFolder, const char *name)
 {
     QFile file(adapterFolder + QLatin1Char('/') + QLatin1String(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
 }
 
-/// Bits per second. The kernel counts megabits and says -1, or that as an unsigned number, for a
-/// link that is down or has no speed.
+/// Bits per second. The kernel reports megabits, and -1 (or its unsigned value) for a link without
+/// a speed.
 quint64 speedOf(const QString &adapterFolder)
 {
     bool isNumber = false;
@@ -25,7 +25,7 @@ quint64 speedOf(const QString &adapterFolder)
     return isNumber && speed > 0 ? quint64(speed) * megabit : 0;
 }
 
-/// Adapters without a state of their own, as the loopback, are up while they run.
+/// Adapters without an operational state, such as loopback, are up while they run.
 bool isUp(const QString &adapterFolder, bool running)
 {
     const QByteArray state = about(adapterFolder, "operstate");
@@ -34,7 +34,7 @@ bool isUp(const QString &adapterFolder, bool running)
 
 QByteArray hardwareAddressOf(const QNetworkInterface &adapter)
 {
-    if (adapter.type() == QNetworkInterface::Loopback) // only zeros, which mean nothing
+    if (adapter.type() == QNetworkInterface::Loopback) // all zeros
         return {};
     return QByteArray::fromHex(adapter.hardwareAddress().toLatin1());
 }

@@ -28,8 +28,8 @@ void makePrivateFile(const QString &path)
         ::open(name.constData(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, ownersFile);
     if (file < 0)
         return;
-    // The umask may have taken rights away, and a file that could not be removed has others. A
-    // device keeps its own.
+    // The umask may have removed permissions, and a file that could not be unlinked has its old
+    // ones. Devices keep theirs.
     if (isRegular(::fstat(file, &status), status))
         ::fchmod(file, ownersFile);
     ::close(file);
@@ -43,6 +43,6 @@ bool makePrivateFolder(const QString &path)
     struct stat status = {};
     if (::stat(name.constData(), &status) != 0 || !S_ISDIR(status.st_mode))
         return false;
-    ::chmod(name.constData(), S_IRWXU); // of one that was there, or made under a strange umask
+    ::chmod(name.constData(), S_IRWXU); // it may have existed, or the umask may be unusual
     return true;
 }

@@ -6,7 +6,7 @@
 
 bool openShared(QFile &file)
 {
-    // Without O_NONBLOCK opening a pipe would wait for its writer.
+    // Without O_NONBLOCK, opening a pipe would block until it has a writer.
     const int descriptor = ::open(QFile::encodeName(file.fileName()).constData(),
                                   O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (descriptor < 0)

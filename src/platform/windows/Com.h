@@ -3,7 +3,7 @@
 #include <objbase.h>
 #include <oleauto.h>
 
-// Owners of what COM hands out. None can be copied; each gives back what it holds at its end.
+// RAII owners of COM resources. Not copyable.
 
 /// The calling thread's membership in the multithreaded apartment.
 class ComApartment
@@ -41,7 +41,7 @@ public:
     ComPointer(const ComPointer &) = delete;
     ComPointer &operator=(const ComPointer &) = delete;
 
-    /// Where a call puts the reference that it hands out. Only while it holds none.
+    /// Output parameter for a call that returns a reference. Must be empty.
     [[nodiscard]] Interface **out() { return &object; }
     [[nodiscard]] void **outAsVoid() { return reinterpret_cast<void **>(&object); }
     [[nodiscard]] Interface *get() const { return object; }
@@ -51,7 +51,7 @@ private:
     Interface *object = nullptr;
 };
 
-/// A text as COM passes it.
+/// A COM string.
 class ComText
 {
 public:
@@ -69,7 +69,7 @@ private:
     BSTR text;
 };
 
-/// A value of any type. Empty and all zeros until a call fills it.
+/// A COM variant; empty and all zeros until a call fills it.
 class ComValue
 {
 public:

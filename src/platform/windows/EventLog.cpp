@@ -33,6 +33,6 @@ bool exportEventLogBy(const ExportLog &exportLog, const QString &channel, const 
         return true;
     const DWORD error = GetLastError();
     qCWarning(platformLog) << "not exported:" << channel << "error" << error;
-    QFile::remove(target); // half an export is none
+    QFile::remove(target); // it may be incomplete
     return false;
 }

@@ -1,5 +1,5 @@
 #include "FreeMemory.h"
 
-void returnFreeMemory() {} // the heap gives large free blocks back by itself
+void returnFreeMemory() {} // the heap returns large free blocks by itself
 
-void joinFreedBlocksAtOnce() {} // the heap does that by itself
+void joinFreedBlocksAtOnce() {} // the heap does so by itself

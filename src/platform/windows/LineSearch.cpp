@@ -50,7 +50,7 @@ QByteArray commandPath(const QString &path)
 bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink,
                       const SearchStop &stop)
 {
-    static const bool quiet = takeWindowlessConsole(); // without it, a window opens for each search
+    static const bool quiet = takeWindowlessConsole(); // otherwise each search opens a window
     Q_UNUSED(quiet)
     const std::string command = findstrCommand(keyword, commandPath(path).toStdString());
     const std::unique_ptr<FILE, PipeCloser> pipe(_popen(command.c_str(), "r"));

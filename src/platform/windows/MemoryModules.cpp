@@ -17,11 +17,11 @@ QByteArray ansi(const wchar_t *text)
         return {};
     QByteArray bytes(size, '\0');
     WideCharToMultiByte(CP_ACP, 0, text, -1, bytes.data(), size, nullptr, nullptr);
-    bytes.chop(1); // the end mark
+    bytes.chop(1); // the terminating zero
     return bytes;
 }
 
-/// Leaves @p value empty where the module does not tell.
+/// Leaves @p value empty if the module lacks the property.
 void get(const ComPointer<IWbemClassObject> &module, const wchar_t *property, ComValue &value)
 {
     module->Get(property, 0, value.out(), nullptr, nullptr);
@@ -37,8 +37,7 @@ MemoryModule moduleOf(const ComPointer<IWbemClassObject> &object)
             module.partNumber = ansi(V_BSTR(&partNumber.get()));
     }
     {
-        // The number's slot is read although the property comes as text: support tools know this
-        // figure, and the report's readers are used to it.
+        // The property is text but is read as a number, on purpose: support tools know this figure.
         ComValue capacity;
         get(object, L"Capacity", capacity);
         module.capacity = V_I4(&capacity.get());
@@ -85,7 +84,7 @@ MemoryModuleList memoryModules()
 {
     using Query = MemoryModuleList::Query;
 
-    const ComApartment apartment; // first, so that it is left last
+    const ComApartment apartment; // first, so that it is destroyed last
     if (!apartment.joined())
         return {Query::Library, {}};
 

@@ -5,7 +5,7 @@
 
 qint64 modificationTime(const QFileInfo &file)
 {
-    // Listing a folder has brought the time along.
+    // Already known from listing the folder.
     const QDateTime time = file.lastModified();
     return time.isValid() ? time.toMSecsSinceEpoch() : 0;
 }

@@ -1,6 +1,6 @@
 #include "windows/Win32Seams.h"
 
-// The socket header comes before the one that would bring its predecessor.
+// winsock2.h must precede windows.h, which would include its predecessor.
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
@@ -47,7 +47,7 @@ NetworkAdapter adapterOf(const IP_ADAPTER_ADDRESSES &found)
     return adapter;
 }
 
-/// Room for @p size bytes, aligned for whatever lies in it.
+/// A buffer of @p size bytes with maximum alignment.
 std::vector<std::max_align_t> roomFor(ULONG size)
 {
     return std::vector<std::max_align_t>(size / sizeof(std::max_align_t) + 1);

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The path in the form that the system takes at any length.
+/// The path in a form without length limit.
 std::wstring systemPath(const QString &path)
 {
     const QString native = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
@@ -25,7 +25,7 @@ std::wstring systemPath(const QString &path)
 bool openShared(QFile &file)
 {
     const std::wstring path = systemPath(file.fileName());
-    // Opening a folder fails, as FILE_FLAG_BACKUP_SEMANTICS is not given.
+    // Opening a folder fails without FILE_FLAG_BACKUP_SEMANTICS.
     const HANDLE handle = ::CreateFileW(path.c_str(), GENERIC_READ,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -4,20 +4,21 @@
 
 #include <functional>
 
-// What the answers of this folder are made of, for those who want to look on.
+// This folder's queries with their system calls as parameters, for tests.
 
-/// Exports a log: channel path, query, target path, flags. Returns whether it could.
+/// Exports a log; parameters: channel path, query, target path, flags. Returns whether it
+/// succeeded.
 using ExportLog =
     std::function<bool(const wchar_t *, const wchar_t *, const wchar_t *, unsigned long)>;
 
-/// Exports every event of @p channel by @p exportLog.
+/// Exports all events of @p channel by @p exportLog.
 [[nodiscard]] bool exportEventLogBy(const ExportLog &exportLog, const QString &channel,
                                     const QString &target);
 
-/// Lists adapters: address family, flags, room for what is found, its size in bytes. Returns an
-/// error code of the system.
+/// Lists adapters; parameters: address family, flags, buffer, its size in bytes. Returns a system
+/// error code.
 using ListAdapters =
     std::function<unsigned long(unsigned long, unsigned long, void *, unsigned long *)>;
 
-/// What @p list finds.
+/// The adapters that @p list returns.
 [[nodiscard]] AdapterList networkAdaptersBy(const ListAdapters &list);

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int mostAttempts = 200;
-constexpr DWORD pause = 10; // between two attempts, milliseconds
+constexpr DWORD pause = 10; // milliseconds between two attempts
 
 struct HandleCloser
 {
@@ -17,7 +17,7 @@ struct HandleCloser
 };
 using OwnedHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
 
-/// A command processor with a console, but no window. It ends when its input does.
+/// A command processor with a console, but without a window. It ends when its input is closed.
 struct ConsoleKeeper
 {
     OwnedHandle input;
@@ -69,10 +69,10 @@ bool takeWindowlessConsole()
     const ConsoleKeeper keeper = startKeeper();
     if (!keeper.process)
         return false;
-    // Its console is there a little after the process.
+    // Its console appears shortly after the process.
     for (int attempt = 0; attempt < mostAttempts; ++attempt) {
         if (AttachConsole(keeper.id) != FALSE)
-            return true; // the console stays as long as somebody uses it
+            return true; // the console exists as long as a process is attached
         if (WaitForSingleObject(keeper.process.get(), pause) == WAIT_OBJECT_0)
             return false;
     }

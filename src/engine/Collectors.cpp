@@ -69,7 +69,7 @@ bool CLogProcessThread::queryMemoryModules()
     if (const char *failure = failureOf(found.query))
         qDebug() << failure;
     else if (found.query == MemoryModuleList::Query::Unavailable)
-        qCWarning(engineLog) << "no memory module can be asked for";
+        qCWarning(engineLog) << "memory modules not available";
     for (const MemoryModule &module : found.modules) {
         partNumbers.append(module.partNumber);
         moduleCapacities.append(module.capacity);

@@ -41,9 +41,9 @@ bool succeeds(Item item)
     try {
         return item();
     } catch (const std::exception &problem) {
-        qCWarning(engineLog) << "item given up:" << problem.what();
+        qCWarning(engineLog) << "item failed:" << problem.what();
     } catch (...) {
-        qCWarning(engineLog) << "item given up";
+        qCWarning(engineLog) << "item failed";
     }
     return false;
 }

@@ -101,6 +101,6 @@ void ZipArchive::pack(const FileToPack &file)
         if (progress.advance)
             progress.advance(contents.size());
     } catch (const std::bad_alloc &) {
-        qCWarning(engineLog) << "no memory, left out of the zip:" << file.path;
+        qCWarning(engineLog) << "out of memory, left out of the zip:" << file.path;
     }
 }

@@ -103,7 +103,7 @@ void LogLevelRewrite::report(Problem problem)
 {
     static constexpr std::array<const char *, 5> lines{
         "log level lines missing", "log config not writable", "log config not written",
-        "log config not restored", "log config too large for the memory"};
+        "log config not restored", "log config too large for memory"};
     lastProblem = problem;
     if (reported.test(size_t(problem)))
         return;

@@ -40,7 +40,7 @@ std::optional<std::string> PropertiesFile::read(const QString &path)
             return bytes;
         qCWarning(settingsLog, "log config not readable: %s", qUtf8Printable(file.errorString()));
     } catch (const std::bad_alloc &) {
-        qCWarning(settingsLog, "log config too large for the memory: %lld bytes", file.size());
+        qCWarning(settingsLog, "log config too large for memory: %lld bytes", file.size());
     }
     return std::nullopt;
 }

@@ -38,7 +38,7 @@ std::optional<int> readLogFile(const QString &path, int maxLines, const LogLineS
     try {
         handOut(file, path, maxLines, sink, number);
     } catch (const std::bad_alloc &) {
-        qCWarning(viewerLog) << "no memory, left out from line" << number + 1 << "on:" << path;
+        qCWarning(viewerLog) << "out of memory, left out from line" << number + 1 << "on:" << path;
     }
     return number;
 }

@@ -299,13 +299,12 @@ void AllItems::logsWhyAnItemWasGivenUp_data()
         QTest::newRow(name) << std::move(fail) << text(logged);
     };
     row(
-        "an error", [](FullJob &job) { throwAt<Broken>(job, "adapters"); },
-        "item given up: broken");
+        "an error", [](FullJob &job) { throwAt<Broken>(job, "adapters"); }, "item failed: broken");
     row(
         "no memory", [](FullJob &job) { throwAt<std::bad_alloc>(job, "adapters"); },
-        "item given up: std::bad_alloc");
+        "item failed: std::bad_alloc");
     row(
-        "a number", [](FullJob &job) { throwAt<int>(job, "adapters"); }, "item given up");
+        "a number", [](FullJob &job) { throwAt<int>(job, "adapters"); }, "item failed");
 }
 
 void AllItems::logsWhyAnItemWasGivenUp()

@@ -229,7 +229,7 @@ void SystemReport::modulesThatCannotBeAskedForAreLoggedAndNoFailure()
     QCOMPARE(f.output.lines(), QStringList());
     const Diagnostics diagnostics;
     QVERIFY(!f.worker.queryMemoryModules());
-    QCOMPARE(f.output.lines(), QStringList(text("no memory module can be asked for")));
+    QCOMPARE(f.output.lines(), QStringList(text("memory modules not available")));
 }
 
 void SystemReport::aQueryThatBreaksReportsTheModulesBeforeAndFailsSilently()

@@ -115,7 +115,7 @@ void LowMemory::showsTheLinesForWhichThereIsMemory()
     QCOMPARE(table->item(shown - 1, 3)->toolTip().size(), line.size() - 1);
     QCOMPARE(table->rowCount(), shown + 5);
     QVERIFY(output.contains(
-        QStringLiteral("no memory, left out from line %1 on: \"%2\"").arg(shown + 1).arg(log)));
+        QStringLiteral("out of memory, left out from line %1 on: \"%2\"").arg(shown + 1).arg(log)));
 }
 
 void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
@@ -137,7 +137,8 @@ void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
         QVERIFY(archive.close());
     }
     QCOMPARE(zipEntryNames(zip), QStringList({QStringLiteral("before"), QStringLiteral("behind")}));
-    QVERIFY(output.contains(QStringLiteral("no memory, left out of the zip: \"%1\"").arg(large)));
+    QVERIFY(
+        output.contains(QStringLiteral("out of memory, left out of the zip: \"%1\"").arg(large)));
 }
 
 void LowMemory::leavesAPropertiesFileAsItIs_data()
@@ -163,7 +164,7 @@ void LowMemory::leavesAPropertiesFileAsItIs()
         const MemoryLimit limit(memory);
         QCOMPARE(rewrite.apply(1), LogLevelRewrite::Outcome::Unreadable);
     }
-    QVERIFY(output.contains(QStringLiteral("log config too large for the memory: ")));
+    QVERIFY(output.contains(QStringLiteral("log config too large for memory: ")));
     QVERIFY(scratch.read(QStringLiteral("sdk.properties")) == before);
 }
 

@@ -66,8 +66,8 @@ bool runInto(const QString &target, const QStringList &arguments, const Journal 
     const Ending ending = watch(process, target, journal, errors);
     print(errors);
     if (ending == Ending::Hung)
-        qCWarning(platformLog) << "ended, because it wrote nothing for" << journal.timeout
-                               << "ms:" << journal.program << arguments;
+        qCWarning(platformLog) << "killed after" << journal.timeout
+                               << "ms without output:" << journal.program << arguments;
     return ending == Ending::Done;
 }
 

@@ -159,7 +159,7 @@ void JournalExport::aProgramThatHangsIsEnded()
     QVERIFY(time.elapsed() < 20000);
     QVERIFY(!QFileInfo::exists(script.target()));
     QCOMPARE(output.lines().first(), text("waiting"));
-    QVERIFY(output.contains(text("ended, because it wrote nothing for 300 ms:")));
+    QVERIFY(output.contains(text("killed after 300 ms without output:")));
 }
 
 void JournalExport::aSlowProgramThatGoesOnWritingIsNot()

@@ -64,8 +64,8 @@ private:
     QAbstractButton &button;
 };
 
-/// Qt asks with the object's class first, then with each base class; and as early as in the
-/// object's own constructor, when it is not yet what it is going to be.
+/// Qt passes the object's class first, then each base class, and may do so in the object's
+/// constructor, when its class is not final yet.
 QAccessibleInterface *makeAccessible(const QString &className, QObject *object)
 {
     if (object == nullptr || !object->isWidgetType())

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Lets assistive tools do what the mouse can do, where Qt's own answers to them fall short. Once a
-/// process, before the first window is shown; GUI thread.
+/// Installs accessible interfaces for controls whose Qt interface cannot do what the mouse can.
+/// Call it once, before the first window is shown. GUI thread only.
 void installAccessibleControls();

@@ -10,8 +10,8 @@ CComboBoxEx::CComboBoxEx(QWidget *parent)
     , listView(new QListView(parent))
 {
     setView(listView);
-    setItemDelegate(new QStyledItemDelegate(this)); // the skin's, not the style's own
-    PlainToolTip::installOn(*this); // names of folders are not markup
+    setItemDelegate(new QStyledItemDelegate(this)); // follows the style sheet
+    PlainToolTip::installOn(*this);                 // folder names are not markup
 }
 
 void CComboBoxEx::showPopup()

@@ -4,7 +4,7 @@
 
 class QListView;
 
-/// A combo box that tells when its open popup closes, however that came about.
+/// A combo box that signals when its popup closes, for whatever reason.
 class CComboBoxEx : public QComboBox
 {
     Q_OBJECT
@@ -16,13 +16,13 @@ public:
     void hidePopup() override;
 
 signals:
-    /// The popup closes; it is still visible.
+    /// The popup is closing; it is still visible.
     void signalFocusOut();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QListView *listView;     ///< what the popup shows; belongs to the popup
-    bool popupShown = false; ///< nothing reads it yet
+    QListView *listView;     ///< owned by the popup
+    bool popupShown = false; ///< not read
 };

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Ends the hover of the widgets of @p window that the pointer left while a menu was open: Qt may
-/// send them no Leave for that, and paints none of them anew.
+/// Ends the hover state of widgets in @p window that the pointer left while a menu was open: Qt may
+/// neither send them a Leave event nor repaint them.
 void endStaleHover(QWidget &window)
 {
     for (QWidget *widget : window.findChildren<QWidget *>()) {

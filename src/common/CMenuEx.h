@@ -2,8 +2,8 @@
 
 #include <QMenu>
 
-/// A menu that stays open when an item is clicked or Space is pressed on it, so that several can be
-/// ticked in a row. Return chooses an item and closes the menu, as in any menu.
+/// A menu that stays open when an item is clicked or Space is pressed, so that several items can be
+/// ticked. Return triggers an item and closes the menu, as usual.
 class CMenuEx : public QMenu
 {
     Q_OBJECT
@@ -12,7 +12,7 @@ public:
     explicit CMenuEx(QWidget *parent);
 
 signals:
-    /// The menu closes.
+    /// The menu is closing.
     void signalHide();
 
 protected:

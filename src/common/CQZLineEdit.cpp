@@ -15,6 +15,6 @@ CQZLineEdit::CQZLineEdit(QWidget *parent)
 void CQZLineEdit::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
-    // A mouse press that gives the focus would undo a selection made right here.
+    // A mouse press that sets the focus would clear a selection made here.
     QTimer::singleShot(0, this, &QLineEdit::selectAll);
 }

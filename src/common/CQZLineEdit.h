@@ -2,7 +2,7 @@
 
 #include <QLineEdit>
 
-/// A line edit that selects its whole text when it gets the focus and has no right-click menu.
+/// A line edit that selects its text when it gets the focus and has no context menu.
 class CQZLineEdit : public QLineEdit
 {
     Q_OBJECT

@@ -2,7 +2,7 @@
 
 #include <QTableWidget>
 
-/// A table that takes back the resize cursor which the frame around it may have set.
+/// A table that resets a resize cursor set by the frame around it.
 class CTableWidget : public QTableWidget
 {
     Q_OBJECT

@@ -16,9 +16,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr milliseconds shortExport{1000}; // needs no bar
+constexpr milliseconds shortExport{1000}; // shown without a bar
 constexpr milliseconds pollInterval{100};
-constexpr int steps = 1000; // of the bar, which is finer than a percentage
+constexpr int steps = 1000; // for a smooth bar
 constexpr QRect barPlace(116, 204, 220, 6);
 
 } // namespace
@@ -46,14 +46,14 @@ void CWaitDialog::setUpProgressBar()
     progressBar->setRange(0, steps);
     progressBar->setTextVisible(false);
     progressBar->hide();
-    progressTimer.setTimerType(Qt::PreciseTimer); // others may fire early
+    progressTimer.setTimerType(Qt::PreciseTimer); // other types may fire early
     connect(&progressTimer, &QTimer::timeout, this, &CWaitDialog::showProgress);
 }
 
 void CWaitDialog::setTitle(const QString &title)
 {
     ui->lbTitle->setText(title);
-    setAccessibleName(title); // the window's own title is the form's
+    setAccessibleName(title); // the window title stays the form's
 }
 
 void CWaitDialog::setProgressSource(std::function<double()> source)

@@ -14,8 +14,8 @@ namespace Ui {
 class CWaitDialog;
 }
 
-/// The busy indicator that is shown while an export runs. Its owner ends it with close(). After a
-/// second it also shows how far the export is, if it knows.
+/// The busy indicator during an export. Its owner ends it with close(). After a second it also
+/// shows the progress, if known.
 class CWaitDialog : public QDialog
 {
     Q_OBJECT
@@ -26,12 +26,12 @@ public:
 
     void setTitle(const QString &title);
 
-    /// Where the dialog learns how far the export is: from 0 to 1; negative: unknown. Called on the
-    /// GUI thread, while the dialog is shown.
+    /// Sets the function that returns the progress from 0 to 1; negative if unknown. Called on the
+    /// GUI thread while the dialog is shown.
     void setProgressSource(std::function<double()> source);
 
     /// Shows the dialog with @p text below the animation and returns the result of exec() once it
-    /// was closed; events, those of the worker among them, are delivered meanwhile.
+    /// is closed. Events are handled meanwhile.
     int showAndWait(const QString &text);
 
 protected:
@@ -49,6 +49,6 @@ private:
     QPoint pressPos;
     bool pressed = false;
     std::function<double()> progressSource;
-    QProgressBar *progressBar = nullptr; ///< beside the form, whose parts and texts are fixed
+    QProgressBar *progressBar = nullptr; ///< not in the form, whose contents are fixed
     QTimer progressTimer;
 };

@@ -47,7 +47,7 @@ CommonDialog::CommonDialog(QWidget *parent, bool isResizable, bool modal)
     if (modal)
         setWindowModality(Qt::WindowModal);
     Skin::applyStyleSheet(*this);
-    // A window with a parent shows its parent's icon; reading the picture once is enough.
+    // Child windows use their parent's icon, so the picture is read only once.
     if (parent == nullptr)
         setWindowIcon(QIcon(QStringLiteral(":/Resources/log.ico")));
 }
@@ -76,7 +76,7 @@ void CommonDialog::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton) {
         leftPressed = true;
-        // On an edge the mouse is not grabbed: a press grabs it implicitly until the release.
+        // On an edge no explicit grab is needed: a press grabs the mouse until the release.
         if (direction == ResizeDirection::None)
             dragOffset = event->globalPos() - frameGeometry().topLeft();
     } else if (event->button() != Qt::RightButton) {
@@ -86,7 +86,7 @@ void CommonDialog::mousePressEvent(QMouseEvent *event)
 
 void CommonDialog::mouseMoveEvent(QMouseEvent *event)
 {
-    // The release is lost when another window takes the mouse in the meantime.
+    // The release event is lost if another window takes the mouse.
     if (leftPressed && !event->buttons().testFlag(Qt::LeftButton))
         letGo();
     if (resizable && !leftPressed) {

@@ -5,9 +5,9 @@
 #include <QFrame>
 #include <QPoint>
 
-/// Base of every window of the program: a frameless top-level frame in the skin's look, which the
-/// user may resize by its edges when it is built so. Moving it is the title bar's job alone. Return
-/// presses the push or tool button that has the focus, as Space does.
+/// Base of all windows: a frameless top-level frame with the skin's style sheet, optionally
+/// resizable by its edges. Only the title bar moves it. Return presses the focused push or tool
+/// button, as Space does.
 class CommonDialog : public QFrame
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ private:
     bool leftPressed = false;
 
 protected:
-    QPoint dragOffset; ///< where in the frame the left button went down beside the edges
+    QPoint dragOffset; ///< position in the frame of the last left press outside the edges
 
 private:
     ResizeDirection direction = ResizeDirection::None; ///< frozen while the left button is held

@@ -12,12 +12,11 @@
 #include <array>
 
 namespace {
-constexpr int narrowest = 300; // pixels of text
+constexpr int narrowest = 300; // text width in pixels
 constexpr int widest = 480;
 constexpr int longestWord = 40; // characters
 
-/// Lets long words, such as those of paths, go on in the next line, where Unicode's rules for line
-/// breaks offer no place.
+/// Adds break opportunities to long words, such as paths, where Unicode's rules offer none.
 QString breakable(const QString &text)
 {
     constexpr QChar mayBreak(0x200b);
@@ -63,7 +62,7 @@ QMessageBox::StandardButton CommonMessageBox::getClickedButton() const
 
 void CommonMessageBox::showEvent(QShowEvent *event)
 {
-    if (!event->spontaneous()) // the system's own showing goes on with the same question
+    if (!event->spontaneous()) // e.g. restored by the window system: still the same question
         clickedButton = QMessageBox::NoButton;
     QDialog::showEvent(event);
 }
@@ -80,7 +79,7 @@ void CommonMessageBox::closeEvent(QCloseEvent *event)
 {
     if (isVisible())
         dismiss();
-    // A subclass may have refused.
+    // A subclass may have kept it open.
     event->setAccepted(!isVisible());
 }
 
@@ -133,7 +132,7 @@ void CommonMessageBox::offer(QMessageBox::StandardButtons buttons)
         if (defaultButton == nullptr)
             defaultButton = choice.widget;
         if (!choice.affirms)
-            escapeButton = choice.widget; // Cancel, which comes last, goes before No
+            escapeButton = choice.widget; // Cancel comes last and overrides No
     }
     if (shown == 1)
         escapeButton = lastShown;
@@ -149,7 +148,7 @@ void CommonMessageBox::fitToText()
     const int natural = metrics.size(Qt::TextExpandTabs, ui->lbText->text()).width();
     ui->lbText->setMinimumWidth(qBound(narrowest, natural, widest));
     const int width = layout()->totalSizeHint().width();
-    // Not adjustSize(), which cuts a long text at two thirds of the screen.
+    // Not adjustSize(), which limits the height to two thirds of the screen.
     resize(width, layout()->totalHeightForWidth(width));
 }
 

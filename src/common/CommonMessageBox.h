@@ -11,26 +11,25 @@ namespace Ui {
 class CommonMessageBox;
 }
 
-/// A question or a message in the look of the program's windows, with any of the buttons OK,
-/// Cancel, Yes and No. exec() answers QDialog::Accepted for OK and Yes, else QDialog::Rejected;
-/// getClickedButton() tells the two of each pair apart.
+/// A message box in the skin's look, with any of the buttons OK, Cancel, Yes and No. exec() returns
+/// QDialog::Accepted for OK and Yes, otherwise QDialog::Rejected; getClickedButton() returns the
+/// button.
 ///
-/// Enter presses the affirmative button unless another one has the focus. Esc and the title bar's
-/// close button press Cancel, else No, else the only button there is; with none of these they
-/// reject the dialog without a button.
+/// Enter presses Yes, else OK, else the first button, unless another has the focus. Esc and the
+/// title bar's close button press Cancel, else No, else the only button; without these they reject
+/// the dialog.
 class CommonMessageBox : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// @p text is shown as it is, without formatting. Of @p buttons those four are shown that are
-    /// named; OK when none is.
+    /// @p text is plain text. Of @p buttons only the four above are shown; OK if there are none.
     explicit CommonMessageBox(const QString &text,
                               QMessageBox::StandardButtons buttons = QMessageBox::Ok,
                               QWidget *parent = nullptr);
     ~CommonMessageBox() override;
 
-    /// The button that ended the dialog; QMessageBox::NoButton before that.
+    /// The button that closed the dialog; QMessageBox::NoButton before that.
     [[nodiscard]] QMessageBox::StandardButton getClickedButton() const;
 
 protected:
@@ -52,5 +51,5 @@ private:
 
     std::unique_ptr<Ui::CommonMessageBox> ui;
     int clickedButton = QMessageBox::NoButton;
-    QPushButton *escapeButton = nullptr; ///< null: Esc belongs to no button
+    QPushButton *escapeButton = nullptr; ///< null: Esc presses no button
 };

@@ -95,7 +95,7 @@ void CommonTitleBar::mousePressEvent(QMouseEvent *event)
 
 void CommonTitleBar::mouseMoveEvent(QMouseEvent *event)
 {
-    // The release is lost when another window takes the mouse in the meantime.
+    // The release event is lost if another window takes the mouse.
     if (!event->buttons().testFlag(Qt::LeftButton))
         leftPressed = false;
     if (leftPressed && direction == ResizeDirection::None) {
@@ -163,8 +163,7 @@ void CommonTitleBar::setUpLayout()
 
     auto *inner = new QHBoxLayout(content);
     inner->addWidget(lbTitle);
-    // What room is left goes to the minimise button; where that is hidden, as in every window, to
-    // the title.
+    // Extra space goes to the minimise button; if that is hidden, as in every window, to the title.
     inner->addWidget(btnMin, 1, Qt::AlignVCenter);
     inner->addWidget(btnMax, 0, Qt::AlignVCenter);
     inner->addWidget(btnClose, 0, Qt::AlignVCenter);

@@ -11,8 +11,9 @@ class QHBoxLayout;
 class QLabel;
 class QToolButton;
 
-/// The title bar at the top of every window: title, window buttons, moving by dragging, and
-/// maximising by a double click where the window allows it.
+/// The title bar of all windows: title, window buttons, moving by dragging, and maximising by
+/// double click if the window allows it. Presses on its own edge are passed on to the window, which
+/// may resize.
 class CommonTitleBar : public QWidget
 {
     Q_OBJECT
@@ -24,15 +25,15 @@ public:
     void showCloseButtonOnly();
     void setMaxButtonVisible(bool visible);
     void setMinButtonVisible(bool visible);
-    /// Whether the window may be minimised and maximised at all, by button or double click. Not so
-    /// at first.
+    /// Whether the window may be minimised and maximised, by button or double click. Off by
+    /// default.
     void setMaxMinEnabled(bool enabled);
     void setTitle(const QString &title);
 
 public slots:
     /// Minimises the window.
     void showSmall();
-    /// Gives the window the work area of the primary screen, or back the place that it had before.
+    /// Maximises the window to the primary screen's work area, or restores its previous geometry.
     void showMaxRestore();
 
 protected:
@@ -51,13 +52,13 @@ private:
     QToolButton *btnMax;
     QToolButton *btnClose;
     QLabel *lbTitle;
-    QPixmap maxPixmap;     ///< for btnMax while maximised; null: the style sheet draws the button
-    QPixmap restorePixmap; ///< for btnMax while not maximised; null likewise
+    QPixmap maxPixmap;     ///< btnMax while maximised; null: drawn by the style sheet
+    QPixmap restorePixmap; ///< btnMax otherwise; null: drawn by the style sheet
     bool maximized = false;
-    QPoint pressGlobalPos; ///< nothing reads it yet
-    QPoint pressOffset;    ///< the press position in the parent's coordinates
+    QPoint pressGlobalPos; ///< not read
+    QPoint pressOffset;    ///< press position in the parent's coordinates
     bool leftPressed = false;
     ResizeDirection direction = ResizeDirection::None;
     bool maxMinEnabled = false;
-    QRect normalGeometry; ///< the window's geometry before it was maximised
+    QRect normalGeometry; ///< geometry before the window was maximised
 };

@@ -14,7 +14,8 @@ constexpr int shownFor = 3000; // milliseconds
 QUrl folderUrl(const QString &folder)
 {
     QString text = QStringLiteral("file:///") + folder;
-    // "%" goes first, so that the escapes that follow are not escaped again.
+    // "%" first, so that the following escapes are not escaped again. A "?" is not escaped: outside
+    // Windows, where names may contain it, the path ends there.
     text.replace(QLatin1Char('%'), QLatin1String("%25"));
     text.replace(QLatin1Char('#'), QLatin1String("%23"));
     text.replace(QLatin1Char('+'), QLatin1String("%2B"));

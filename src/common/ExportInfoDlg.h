@@ -9,14 +9,14 @@ namespace Ui {
 class ExportInfoDlg;
 }
 
-/// Which text the notice shows.
+/// The notice's text.
 enum EN_IMAGE_MSG_MODE {
-    EN_EXPORT_SELECTED = 0, ///< "Export selected info finished !"
+    EN_EXPORT_SELECTED = 0, ///< "Export selected info finished !"; unused, does not fit the notice
     EN_EXPORT_ALL = 1       ///< "Export info finished !"
 };
 
-/// The notice that an export has finished: a small bar over its parent's area that opens the
-/// folder of the zip on request and hides itself after three seconds.
+/// The notice that an export has finished: a small bar over its parent that opens the zip's folder
+/// on request and hides itself after three seconds.
 class ExportInfoDlg : public QDialog
 {
     Q_OBJECT
@@ -25,17 +25,17 @@ public:
     explicit ExportInfoDlg(QWidget *parent);
     ~ExportInfoDlg() override;
 
-    /// Chooses the text; an unknown @p mode is stored and keeps the text that is shown.
+    /// Chooses the text; an unknown @p mode is stored but leaves the text unchanged.
     void setMode(int mode);
 
-    /// Sets the folder that "View" opens and starts the three seconds anew. Always true.
+    /// Sets the folder that "View" opens and restarts the three seconds. Always returns true.
     bool setPath(const QString &path);
 
-    /// Sets the texts again in the language that is installed now.
+    /// Sets all texts in the current language.
     void retranslate();
 
 signals:
-    /// "View" was clicked; its folder is opened next.
+    /// "View" was clicked; the folder is opened next.
     void openUrl();
 
 protected:

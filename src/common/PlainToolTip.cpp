@@ -10,17 +10,17 @@
 
 namespace {
 
-constexpr int longestText = 1500; // characters: what anybody reads in a tool tip
-constexpr int longestLine = 80;   // of the letter x
+constexpr int longestText = 1500; // characters
+constexpr int longestLine = 80;   // widths of the letter x
 
-/// The longest start of @p text of at most @p length characters that splits no character.
+/// The first @p length characters of @p text, without splitting a surrogate pair.
 QString start(const QString &text, int length)
 {
     const bool splits = length > 0 && length < text.size() && text.at(length - 1).isHighSurrogate();
     return text.left(splits ? length - 1 : length);
 }
 
-/// The lines of @p text as a tip of @p room shows them.
+/// @p text, broken into lines for a tip that fits in @p room.
 QString brokenIntoLines(QString text, const QSize &room, const QFont &font)
 {
     const int longest = longestLine * QFontMetrics(font).horizontalAdvance(QLatin1Char('x'));
@@ -48,22 +48,22 @@ QString brokenIntoLines(QString text, const QSize &room, const QFont &font)
     return lines.join(QLatin1Char('\n'));
 }
 
-/// What a tip of @p room shows of @p text, as markup.
+/// @p text as markup for a tip that fits in @p room.
 QString markup(QString text, const QSize &room)
 {
     if (text.endsWith(QLatin1Char('\n')))
-        text.chop(1); // would be an empty last line
+        text.chop(1); // otherwise an empty last line
     if (text.isEmpty())
         return {};
     if (text.size() > longestText)
         text = start(text, longestText) + QChar(0x2026);
-    // The lines are broken here: a label breaks rich text into a narrow column however short it is,
+    // Lines are broken here because QLabel breaks rich text into a narrow column, however short,
     // and plain text not at all.
     return QStringLiteral("<div style='white-space:pre'>%1</div>")
         .arg(brokenIntoLines(text, room, QToolTip::font()).toHtmlEscaped());
 }
 
-/// Shows the tool tips of one widget, or those of an item view's items.
+/// Shows the tool tips of a widget, or of the items of a view.
 class Filter : public QObject
 {
 public:
@@ -85,12 +85,12 @@ public:
             view != nullptr ? index.data(Qt::ToolTipRole).toString() : widget->toolTip();
         PlainToolTip::show(help->globalPos(), text, widget,
                            index.isValid() ? view->visualRect(index) : QRect());
-        event->setAccepted(!text.isEmpty()); // else a parent's is shown
+        event->setAccepted(!text.isEmpty()); // otherwise a parent's tip is shown
         return true;
     }
 
 private:
-    QAbstractItemView *view; ///< null: the widget's own tool tip
+    QAbstractItemView *view; ///< null: the widget's tool tip
 };
 
 } // namespace
@@ -111,6 +111,6 @@ void PlainToolTip::show(const QPoint &globalPos, const QString &text, QWidget *o
     const QScreen *screen = QGuiApplication::screenAt(globalPos);
     if (screen == nullptr)
         screen = QGuiApplication::primaryScreen();
-    // A third of the screen is left for the tip's distance from the pointer and its frame.
+    // A third of the screen is left for the pointer's distance and the frame.
     QToolTip::showText(globalPos, markup(text, screen->availableSize() * 2 / 3), owner, area);
 }

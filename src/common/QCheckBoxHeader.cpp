@@ -6,7 +6,7 @@
 
 namespace {
 constexpr int boxLeftOfCentre = 6;
-constexpr int boxTop = 12; // from the header's top, however high the header is
+constexpr int boxTop = 12; // below the header's top, whatever its height
 } // namespace
 
 QCheckBoxHeader::QCheckBoxHeader(int column, Qt::Orientation orientation, QWidget *parent)
@@ -41,7 +41,7 @@ void QCheckBoxHeader::paintSection(QPainter *painter, const QRect &rect, int log
 void QCheckBoxHeader::paintEvent(QPaintEvent *event)
 {
     QHeaderView::paintEvent(event);
-    // Scrolling moves a section's pixels without painting it again; a hidden one is not painted.
+    // Scrolling moves a section's pixels without repainting it; hidden sections are not painted.
     if (sectionSize(checkColumn) > 0)
         placeBox({sectionViewportPosition(checkColumn), 0, sectionSize(checkColumn), height()});
     else

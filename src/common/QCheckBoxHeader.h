@@ -4,22 +4,22 @@
 
 class QCheckBox;
 
-/// A table header with a check box in one of its sections, for ticking or clearing every row.
+/// A table header with a check box in one section that ticks or clears all rows.
 class QCheckBoxHeader : public QHeaderView
 {
     Q_OBJECT
 
 public:
-    /// @p checkColumn: the logical section that carries the box.
+    /// @p checkColumn: the logical section with the check box.
     QCheckBoxHeader(int checkColumn, Qt::Orientation orientation, QWidget *parent);
     ~QCheckBoxHeader() override;
 
-    /// Sets the box without emitting checkStausChange.
+    /// Sets the check box without emitting checkStausChange().
     void setChecked(bool checked);
     [[nodiscard]] int boxColumn() const { return checkColumn; }
 
 signals:
-    /// The user clicked the box, which is now @p checked.
+    /// The user has clicked the check box; it is now @p checked.
     void checkStausChange(bool checked);
 
 protected:
@@ -35,5 +35,5 @@ private:
     void placeBox(const QRect &section) const;
 
     int checkColumn;
-    QCheckBox *checkBox; ///< a real child widget; put in its place whenever the header is painted
+    QCheckBox *checkBox; ///< child widget, positioned when the header is painted
 };

@@ -2,7 +2,7 @@
 
 #include <QCheckBox>
 
-/// A check box that knows the table row it belongs to.
+/// A check box that stores its table row.
 class QUserCheckBox : public QCheckBox
 {
     Q_OBJECT

@@ -3,7 +3,7 @@
 class QPoint;
 class QWidget;
 
-/// The edge or corner of a frameless window that the cursor is on. The values are fixed.
+/// The edge or corner of a frameless window under the cursor. The values are fixed.
 enum class ResizeDirection {
     Up = 0,
     Down = 1,
@@ -16,6 +16,6 @@ enum class ResizeDirection {
     None = 8
 };
 
-/// Which edge or corner of @p widget lies under @p globalPos: the outermost pixel and the two
-/// beside it belong to an edge, and corners go before edges.
+/// The edge or corner of @p widget at @p globalPos. Edges are three pixels wide; corners take
+/// precedence.
 [[nodiscard]] ResizeDirection resizeDirectionAt(const QWidget &widget, const QPoint &globalPos);

@@ -8,7 +8,7 @@
 namespace {
 
 const QLatin1String folder("Skins/Default/Vantrel");
-const QLatin1String searchPath("skin"); // Qt resolves "skin:" at the start of a path
+const QLatin1String searchPath("skin"); // for QDir::setSearchPaths()
 const QLatin1String inFallback("skin:");
 
 bool liesInFallback()
@@ -18,7 +18,7 @@ bool liesInFallback()
 
 QString withPicturesFound(QString sheet)
 {
-    // Qt resolves other relative paths in a sheet against the working directory.
+    // Qt resolves relative paths in a sheet against the working directory.
     if (liesInFallback())
         sheet.replace(QLatin1String("url(Skins/"), QLatin1String("url(skin:Skins/"));
     return sheet;
@@ -49,8 +49,7 @@ void Skin::applyStyleSheet(QWidget &widget, QLatin1String fontSheet)
     QFile fonts(path(fontSheet));
     if (!sheet.open(QIODevice::ReadOnly) || !fonts.open(QIODevice::ReadOnly))
         return;
-    // Qt remembers what it has read of the widget's sheet before, and forgets it only for a widget
-    // that is polished already.
+    // Qt caches the widget's previous sheet and drops the cache only if the widget is polished.
     widget.ensurePolished();
     widget.setStyleSheet(withPicturesFound(QString::fromUtf8(sheet.readAll() + fonts.readAll())));
 }

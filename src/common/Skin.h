@@ -5,9 +5,8 @@
 
 class QWidget;
 
-/// The style sheets and pictures that make the program's look. They lie below "Skins" in the
-/// working directory or, if it has no skin, in the fallback folder. The two are never mixed. GUI
-/// thread only.
+/// The program's style sheets and pictures, in the folder "Skins" of the working directory or, if
+/// that has no skin, of the fallback folder. The two are never mixed. GUI thread only.
 namespace Skin {
 
 inline const QLatin1String styleSheet("Skins/Default/Vantrel/style.qss");
@@ -15,23 +14,21 @@ inline const QLatin1String chineseFonts("Skins/Default/Vantrel/style_chn_font.qs
 inline const QLatin1String englishFonts("Skins/Default/Vantrel/style_eng_font.qss");
 inline const QLatin1String busyAnimation("./Skins/Default/Vantrel/Icon_Common_Processing.gif");
 
-/// Sets the folder whose "Skins" is used if the working directory has none: the executable's.
-/// Without a call there is no such folder.
+/// Sets the fallback folder, that of the executable. Without a call there is none.
 void setFallbackFolder(const QString &path);
 
-/// The path by which Qt opens @p file, one of those above. It is @p file itself unless the skin
-/// lies in the fallback folder.
+/// The path to open @p file, one of those above: @p file itself, unless the skin is in the fallback
+/// folder.
 [[nodiscard]] QString path(QLatin1String file);
 
-/// Gives @p widget the main style sheet. Without that file the widget keeps what it has.
+/// Sets the main style sheet on @p widget. If it is missing, the widget keeps its sheet.
 void applyStyleSheet(QWidget &widget);
 
-/// Gives @p widget the main style sheet with @p fontSheet directly behind it, but only when both
-/// files can be read.
+/// Sets the main style sheet followed by @p fontSheet on @p widget, if both can be read.
 void applyStyleSheet(QWidget &widget, QLatin1String fontSheet);
 
-/// Lets the pictures in the style sheet that @p widget has from its form be found in the fallback
-/// folder, if the skin lies there. Otherwise the sheet stays as it is.
+/// Adjusts picture paths in the style sheet that @p widget has from its form, if the skin is in the
+/// fallback folder.
 void findPictures(QWidget &widget);
 
 } // namespace Skin

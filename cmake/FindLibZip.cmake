@@ -1,5 +1,4 @@
-# The library that writes zips of any size: LibZip::LibZip. For Windows it is a static one, with the
-# zlib that it needs beside it.
+# Finds libzip as LibZip::LibZip. For Windows it is a static library and needs zlib.
 find_path(LibZip_INCLUDE_DIR zip.h)
 find_library(LibZip_LIBRARY zip)
 set(LibZip_parts LibZip_LIBRARY LibZip_INCLUDE_DIR)

@@ -1,4 +1,4 @@
-# What every target of the project is built with, and what a builder may choose.
+# Build options and settings of all targets.
 
 option(VANTREL_BUILD_TESTS "Build the tests" ON)
 option(VANTREL_BUILD_BENCHMARKS "Build the benchmarks, which need Google Benchmark" OFF)
@@ -15,7 +15,7 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTOUIC ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
-# Linked (PRIVATE) by every room, tool and test: warnings and the strict Qt macros.
+# Warnings and strict Qt macros, linked (PRIVATE) by every module, tool and test.
 add_library(vantrel_strict INTERFACE)
 target_compile_options(vantrel_strict INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
@@ -34,21 +34,23 @@ if(VANTREL_SANITIZE)
 endif()
 
 if(VANTREL_COVERAGE)
-  # Counters are atomic: two threads run.
+  # Atomic counters, because there are several threads.
   add_compile_options(--coverage -fprofile-abs-path -fprofile-update=atomic)
   add_link_options(--coverage)
 endif()
 
 if(VANTREL_BUILD_FUZZERS)
-  # What the fuzzers link tells them which ways were taken.
+  # Code coverage for the fuzzers.
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
-# A room is a static library that shows its own folder only to those who link it: what a room does
-# not link it cannot include. Arguments after PUBLIC/PRIVATE go to target_link_libraries as they are.
-function(vantrel_room name)
-  cmake_parse_arguments(ROOM "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
-  add_library(vantrel_${name} STATIC ${ROOM_SOURCES})
+# vantrel_module(<name> SOURCES <files> [PUBLIC <targets>] [PRIVATE <targets>])
+#
+# A static library that exposes only its own folder, so that targets can include only the modules that
+# they link. PUBLIC and PRIVATE are passed to target_link_libraries().
+function(vantrel_module name)
+  cmake_parse_arguments(MODULE "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  add_library(vantrel_${name} STATIC ${MODULE_SOURCES})
   target_include_directories(vantrel_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-  target_link_libraries(vantrel_${name} PUBLIC ${ROOM_PUBLIC} PRIVATE ${ROOM_PRIVATE} vantrel_strict)
+  target_link_libraries(vantrel_${name} PUBLIC ${MODULE_PUBLIC} PRIVATE ${MODULE_PRIVATE} vantrel_strict)
 endfunction()

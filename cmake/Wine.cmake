@@ -1,5 +1,5 @@
-# Tests for Windows on a machine that is none: run under Wine, in a Windows of their own below the
-# build folder, some also in a Chinese one. It is made before the first test and ended after the last.
+# Runs cross-compiled tests under Wine, in a prefix below the build folder, some also in a Chinese one.
+# They are created before the first test and shut down after the last.
 
 find_program(VANTREL_WINE wine)
 if(NOT VANTREL_WINE)
@@ -35,8 +35,8 @@ endforeach()
 set_tests_properties(wine_chinese_starts wine_chinese_ends PROPERTIES
   ENVIRONMENT VANTREL_WINE_LANGUAGE=zh_CN)
 
-# vantrel_test_under_wine(<name>): the test needs that Windows, and gets more time to be slow in. The
-# emulator ends it a little before CTest would, which would take its output along.
+# vantrel_test_under_wine(<name>): makes the test use this prefix and triples its time limit. The
+# emulator stops it shortly before CTest would, which would lose its output.
 function(vantrel_test_under_wine name)
   get_test_property(${name} TIMEOUT seconds)
   math(EXPR seconds "${seconds} * 3")

@@ -1,8 +1,8 @@
-# Cross-compiles for 64-bit Windows with mingw-w64 (the flavour with POSIX threads).
+# Cross-compiles for 64-bit Windows with mingw-w64 (POSIX threads).
 #
-# Two variables, of the cache or the environment, name unpacked trees: VANTREL_QT_WINDOWS that of Qt
-# for Windows, whose bin folder holds the moc, uic and rcc that run here, VANTREL_LIBS_WINDOWS that of
-# the libraries beside it. lrelease is this machine's own.
+# VANTREL_QT_WINDOWS and VANTREL_LIBS_WINDOWS, cache or environment variables, name unpacked trees:
+# Qt for Windows, whose bin folder holds a moc, uic and rcc for this machine, and the other
+# libraries. lrelease is this machine's.
 
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
@@ -30,7 +30,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# The Qt packages lie at the tree's top; the translation tools only among this machine's packages.
+# Qt's packages are at the top of the tree; the translation tools are this machine's.
 set(CMAKE_PREFIX_PATH "${VANTREL_QT_WINDOWS}" "${VANTREL_LIBS_WINDOWS}")
 file(GLOB linguist_packages /usr/lib/*/cmake/Qt5LinguistTools /usr/lib/cmake/Qt5LinguistTools)
 if(linguist_packages AND NOT Qt5LinguistTools_DIR)

@@ -35,7 +35,7 @@ Copy::Copy(const QString &program, const QStringList &arguments,
 
 Copy::~Copy()
 {
-    // Where it need not react, it is asked to go, and can write down which lines it ran.
+    // Terminated rather than killed, if possible, so that it writes its coverage data.
     if (isRunning() && !onWindows()) {
         process.terminate();
         process.waitForFinished(patience);

@@ -4,29 +4,29 @@
 #include <QMap>
 #include <QProcess>
 
-/// A process that a test has started and that does not outlive it.
+/// A process started by a test and killed at the end of it.
 class Copy
 {
 public:
-    /// Starts @p program; its surroundings are the test's own, changed by @p variables.
+    /// Starts @p program in the test's environment, changed by @p variables.
     Copy(const QString &program, const QStringList &arguments,
          const QMap<QString, QString> &variables = {}, const QString &workingFolder = {});
     ~Copy();
     Copy(const Copy &) = delete;
     Copy &operator=(const Copy &) = delete;
 
-    /// The lines it has written so far.
+    /// The lines it has written to standard output so far.
     [[nodiscard]] QByteArrayList output();
-    /// Likewise, less what the offscreen platform says that it cannot do.
+    /// The same for standard error, without the messages of the offscreen platform.
     [[nodiscard]] QByteArrayList errors();
-    /// Waits until @p line was written to the standard output; false: it did not come in time.
+    /// Waits for @p line on standard output; returns false on timeout.
     [[nodiscard]] bool tells(const QByteArray &line);
-    /// Waits for a line on the error output that contains @p part; false: none came in time.
+    /// Waits for a line on standard error that contains @p part; returns false on timeout.
     [[nodiscard]] bool complains(const QByteArray &part);
-    /// Waits for its end; the exit code, or -1 when it did not end, or not by itself.
+    /// Waits for its end and returns the exit code, or -1 if it crashed or did not end.
     [[nodiscard]] int exitCode();
     [[nodiscard]] bool isRunning() const { return process.state() == QProcess::Running; }
-    /// Ends it at once, without a chance to tidy up.
+    /// Kills it without a chance to clean up.
     void kill();
 
 private:

@@ -4,12 +4,12 @@
 #include <QString>
 #include <QSystemSemaphore>
 
-/// A folder for temporary files in which copies of a program look for one another. What killed
-/// ones leave in the system's memory goes with it: it would outlive the folder.
+/// The folder for temporary files in which copies of a program find one another. Also removes the
+/// system resources left by killed copies, which would outlive the folder.
 class GuardTraces
 {
 public:
-    /// @p completeKey: the program's key with its name behind it.
+    /// @p completeKey: the program's key followed by its name.
     GuardTraces(const QString &temporaryFolder, const QString &completeKey)
         : folder(temporaryFolder)
         , key(completeKey)
@@ -20,7 +20,7 @@ public:
     {
         const QByteArray before = qgetenv("TMPDIR");
         qputenv("TMPDIR", folder.toLocal8Bit());
-        // Whoever lets go of a segment last removes it, and the maker of a semaphore likewise.
+        // The last process to detach removes a segment; the creator removes a semaphore.
         QSharedMemory(key).attach();
         QSystemSemaphore(key, 1, QSystemSemaphore::Create);
         before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);

@@ -5,15 +5,15 @@
 
 #include <cstdio>
 
-/// A program that is nothing but its guard, for the tests to start copies of.
+/// A program that consists of the single-instance guard only:
 ///
-///   guard_copy KEY          tells "first" or "second"; a first copy stays and tells each message
-///                           as "message HEX", the UTF-8 bytes in hexadecimal digits
-///   guard_copy KEY send HEX sends that text; tells "sent" or "not sent" and ends
-///   guard_copy KEY stay     stays, be it the first or not
-///   guard_copy KEY poke     has receiveMessage() called although nobody connected, and ends
+///   guard_copy KEY          prints "first" or "second"; a first copy stays and prints each message
+///                           as "message HEX", its UTF-8 bytes in hexadecimal
+///   guard_copy KEY send HEX sends this message, prints "sent" or "not sent" and exits
+///   guard_copy KEY stay     stays, whether first or not
+///   guard_copy KEY poke     calls receiveMessage() without a connection and exits
 ///
-/// With the name of a file in GUARD_COPY_WAITS_FOR it tells "ready" and begins when there is one.
+/// If GUARD_COPY_WAITS_FOR names a file, it prints "ready" and waits until the file exists.
 namespace {
 
 void tell(const QByteArray &line)
@@ -22,13 +22,13 @@ void tell(const QByteArray &line)
     std::fflush(stdout);
 }
 
-/// Zero bytes included.
+/// Keeps zero bytes.
 QString textOf(const QByteArray &utf8)
 {
     return QString::fromUtf8(utf8.constData(), utf8.size());
 }
 
-/// Looks often, so that all copies see the sign at the same time.
+/// Polls often, so that all copies see the file at the same time.
 void awaitTheOthers()
 {
     const QString sign = qEnvironmentVariable("GUARD_COPY_WAITS_FOR");

@@ -7,7 +7,7 @@
 #include <QtTest>
 #include <private/qhighdpiscaling_p.h>
 
-/// Runs with a font resolution of 90 dots an inch, which Qt takes for a scale of 0.9375.
+/// Runs with a font resolution of 90 dpi, which Qt treats as a scale of 0.9375.
 class LeastScale : public QObject
 {
     Q_OBJECT

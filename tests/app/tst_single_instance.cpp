@@ -14,7 +14,7 @@
 #include <memory>
 #include <vector>
 
-/// Real processes under a key of their own, with a folder for temporary files of their own.
+/// Runs real processes with their own key and their own folder for temporary files.
 class SingleInstance : public QObject
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ namespace {
 
 const QString program = QStringLiteral(VANTREL_GUARD_COPY);
 
-/// Copies that know of one another and of no others on this machine.
+/// Copies that find one another, but no other copies on this machine.
 struct Family
 {
     [[nodiscard]] QMap<QString, QString> surroundings() const
@@ -51,11 +51,10 @@ struct Family
         return {{QStringLiteral("TMPDIR"), folder.path()}};
     }
 
-    /// The key with the program's name behind it.
+    /// The key followed by the program's name.
     [[nodiscard]] QString completeKey() const { return key + QStringLiteral("guard_copy"); }
 
-    /// The name of the server that the first copy listens at: a file among the temporary ones,
-    /// except on Windows.
+    /// The server name of the first copy: a temporary file, except on Windows.
     [[nodiscard]] QString serverName() const
     {
         return onWindows() ? completeKey() : folder.path() + QLatin1Char('/') + completeKey();
@@ -195,7 +194,7 @@ void SingleInstance::startsAnewAfterTheFirstWasKilled()
 
 void SingleInstance::startsAnewAfterTheTracesOfAKilledOneWereHalfCleared()
 {
-    // The files of a killed copy are gone, its segment is still there.
+    // The killed copy's files are gone, but its segment still exists.
     const Family family;
     constexpr int rounds = 5;
     for (int i = 0; i < rounds; ++i) {
@@ -235,7 +234,7 @@ void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce_data()
 void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce()
 {
     QFETCH(bool, killed);
-    const int rounds = underWine() ? 2 : 12; // where a process takes long to start
+    const int rounds = underWine() ? 2 : 12; // processes start slowly under Wine
     const int copies = underWine() ? 4 : 8;
     for (int round = 0; round < rounds; ++round) {
         Family family;
@@ -269,7 +268,7 @@ void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce()
 
 void SingleInstance::saysWhyTheFirstCannotBeReached()
 {
-    // The first is gone, a second that lingers keeps its mark: nobody listens.
+    // The first copy has ended, but a second one still holds the segment: nobody listens.
     const Family family;
     Member killed(family);
     QVERIFY(killed.tells("first"));
@@ -307,7 +306,7 @@ void SingleInstance::survivesACallWithoutAConnection()
 
     Member real(family);
     QVERIFY(real.tells("first"));
-    Member second(family, wish("poke")); // which listens nowhere
+    Member second(family, wish("poke")); // has no server
     QCOMPARE(second.exitCode(), 0);
     QCOMPARE(second.output(), (QByteArrayList{"second", "alive"}));
 }
@@ -320,7 +319,7 @@ void SingleInstance::survivesAVisitorThatSaysNothing()
     QLocalSocket visitor;
     visitor.connectToServer(family.serverName());
     QVERIFY2(visitor.waitForConnected(5000), qPrintable(visitor.errorString()));
-    // After it waited for a second; a pipe has no words of its own for that.
+    // After a second. Windows pipes have no specific message for a timeout.
     QVERIFY(first.complains(onWindows() ? "Unknown error" : "QLocalSocket"));
     Member second(family, sending("hello"));
     QVERIFY(second.tells("sent"));

@@ -3,7 +3,7 @@
 #include <QProcess>
 #include <QtTest>
 
-/// What start-up does to the environment, which every program that is started from here inherits.
+/// The effect of startup on the environment, which child processes inherit.
 class StartEnvironment : public QObject
 {
     Q_OBJECT

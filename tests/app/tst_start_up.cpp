@@ -8,7 +8,7 @@
 #include <QFileInfo>
 #include <QtTest>
 
-/// The program itself, as a process, with a home and a folder for temporary files of its own.
+/// The real program as a process, with its own home folder and folder for temporary files.
 class StartUp : public QObject
 {
     Q_OBJECT
@@ -24,11 +24,11 @@ private slots:
 namespace {
 
 const QString program = QStringLiteral(VANTREL_PROGRAM);
-// What Qt says about the connection to a slot that is not there takes two lines.
+// Qt's warning about the missing slot has two lines.
 const QByteArray missingSlot("QObject::connect: No such slot Vantrel::receiveMessage(QString)");
 const QByteArray itsWindow("QObject::connect:  (receiver name: 'Vantrel')");
 
-/// A user of this machine who has the camera client, so that nothing asks for the SDK's log set-up.
+/// A user with the camera client installed, so that the program does not ask for a properties file.
 struct User
 {
     User() { folder.file(QStringLiteral("Client/SDKLOG_default.properties"), infoFile); }
@@ -38,7 +38,7 @@ struct User
         return {{text("HOME"), folder.path()},
                 {text("XDG_CONFIG_HOME"), folder.path()},
                 {text("TMPDIR"), folder.path()},
-                // A sanitized program would tell of the screen that the offscreen platform leaks.
+                // The offscreen platform leaks its screen.
                 {text("ASAN_OPTIONS"), text("detect_leaks=0")}};
     }
 
@@ -76,7 +76,7 @@ void StartUp::saysOnlyThatASecondStartHasNoEffect()
     const User user;
     Start first(user);
     QVERIFY(first.complains(itsWindow));
-    Start second(user); // by its end the first has long been up
+    Start second(user); // ends long after the first has started
     QCOMPARE(second.exitCode(), 0);
     QVERIFY(saidOnlyWhatItMust(first));
     QVERIFY(first.isRunning());

@@ -37,7 +37,7 @@ void FitOnScreen::placesAtAPoint()
 {
     QFETCH(QPoint, point);
     QTEST(CConfiguration::fitOnScreen(point, menu, screen), "expected");
-    // A menu larger than the screen starts at its upper left corner.
+    // A menu larger than the screen is placed at the upper left corner.
     QCOMPARE(CConfiguration::fitOnScreen(point, QSize(1001, 801), screen), QPoint(0, 0));
 }
 
@@ -46,7 +46,7 @@ void FitOnScreen::placesAtARectangle_data()
     QTest::addColumn<QRect>("rect");
     QTest::addColumn<QPoint>("expected");
 
-    // The bottom of a QRect is its last row of pixels.
+    // QRect::bottom() is the last row of pixels.
     QTest::newRow("hangs below") << QRect(10, 20, 30, 30) << QPoint(10, 49);
     QTest::newRow("ends exactly at the border") << QRect(10, 671, 30, 30) << QPoint(10, 700);
     QTest::newRow("stands above") << QRect(10, 672, 30, 30) << QPoint(10, 572);

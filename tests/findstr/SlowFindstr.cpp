@@ -7,7 +7,7 @@
 
 namespace {
 
-/// One expression on one line; positions are indexes into the two.
+/// Matches one expression on one line; positions are indexes into both.
 class Trial
 {
 public:
@@ -39,10 +39,10 @@ private:
 
     std::string_view pattern;
     std::string_view line;
-    std::vector<bool> failed; ///< pairs of positions that do not match
+    std::vector<bool> failed; ///< pairs of positions known not to match
 };
 
-/// Just behind the character, escape or class that begins at @p at; 0: the class never ends.
+/// The position after the character, escape or class at @p at; 0 if the class is unterminated.
 std::size_t Trial::atomEnd(std::size_t at) const
 {
     if (pattern[at] == '\\')

@@ -82,17 +82,17 @@ void FindstrRegexTest::narrowsTheByteBehindAWordBorder_data()
     addRow("\\<[-c]d", "\\bcd");
     addRow("c\\>[-c]d", "c\\b\\-d");
     addRow("c\\>d", "c\\b[^\\x00-\\xff]");
-    // At the end of the expression.
+    // A border at the end of the expression.
     addRow("c\\<", "c\\b(?:" + word + any + "*)$");
     addRow("c\\>", "c\\b(?:" + none + any + "*)?$");
     addRow("c\\<$", "c\\b[^\\x00-\\xff]$");
     addRow("c\\>$", "c\\b$");
-    // The byte may be missing.
+    // The byte after the border is optional.
     addRow("\\<[-a]*b", "\\b(?:a[\\-a]*b|b)");
     addRow("\\<a*b*c", "\\b(?:(?:aa*|b)b*c|c)");
     addRow("c\\>-*$", "c\\b(?:\\-\\-*)?$");
     addRow("c\\<a*$", "c\\b(?:aa*)$");
-    // Another border behind it.
+    // Another border follows.
     addRow("\\<\\<a", "\\b\\ba");
     addRow("\\<a*\\<b", "\\b(?:aa*)?\\bb");
     addRow("\\<a*\\>-", "\\b(?:aa*)\\b\\-");

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A text that arrives in portions of a fixed size.
+/// A device that delivers a text in chunks of a fixed size.
 class Trickle : public QIODevice
 {
 public:
@@ -34,7 +34,7 @@ private:
     qint64 pos = 0;
 };
 
-/// A text whose device cannot be read any further once it has been handed out.
+/// A device that fails at the end of its text.
 class Failing : public Trickle
 {
 public:

@@ -68,7 +68,7 @@ void LineFilterTest::needsNoMoreTimeForARareExpressionBesideACommonOne()
     for (int i = 0; i < 200'000; ++i)
         text += "common\n";
     text += "rare\n";
-    // To look for the rare one anew behind each line would be more than this test has time for.
+    // Searching for the rare expression again after each line would exceed the test's time limit.
     QCOMPARE(linesIn("common [rs]are", text), std::size_t(200'001));
 }
 
@@ -85,7 +85,7 @@ void LineFilterTest::takesTimeInProportionToTheLine_data()
 void LineFilterTest::takesTimeInProportionToTheLine()
 {
     QFETCH(QByteArray, keyword);
-    // The square of the length would be more than this test has time for.
+    // Quadratic time would exceed the test's time limit.
     const std::string line(4'000'000, 'a');
     QVERIFY(!matches(keyword.toStdString(), line));
 }

@@ -11,7 +11,7 @@ namespace {
 
 std::string keywordOf(std::mt19937 &random)
 {
-    // Pieces rather than characters, so that most keywords mean something.
+    // Pieces instead of single characters, so that most keywords are meaningful.
     static const std::vector<std::string> pieces = {
         "a",     "b",   "a",    "b",        "x",      "_",    "-",      ".",    ".",
         "*",     "*",   "*",    ".*",       "^",      "$",    "[ab]",   "[^a]", "[a-x]",
@@ -32,7 +32,7 @@ std::string lineOf(std::mt19937 &random)
     const auto length = random() % 12;
     for (unsigned i = 0; i < length; ++i)
         line += bytes[random() % bytes.size()];
-    // A line's own last CR would be taken for a part of its end.
+    // A CR at the end of a line would count as part of the line end.
     while (!line.empty() && line.back() == '\r')
         line.pop_back();
     return line;
@@ -137,13 +137,13 @@ void LineFilterAgainstSlowMatcher::findsTheSameLines()
                        << QByteArray::fromStdString(text.bytes);
         QCOMPARE(QByteArray::fromStdString(got), QByteArray::fromStdString(wanted));
     }
-    // Keywords that select everything or nothing would prove little.
+    // Keywords that match everything or nothing would prove little.
     QVERIFY2(selective > keywords / 4, qPrintable(QString::number(selective)));
 }
 
 void LineFilterAgainstSlowMatcher::goesOnWhereThereAreTooManyStates()
 {
-    // Which of the last 20 bytes were an "a": a million states, for which there is no memory.
+    // A DFA would need a million states to remember which of the last 20 bytes were an "a".
     std::string keyword = "[ab]b*a";
     for (int i = 0; i < 19; ++i)
         keyword += "[ab]";

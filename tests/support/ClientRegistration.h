@@ -2,9 +2,9 @@
 
 #include <QString>
 
-/// While it lives, the camera client counts as installed: for this process, and for those that it
-/// starts with @p configFolder as their XDG_CONFIG_HOME. Where the registration is the whole
-/// system's, as on Windows, only a system that is there for tests is touched.
+/// Registers the camera client while it exists, for this process and for child processes with @p
+/// configFolder as XDG_CONFIG_HOME. Where the registration is system-wide, as on Windows, it is
+/// available on test machines only.
 class ClientRegistration
 {
 public:
@@ -13,7 +13,7 @@ public:
     ClientRegistration(const ClientRegistration &) = delete;
     ClientRegistration &operator=(const ClientRegistration &) = delete;
 
-    /// Otherwise a test that needs it is skipped.
+    /// Tests that need it are skipped if it is not available.
     [[nodiscard]] static bool available();
 
 private:

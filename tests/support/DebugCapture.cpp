@@ -13,7 +13,7 @@ QtMessageHandler previous = nullptr;
 
 void capture(QtMsgType /*type*/, const QMessageLogContext & /*context*/, const QString &message)
 {
-    // The offscreen platform says this of windows that are shown; the program does not.
+    // Printed by the offscreen platform, not by the program.
     if (message.startsWith(QLatin1String("This plugin does not support ")))
         return;
     const QMutexLocker lock(&mutex);
@@ -36,8 +36,7 @@ DebugCapture::~DebugCapture()
 QStringList DebugCapture::lines() const
 {
     const QMutexLocker lock(&mutex);
-    // A list of its own: the thread sanitizer would not see that Qt orders what is done to a shared
-    // one.
+    // A deep copy: the thread sanitizer cannot see how Qt orders access to shared data.
     QStringList copies;
     copies.reserve(captured.size());
     for (const QString &line : std::as_const(captured))

@@ -2,8 +2,7 @@
 
 #include <QStringList>
 
-/// Keeps what is written to Qt's message output while it lives, from any thread, in order, instead
-/// of printing it. One at a time.
+/// Captures Qt's message output from all threads, in order, while it exists. One at a time.
 class DebugCapture
 {
 public:
@@ -12,9 +11,9 @@ public:
     DebugCapture(const DebugCapture &) = delete;
     DebugCapture &operator=(const DebugCapture &) = delete;
 
-    /// The lines so far, as qDebug() composed them (a streamed QString stands in quotes).
+    /// The lines so far, as formatted by qDebug() (streamed strings are quoted).
     [[nodiscard]] QStringList lines() const;
-    /// The lines so far, which are forgotten.
+    /// Returns the lines so far and clears them.
     QStringList take();
     [[nodiscard]] bool contains(const QString &text) const;
 };

@@ -3,8 +3,7 @@
 #include <QMap>
 #include <QString>
 
-/// While it lives, no shared memory can be made under @p key by a process that is started with
-/// variables().
+/// While it exists, a process started with variables() cannot create shared memory under @p key.
 class DeniedGuard
 {
 public:

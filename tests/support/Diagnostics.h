@@ -3,8 +3,7 @@
 #include <QLoggingCategory>
 #include <QString>
 
-/// Switches the program's diagnostics on, or those of one category, while it lives. They are off
-/// by default.
+/// Switches the program's diagnostics, or one category, on while it exists.
 class Diagnostics
 {
 public:

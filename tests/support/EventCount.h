@@ -3,7 +3,7 @@
 #include <QEvent>
 #include <QObject>
 
-/// Counts the events of one type that reach an object, which must not go before its counter.
+/// Counts an object's events of one type. The object must outlive the counter.
 class EventCount : public QObject
 {
 public:

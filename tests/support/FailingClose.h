@@ -1,7 +1,7 @@
 #pragma once
 
-/// While it lives, this process closes no regular file it has written to without being told that
-/// the disk is full, as a quota or a network may do it so late. The file is closed all the same.
+/// While it exists, every close() of a regular file that this process has written to reports a full
+/// disk, as with quotas and network file systems. The file is closed all the same.
 class FailingClose
 {
 public:

@@ -3,11 +3,10 @@
 #include <QFileDevice>
 #include <QString>
 
-// Faults made for real, by the means of the system. Where a system has no such means, available()
-// is false and the test that needs it says so and is skipped.
+// Real faults, caused by system means. If available() is false on a system, tests that need the
+// fault are skipped.
 
-/// While it lives, this process may do no more than an ordinary user: file permissions bind root
-/// too. For a process that is not root it does nothing, because there they bind already.
+/// While it exists, file permissions apply to this process even if it runs as root.
 class OrdinaryUser
 {
 public:
@@ -22,7 +21,7 @@ private:
     bool dropped = false;
 };
 
-/// Rights to a file or folder that its owner and all others have alike, OrdinaryUser among them.
+/// Equal permissions for the owner and everybody else, including OrdinaryUser.
 namespace Everybody {
 constexpr QFileDevice::Permissions mayDoAll(0x7777);
 constexpr QFileDevice::Permissions mayReadAndWrite(0x6666);
@@ -31,12 +30,12 @@ constexpr QFileDevice::Permissions mayRead(0x4444);
 constexpr QFileDevice::Permissions mayWrite(0x2222);
 } // namespace Everybody
 
-/// Makes @p link a link to the file or folder at @p target. False where the system has no links, or
-/// none for this user.
+/// Creates @p link as a link to the file or folder at @p target. Returns false if links are not
+/// available to this user.
 [[nodiscard]] bool makeLink(const QString &target, const QString &link);
 
-/// While it lives, no file of this process can grow beyond @p bytes: a write that would is cut
-/// short and then fails, just as on a full disk.
+/// While it exists, no file of this process can grow beyond @p bytes: such a write is cut short and
+/// then fails, as on a full disk.
 class FileSizeLimit
 {
 public:

@@ -9,7 +9,7 @@
     return *CConfiguration::instance();
 }
 
-/// Puts the hub's fields back to what a fresh run starts with.
+/// Resets the hub's fields to their defaults.
 inline void resetHub()
 {
     hub().exportPath.clear();

@@ -2,7 +2,7 @@
 
 #include <QByteArray>
 
-// Properties files of the SDK's log that hold nothing but their level.
+// Properties files that contain only the level lines.
 
 inline const QByteArray infoFile = "log4cpp.rootCategory = INFO\n"
                                    "log4cpp.category.qzsdk = INFO, a_qzsdk\n";
@@ -11,7 +11,7 @@ inline const QByteArray debugFile = "log4cpp.rootCategory = DEBUG\n"
 inline const QByteArray fatalFile = "log4cpp.rootCategory = FATAL\n"
                                     "log4cpp.category.qzsdk = FATAL, a_qzsdk\n";
 
-/// @p bytes with plain line feeds: the program ends lines as the platform does.
+/// @p bytes with LF line ends; the program writes the platform's.
 [[nodiscard]] inline QByteArray unixLines(QByteArray bytes)
 {
     return bytes.replace("\r\n", "\n");

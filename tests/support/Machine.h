@@ -1,14 +1,14 @@
 #pragma once
 
-// What machine a test runs on, for what only some can do.
+// Properties of the machine that a test runs on.
 
-/// Windows, real or not.
+/// True on Windows and under Wine.
 [[nodiscard]] bool onWindows();
 
-/// A Windows that is Wine, which is a little less.
+/// True under Wine.
 [[nodiscard]] bool underWine();
 
-/// Whether a sanitizer watches: memory is its own then, and more is needed.
+/// True in a sanitized build, which uses more memory.
 [[nodiscard]] constexpr bool isSanitized()
 {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)

@@ -2,14 +2,13 @@
 
 #include <QtGlobal>
 
-/// What this process takes of the memory from here on.
+/// Measures the peak memory use of this process from construction on.
 class MemoryPeak
 {
 public:
     MemoryPeak();
 
-    /// Bytes that it has taken at most, beyond those that it had in the beginning. Under a
-    /// sanitizer, which takes its own share, 0.
+    /// The peak in bytes beyond the initial use; 0 in sanitized builds.
     [[nodiscard]] qint64 growth() const;
 
 private:

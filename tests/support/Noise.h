@@ -2,7 +2,7 @@
 
 #include <QByteArray>
 
-/// Bytes that do not get smaller when compressed; always the same for the same @p seed.
+/// Incompressible bytes, always the same for the same @p seed.
 [[nodiscard]] inline QByteArray noise(int size, quint32 seed = 1)
 {
     QByteArray bytes(size, Qt::Uninitialized);

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QUrl>
 
-/// Keeps the "file" addresses that the program wants the desktop to open, instead of opening them.
+/// Records the "file" URLs that the program opens, instead of opening them.
 class OpenedUrls : public QObject
 {
     Q_OBJECT

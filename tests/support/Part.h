@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QString>
 
-/// The child of @p whole that has this class and object name; none ends the program.
+/// The child of @p whole with this class and object name. Aborts the test if there is none.
 template <typename T>
 [[nodiscard]] T &part(const QObject &whole, const char *name)
 {

@@ -1,4 +1,4 @@
 #pragma once
 
-/// The processor time that this process has used so far, in seconds.
+/// The CPU time of this process so far, in seconds.
 [[nodiscard]] double processorSeconds();

@@ -5,8 +5,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// A folder that a test fills as it likes; gone with the object. Names are relative, with "/", and
-/// folders on the way are made. What cannot be made ends the program: no test can go on then.
+/// A temporary folder for a test. Names are relative, with "/" separators; parent folders are
+/// created. Failures abort the test.
 class ScratchFolder
 {
 public:
@@ -17,7 +17,7 @@ public:
     QString folder(const QString &name);
     QString file(const QString &name, const QByteArray &contents = {});
     QString file(const QString &name, const QByteArray &contents, const QDateTime &modified);
-    /// A file of @p size zero bytes that takes no room on the disk.
+    /// A sparse file of @p size zero bytes.
     QString sparseFile(const QString &name, qint64 size);
 
     [[nodiscard]] QByteArray read(const QString &name) const;

@@ -3,7 +3,7 @@
 #include <QRandomGenerator>
 #include <QString>
 
-/// Chance that can be had again: the seed is printed, and taken from VANTREL_SEED where it is set.
+/// A reproducible random generator: it prints its seed, which VANTREL_SEED sets.
 [[nodiscard]] inline QRandomGenerator seededRandom()
 {
     bool given = false;
@@ -14,7 +14,7 @@
     return QRandomGenerator(seed);
 }
 
-/// How often a test does what it does: @p usual, or the number in the variable @p name.
+/// The number of repetitions in a test: the variable @p name, by default @p usual.
 [[nodiscard]] inline int times(const char *name, int usual)
 {
     bool given = false;

@@ -4,11 +4,11 @@
 #include <QString>
 #include <QStringList>
 
-/// A style sheet taken apart for comparison: properties and values by selector. Blank space counts
-/// once, comments do not count; what is given for several selectors at once belongs to each.
+/// A parsed style sheet: properties and values by selector. White space is normalised, comments are
+/// dropped, and rules for several selectors are added to each.
 using StyleSheetRules = QMap<QString, QMap<QString, QString>>;
 
 [[nodiscard]] StyleSheetRules styleSheetRules(const QString &sheet);
 
-/// The files that the sheet names in url(...), as they stand there without quotes.
+/// The files named in url(...), without quotes.
 [[nodiscard]] QStringList styleSheetUrls(const QString &sheet);

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// A text of the tests' source, which is UTF-8.
+/// Converts a UTF-8 literal.
 [[nodiscard]] inline QString text(const char *utf8)
 {
     return QString::fromUtf8(utf8);

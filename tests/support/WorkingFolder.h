@@ -4,7 +4,7 @@
 
 #include <QDir>
 
-/// A scratch folder that is the working directory while it lives, without a skin at first.
+/// A scratch folder that is the working directory while it exists, initially without a skin.
 class WorkingFolder : public ScratchFolder
 {
 public:

@@ -14,13 +14,13 @@ QByteArray bytesOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The end record alone, which the reader does not take for a zip.
+/// Only an end record, which the reader does not accept as a zip.
 bool isEmptyZip(const QString &path)
 {
     return QFile(path).size() == 22 && bytesOf(path) == QByteArray("PK\5\6") + QByteArray(18, '\0');
 }
 
-/// A zip whose first entry asks for a reader that knows zip64, as Qt's does not.
+/// A zip whose first entry needs Zip64, which Qt's reader does not support.
 bool isLargeZip(const QString &path)
 {
     constexpr char zip64 = 45;
@@ -28,7 +28,8 @@ bool isLargeZip(const QString &path)
     return file.open(QIODevice::ReadOnly) && file.read(5).endsWith(zip64);
 }
 
-/// Calls @p take with the name and the contents of each entry of such a zip. False: it is none.
+/// Calls @p take with the name and contents of each entry of such a zip. Returns false if it is not
+/// one.
 template <typename Take>
 bool readLargeZip(const QString &path, const Take &take)
 {
@@ -69,13 +70,13 @@ QMap<QString, QByteArray> zipContents(const QString &path)
         return readLargeZip(path, take) ? contents : noZip;
     }
     QZipReader reader(path);
-    // The reader says of a file that breaks off nothing but that it has no entries.
+    // For a truncated file the reader merely reports no entries.
     const auto entries = reader.fileInfoList();
     if (!reader.isReadable() || reader.status() != QZipReader::NoError || entries.isEmpty())
         return noZip;
     for (const QZipReader::FileInfo &entry : entries) {
-        // The reader lists names without the slash that some begin with, but finds them with it,
-        // and takes their bytes for the system's encoding when it looks for them.
+        // The reader lists names without a leading slash but needs it for lookups, where it decodes
+        // names in the system's encoding.
         const QString name = QString::fromLocal8Bit(entry.filePath.toUtf8());
         QByteArray data = reader.fileData(name);
         if (data.isEmpty())

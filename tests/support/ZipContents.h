@@ -5,9 +5,9 @@
 #include <QString>
 #include <QStringList>
 
-/// What the zip at @p path holds, by entry name. A file that is no zip ends the program's test with
-/// an entry named "not a zip".
+/// The contents of the zip at @p path by entry name. For a file that is not a zip, the only entry
+/// is named "not a zip".
 [[nodiscard]] QMap<QString, QByteArray> zipContents(const QString &path);
 
-/// The names of the entries in the order in which they were written.
+/// The entry names in the order of the directory.
 [[nodiscard]] QStringList zipEntryNames(const QString &path);

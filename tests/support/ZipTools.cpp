@@ -18,9 +18,9 @@
 
 namespace {
 
-constexpr int patience = 900'000; // milliseconds, for gigabytes on a busy machine
+constexpr int patience = 900'000; // milliseconds; gigabytes on a busy machine
 
-/// An entry as a tool lists it.
+/// An entry as listed by a tool.
 struct Entry
 {
     QString name;
@@ -33,7 +33,7 @@ struct Entry
     }
 };
 
-/// The zip's checksum of @p bytes, bit by bit from its definition.
+/// The CRC-32 of @p bytes, computed bit by bit.
 quint32 checksumOf(const QByteArray &bytes)
 {
     static const QVector<quint32> table = [] {
@@ -52,13 +52,13 @@ quint32 checksumOf(const QByteArray &bytes)
     return ~sum;
 }
 
-/// The names of files outside begin with a slash, which some tools leave out.
+/// Absolute names begin with a slash, which some tools drop.
 QString relative(const QString &name)
 {
     return name.startsWith(QLatin1Char('/')) ? name.mid(1) : name;
 }
 
-/// A tool at work; several work at the same time.
+/// A running tool; several run in parallel.
 class Tool
 {
 public:
@@ -71,7 +71,7 @@ public:
         process.start(text(program), arguments);
     }
 
-    /// Waits for its end; false: it never started or did not end well.
+    /// Waits for its end; returns false if it failed or did not start.
     bool succeeds()
     {
         const bool ended = process.state() == QProcess::NotRunning
@@ -95,7 +95,7 @@ private:
     QProcess process;
 };
 
-/// What the tools have to tell of several zips, one behind the other.
+/// The expected output of the tools for several zips, concatenated.
 struct Expected
 {
     explicit Expected(const QStringList &paths)
@@ -154,7 +154,7 @@ QVector<Entry> listedByPython(const Tool &tool)
     return entries;
 }
 
-/// Lists on the error output and unpacks to the other.
+/// Lists entries on standard error and unpacks them to standard output.
 const char *const pythonProgram =
     "import shutil, sys, zipfile\n"
     "for path in sys.argv[1:]:\n"
@@ -163,14 +163,13 @@ const char *const pythonProgram =
     "        shutil.copyfileobj(z.open(i), sys.stdout.buffer, 1 << 20)\n" // checks the checksum
     "        print('%08x %d %s' % (i.CRC, i.file_size, i.filename), file=sys.stderr)\n";
 
-/// Lists likewise.
+/// Lists entries in the same format.
 const char *const listingProgram =
     "import sys, zipfile\n"
     "for i in zipfile.ZipFile(sys.argv[1]).infolist():\n"
     "    print('%08x %d %s' % (i.CRC, i.file_size, i.filename), file=sys.stderr)\n";
 
-/// Runs a tool that takes one zip for each. Unzip ends with 1 for a zip without entries, which has
-/// 22 bytes.
+/// Runs a tool once per zip. unzip exits with 1 for a zip without entries, which has 22 bytes.
 const char *const eachZip =
     "tool=$1; shift; for zip; do $tool \"$zip\" || { code=$?;"
     " [ $code = 1 ] && [ \"$(stat -c %s \"$zip\")\" = 22 ] || exit $code; }; done";
@@ -186,8 +185,8 @@ std::unique_ptr<Tool> python(const QStringList &paths)
     return std::make_unique<Tool>("python3", QStringList{text("-c"), text(pythonProgram)} + paths);
 }
 
-/// Tells on the error output of each file what a zip's directory has to, from a list of names and
-/// paths; both end with a zero byte.
+/// Prints the expected directory entry of each file on standard error, from a list of names and
+/// paths, each terminated by a zero byte.
 const char *const describingProgram = "import os, sys, zlib\n"
                                       "known = {}\n"
                                       "def described(path):\n"
@@ -201,8 +200,8 @@ const char *const describingProgram = "import os, sys, zlib\n"
                                       "    known[path] = known.get(path) or described(path)\n"
                                       "    print(known[path], name.decode(), file=sys.stderr)\n";
 
-/// Holds the zip at @p path against its originals where there is no tool, with the library alone. A
-/// copy goes to the folder that VANTREL_KEPT_ZIPS names, for tools outside.
+/// Compares the zip at @p path with its originals by the library alone, where there are no tools. A
+/// copy goes to the folder named by VANTREL_KEPT_ZIPS, for tools elsewhere.
 QString libraryComplaint(const QString &path, const QVector<PackedFile> &originals)
 {
     constexpr int blockSize = 1 << 20;
@@ -256,7 +255,7 @@ QString zipToolsComplaint(const QStringList &paths)
         {"7z tests and unpacks", forEach("7z x -so", paths), true, nullptr},
         {"python", python(paths), true, listedByPython},
     }};
-    const Expected expected(paths); // while the tools work
+    const Expected expected(paths); // computed while the tools run
     QString complaint;
     for (Check &check : checks) {
         const bool right =

@@ -8,34 +8,33 @@
 #include <QStringList>
 #include <QVector>
 
-// Zips of whole exports are held against three tools that know nothing of one another: Info-ZIP,
-// 7-Zip and Python.
+// Checks of exported zips by three independent tools: Info-ZIP, 7-Zip and Python.
 
-/// What one of the tools says against the zips at @p paths; empty: each calls each whole and tells
-/// the names in their order, the checksums and the contents just as zipContents() does. A tool that
-/// is missing is a complaint too, except on Windows, where none is looked for.
+/// Returns a tool's complaint about the zips at @p paths; empty if all tools accept all of them and
+/// list the same names, checksums and contents as zipContents(). A missing tool is a complaint too,
+/// except on Windows.
 [[nodiscard]] QString zipToolsComplaint(const QStringList &paths);
 
-/// A file, and the entry that it became.
+/// A file and its entry in the zip.
 struct PackedFile
 {
     QString name;
     QString path;
 };
 
-/// Likewise for one zip of any size, which has to hold the @p originals in their order. Nothing of
-/// it is taken into memory. On Windows libzip stands in for the tools.
+/// The same for one zip of any size with the @p originals, in order. Does not load contents into
+/// memory. On Windows libzip replaces the tools.
 [[nodiscard]] QString zipToolsComplaint(const QString &zip, const QVector<PackedFile> &originals);
 
-/// What the zip at @p path holds, by entry name, as all tools agree; otherwise the sole entry is
-/// named by a complaint.
+/// The contents of the zip at @p path by entry name, if all tools agree; otherwise the only entry
+/// is named after a complaint.
 [[nodiscard]] QMap<QString, QByteArray> verifiedZipContents(const QString &path);
 
-/// Copies of zips that a test came by, to be looked at all at once, which is quicker.
+/// Collects copies of zips, to be checked together, which is faster.
 class KeptZips
 {
 public:
-    /// Keeps the zip at @p path, if there is one.
+    /// Copies the zip at @p path, if it exists.
     void keep(const QString &path);
 
     [[nodiscard]] int count() const { return paths.size(); }

@@ -6,7 +6,7 @@
 
 #include <private/qzipwriter_p.h>
 
-/// The checks of zips are checked: a good one passes, and a bad one does not.
+/// Tests the zip checks: they accept a good zip and reject a bad one.
 class ZipToolsTest : public QObject
 {
     Q_OBJECT
@@ -59,7 +59,7 @@ void ZipToolsTest::complainOfAByteThatChanged_data()
 {
     QTest::addColumn<QByteArray>("before");
     QTest::addColumn<QByteArray>("after");
-    // The directory, at the zip's end, says the one; the header before the contents the other.
+    // One is in the directory at the end, the other in the header before the contents.
     QTest::newRow("contents") << QByteArray("dump") << QByteArray("Dump");
     QTest::newRow("name") << QByteArray("empty") << QByteArray("Empty");
 }

@@ -1,4 +1,4 @@
-// In a coverage build: a program that somebody ends notes all the same which lines it ran.
+// Makes a terminated program write its coverage data.
 #include <csignal>
 #include <cstdlib>
 

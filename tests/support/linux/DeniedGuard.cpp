@@ -6,6 +6,6 @@ DeniedGuard::~DeniedGuard() = default;
 
 QMap<QString, QString> DeniedGuard::variables()
 {
-    // A folder that takes no new files, not even from root.
+    // A folder in which not even root can create files.
     return {{QStringLiteral("TMPDIR"), QStringLiteral("/proc")}};
 }

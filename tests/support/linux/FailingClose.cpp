@@ -20,7 +20,7 @@ bool isWritten(int file)
 
 } // namespace
 
-// Stands before the C library's for all libraries of a program that this is linked into.
+// Overrides the C library's close() for all libraries of a program that links this file.
 extern "C" int close(int file)
 {
     const bool full = fails && isWritten(file);

@@ -12,8 +12,7 @@ namespace {
 
 constexpr uid_t nobody = 65534;
 
-/// The further groups of this process, which bring rights of their own: a root that logged in is in
-/// root's group by them, too.
+/// Supplementary groups grant permissions too: a root login is usually in root's group.
 std::vector<gid_t> furtherGroups;
 
 bool takeFurtherGroups()
@@ -69,7 +68,7 @@ bool makeLink(const QString &target, const QString &link)
 
 FileSizeLimit::FileSizeLimit(long bytes)
 {
-    // Without this the first write over the limit would end the program.
+    // Otherwise the first write over the limit would end the program.
     std::signal(SIGXFSZ, SIG_IGN);
     limitFileSize(rlim_t(bytes));
 }

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A figure of the process, in bytes.
+/// A value from /proc/self/status, in bytes.
 qint64 figure(const QByteArray &name)
 {
     QFile file(QStringLiteral("/proc/self/status"));

@@ -1,7 +1,7 @@
-// Teaches ThreadSanitizer what QMutex does. Qt's libraries are not built with the sanitizer, so it
-// sees neither the locking nor the order that it makes, and would report every use of a guarded
-// field. Linked into the tests of a thread-sanitized build only: these take the place of QMutex's
-// functions, call them, and tell the sanitizer.
+// Announces QMutex to ThreadSanitizer. Qt is not built with the sanitizer, which therefore sees
+// neither the locks nor the order they create and would report every access to a guarded field.
+// Linked only into tests of a thread-sanitized build: these functions replace QMutex's, call them,
+// and inform the sanitizer.
 
 #include <dlfcn.h>
 

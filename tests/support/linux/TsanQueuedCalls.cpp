@@ -1,11 +1,10 @@
-// Teaches ThreadSanitizer that an event which another thread has posted is handed over whole. Qt's
-// libraries are not built with the sanitizer, so it sees neither the lock of the event queue nor
-// the order that it makes, and would report each queued call that the main thread takes from the
-// queue without having slept. Linked into the tests of a thread-sanitized build only.
+// Announces Qt's event queue to ThreadSanitizer. Qt is not built with the sanitizer, which
+// therefore does not see the queue's lock and would report each queued call that the main thread
+// takes without having slept. Linked only into tests of a thread-sanitized build.
 //
-// What the sending thread did before it made the event comes before what the main thread does with
-// it: that much is true, and no more is said here. An event is known by its address; hence the
-// operator new of its own, which speaks for each object that is made.
+// Declares that everything the sending thread did before it created an event happens before the
+// main thread handles it, and nothing more. Events are identified by address, hence an operator new
+// that announces every allocation.
 
 #include <cstdlib>
 #include <new>

@@ -1,6 +1,6 @@
-// A program with a race, in the way the program's own threads could have one: a QThread and the
-// main thread write the same field, and nothing orders them. CTest wants it reported, so that
-// nothing that is told to ThreadSanitizer about Qt can blind it to our own code unnoticed.
+// A program with a race such as our own threads could have: a QThread and the main thread write the
+// same field without synchronisation. CTest expects a report, so that the announcements about Qt
+// cannot hide races in our own code.
 
 #include <QCoreApplication>
 #include <QThread>

@@ -6,7 +6,7 @@
 
 DeniedGuard::DeniedGuard(const QString &key)
 {
-    // Memory and events share their names: what is one cannot be the other.
+    // Shared memory and events share a name space: an event blocks the name.
     const std::wstring name = QSharedMemory(key).nativeKey().toStdWString();
     taken = CreateEventW(nullptr, TRUE, FALSE, name.c_str());
     if (taken == nullptr)

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-// No means against an ordinary user's rights or for a full disk here: see available().
+// Permissions and full disks are not available here.
 
 OrdinaryUser::OrdinaryUser() = default;
 
@@ -18,12 +18,13 @@ bool OrdinaryUser::available()
 
 bool makeLink(const QString &target, const QString &link)
 {
-    // A flag of Windows 10: links are also for ordinary users who are developers.
+    // SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE of Windows 10, for developers without
+    // administrator rights.
     constexpr DWORD forDevelopers = 2;
     const DWORD kind = QFileInfo(target).isDir() ? SYMBOLIC_LINK_FLAG_DIRECTORY : 0;
     const std::wstring from = QDir::toNativeSeparators(link).toStdWString();
     const std::wstring to = QDir::toNativeSeparators(target).toStdWString();
-    // Some say that they could and did nothing: only what is there counts.
+    // Some systems report success without creating a link.
     return CreateSymbolicLinkW(from.c_str(), to.c_str(), kind | forDevelopers) != 0 &&
            QFileInfo(link).isSymLink();
 }

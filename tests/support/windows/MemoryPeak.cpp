@@ -16,7 +16,7 @@ PROCESS_MEMORY_COUNTERS counters()
 
 } // namespace
 
-// The system does not forget a peak, so an earlier one counts too: a stricter measure.
+// The system's peak is never reset, so an earlier one counts too, which makes the test stricter.
 MemoryPeak::MemoryPeak()
     : before(qint64(counters().WorkingSetSize))
 {

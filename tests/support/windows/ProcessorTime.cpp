@@ -6,7 +6,7 @@ namespace {
 
 double seconds(const FILETIME &time)
 {
-    constexpr double ticks = 1e7; // a second
+    constexpr double ticks = 1e7; // per second
     return (double(time.dwHighDateTime) * 4294967296.0 + double(time.dwLowDateTime)) / ticks;
 }
 

@@ -13,10 +13,10 @@
 #include <utility>
 #include <vector>
 
-/// A worker at work in a scratch SDK folder, with the means to ask it and to see what came of it.
+/// A running worker in a scratch SDK folder, with helpers to send requests and check results.
 struct ExportFixture
 {
-    static constexpr int patience = 60'000; ///< milliseconds, which only a broken worker needs
+    static constexpr int patience = 60'000; ///< milliseconds; only exceeded on failure
 
     using Contents = QMap<QString, QByteArray>;
 
@@ -34,13 +34,13 @@ struct ExportFixture
     [[nodiscard]] QString staging() const { return scratch.path(QStringLiteral("QZSDK/LogInfo")); }
     [[nodiscard]] QString zip() const { return scratch.path(QStringLiteral("out.zip")); }
 
-    /// A log file in the current source; its path.
+    /// Creates a log file in the current source and returns its path.
     QString log(const QString &name, const QByteArray &contents = "line\n")
     {
         return scratch.file(QStringLiteral("QZSDK/QZviewer/") + name, contents);
     }
 
-    /// Hands over table items for @p paths and deletes them at once, as a refill of the table may.
+    /// Passes table items for @p paths and deletes them immediately, as refilling the table does.
     void choose(const QStringList &paths)
     {
         std::vector<std::unique_ptr<QTableWidgetItem>> owned;
@@ -53,8 +53,7 @@ struct ExportFixture
         worker.setSdkLogItems(items);
     }
 
-    /// Starts the worker unless it runs and waits for @p count more answers, so many milliseconds
-    /// at most.
+    /// Starts the worker if necessary and waits for @p count more answers.
     bool waitForExports(int count = 1, int milliseconds = patience)
     {
         if (!worker.isRunning())
@@ -64,20 +63,20 @@ struct ExportFixture
         return came;
     }
 
-    /// Asks for an export to zip() and waits for the answer.
+    /// Requests an export to zip() and waits for the answer.
     bool exportAndWait()
     {
         worker.enqueueExport(zip());
         return waitForExports();
     }
-    /// Likewise, with the logs at @p paths chosen before.
+    /// The same with the logs at @p paths.
     bool exportAndWait(const QStringList &paths)
     {
         choose(paths);
         return exportAndWait();
     }
 
-    /// Waits until @p line was printed, for requests that get no answer.
+    /// Waits until @p line is printed, for requests without an answer.
     bool waitForOutput(const QString &line)
     {
         if (!worker.isRunning())
@@ -85,7 +84,7 @@ struct ExportFixture
         return QTest::qWaitFor([&] { return output.lines().contains(line); }, patience);
     }
 
-    /// Ends the worker after the request in hand and takes its last answer, if there is one.
+    /// Stops the worker after the current request and processes its last answer, if any.
     bool ends()
     {
         worker.setRunning(false);
@@ -97,10 +96,10 @@ struct ExportFixture
     struct FreshHub
     {
         FreshHub() { resetHub(); }
-    } freshHub; ///< before the worker, which writes to the hub
+    } freshHub; ///< constructed before the worker, which writes to the hub
     ScratchFolder scratch;
     DebugCapture output;
     CLogProcessThread worker;
-    QObject context;  ///< takes the worker's signal on this thread
-    int answered = 0; ///< counted on this thread; a QSignalSpy would count on the worker's
+    QObject context;  ///< receives the worker's signal on this thread
+    int answered = 0; ///< counted on this thread, unlike by a QSignalSpy
 };

@@ -5,8 +5,8 @@
 #include <QFile>
 #include <QStringList>
 
-/// A machine whose answers a test makes up. It has to outlive the worker that asks it; what it was
-/// asked may be read when the worker has answered.
+/// A fake system whose query results a test defines. It must outlive the worker; the recorded calls
+/// may be read once the worker has answered.
 struct FakeSystem
 {
     qint32 comSecurity = 0;
@@ -14,12 +14,12 @@ struct FakeSystem
     std::optional<MemoryStatus> memory = MemoryStatus{};
     MemoryModuleList modules;
     CrashDumpPaths dumps;
-    QByteArray filling;          ///< behind the events of each channel
-    QString refusedChannel;      ///< cannot be exported
-    QStringList exportedTargets; ///< of the channels, in the order of the asking
-    QStringList asked;           ///< names of the probes, in the order of the asking
+    QByteArray filling;          ///< appended to the events of each channel
+    QString refusedChannel;      ///< fails to export
+    QStringList exportedTargets; ///< target files, in call order
+    QStringList asked;           ///< names of the probes, in call order
 
-    /// Throws where a test says so, in place of the answer.
+    /// Called before each query; may throw.
     std::function<void(const QString &question)> ask = [](const QString &) {};
 
     [[nodiscard]] SystemProbes probes()

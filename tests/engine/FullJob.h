@@ -7,12 +7,12 @@
 #include "Text.h"
 #include "ZipTools.h"
 
-/// A worker on a made-up machine with every item chosen, and what its zip has to hold.
+/// A worker on a fake system with every item chosen, and the expected contents of its zip.
 struct FullJob
 {
     using Contents = ExportFixture::Contents;
 
-    /// @p filling is behind the contents of every file, which makes a job of any size.
+    /// @p filling is appended to every file, for jobs of any size.
     explicit FullJob(const QByteArray &filling = {})
     {
         machine.filling = filling;
@@ -52,7 +52,7 @@ struct FullJob
             hub().*item.isChosen = true;
     }
 
-    /// Takes away from the whole what a fault costs.
+    /// Removes entries that a fault costs from the expected contents.
     void drop(const QString &prefix)
     {
         for (const QString &name : whole.keys()) {
@@ -67,7 +67,7 @@ struct FullJob
         f.worker.enqueueExport(f.zip());
     }
 
-    /// Waits for the answer, or for the line of a request that is dropped without one.
+    /// Waits for the answer, or for the output of a request that is dropped without one.
     bool settles()
     {
         if (!f.worker.isRunning())
@@ -84,7 +84,7 @@ struct FullJob
 
     bool run() { return f.exportAndWait({log}); }
 
-    /// What was packed, the dump archives by their contents. Copies of all zips go to @p kept.
+    /// The contents of the zip, with dump archives unpacked. Copies of all zips go to @p kept.
     Contents packed(KeptZips *kept = nullptr)
     {
         const auto read = [kept](const QString &zip) {
@@ -105,8 +105,8 @@ struct FullJob
         return contents;
     }
 
-    /// What is printed when the items print @p byItems: the copy of the log before that, each file
-    /// that is packed after it.
+    /// The expected output if the items print @p byItems: first the result of copying the log, last
+    /// the packed files.
     QStringList printed(const QStringList &byItems)
     {
         QStringList lines = QStringList(QStringLiteral("true")) + byItems;
@@ -123,6 +123,6 @@ struct FullJob
     ExportFixture f{machine.probes()};
     QString kernelDump;
     QString smallDump;
-    QString log;    ///< the one that is chosen
-    Contents whole; ///< what the zip is to hold
+    QString log;    ///< the chosen log
+    Contents whole; ///< expected contents of the zip
 };

@@ -2,12 +2,11 @@
 
 #include <QString>
 
-// What the worker prints in place of a dump that is not there.
+// Printed by the worker for missing dumps.
 constexpr const char *noKernelDump = "蓝屏日志文件Memory.dmp不存在";
 constexpr const char *noSmallDump = "蓝屏日志文件Minidumps不存在";
 
-/// The entry that stands for the dump at @p path: the reader takes off what an archive must not
-/// begin with.
+/// The entry name of the dump at @p path: the reader drops a leading slash.
 [[nodiscard]] inline QString entryOf(const QString &path)
 {
     return path.startsWith(QLatin1Char('/')) ? path.mid(1) : path;

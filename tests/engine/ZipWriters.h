@@ -6,8 +6,7 @@
 
 Q_DECLARE_METATYPE(ZipLimits)
 
-// Most tests of archives run twice: with Qt's writer, and with the one of large zips, which gets
-// what is small but exceeds the limits.
+// Most archive tests run twice: with Qt's writer, and with libzip by lowering the limits.
 
 [[nodiscard]] inline ZipLimits nothingFits()
 {
@@ -16,7 +15,7 @@ Q_DECLARE_METATYPE(ZipLimits)
     return limits;
 }
 
-/// The rows of such a test; it fetches "limits".
+/// The rows of such a test, which fetches "limits".
 inline void bothWriters()
 {
     QTest::addColumn<ZipLimits>("limits");

@@ -10,8 +10,8 @@
 
 Q_DECLARE_METATYPE(std::function<void(FullJob &)>)
 
-/// The whole job with every item chosen: what it prints and what it packs, word for word, when all
-/// goes well and when one item after the other fails.
+/// A job with every item: its exact output and contents, without faults and when one item after the
+/// other fails.
 class AllItems : public QObject
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ private slots:
     void cleanupTestCase();
 
 private:
-    KeptZips zips; ///< of all tests
+    KeptZips zips; ///< from all tests
 };
 
 namespace {
@@ -40,7 +40,7 @@ using Contents = ExportFixture::Contents;
 struct Fault
 {
     const char *name;
-    std::function<void(FullJob &)> make; ///< also takes away from the whole what it costs
+    std::function<void(FullJob &)> make; ///< also adjusts the expected contents
     QStringList printed;                 ///< by the items
 };
 
@@ -165,7 +165,7 @@ QVector<Fault> dumpFaults()
              throwAt<Broken>(job, "crashDumpPaths");
              job.drop(text("SystemDmp.zip"));
          },
-         {text("saveEventLog failed!")}}, // not a slip: see the table of items
+         {text("saveEventLog failed!")}}, // on purpose: see exportItems
         {"no client dump",
          [](FullJob &job) {
              QFile::remove(job.f.base() + text("QZviewer/client.dmp"));
@@ -195,7 +195,7 @@ void AllItems::standInTheTableInTheirOrderWithTheirWords()
             (std::vector<std::atomic<bool> CConfiguration::*>{
                 &CConfiguration::systemLog, &CConfiguration::systemInfo, &CConfiguration::nicInfo,
                 &CConfiguration::systemDump, &CConfiguration::clientDump}));
-    // The system dump's words are those of the event log.
+    // The system dump prints the text of the event log.
     QCOMPARE(words,
              QStringList({text("saveEventLog failed!"), text("saveSysInfo failed!"),
                           text("saveNICInfo failed!"), text("saveEventLog failed!"), QString()}));

@@ -51,7 +51,7 @@ namespace {
 
 const QDateTime noon = QDateTime::fromSecsSinceEpoch(1'700'000'000, Qt::UTC);
 
-/// A worker on a machine whose dumps lie in the scratch folder.
+/// A worker on a fake system with dumps in the scratch folder.
 struct Dumps
 {
     Dumps()
@@ -86,7 +86,7 @@ struct Dumps
         return f.scratch.file(text("Memory.dmp"), contents);
     }
 
-    /// Nobody may read the dump at @p path, and OrdinaryUser may pack the others.
+    /// Makes the dump at @p path unreadable, with the other dumps accessible to OrdinaryUser.
     void lock(const QString &path)
     {
         QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions()));
@@ -110,7 +110,7 @@ void DumpArchives::theKernelDumpIsNamedByItsFullPathAsOpened()
              (ExportFixture::Contents{{entryOf(path), "kernel"}, {entryOf(small), "small"}}));
     QCOMPARE(zipEntryNames(d.f.scratch.path(text("staging/SystemDmp.zip"))),
              QStringList({entryOf(path), entryOf(small)}));
-    // The whole path, as the first entry's header has it behind its 30 bytes.
+    // The full path, after the 30 bytes of the first entry's header.
     QCOMPARE(d.f.scratch.read(text("staging/SystemDmp.zip")).mid(30, path.toUtf8().size()),
              path.toUtf8());
     QCOMPARE(d.f.output.lines(), QStringList());
@@ -122,7 +122,7 @@ void DumpArchives::theKernelDumpIsReadableWhenItsProbeOpens()
     QVERIFY(!d.f.worker.memoryDumpReadable());
     d.withKernelDump();
     QVERIFY(d.f.worker.memoryDumpReadable());
-    d.machine.dumps.kernelDumpTestPath = d.f.scratch.path(); // a folder is no dump
+    d.machine.dumps.kernelDumpTestPath = d.f.scratch.path(); // a folder is not a dump
     QVERIFY(!d.f.worker.memoryDumpReadable());
     d.machine.dumps.kernelDumpTestPath.clear();
     QVERIFY(!d.f.worker.memoryDumpReadable());
@@ -195,7 +195,7 @@ void DumpArchives::aFolderOfSuchANameCountsAsWell()
 {
     Dumps d;
     d.small(text("a.dmp"), 20);
-    d.f.scratch.folder(text("Minidumps/folder.dmp")); // made now, so it is the newest
+    d.f.scratch.folder(text("Minidumps/folder.dmp")); // the newest
     QCOMPARE(zipEntryNames((d.packed(), d.f.scratch.path(text("staging/SystemDmp.zip")))),
              QStringList(entryOf(d.f.scratch.path(text("Minidumps/folder.dmp")))));
 }
@@ -207,11 +207,11 @@ void DumpArchives::linksAndHiddenFilesAreNoSmallDumps()
     const QString elsewhere = d.f.scratch.file(text("elsewhere"), "elsewhere", noon);
     if (!makeLink(elsewhere, d.f.scratch.path(text("Minidumps/link.dmp"))))
         QSKIP("this system makes no links for us");
-    d.small(text(".dmp"), 0); // hidden by its name on Linux
+    d.small(text(".dmp"), 0); // hidden on Linux
     QCOMPARE(minidumps(d.machine.dumps).filter(text("link")), QStringList());
     QVERIFY(minidumps(d.machine.dumps).contains(d.f.scratch.path(text("Minidumps/a.dmp"))));
     if (onWindows())
-        return; // where no name hides a file
+        return; // names do not hide files there
     QCOMPARE(minidumps(d.machine.dumps), QStringList(d.f.scratch.path(text("Minidumps/a.dmp"))));
 }
 
@@ -247,7 +247,7 @@ void DumpArchives::aDumpThatVanishedIsLeftOut()
     }
     QCOMPARE(zipContents(d.f.zip()), ExportFixture::Contents());
 
-    // The kernel dump goes between the test of it and its packing.
+    // The kernel dump disappears between its test and its packing.
     writeSystemDumps(d.f.zip(), d.machine.dumps, true);
     QCOMPARE(zipContents(d.f.zip()), ExportFixture::Contents());
 }

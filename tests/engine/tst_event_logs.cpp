@@ -133,7 +133,7 @@ void EventLogs::aRefusedSystemChannelFailsButKeepsTheApplications()
     ExportFixture f(machine.probes());
     QVERIFY(!f.worker.saveEventLog(f.scratch.path()));
     QCOMPARE(f.scratch.read(text("ApplicationEvents.evtx")), QByteArray("events of Application"));
-    QCOMPARE(f.output.lines(), QStringList()); // the words about it are the caller's
+    QCOMPARE(f.output.lines(), QStringList()); // the caller prints the failure
 }
 
 QTEST_GUILESS_MAIN(EventLogs)

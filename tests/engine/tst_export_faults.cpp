@@ -9,7 +9,7 @@
 
 #include <cerrno>
 
-/// What users' machines do to an export. After each fault the next export is whole.
+/// Faults during an export. After each one the next export is complete.
 class ExportFaults : public QObject
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ private:
 
 namespace {
 
-/// Proves that the worker still works.
+/// Checks that the worker still works.
 void exportsOnceMore(ExportFixture &f)
 {
     const QString zip = f.scratch.path(text("once more.zip"));
@@ -123,7 +123,7 @@ void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
         QVERIFY(f.exportAndWait());
     }
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/open.txt")));
-    // No result is printed for these copies, but what could not be saved is logged.
+    // These copies print no result; failures are logged.
     QVERIFY(f.output.lines().at(0).startsWith(text("not copied: \"%1\"").arg(locked)));
     QVERIFY(!f.output.lines().contains(text("false")));
     exportsOnceMore(f);
@@ -135,7 +135,7 @@ void ExportFaults::leavesOutALogThatHasBecomeAPipe()
     const QString pipe = f.scratch.path(text("QZSDK/QZviewer/pipe.log"));
     if (QProcess::execute(text("mkfifo"), {pipe}) != 0)
         QSKIP("no pipes among files here");
-    QVERIFY(f.exportAndWait({pipe, f.log(text("a.log"))})); // whose writer never comes
+    QVERIFY(f.exportAndWait({pipe, f.log(text("a.log"))})); // the pipe never has a writer
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
     QCOMPARE(f.output.lines().mid(0, 3),
              QStringList({text("not copied: \"%1\" \"not a regular file\"").arg(pipe),
@@ -203,7 +203,7 @@ void ExportFaults::takesPathsOfEveryKind_data()
     QTest::newRow("percent signs") << text("100%20 %1 %s");
     QTest::newRow("Chinese") << text("相机日志");
     QTest::newRow("emoji") << text("📷 camera 🔥");
-    if (onWindows()) // no file name there holds such characters
+    if (onWindows()) // does not allow these characters
         return;
     QTest::newRow("quotes") << text("it's \"quoted\"");
     QTest::newRow("backslash") << text("back\\slash");
@@ -239,7 +239,7 @@ void ExportFaults::survivesAFullDiskWhileStaging()
         const FileSizeLimit limit(100000);
         QVERIFY(f.exportAndWait());
     }
-    // What fits is saved; half a log is none.
+    // Only logs that fit are saved; incomplete ones are dropped.
     QCOMPARE(zipEntryNames(f.zip()), QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
     QVERIFY(f.output.lines().at(1).startsWith(text("not copied: \"%1\"").arg(large)));
     QCOMPARE(f.output.lines().at(2), text("false"));
@@ -256,7 +256,7 @@ void ExportFaults::leavesNoHalfZipWhenTheDiskFillsWhilePacking()
         logs.append(f.log(text("%1.log").arg(i), QByteArray(10, char('a' + i % 26))));
     f.choose(logs);
     {
-        // Each log fits, all of them in one zip do not.
+        // Each log fits, the zip of all logs does not.
         const FileSizeLimit limit(2000);
         QVERIFY(f.exportAndWait());
     }

@@ -55,7 +55,7 @@ private slots:
 
 namespace {
 
-/// While it lives, does something when a message is printed, on the thread that prints it.
+/// Runs a function when a message is printed, on the thread that prints it.
 class OnMessage
 {
 public:
@@ -107,7 +107,7 @@ void ExportJob::packsTheChosenLogsUnderTheirNames()
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{text("SDKLOG/a.log"), "first\n"},
                                       {text("SDKLOG/日志 1.log"), "second\n"}}));
-    // One result for each copy, then one line for each packed entry.
+    // One result per copy, then one line per packed entry.
     QCOMPARE(f.output.lines(),
              QStringList({text("true"), text("true"),
                           text("\"SDKLOG/a.log\" \"%1/SDKLOG\" \"%1\"").arg(f.staging()),
@@ -117,7 +117,7 @@ void ExportJob::packsTheChosenLogsUnderTheirNames()
 void ExportJob::readsThePathsAtTheHandOverSoThatItemsMayVanish()
 {
     ExportFixture f;
-    f.choose({f.log(text("a.log"))}); // the items are gone when this returns
+    f.choose({f.log(text("a.log"))}); // deletes the items before it returns
     QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
@@ -168,7 +168,7 @@ void ExportJob::copiesOnlyTheGenTlLogsWhenNoLogIsChosen()
 void ExportJob::makesNoSdkFolderWithoutLogsToCopy()
 {
     ExportFixture f;
-    f.worker.enqueueExport(QString()); // writes no zip: the staging folder stays to be looked at
+    f.worker.enqueueExport(QString()); // writes no zip and keeps the staging folder
     f.worker.start();
     QVERIFY(
         QTest::qWaitFor([&] { return QFileInfo::exists(f.staging()); }, ExportFixture::patience));
@@ -211,7 +211,7 @@ void ExportJob::printsTheResultsInTheOrderOfTheLogsWhenTheFirstIsSlow()
 {
     ExportFixture f;
     const QString slow = f.scratch.sparseFile(text("QZSDK/QZviewer/slow.log"),
-                                              64 << 20); // the others are made by then
+                                              64 << 20); // takes longer than the others
     QVERIFY(f.exportAndWait({slow, f.scratch.path(text("gone.log")), f.log(text("b.log"))}));
     QCOMPARE(f.output.lines().mid(0, 3), QStringList({text("true"), text("false"), text("true")}));
 }
@@ -241,7 +241,7 @@ void ExportJob::keepsTheSdkLogOnlyWishWhenItsStepWasSkipped()
     hub().clientDump = true;
     f.worker.setSdkLogOnly(true);
     QVERIFY(f.exportAndWait());
-    // Nothing to copy: the step was skipped, and the other items ran.
+    // Nothing to copy: the step is skipped, and the other items run.
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("ClientDump.zip")));
 
     QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
@@ -265,7 +265,7 @@ void ExportJob::readsTheFlagsWhenARequestsTurnComes()
     const QString second = f.scratch.path(text("second.zip"));
     f.worker.enqueueExport(f.zip());
     f.worker.enqueueExport(second);
-    // On the worker's thread: when the first request is done and the second still waits.
+    // On the worker thread, after the first request and before the second.
     connect(
         &f.worker, &CLogProcessThread::closeWaitDlg, &f.worker, [] { hub().clientDump = true; },
         Qt::DirectConnection);
@@ -283,7 +283,7 @@ void ExportJob::keepsTheSourceThatItBeganWith()
     f.log(text("crash.dmp"), "of the first source");
     f.scratch.file(text("QZSDK/other/crash.dmp"), "of the second source");
     machine.ask = [&f](const QString &question) {
-        if (question == text("adapters")) // an item before the dumps
+        if (question == text("adapters")) // comes before the dumps
             f.worker.setLogSourceFolder(text("other"));
     };
     QVERIFY(f.exportAndWait());
@@ -326,7 +326,7 @@ void ExportJob::carriesOutQueuedRequestsInOrder()
     for (const char *name : {"1.zip", "2.zip", "3.zip"})
         f.worker.enqueueExport(f.scratch.path(text(name)));
     QVERIFY(f.waitForExports(3));
-    // The first request consumed the chosen log.
+    // The first request has taken the chosen log.
     QCOMPARE(zipEntryNames(f.scratch.path(text("1.zip"))), QStringList(text("SDKLOG/a.log")));
     QCOMPARE(zipEntryNames(f.scratch.path(text("2.zip"))), QStringList());
     QCOMPARE(zipEntryNames(f.scratch.path(text("3.zip"))), QStringList());
@@ -338,7 +338,7 @@ void ExportJob::gathersButWritesNoZipForAnEmptyPath()
     hub().clientDump = true;
     f.log(text("crash.dmp"), "dump");
     f.choose({f.log(text("a.log"), "kept\n")});
-    f.worker.setSdkLogOnly(true); // is for requests that are packed
+    f.worker.setSdkLogOnly(true); // only applies to requests with a zip path
     f.worker.enqueueExport(QString());
     QVERIFY(f.waitForOutput(text("true")));
     QVERIFY(f.ends());
@@ -479,7 +479,7 @@ void ExportJob::tellsHowFarItIs()
     FullJob::chooseEveryItem();
     QVector<double> seen;
     machine.ask = [&](const QString &) { seen.append(f.worker.progress()); };
-    // On the worker's thread: all is packed.
+    // On the worker thread, after packing.
     connect(
         &f.worker, &CLogProcessThread::closeWaitDlg, &f.worker,
         [&] { seen.append(f.worker.progress()); }, Qt::DirectConnection);
@@ -489,8 +489,8 @@ void ExportJob::tellsHowFarItIs()
     QVERIFY(f.ends());
     QVERIFY(f.worker.progress() < 0);
 
-    QCOMPARE(seen.size(), 7); // two event logs, memory, modules, adapters, dumps; the end
-    QVERIFY(seen.constFirst() > 0.05 && seen.constFirst() < 0.3); // the log is copied, not packed
+    QCOMPARE(seen.size(), 7); // two event logs, memory, modules, adapters, dumps, the end
+    QVERIFY(seen.constFirst() > 0.05 && seen.constFirst() < 0.3); // log copied, not packed
     QVERIFY(std::is_sorted(seen.cbegin(), seen.cend()));
     QVERIFY(seen.constLast() > 0.9 && seen.constLast() < 1);
 }

@@ -17,7 +17,7 @@ private slots:
 
 namespace {
 
-/// Large enough for what remains when all is packed to be less than a thousandth.
+/// So large that the work after packing is less than a thousandth.
 constexpr double work = 1e11;
 
 bool isAbout(double value, double expected)
@@ -57,7 +57,7 @@ void ExportProgressTest::growsMoreSlowlyFromThereWhenMoreIsFound()
     progress.expect(3.5 * work);
     QVERIFY(isAbout(progress.fraction(), 0.5));
     progress.advance(2 * work);
-    QVERIFY(isAbout(progress.fraction(), 0.75)); // half of what was left
+    QVERIFY(isAbout(progress.fraction(), 0.75)); // half of the remaining work
     progress.advance(2 * work);
     QVERIFY(isAbout(progress.fraction(), 1));
 }
@@ -79,7 +79,7 @@ void ExportProgressTest::neverReachesTheWholeBeforeTheEnd()
     ExportProgress progress;
     progress.begin();
     progress.expect(1);
-    progress.advance(work); // more than was expected
+    progress.advance(work); // more than expected
     QVERIFY(progress.fraction() < 1);
     progress.expectOnly(work);
     for (int i = 0; i < 3; ++i)
@@ -97,7 +97,7 @@ void ExportProgressTest::beginsAnewWithTheNextExport()
     progress.end();
     progress.begin();
     QCOMPARE(progress.fraction(), 0.0);
-    progress.expect(work); // nothing is left of the first
+    progress.expect(work); // nothing remains of the first export
     progress.advance(work / 2);
     QVERIFY(isAbout(progress.fraction(), 0.5));
 }

@@ -13,7 +13,7 @@
 #include <condition_variable>
 #include <mutex>
 
-/// Copies that are made side by side and reported one after the other.
+/// Copies made in parallel and reported in order.
 class FileCopiesTest : public QObject
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ private slots:
 
 namespace {
 
-/// Counts, and lets other threads wait for a count.
+/// A counter that other threads can wait for.
 class Counter
 {
 public:
@@ -48,7 +48,7 @@ public:
         changed.notify_all();
     }
 
-    /// False: not within @p time, the usual one of which only broken code needs.
+    /// Returns false on timeout; the default is only exceeded on failure.
     bool reaches(int number, std::chrono::milliseconds time = std::chrono::seconds(20))
     {
         std::unique_lock<std::mutex> lock(mutex);
@@ -68,7 +68,7 @@ private:
     int most = 0;
 };
 
-/// Copies named by what they copy, each to a target of its own.
+/// Copies of @p names, each with its own target.
 QVector<FileCopy> copiesOf(const QStringList &names)
 {
     QVector<FileCopy> copies;
@@ -202,7 +202,7 @@ void FileCopiesTest::makesFourAtATimeAndNoMore()
         [&](const FileCopy &copy) -> CopyResult {
             inFlight.add(1);
             tooFew += inFlight.reaches(4) ? 0 : 1;
-            if (copy.from == text("0")) // gives a fifth a little time to come, where there is one
+            if (copy.from == text("0")) // gives a fifth thread time to appear
                 inFlight.reaches(5, std::chrono::milliseconds(100));
             inFlight.add(-1);
             return {true, {}};
@@ -216,7 +216,7 @@ void FileCopiesTest::makesTheFirstOfTwoWithOneTargetFirst_data()
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
     QTest::newRow("the same") << text("to/a.log") << text("to/a.log");
-    // One file on systems that keep the case of a name but do not tell names apart by it.
+    // These are the same file on case-preserving, case-insensitive systems.
     QTest::newRow("differing in case") << text("to/a.log") << text("to/A.LOG");
 }
 
@@ -233,7 +233,7 @@ void FileCopiesTest::makesTheFirstOfTwoWithOneTargetFirst()
         [](const FileCopy &, const CopyResult &) {},
         [&](const FileCopy &copy) -> CopyResult {
             if (copy.from == text("1")) {
-                othersMade.reaches(4); // time enough for the second to overtake it
+                othersMade.reaches(4); // gives the second copy time to overtake the first
                 firstIsMade = true;
             } else if (copy.from == text("2")) {
                 secondCameAfterIt = firstIsMade.load();

@@ -7,8 +7,7 @@
 
 #include <stdexcept>
 
-/// What an export prints by default: the texts that other tools know, and not a word more,
-/// whatever goes wrong.
+/// An export prints only the fixed texts by default, whatever goes wrong.
 class FixedOutput : public QObject
 {
     Q_OBJECT
@@ -21,22 +20,22 @@ private slots:
 
 namespace {
 
-/// A log that cannot be copied, by the system's means; empty: it has none.
+/// A log that cannot be copied; empty if the system cannot create one.
 QString pipeInPlaceOfALog(const FullJob &job)
 {
     const QString pipe = job.f.base() + text("QZviewer/pipe.log");
     return QProcess::execute(text("mkfifo"), {pipe}) == 0 ? pipe : QString();
 }
 
-/// Puts things in the way of all that the worker writes.
+/// Blocks every file that the worker writes.
 void blockStaging(FullJob &job)
 {
     job.f.scratch.file(text("QZSDK/LogInfo/left.txt"), "left by a killed run");
-    if (!onWindows()) // where a full stop hides nothing
+    if (!onWindows()) // a leading full stop does not hide files there
         job.f.scratch.file(text("QZSDK/LogInfo/.hidden"), "stays, and the folder with it");
     job.f.scratch.folder(text("QZSDK/LogInfo/NICInfo.txt"));
     job.f.scratch.folder(text("QZSDK/LogInfo/SystemInfo.txt"));
-    job.f.log(text("gentl_cxp_log/g.txt")); // their folder's name goes to a chosen log
+    job.f.log(text("gentl_cxp_log/g.txt")); // a chosen log has the folder's name
 }
 
 void breakMachine(FullJob &job)
@@ -46,7 +45,7 @@ void breakMachine(FullJob &job)
             throw std::runtime_error("broken");
     };
     job.machine.modules = {MemoryModuleList::Query::Unavailable, {}};
-    job.machine.dumps.kernelDump = job.f.scratch.path(text("gone.dmp")); // after it was looked for
+    job.machine.dumps.kernelDump = job.f.scratch.path(text("gone.dmp")); // gone after its test
     job.machine.dumps.minidumps = job.f.scratch.path(text("nowhere"));
 }
 
@@ -73,8 +72,7 @@ void FixedOutput::isNoMoreWithEveryFaultAtOnce()
         expected.prepend(text("false"));
     }
     f.choose(logs);
-    f.worker.enqueueExport(
-        f.scratch.folder(text("folder.zip"))); // which is none that can be written
+    f.worker.enqueueExport(f.scratch.folder(text("folder.zip"))); // a folder cannot be written
     QVERIFY(f.waitForExports());
 
     const QString staging = f.staging();
@@ -105,7 +103,7 @@ void FixedOutput::isNoMoreWhenTheDiskFillsWhilePacking()
             entryLine(text("SDKLOG/%1.log").arg(i, 2), f.staging() + text("/SDKLOG"), f.staging()));
     f.choose(logs);
     {
-        // Each log fits, all of them in one zip do not.
+        // Each log fits, the zip of all logs does not.
         const FileSizeLimit limit(2000);
         QVERIFY(f.exportAndWait());
     }

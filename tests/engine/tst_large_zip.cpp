@@ -13,8 +13,8 @@
 #include <QDirIterator>
 #include <QProcess>
 
-/// What Qt's zip writer cannot hold arrives whole. Most files are holes but for a few bytes, which
-/// takes time and no room on the disk.
+/// Archives beyond the limits of Qt's writer. Most files are sparse, which takes time but no disk
+/// space.
 class LargeZip : public QObject
 {
     Q_OBJECT
@@ -37,7 +37,7 @@ namespace {
 
 constexpr qint64 gibibyte = 1 << 30;
 constexpr qint64 mostMemory = 64 << 20; // bytes beyond those of an idle program
-constexpr int patience = 600'000;       // milliseconds, for gigabytes on a busy machine
+constexpr int patience = 600'000;       // milliseconds; gigabytes on a busy machine
 constexpr const char *notAskedFor =
     "takes up to 7 GB of the disk and some minutes: runs with VANTREL_LARGE=1";
 constexpr const char *slowHere = "takes minutes under Wine: runs with VANTREL_LARGE=1";
@@ -47,7 +47,7 @@ bool isAskedFor()
     return times("VANTREL_LARGE", 0) > 0;
 }
 
-/// A file of holes that has bytes of its own at its start, in its middle and at its end.
+/// A sparse file with data at its start, in its middle and at its end.
 QString sparse(ScratchFolder &scratch, const QString &name, qint64 size, const QByteArray &bytes)
 {
     QFile file(scratch.sparseFile(name, size));
@@ -94,7 +94,7 @@ void LargeZip::clientDumpsOfTogetherMoreThanFourGibibytes()
     QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
 
     QCOMPARE(output.lines(), QStringList());
-    QVector<PackedFile> originals; // in the order of the folder
+    QVector<PackedFile> originals; // in folder order
     for (QDirIterator walk(source, QDir::Files); walk.hasNext();) {
         const QString path = walk.next();
         originals.append({walk.fileName(), path});
@@ -152,7 +152,7 @@ void LargeZip::seventyThousandEntries()
     QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
     QCOMPARE(output.lines(), QStringList());
     QCOMPARE(zipToolsComplaint(zip, originals), QString());
-    // The tools get by without this record, other readers would see the count modulo 65,536.
+    // The Zip64 end record: without it some readers would see the count modulo 65,536.
     QVERIFY(scratch.read(text("a.zip")).right(200).contains("PK\6\6"));
 }
 
@@ -178,7 +178,7 @@ void LargeZip::aLogThroughTheWholeJob()
 {
     if (onWindows() && !isAskedFor())
         QSKIP(slowHere);
-    // Copied to the staging folder, it takes the room that it says.
+    // The copy in the staging folder is not sparse.
     const qint64 size = isAskedFor() ? 3 * gibibyte : 2 * gibibyte;
     ExportFixture f;
     const QString small = f.log(text("a.log"));
@@ -191,7 +191,7 @@ void LargeZip::aLogThroughTheWholeJob()
                                {{text("SDKLOG/a.log"), small}, {text("SDKLOG/huge.log"), huge}}),
              QString());
 
-    QVERIFY(f.exportAndWait({small})); // and the next one is as usual
+    QVERIFY(f.exportAndWait({small})); // the next export works as usual
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{
                  {text("SDKLOG/a.log"), f.scratch.read(text("QZSDK/QZviewer/a.log"))}}));

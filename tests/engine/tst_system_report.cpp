@@ -151,7 +151,7 @@ void SystemReport::aSecondQueryKeepsTheModulesOfTheFirst()
     ExportFixture f(machine.probes());
     QVERIFY(f.worker.queryMemoryModules());
     machine.modules.modules = {{"second", 3, 4}};
-    QVERIFY(f.worker.saveSysInfo(f.scratch.path())); // asks once more
+    QVERIFY(f.worker.saveSysInfo(f.scratch.path())); // queries again
     QCOMPARE(f.scratch.read(text("SystemInfo.txt")),
              memoryLines + moduleReport("first", 1, 2) + moduleReport("second", 3, 4));
 }
@@ -249,7 +249,7 @@ void SystemReport::aQueryThatBreaksReportsTheModulesBeforeAndFailsSilently()
 void SystemReport::refusedComSecurityKeepsTheModulesUnaskedSilently()
 {
     FakeSystem machine;
-    machine.comSecurity = -2147417831; // too late: the process has set it up otherwise already
+    machine.comSecurity = -2147417831; // RPC_E_TOO_LATE
     machine.memory = memory;
     machine.modules.modules = {{"not asked for", 1, 2}};
     ExportFixture f(machine.probes());

@@ -11,7 +11,7 @@
 
 #include <cstdlib>
 
-/// A full export of the machine that the test runs on, held against what other programs say of it.
+/// A full export of the real machine, compared with the output of other programs.
 class ThisMachine : public QObject
 {
     Q_OBJECT
@@ -51,8 +51,8 @@ bool exists(const QString &program)
 std::unique_ptr<ExportFixture> fixture;
 ExportFixture::Contents contents;
 
-/// The report's block about an adapter, as `ip` describes it. Its speeds are left out: the program
-/// does not tell them.
+/// The report's block about an adapter, from the output of `ip`. Speeds are left out, because `ip`
+/// does not report them.
 QByteArray blockOf(const QJsonObject &link)
 {
     QByteArray block = "Adapter: " + link[text("ifname")].toString().toUtf8() + "\nMAC: ";
@@ -120,7 +120,7 @@ void ThisMachine::memoryIsThatOfFree()
     const QList<QByteArray> row = free.output.split('\n').value(1).simplified().split(' ');
     QCOMPARE(figure(report, "Total Physical Memory"), row.value(1).toLongLong());
     const qint64 available = figure(report, "Available Physical Memory");
-    // Memory does not stand still between the two.
+    // Memory use changes between the two queries.
     QVERIFY2(std::llabs(available - row.value(6).toLongLong()) < 2048, report.constData());
     const qint64 used = 100 - available * 100 / figure(report, "Total Physical Memory");
     QVERIFY(std::llabs(figure(report, "Memory Load") - used) <= 1);
@@ -144,7 +144,7 @@ void ThisMachine::eventsAreThoseOfTheJournal()
         QVERIFY(!contents.contains(entry));
         QSKIP("no such events here, and none in the zip");
     }
-    // The journal grows; what was there stays.
+    // The journal grows, but only at its end.
     QVERIFY(!contents[entry].isEmpty());
     QVERIFY(journal.output.startsWith(contents[entry]));
 }

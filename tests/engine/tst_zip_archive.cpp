@@ -48,7 +48,7 @@ namespace {
 
 using Contents = QMap<QString, QByteArray>;
 
-/// Whether the first entry asks for a reader of large zips.
+/// Whether the first entry needs Zip64.
 bool isLarge(const ScratchFolder &scratch)
 {
     constexpr char zip64 = 45;
@@ -113,7 +113,7 @@ void ZipArchiveTest::isWhatTheBareWriterMakes()
     scratch.file(text("1"), "one");
     scratch.file(text("2"), noise(70'000));
     scratch.file(text("3"));
-    // Entries carry the time of day, so both have to be made in the same moment.
+    // Entries contain the time of day, so both must be written at the same moment.
     bool equal = false;
     for (int attempt = 0; attempt < 5 && !equal; ++attempt) {
         pack();
@@ -128,7 +128,7 @@ void ZipArchiveTest::isAValidZipWithoutEntries()
     ScratchFolder scratch;
     const QString zip = scratch.path(text("a.zip"));
     QVERIFY(ZipArchive(zip).close());
-    // Nothing but the end record of an empty directory.
+    // Only the end record of an empty directory.
     QCOMPARE(scratch.read(text("a.zip")), QByteArray("PK\5\6") + QByteArray(18, '\0'));
 }
 
@@ -162,7 +162,7 @@ void ZipArchiveTest::isLargeBeyondAnyOfTheLimits_data()
 {
     QTest::addColumn<ZipLimits>("limits");
     QTest::addColumn<bool>("large");
-    // For three files, the largest of 1000 bytes.
+    // Limits for three files of up to 1000 bytes.
     ZipLimits limits;
     limits.entryBytes = 1000;
     limits.entries = 3;
@@ -245,7 +245,7 @@ void ZipArchiveTest::isForItsOwnerOnlyFromTheFirstByte()
         QVERIFY(archive.close());
         seen |= QFile::permissions(zip);
         QCOMPARE(seen & QFile::Permissions(0x7077), QFile::ReadOwner | QFile::WriteOwner);
-        // And so is what is unpacked.
+        // Unpacked files are private too.
         QCOMPARE(QZipReader(zip).entryInfoAt(0).permissions & QFile::Permissions(0x7077),
                  QFile::ReadOwner | QFile::WriteOwner);
     }

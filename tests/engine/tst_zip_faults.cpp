@@ -11,7 +11,7 @@
 #include <cerrno>
 #include <new>
 
-/// What befalls files while they are packed, and disks. The archive is whole, or there is none.
+/// Faults of files and disks while packing. The archive is complete, or there is none.
 class ZipFaults : public QObject
 {
     Q_OBJECT
@@ -109,8 +109,8 @@ void ZipFaults::leavesNoHalfZipOnAFullDisk_data()
 {
     QTest::addColumn<ZipLimits>("limits");
     QTest::addColumn<int>("room");
-    // In the first header, within the first contents, between two files; and, counted from the end,
-    // in the directory and in the very last record.
+    // In the first header, in the first contents, between two files; and, counted from the end, in
+    // the directory and in the last record.
     for (const int room : {0, 10, 5000, 20'050, -100, -30, -1}) {
         QTest::addRow("Qt's writer, %d bytes", room) << ZipLimits() << room;
         QTest::addRow("large, %d bytes", room) << nothingFits() << room;

@@ -143,7 +143,7 @@ void ZipPackerTest::removesTheFolderEvenWhenTheZipCannotBeWritten()
 void ZipPackerTest::removesFilesWhoseNamesMeanSomethingToQt()
 {
     ScratchFolder scratch;
-    const QString name = text(":a.log"); // on its own, a path in the program's resources
+    const QString name = text(":a.log"); // as a bare name, a resource path
     const QString folder = scratch.folder(text("in"));
     QFile file(folder + QLatin1Char('/') + name);
     if (!file.open(QIODevice::WriteOnly) || !QDir(folder).entryList().contains(name))
@@ -158,7 +158,7 @@ void ZipPackerTest::removesFilesWhoseNamesMeanSomethingToQt()
 
 void ZipPackerTest::removesReadOnlyFiles()
 {
-    // As copies of read-only logs are.
+    // Like copies of read-only logs.
     ScratchFolder scratch;
     for (const char *name : {"in/a.log", "in/sub/b.log"})
         QVERIFY(QFile::setPermissions(scratch.file(text(name), "x"), QFileDevice::ReadOwner));
@@ -184,7 +184,7 @@ void ZipPackerTest::printsAnEntryOnceItWasAdded()
         const OrdinaryUser user;
         QVERIFY(zipFolder(scratch.path(text("in")), scratch.path(text("a.zip"))));
     }
-    // What befell it while it was read comes first.
+    // Read errors come first.
     QCOMPARE(output.lines().size(), 2);
     QVERIFY(output.lines().first().startsWith(text("cannot read \"%1\"").arg(locked)));
     QCOMPARE(output.lines().last(), text("\"a.log\" \"%1\" \"%1\"").arg(scratch.path(text("in"))));
@@ -225,7 +225,7 @@ void ZipPackerTest::packsAndKeepsWhatMayNotBeRemovedAndSaysSo()
     QCOMPARE(zipContents(zip), (Contents{{text("locked/a.log"), "a"}}));
     QCOMPARE(scratch.read(text("in/locked/a.log")), QByteArray("a"));
     QCOMPARE(output.lines().last(), text("folder not removed: \"%1\"").arg(folder));
-    // So that the scratch folder can go.
+    // So that the scratch folder can be removed.
     for (const char *locked : {"in", "in/locked"})
         QFile::setPermissions(scratch.path(text(locked)), Everybody::mayDoAll);
 }
@@ -272,7 +272,7 @@ void ZipPackerTest::removesTheFolderBeforeItClosesTheZip()
     const QString zip = scratch.path(text("a.zip"));
     const DebugCapture output;
     {
-        const FileSizeLimit limit(40); // for the file, not for the directory that closes the zip
+        const FileSizeLimit limit(40); // enough for the file, not for the zip's directory
         QVERIFY(zipFolder(folder, zip));
     }
     QVERIFY(!QFileInfo::exists(zip));

@@ -7,11 +7,11 @@
 #include <memory>
 #include <utility>
 
-/// Does something again and again on a thread of its own, as another program would, until its end.
+/// Repeats a function on its own thread, like another program, until its end.
 class BackgroundLoop
 {
 public:
-    /// @p act is given the number of the round, from 0.
+    /// @p act receives the number of the round, from 0.
     explicit BackgroundLoop(std::function<void(int)> act)
         : doing(std::move(act))
         , thread(QThread::create([this] {

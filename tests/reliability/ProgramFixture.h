@@ -15,8 +15,8 @@
 
 #include <memory>
 
-/// A user with a home of that name, in which the camera client has left logs, and the program as a
-/// process in that home.
+/// A user with a home folder of the given name, in which the camera client has left logs, and the
+/// program as a process there.
 struct ProgramFixture
 {
     using Contents = QMap<QString, QByteArray>;
@@ -37,7 +37,7 @@ struct ProgramFixture
         return scratch.file(QFileInfo(home).fileName() + QLatin1Char('/') + name, contents);
     }
 
-    /// Logs with contents of @p size bytes each, and what the zip holds of them.
+    /// Creates @p count logs of @p size bytes each and their expected contents.
     void layOutLogs(int count, int size)
     {
         for (int i = 0; i < count; ++i) {
@@ -52,7 +52,7 @@ struct ProgramFixture
         file(QStringLiteral("QZSDK/QZviewer/client.dmp"), "dump");
     }
 
-    /// Whether everything that layOutLogs() made, and the settings, are as they were.
+    /// Whether all logs and settings are unchanged.
     [[nodiscard]] bool nothingIsLost()
     {
         for (auto log = logs.begin(); log != logs.end(); ++log) {
@@ -89,10 +89,10 @@ struct ProgramFixture
     QString temporary;
     ClientRegistration client;
     GuardTraces traces;
-    Contents logs; ///< by the names that they have in the zip
+    Contents logs; ///< by entry name
 };
 
-/// The part of @p contents that are SDK logs.
+/// The SDK logs in @p contents.
 [[nodiscard]] inline ProgramFixture::Contents logsIn(const ProgramFixture::Contents &contents)
 {
     ProgramFixture::Contents logs;

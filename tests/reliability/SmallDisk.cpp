@@ -31,7 +31,7 @@ bool writeText(const char *path, const QByteArray &text)
            file.write(text) == text.size();
 }
 
-/// Root of a world of its own, in which this user is root.
+/// Makes this user root of a namespace of its own.
 QString becomeRootOfOneself()
 {
     const QByteArray user = QByteArray::number(uint(geteuid()));

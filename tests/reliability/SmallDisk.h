@@ -3,14 +3,12 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// A disk of few bytes, a real one as far as a program can tell. While it lives, temporary folders
-/// of this process lie on it.
+/// A small file system. While it exists, this process's temporary folders are on it.
 class SmallDisk
 {
 public:
-    /// Makes this process one that may have disks of its own, without a trace for any other. To be
-    /// called first of all, before there is a second thread. Returns why it cannot be done, or an
-    /// empty text.
+    /// Gives this process the right to mount, invisibly to other processes. Call it first, before
+    /// there is a second thread. Returns why it failed, or an empty text.
     [[nodiscard]] static QString prepare();
 
     SmallDisk(qint64 bytes, int files);
@@ -18,18 +16,18 @@ public:
     SmallDisk(const SmallDisk &) = delete;
     SmallDisk &operator=(const SmallDisk &) = delete;
 
-    /// Why there is no such disk; empty: it is there.
+    /// Why it could not be mounted; empty on success.
     [[nodiscard]] QString trouble() const { return problem; }
 
     [[nodiscard]] qint64 freeBytes() const;
     [[nodiscard]] qint64 freeFiles() const;
-    /// Takes all the room but so much.
+    /// Fills the disk except for @p bytes.
     void leaveBytes(qint64 bytes);
-    /// Takes all the places for files and folders but so many.
+    /// Uses all inodes except for @p files.
     void leaveFiles(qint64 files);
-    /// Gives back what these two took.
+    /// Frees what these two used.
     void makeRoom();
-    /// Whether anything can be written to it.
+    /// Remounts it read-only or read-write.
     void setReadOnly(bool on);
 
 private:

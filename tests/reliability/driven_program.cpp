@@ -10,11 +10,11 @@
 
 #include <cstdio>
 
-/// The program with somebody at it, for tests that need it as a process:
+/// The program driven by code, for tests that need a process:
 ///
-///   driven_program ZIP...   ticks every box, presses Export once for each zip, closes the window
+///   driven_program ZIP...   ticks every box, presses Export once per zip, closes the window
 ///
-/// It tells "second" and ends where a copy runs; else "exporting" and "exported" for each zip.
+/// It prints "second" and exits if a copy is running; otherwise "exporting" and "exported" per zip.
 namespace {
 
 void tell(const char *line)
@@ -31,7 +31,7 @@ void drive(Vantrel &window, const QStringList &zips)
     for (const QString &zip : zips) {
         CConfiguration::instance()->exportPath = zip;
         tell("exporting");
-        part<QPushButton>(window, "btnExport").click(); // returns when the wait dialog is closed
+        part<QPushButton>(window, "btnExport").click(); // returns when the wait dialog closes
         tell("exported");
     }
     window.close();

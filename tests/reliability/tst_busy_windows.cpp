@@ -8,7 +8,7 @@
 
 #include <QAction>
 
-/// Windows that are used while everything moves.
+/// Windows in use while files and sources change.
 class BusyWindows : public QObject
 {
     Q_OBJECT
@@ -21,14 +21,14 @@ private slots:
 
 namespace {
 
-/// A file is no zip before its last byte is written.
+/// A zip is valid only after its last byte is written.
 bool isWholeZip(const QString &path)
 {
     return QFileInfo::exists(path) && !zipContents(path).contains(text("not a zip"));
 }
 
-/// What is in a zip of all listed logs, which is asked for now and comes after all that was asked
-/// for before.
+/// The contents of a zip of all listed logs, requested now and processed after all earlier
+/// requests.
 QMap<QString, QByteArray> lastExport(MainWindowFixture &f)
 {
     const QString zip = f.home.path(text("last.zip"));
@@ -68,7 +68,7 @@ void BusyWindows::theSourceIsSwitchedWhileExportsRun()
         }
         QCoreApplication::processEvents();
     }
-    // A request that still waits would take along the logs that are chosen for the last one.
+    // A request still queued would take the logs chosen for the last one.
     QVERIFY(QTest::qWaitFor([&] { return isWholeZip(zips.last()); }, 60000));
     combo->setCurrentIndex(combo->findText(text("QZtool3")));
     const auto last = lastExport(f);
@@ -78,7 +78,7 @@ void BusyWindows::theSourceIsSwitchedWhileExportsRun()
 
     for (const QString &zip : zips) {
         kept.keep(zip);
-        // Requests that were queued together share what was chosen last; no file is cut or mixed.
+        // Queued requests share the logs chosen last; no file is truncated or mixed up.
         const auto contents = zipContents(zip);
         for (auto entry = contents.begin(); entry != contents.end(); ++entry) {
             const char letter = char('a' + entry.key().mid(7, 1).toInt());
@@ -102,11 +102,11 @@ void BusyWindows::theViewerLoadsWhileTheFileIsRewritten()
         BackgroundLoop writer([&](int round) {
             QFile file(path);
             switch (round % 4) {
-            case 0: // cut and written anew
+            case 0: // truncated and rewritten
                 if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
                     file.write(whole);
                 break;
-            case 1: // goes on
+            case 1: // appended to
                 if (file.open(QIODevice::WriteOnly | QIODevice::Append))
                     file.write(whole.left(5000));
                 break;
@@ -121,7 +121,7 @@ void BusyWindows::theViewerLoadsWhileTheFileIsRewritten()
         for (int i = times("VANTREL_LOADS", 150); i > 0; --i) {
             (void)f.open(path);
             f.search(i % 2 == 0 ? text("ERROR.*1") : text("INFO"));
-            f.pressEnter(QString()); // reads the file again
+            f.pressEnter(QString()); // reloads the file
             QVERIFY(f.filledRows() <= 100000);
             QVERIFY(f.open(other));
             QCOMPARE(f.text(0, 3), text(" frame received"));

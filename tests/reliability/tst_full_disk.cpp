@@ -5,9 +5,9 @@
 #include "SmallDisk.h"
 #include "Text.h"
 
-/// The disk is full at one point after the other of an export with every item. Whatever the point:
-/// the worker goes on, the user's files stay, there is no half zip, and with room again the next
-/// export is whole.
+/// The disk becomes full at every point of an export with every item. At each point the worker
+/// continues, the user's files stay, there is no incomplete zip, and with free space the next
+/// export is complete.
 class FullDisk : public QObject
 {
     Q_OBJECT
@@ -19,10 +19,10 @@ private slots:
     void theDiskIsReadOnly();
 
 public:
-    QString noDisks; ///< why a test cannot have any
+    QString noDisks; ///< why a test cannot mount one
 
 private:
-    const Diagnostics diagnostics; ///< tell what was lost
+    const Diagnostics diagnostics; ///< to know what was lost
 };
 
 namespace {
@@ -33,8 +33,8 @@ const int points = 24;
 const qint64 diskSize = 4 << 20;
 const QByteArray filling = noise(20'000);
 
-/// Whether an export that is asked for during the fault comes to its end. @p strike makes the
-/// fault; what it returns ends it.
+/// Whether an export requested during the fault finishes. @p strike causes the fault, and its
+/// result ends it.
 template <typename Strike>
 bool settlesDuring(FullJob &job, const Strike &strike)
 {
@@ -45,7 +45,7 @@ bool settlesDuring(FullJob &job, const Strike &strike)
     return job.settles();
 }
 
-/// A report or an event log may have been cut short; a log or an archive in the zip may not.
+/// Reports and event logs may be truncated; logs and archives may not.
 bool isPartOf(const Contents &found, const Contents &whole)
 {
     for (auto entry = found.begin(); entry != found.end(); ++entry) {
@@ -58,18 +58,18 @@ bool isPartOf(const Contents &found, const Contents &whole)
     return true;
 }
 
-/// With room again.
+/// With free space again.
 void isWholeAgain(FullJob &job, KeptZips &kept)
 {
-    QVERIFY(QDir(job.f.staging()).removeRecursively()); // of a request that was dropped
+    QVERIFY(QDir(job.f.staging()).removeRecursively()); // left by a dropped request
     job.f.output.take();
     QVERIFY(job.run());
     QCOMPARE(job.packed(&kept), job.whole);
     QVERIFY(!QFileInfo::exists(job.f.staging()));
 }
 
-/// What is in the zip is right, although @p fault struck while it was written; what was lost was
-/// logged; and the next export is whole.
+/// The zip is correct although @p fault struck while it was written, losses are logged, and the
+/// next export is complete.
 void endsWell(FullJob &job, KeptZips &kept, const char *fault, qint64 room)
 {
     const QByteArray where = QByteArray(fault) + " at " + QByteArray::number(room);
@@ -143,7 +143,7 @@ void FullDisk::thereAreNoMoreFilesFromSomePointOn()
     SmallDisk disk(diskSize, 200);
     QVERIFY2(disk.trouble().isEmpty(), qPrintable(disk.trouble()));
     FullJob job(filling);
-    // The staging folder, its folder for logs, seven files and the zip.
+    // Inodes: the staging folder, its SDKLOG folder, seven files and the zip.
     for (int left = 0; left <= 10; ++left) {
         QVERIFY(settlesDuring(job, [&] {
             disk.leaveFiles(left);
@@ -179,7 +179,7 @@ void FullDisk::theDiskIsReadOnly()
 int main(int argc, char **argv)
 {
     FullDisk tests;
-    tests.noDisks = SmallDisk::prepare(); // as long as this is the only thread
+    tests.noDisks = SmallDisk::prepare(); // while this is the only thread
     QCoreApplication app(argc, argv);
     return QTest::qExec(&tests, argc, argv);
 }

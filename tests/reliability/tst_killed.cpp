@@ -4,8 +4,8 @@
 
 #include <QElapsedTimer>
 
-/// The program is killed in the midst of an export, at a moment that chance chooses. The next start
-/// is a normal one, its export is whole, and nothing of the user's is lost.
+/// The program is killed at a random moment of an export. The next start is normal, its export is
+/// complete, and no user file is lost.
 class Killed : public QObject
 {
     Q_OBJECT
@@ -16,8 +16,8 @@ private slots:
 
 namespace {
 
-/// Entries of @p contents that neither an export has nor a killed one leaves behind: half a copy
-/// under a name for the meantime, or the part of the events that were exported by then.
+/// Entries of @p contents that neither a complete nor a killed export produces. A killed one may
+/// leave partial copies under temporary names and partial event logs.
 QStringList unexpected(const ProgramFixture::Contents &contents, const QStringList &usual)
 {
     static const QRegularExpression left(
@@ -41,7 +41,7 @@ void Killed::atRandomMomentsOfAnExport()
     const QString zip = f.path(text("QZSDK/UserLogInfo.zip"));
     const QString second = f.path(text("QZSDK/second.zip"));
 
-    // How long an export takes, and what it holds when nobody is killed.
+    // The duration and contents of an undisturbed export.
     const auto undisturbed = f.start({zip});
     QVERIFY(undisturbed->tells("exporting"));
     QElapsedTimer time;
@@ -77,7 +77,7 @@ void Killed::atRandomMomentsOfAnExport()
             QVERIFY2(contents.contains(name), qPrintable(name));
         for (auto log = f.logs.begin(); log != f.logs.end(); ++log)
             QVERIFY2(contents.value(log.key()) == log.value(), qPrintable(log.key()));
-        // Nothing of the killed one is left for the export after the next.
+        // The second export after the kill has no leftovers.
         QCOMPARE(zipEntryNames(second), usual);
         QCOMPARE(logsIn(zipContents(second)), f.logs);
         QCOMPARE(zipContents(second).value(text("SystemInfo.txt")).count("Memory Load"), 1);
@@ -86,7 +86,7 @@ void Killed::atRandomMomentsOfAnExport()
     }
     QCOMPARE(kept.complaint(), QString());
     qInfo("%d of the kills left a staging folder", inTheMidst);
-    QVERIFY(inTheMidst > 0 || kills < 20); // a few may all come too early or too late
+    QVERIFY(inTheMidst > 0 || kills < 20); // a few kills may all miss the export
 }
 
 QTEST_GUILESS_MAIN(Killed)

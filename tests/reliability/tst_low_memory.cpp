@@ -22,7 +22,7 @@ namespace {
 constexpr qint64 megabyte = 1024 * 1024;
 constexpr const char *whySkipped = "sanitizers need more memory than can be taken away";
 
-/// While it lives, this process can have no more than @p more bytes beyond those that it has.
+/// Limits this process to @p more bytes beyond its current memory use.
 class MemoryLimit
 {
 public:
@@ -57,7 +57,7 @@ class LowMemory : public QObject
     Q_OBJECT
 
 private slots:
-    void endsASearchThatCannotBegin(); // first: no thread has left its memory behind yet
+    void endsASearchThatCannotBegin(); // first: no cached thread stacks yet
     void endsASearchThatRunsOutOfMemory();
     void showsTheLinesForWhichThereIsMemory();
     void leavesOutAFileThatDoesNotFitAndPacksTheOthers();
@@ -70,7 +70,7 @@ void LowMemory::endsASearchThatCannotBegin()
     if (isSanitized())
         QSKIP(whySkipped);
     const auto neverCalled = [](const auto &...) { return true; };
-    const MemoryLimit limit(megabyte); // less than a thread has for itself
+    const MemoryLimit limit(megabyte); // less than a thread's stack
     SearchRun run(neverCalled, "x", {}, 10);
     QVERIFY(run.isOver());
     QVERIFY(run.hasFailed());
@@ -105,7 +105,7 @@ void LowMemory::showsTheLinesForWhichThereIsMemory()
     const Diagnostics diagnostics;
     const DebugCapture output;
     {
-        const MemoryLimit limit(200 * megabyte); // a line takes four bytes for each of its own
+        const MemoryLimit limit(200 * megabyte); // a line needs four times its size
         QVERIFY(viewer.openLogFile(log.toStdString()));
     }
     int shown = 0;

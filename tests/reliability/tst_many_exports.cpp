@@ -4,7 +4,7 @@
 
 #include <vector>
 
-/// Many exports: queued at once, given up at the end, and one of every kind.
+/// Many exports: queued together, dropped at the end, and all combinations of items.
 class ManyExports : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ const int manyRequests = 200;
 
 using Flag = std::atomic<bool> CConfiguration::*;
 
-/// The flags that choose an item, that of the SDK logs first.
+/// The flags of all items, SDK logs first.
 const std::vector<Flag> flags = [] {
     std::vector<Flag> all{&CConfiguration::sdkLog};
     for (const ExportItem &item : exportItems)
@@ -31,7 +31,7 @@ const std::vector<Flag> flags = [] {
     return all;
 }();
 
-/// The flag that brings an entry, by the rules of the staging folder.
+/// The flag that an entry depends on.
 Flag flagOf(const QString &entry)
 {
     static const QMap<QString, Flag> brought{
@@ -50,8 +50,7 @@ Flag flagOf(const QString &entry)
     qFatal("%s comes from nowhere", qPrintable(entry));
 }
 
-/// A choice of items: which flags are set, and what the user chose besides. Its number has a bit
-/// for each.
+/// A combination of flags and of what the user chose, encoded in the bits of a number.
 struct Choice
 {
     explicit Choice(std::size_t number)
@@ -71,8 +70,7 @@ struct Choice
 
     [[nodiscard]] bool copiesLogs() const { return chosenLog || hub().sdkLog; }
 
-    /// What is left of the whole while the flags are set. Only a request that copies logs heeds the
-    /// wish for nothing else.
+    /// The expected part of @p whole. Only a request that copies logs honours the logs-only flag.
     [[nodiscard]] Contents partOf(const Contents &whole) const
     {
         Contents part;
@@ -109,7 +107,7 @@ void ManyExports::twoHundredAreQueuedAtOnce()
     const QStringList names = zipEntryNames(zip(0));
     for (int i = 0; i < count; ++i) {
         kept.keep(zip(i));
-        // The first took the chosen log, all else is in each.
+        // The first request took the chosen log; everything else is in each zip.
         QStringList expected = names;
         if (i > 0)
             expected.removeAll(text("SDKLOG/a.log"));
@@ -134,13 +132,12 @@ void ManyExports::twoHundredAreQueuedWhileTheWorkerGoes()
             job.f.worker.enqueueExport(zip(i));
         QVERIFY(job.f.waitForExports());
         job.f.worker.setRunning(false);
-        QVERIFY(
-            job.f.worker.wait(ExportFixture::patience)); // no longer than the request in hand takes
+        QVERIFY(job.f.worker.wait(ExportFixture::patience)); // only the current request is finished
         QVERIFY(!QFileInfo::exists(job.f.staging()));
         while (dropped < manyRequests && !QFileInfo::exists(zip(manyRequests - 1 - dropped)))
             ++dropped;
     }
-    // Each is there whole or not at all.
+    // Each zip is complete or missing.
     KeptZips kept;
     for (int i = 0; i < manyRequests - dropped; ++i)
         kept.keep(zip(i));
@@ -154,7 +151,7 @@ void ManyExports::everyChoiceOfItems()
     FullJob job;
     job.f.log(text("gentl_cxp_log/g.txt"), "gentl");
     job.whole[text("SDKLOG/gentl_cxp_log/g.txt")] = "gentl";
-    // Only some entries are zips themselves, and those are always there when their flag is set.
+    // Only the dump archives are zips, which exist whenever their flag is set.
     KeptZips kept;
     for (std::size_t number = 0; number < Choice::count(); ++number) {
         const Choice choice(number);
@@ -166,7 +163,7 @@ void ManyExports::everyChoiceOfItems()
                  qPrintable(QString::number(number)));
         QVERIFY(!QFileInfo::exists(job.f.staging()));
     }
-    QVERIFY(kept.count() >= 256); // six flags, two further choices
+    QVERIFY(kept.count() >= 256); // six flags and two more choices
     QCOMPARE(kept.complaint(), QString());
 }
 

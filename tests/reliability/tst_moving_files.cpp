@@ -6,8 +6,8 @@
 #include "SeededRandom.h"
 #include "Text.h"
 
-/// Others write, cut, lock and remove files and folders while exports run. Each zip is a valid one,
-/// what nobody touched is in it, and once nobody disturbs an export is whole.
+/// Other programs write, truncate, lock and remove files and folders during exports. Each zip is
+/// valid and contains every untouched file, and an undisturbed export is complete.
 class MovingFiles : public QObject
 {
     Q_OBJECT
@@ -34,7 +34,7 @@ int exportCount()
     return times("VANTREL_EXPORTS", 20);
 }
 
-/// A full job, and a second log that is chosen with the first and that others are busy with.
+/// A full job with a second chosen log that other programs modify.
 struct BusyJob : FullJob
 {
     BusyJob()
@@ -55,7 +55,7 @@ struct BusyJob : FullJob
         return f.waitForExports();
     }
 
-    /// What lies in the zip of the busy log; the rest has to be whole.
+    /// Gets the zip's copy of the modified log and checks the rest of the zip.
     bool restIsWhole(QByteArray &ofBusy)
     {
         Contents found = packed(&kept);
@@ -82,8 +82,8 @@ struct BusyJob : FullJob
     QString busy;
 };
 
-/// Whether @p copy is what somebody may have read of @p log while it was cut here and there: the
-/// system fills a block up with zeros where it cuts a file.
+/// Whether @p copy is a possible reading of @p log while it was being truncated: the system fills
+/// the rest of a block with zeros when it truncates a file.
 bool isOf(const QByteArray &copy, const QByteArray &log)
 {
     if (copy.size() > log.size())
@@ -95,7 +95,7 @@ bool isOf(const QByteArray &copy, const QByteArray &log)
     return true;
 }
 
-/// Once nobody disturbs an export.
+/// An undisturbed export.
 void isWhole(FullJob &job, KeptZips &kept)
 {
     QVERIFY(job.run());
@@ -245,13 +245,13 @@ void MovingFiles::theSdkFolderIsTakenAway()
         job.request();
         if (!job.f.worker.isRunning())
             job.f.worker.start();
-        QVERIFY(QDir().rename(sdk, away)); // at whatever point the export is
+        QVERIFY(QDir().rename(sdk, away)); // at any point of the export
         QVERIFY(job.settles());
-        // The folder for logs is made with all folders on the way to it.
+        // The SDKLOG folder is created with its parents.
         QVERIFY(!QFileInfo::exists(sdk) || QDir(sdk).removeRecursively());
         QVERIFY(QDir().rename(away, sdk));
         kept.keep(job.f.zip());
-        QDir(job.f.staging()).removeRecursively(); // what was moved away with the folder
+        QDir(job.f.staging()).removeRecursively(); // moved away with the folder
     }
     isWhole(job, kept);
 }
@@ -288,7 +288,7 @@ void MovingFiles::theStagingFolderOfAKilledRunIsReadOnly()
     {
         const OrdinaryUser user;
         job.request();
-        QVERIFY(job.settles()); // "mkpath failed": dropped, as a request has to be
+        QVERIFY(job.settles()); // "mkpath failed": the request is dropped
     }
     QCOMPARE(job.f.scratch.read(text("QZSDK/LogInfo/left.txt")), QByteArray("left"));
     QVERIFY(QFile::setPermissions(staging, Everybody::mayDoAll));

@@ -1,7 +1,7 @@
 #include "ProgramFixture.h"
 #include "Text.h"
 
-/// The program as a process, with homes and clocks as some users have them.
+/// The program as a process with unusual home folders and clocks.
 class OddHomes : public QObject
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ private slots:
 
 namespace {
 
-/// The date and time of the first entry, to the hour, as its header has it.
+/// The date and hour in the first entry's header.
 QByteArray zipTime(const QString &zip)
 {
     const QByteArray stored = ProgramFixture::read(zip).mid(10, 4);
@@ -81,7 +81,7 @@ void OddHomes::exportsWhileTheClockIsSetBack()
                                         {text("FAKETIME_DONT_FAKE_MONOTONIC"), text("1")},
                                         {text("NO_FAKE_STAT"), text("1")}});
     QVERIFY(program->tells("exported"));
-    f.scratch.file(text("clock"), clock); // between or in the midst of exports
+    f.scratch.file(text("clock"), clock); // between or during exports
     QCOMPARE(program->exitCode(), 0);
     QCOMPARE(program->output().count("exported"), zips.size());
     KeptZips kept;
@@ -92,7 +92,7 @@ void OddHomes::exportsWhileTheClockIsSetBack()
     QCOMPARE(kept.count(), zips.size());
     QCOMPARE(kept.complaint(), QString());
     QVERIFY(f.nothingIsLost());
-    // The zips tell that the clock was set.
+    // The zips' times show that the clock was changed.
     QVERIFY(zipTime(zips.last()) != zipTime(zips.first()));
 }
 

@@ -14,8 +14,8 @@
 #include <cstdio>
 #include <malloc.h>
 
-/// Export after export in one process, by the button with every item and by the menu, while sources
-/// are switched and logs are looked at: the process does not grow.
+/// Many exports in one process, alternating between the button with every item and the context
+/// menu, with source changes and opened logs: the process does not grow.
 class Soak : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ private slots:
 
 namespace {
 
-/// What a process takes of its system.
+/// A process's use of system resources.
 struct Usage
 {
     qint64 heap = 0;     ///< bytes allocated and not freed
@@ -66,8 +66,8 @@ void print(int exports, double seconds, const Usage &now)
     std::fflush(stdout);
 }
 
-/// Has the wait dialog painted. A window keeps the picture that it once had, this one 450 KB; an
-/// export of small logs is often over before there is one, but not always.
+/// Paints the wait dialog once. A window keeps its backing store, here 450 KB, and exports of small
+/// logs are sometimes too short to paint it.
 bool paintWaitDialog()
 {
     CWaitDialog &dialog = MainWindowFixture::waitDialog();
@@ -78,7 +78,7 @@ bool paintWaitDialog()
     return painted;
 }
 
-/// A user's round: a source, a look into a log, an export.
+/// One round: change the source, open a log, export.
 bool exportOnce(MainWindowFixture &f, int number)
 {
     const QString zip = hub().exportPath;
@@ -87,7 +87,7 @@ bool exportOnce(MainWindowFixture &f, int number)
     combo->setCurrentIndex(number % combo->count());
     emit f.table()->itemDoubleClicked(f.table()->item(number % 10, 1));
     if (number % 2 == 0)
-        f.find<QPushButton>("btnExport")->click(); // returns when the wait dialog is closed
+        f.find<QPushButton>("btnExport")->click(); // returns when the wait dialog closes
     else
         f.find<QAction>("actionExportAll")->trigger();
     const bool done = QTest::qWaitFor(
@@ -128,7 +128,7 @@ void Soak::memoryAndHandlesStayFlat()
         if (counted >= 0 && counted % qMax(exports / 10, 1) == 0)
             print(counted, double(time.elapsed()) / 1000, usage(*f.window));
     }
-    // A zip is whole a little before the worker has let go of all that it took for it.
+    // The zip is complete shortly before the worker has released all resources.
     Usage end;
     const auto complaint = [&] {
         end = usage(*f.window);

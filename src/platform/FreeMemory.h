@@ -4,7 +4,7 @@
 /// does so itself. Any thread.
 void returnFreeMemory();
 
-/// Lets the allocator join freed blocks with their neighbours at once, for the whole process. glibc
-/// would put the small ones off to the next large request, which then takes 0.1 s after a large log.
-/// Call it before there are threads.
+/// Makes the allocator merge freed blocks immediately, for the whole process. glibc defers small
+/// ones to the next large request, which then takes 0.1 s after a large log was closed. Call it
+/// before other threads exist.
 void joinFreedBlocksAtOnce();

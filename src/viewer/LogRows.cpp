@@ -59,8 +59,8 @@ private:
     QString whole;
 };
 
-/// A cell that holds its two texts as they are. Qt's list of roles and values would cost two more
-/// allocations a cell.
+/// A cell that stores its two texts directly. Qt's list of roles and values would cost two more
+/// allocations per cell.
 class LogCell : public QTableWidgetItem
 {
 public:

@@ -32,7 +32,7 @@ public:
     Steps(const Steps &) = delete;
     Steps &operator=(const Steps &) = delete;
 
-    /// Looks at the clock now and then, as that takes a tenth of the time of placing a line.
+    /// Checks the clock only now and then: each check takes a tenth of the time of placing a line.
     [[nodiscard]] bool isOver() { return ++questions % 32 == 0 && end.hasExpired(); }
     [[nodiscard]] std::chrono::milliseconds timeLeft() const
     {

@@ -4,8 +4,8 @@
 #include <QList>
 #include <QWidget>
 
-/// A widget that notes which mouse events and context menu events reach it, its children's that
-/// were let through among them, and how often it is painted.
+/// A widget that records its mouse and context menu events, including those its children passed on,
+/// and counts its paint events.
 class EventRecorder : public QWidget
 {
 public:

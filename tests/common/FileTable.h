@@ -8,13 +8,13 @@
 #include <QAccessible>
 #include <QHBoxLayout>
 
-/// What an assistive tool gets to see of @p object.
+/// The accessible interface of @p object.
 inline QAccessibleInterface *seen(QObject *object)
 {
     return QAccessible::queryAccessibleInterface(object);
 }
 
-/// Two rows of a time and a name, with a box each and one above them.
+/// A table of two rows with time, name and check box, and a check box in the header.
 struct FileTable
 {
     FileTable()

@@ -8,23 +8,23 @@
 #include <QEvent>
 #include <QVBoxLayout>
 
-/// Comes before a window's base class, so that the window does not find the skin.
+/// A first base class that keeps the window from finding the skin.
 struct WithoutSkin
 {
     WorkingFolder folder;
 };
 
-/// A window as the program's forms build them: a CommonDialog with the title bar on top, in Qt's
-/// own look. It notes which mouse events the title bar let through.
+/// A window like those of the forms: a CommonDialog with a title bar at the top, in Qt's own style.
+/// Records the mouse events that the title bar passes on.
 class KitWindow : private WithoutSkin, public CommonDialog
 {
 public:
-    /// @p margin lies between the window's edges and the bar, as wide as a form wants it.
+    /// @p margin: pixels between the window's edges and the title bar.
     explicit KitWindow(bool byEdges = false, int margin = 0)
         : CommonDialog(nullptr, byEdges, false)
         , bar(new CommonTitleBar(this))
     {
-        // The machine's own font may be so wide that the bar needs more room than it gets here.
+        // The system's font may be too wide for this title bar.
         QFont font;
         font.setPixelSize(8);
         bar->setFont(font);
@@ -41,7 +41,7 @@ public:
 
     static QRect place() { return QRect(100, 150, 300, 200); }
 
-    /// Where on the screen @p inBar lies.
+    /// The global position of @p inBar.
     [[nodiscard]] QPoint at(const QPoint &inBar) const { return bar->mapToGlobal(inBar); }
 
     CommonTitleBar *bar;

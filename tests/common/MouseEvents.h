@@ -4,10 +4,10 @@
 #include <QPoint>
 #include <QWidget>
 
-/// Mouse events as the window system would deliver them, handed straight to a widget.
+/// Mouse events as delivered by the window system, sent directly to a widget.
 namespace Mouse {
 
-/// Sends one event at @p global to @p widget; @p button changed, @p held are down after it.
+/// Sends one event at @p global to @p widget. @p button has changed; @p held are down afterwards.
 void send(QWidget &widget, QEvent::Type type, const QPoint &global, Qt::MouseButton button,
           Qt::MouseButtons held);
 
@@ -20,7 +20,7 @@ void release(QWidget &widget, const QPoint &global, Qt::MouseButton button = Qt:
 /// The second press of a double click at @p global.
 void doubleClick(QWidget &widget, const QPoint &global, Qt::MouseButton button = Qt::LeftButton);
 
-/// Comes to @p from, presses there, moves to @p to and lets go.
+/// Moves to @p from, presses there, moves to @p to and releases.
 void drag(QWidget &widget, const QPoint &from, const QPoint &to,
           Qt::MouseButton button = Qt::LeftButton);
 

@@ -5,7 +5,7 @@
 #include <QTimer>
 #include <private/qobject_p.h>
 
-/// The timer that hides @p notice: a member without a parent, which only its connection leads to.
+/// The timer that hides @p notice: a member without a parent, found through its connection.
 inline QTimer &timerOf(ExportInfoDlg &notice)
 {
     for (QObject *sender : QObjectPrivate::get(&notice)->senderList()) {

@@ -3,7 +3,7 @@
 #include <QMetaMethod>
 #include <QStringList>
 
-/// The signatures that a class itself declares, in the meta-object's order.
+/// The signatures that a class declares itself, in meta-object order.
 struct OwnMethods
 {
     QStringList signalsOf;

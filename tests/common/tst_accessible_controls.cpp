@@ -8,7 +8,7 @@
 #include <QToolButton>
 #include <QtTest>
 
-/// What an assistive tool gets to see and can do, asked as the bridges to such tools ask.
+/// Accessible interfaces, queried as the bridges to assistive tools do.
 class AccessibleControls : public QObject
 {
     Q_OBJECT
@@ -106,7 +106,7 @@ void AccessibleControls::showTheBoxInEachRow()
         QAccessibleInterface *cell = f.cell(row, 0);
         QCOMPARE(cell->childCount(), 1);
         QCOMPARE(cell->child(0)->object(), f.boxes[row]);
-        // And the way back up.
+        // From child to parent.
         QCOMPARE(seen(f.boxes[row])->parent(), cell);
         QCOMPARE(cell->parent(), seen(&f.table));
         QCOMPARE(cell->role(), QAccessible::Cell);

@@ -5,7 +5,7 @@
 #include <QHeaderView>
 #include <QtTest>
 
-/// A table with check boxes, asked what only some assistive tools ask.
+/// Queries of a table with check boxes that only some assistive tools make.
 class AccessibleTable : public QObject
 {
     Q_OBJECT
@@ -53,9 +53,9 @@ void AccessibleTable::tellsWhereCellsAndHeadersAre()
     const QRect expected(header->mapToGlobal(QPoint(header->sectionViewportPosition(1), 0)),
                          QSize(header->sectionSize(1), header->height()));
     QCOMPARE(f.cell(-1, 1)->rect(), expected);
-    // The box above the rows is in the header's first section.
+    // The header's check box is in its first section.
     QCOMPARE(f.cell(-1, 0)->rect().size(), QSize(header->sectionSize(0), header->height()));
-    QVERIFY(f.cell(0, -1)->rect().isEmpty()); // rows have no headers to be seen
+    QVERIFY(f.cell(0, -1)->rect().isEmpty()); // row headers are hidden
     QVERIFY(seen(&f.table)->rect().contains(f.cell(0, 1)->rect()));
 }
 

@@ -30,7 +30,7 @@ private slots:
 
 namespace {
 
-/// A table of three columns with the header, shown.
+/// A visible table of three columns with the header.
 struct Fixture
 {
     explicit Fixture(int checkColumn = 0, int height = 36)
@@ -39,7 +39,7 @@ struct Fixture
     {
         table.setHorizontalHeader(header);
         header->setFixedHeight(height);
-        header->setMinimumSectionSize(20); // whatever the font's widest letter needs
+        header->setMinimumSectionSize(20); // whatever the font
         table.setColumnWidth(0, 51);
         table.setColumnWidth(1, 80);
         table.setColumnWidth(2, 120);
@@ -111,7 +111,7 @@ void CheckBoxHeader::movesTheBoxWithItsSection()
     fixture.table.setColumnWidth(0, 71);
     fixture.header->grab();
     QCOMPARE(fixture.box->pos(), QPoint(104, 12));
-    fixture.header->moveSection(1, 0); // the column goes to the left end
+    fixture.header->moveSection(1, 0); // to the left end
     fixture.header->grab();
     QCOMPARE(fixture.box->pos(), QPoint(33, 12));
 }

@@ -23,7 +23,7 @@ private slots:
 
 namespace {
 
-/// A combo box of three choices in a window that is shown.
+/// A combo box with three choices in a visible window.
 struct Fixture
 {
     Fixture()
@@ -58,7 +58,7 @@ void ComboBox::showsItsChoicesInAListView()
 {
     const Fixture fixture;
     const QMetaObject *type = fixture.combo.view()->metaObject();
-    QCOMPARE(type, &QListView::staticMetaObject); // not the one that a combo box makes for itself
+    QCOMPARE(type, &QListView::staticMetaObject); // not the combo box's own view
 }
 
 void ComboBox::worksWithoutAParent()
@@ -79,7 +79,7 @@ void ComboBox::tellsOnceWhenEscapeClosesThePopup()
 
 void ComboBox::tellsOnceWhenAChoiceClosesThePopup()
 {
-    // A release within this time after the opening may belong to the click that opened.
+    // A release within this time might belong to the click that opened the popup.
     QApplication::setDoubleClickInterval(0);
     Fixture fixture;
     QVERIFY(fixture.open());

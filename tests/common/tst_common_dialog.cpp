@@ -43,7 +43,7 @@ namespace {
 
 const QRect place(100, 150, 300, 200); // right edge 399, bottom edge 349
 
-/// Shows what the base class keeps for those who derive from it.
+/// Exposes protected members.
 class Dialog : public CommonDialog
 {
 public:
@@ -55,7 +55,7 @@ public:
     using CommonDialog::dragOffset;
 };
 
-/// A dialog that lies inside a recorder as a plain child, so that events can get past it.
+/// A dialog as a plain child of a recorder, which receives the events that the dialog passes on.
 struct Nested
 {
     explicit Nested(bool byEdges)
@@ -140,7 +140,7 @@ void CommonDialogTest::keepsTheDefaultLookSilentlyWithoutASheet()
     WorkingFolder folder;
     const DebugCapture output;
     const CommonDialog unstyled(nullptr, false, false);
-    folder.folder(QStringLiteral("Skins/Default/Vantrel/style.qss")); // exists, cannot be read
+    folder.folder(QStringLiteral("Skins/Default/Vantrel/style.qss")); // exists, but is unreadable
     const CommonDialog unreadable(nullptr, false, false);
     QCOMPARE(unstyled.styleSheet(), QString());
     QCOMPARE(unreadable.styleSheet(), QString());
@@ -295,7 +295,7 @@ void CommonDialogTest::notesWhereInTheFrameABodyDragBegan()
     QCOMPARE(dialog.dragOffset, body - place.topLeft());
     Mouse::release(dialog, body);
 
-    // On an edge the note stays what it was.
+    // A press on an edge does not change it.
     Mouse::move(dialog, place.topLeft());
     Mouse::press(dialog, place.topLeft());
     QCOMPARE(dialog.dragOffset, body - place.topLeft());
@@ -313,7 +313,7 @@ void CommonDialogTest::doesNotGrabTheMouseOnAnEdge()
     Mouse::release(dialog, QPoint(100, 250));
     QCOMPARE(QWidget::mouseGrabber(), nullptr);
 
-    // A grab that somebody else made for it ends with the release.
+    // The release ends a grab made by other code.
     dialog.grabMouse();
     Mouse::press(dialog, QPoint(100, 250));
     QCOMPARE(QWidget::mouseGrabber(), &dialog);

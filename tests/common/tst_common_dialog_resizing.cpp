@@ -29,7 +29,7 @@ namespace {
 const QRect place(200, 200, 300, 200); // right edge 499, bottom edge 399
 const QPoint inward(30, 20);
 
-/// Where each edge or corner can be taken.
+/// A point on each edge and corner.
 struct Handle
 {
     const char *name;
@@ -41,7 +41,7 @@ const Handle handles[] = {{"left", {200, 300}},        {"right", {499, 300}},
                           {"left top", {200, 200}},    {"right top", {499, 200}},
                           {"left bottom", {200, 399}}, {"right bottom", {499, 399}}};
 
-/// A window that the user may resize to no less than 100 x 80.
+/// A window that can be resized down to 100 x 80.
 class Dialog : public CommonDialog
 {
 public:
@@ -52,7 +52,7 @@ public:
         setGeometry(place);
     }
 
-    /// Takes the edge under @p at and pulls it to @p to, without letting go.
+    /// Presses on the edge at @p at and moves it to @p to, without releasing.
     void pull(const QPoint &at, const QPoint &to)
     {
         Mouse::move(*this, at);
@@ -77,7 +77,7 @@ void CommonDialogResizing::followsTheCursor_data()
     const auto row = [](const char *name, QPoint from, QPoint to, QRect expected) {
         QTest::newRow(name) << from << to << expected;
     };
-    // The width and height are the cursor's distance from the other side, so a right or lower side
+    // Width and height are the cursor's distance from the opposite side, so a right or bottom side
     // ends one pixel before the cursor.
     row("left, outwards", {200, 300}, {150, 320}, sides(150, 200, 499, 399));
     row("left, inwards", {201, 300}, {260, 320}, sides(260, 200, 499, 399));
@@ -102,7 +102,7 @@ void CommonDialogResizing::followsTheCursor()
     dialog.pull(from, to);
     QTEST(dialog.geometry(), "expected");
 
-    // Once let go, the cursor moves freely.
+    // After the release, moves have no effect.
     Mouse::release(dialog, to);
     Mouse::move(dialog, place.center());
     QTEST(dialog.geometry(), "expected");
@@ -129,7 +129,7 @@ void CommonDialogResizing::leftSideSnapsBackAtTheMinimumWidth()
     QCOMPARE(dialog.geometry(), sides(398, 200, 499, 399));
     Mouse::move(dialog, QPoint(300, 300), Qt::LeftButton);
     QCOMPARE(dialog.geometry(), sides(300, 200, 499, 399));
-    Mouse::move(dialog, QPoint(480, 300), Qt::LeftButton); // in one leap: stays where it was
+    Mouse::move(dialog, QPoint(480, 300), Qt::LeftButton); // in one step: stays where it was
     QCOMPARE(dialog.geometry(), sides(300, 200, 499, 399));
 }
 

@@ -51,7 +51,7 @@ QString viewOf(const ExportInfoDlg &notice)
     return part<QToolButton>(notice, "btnView").text();
 }
 
-/// Answers each text of the notice with the same text in brackets.
+/// Translates each text of the notice to the same text in brackets.
 class Bracketing : public QTranslator
 {
 public:
@@ -275,7 +275,7 @@ void ExportNotice::relabelsViewInAnUnknownModeToo()
     notice.setMode(7);
     Bracketing translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
-    notice.retranslate(); // in the mode that was stored, which says nothing about the text
+    notice.retranslate(); // the stored mode does not determine the text
     QCOMPARE(textOf(notice), QStringLiteral("Export info finished !"));
     QCOMPARE(viewOf(notice), QStringLiteral("[View]"));
 }

@@ -3,7 +3,7 @@
 #include <QElapsedTimer>
 #include <QtTest>
 
-/// Waits the real time, so it is slow.
+/// Slow, because it waits in real time.
 class ExportNoticeTime : public QObject
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ void ExportNoticeTime::hidesThreeSecondsAfterThePathWasLastSet()
     parent.show();
     notice.show();
 
-    // Half a second later the path is set, and the three seconds begin again.
+    // Half a second later setting the path restarts the three seconds.
     QElapsedTimer sinceSet;
     QTimer::singleShot(500, &notice, [&] {
         notice.setPath(QStringLiteral("a"));
@@ -27,7 +27,7 @@ void ExportNoticeTime::hidesThreeSecondsAfterThePathWasLastSet()
     });
     QTRY_VERIFY_WITH_TIMEOUT(!notice.isVisible(), 10000);
     QVERIFY(sinceSet.isValid());
-    // Such a timer keeps its time to five percent.
+    // Coarse timers are accurate to five percent.
     QVERIFY2(sinceSet.elapsed() >= 2850, qPrintable(QString::number(sinceSet.elapsed())));
     QVERIFY2(sinceSet.elapsed() < 6000, qPrintable(QString::number(sinceSet.elapsed())));
 }

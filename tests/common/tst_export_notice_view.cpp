@@ -36,7 +36,7 @@ void clickView(const ExportInfoDlg &notice)
     part<QToolButton>(notice, "btnView").click();
 }
 
-/// The notice's timer, made exact to the millisecond, so that a restart can be told.
+/// The notice's timer, made precise, so that a restart can be detected.
 QTimer &exactTimerOf(ExportInfoDlg &notice)
 {
     QTimer &timer = timerOf(notice);
@@ -46,7 +46,7 @@ QTimer &exactTimerOf(ExportInfoDlg &notice)
 
 constexpr int afterAWhile = 2900; // milliseconds left of three seconds
 
-/// A parent that is shown, with a notice in it that is not.
+/// A visible parent with a hidden notice.
 struct Shown
 {
     Shown()
@@ -118,7 +118,7 @@ void ExportNoticeView::hidesWhenTheTimeIsUp()
     QVERIFY(shown.notice.isVisible());
     QTRY_VERIFY(!shown.notice.isVisible());
     QVERIFY(!timerOf(shown.notice).isActive());
-    shown.notice.show(); // the same notice serves again
+    shown.notice.show(); // the notice can be reused
     QVERIFY(shown.notice.isVisible());
     QTRY_VERIFY(!shown.notice.isVisible());
 }
@@ -160,7 +160,7 @@ void ExportNoticeView::escapesEachSpecialCharacterOnce()
     clickView(notice);
     QCOMPARE(urls.opened.size(), 1);
     QCOMPARE(urls.opened.first().toEncoded(), "file:///" + scratch.path().toUtf8() + '/' + escaped);
-    // What the desktop makes of it is the folder again.
+    // The URL decodes to the folder.
     QCOMPARE(QFileInfo(urls.opened.first().toLocalFile()), QFileInfo(scratch.path(name)));
 }
 

@@ -77,7 +77,7 @@ void LineEdit::selectsItsTextWhenClicked()
 {
     Fixture fixture;
     QVERIFY(fixture.start());
-    // Through the window, where the press first gives the focus and then places the cursor.
+    // Through the window, so that the press first sets the focus and then the cursor.
     const QPoint inWindow = fixture.edit.mapTo(&fixture.window, QPoint(10, 5));
     QTest::mouseClick(fixture.window.windowHandle(), Qt::LeftButton, Qt::NoModifier, inWindow);
     QVERIFY(fixture.edit.hasFocus());
@@ -90,7 +90,7 @@ void LineEdit::selectsTheTextThatIsThereWhenTheLoopRuns()
     Fixture fixture;
     QVERIFY(fixture.start());
     fixture.edit.setFocus(Qt::OtherFocusReason);
-    QCOMPARE(fixture.edit.selectedText(), QString()); // not inside the handler
+    QCOMPARE(fixture.edit.selectedText(), QString()); // not within the handler
     fixture.edit.setText(QStringLiteral("later"));
     QTRY_COMPARE(fixture.edit.selectedText(), QStringLiteral("later"));
 }

@@ -30,7 +30,7 @@ private slots:
 
 namespace {
 
-/// A menu of two checkable items and a plain one, open.
+/// An open menu with two checkable items and a plain one.
 struct Fixture
 {
     Fixture()
@@ -68,7 +68,7 @@ struct Opener : QWidget
         show();
     }
 
-    /// The pointer moves, as the window system reports it.
+    /// A pointer movement as reported by the window system.
     void moveTo(const QPoint &where)
     {
         QCursor::setPos(mapToGlobal(where));
@@ -247,11 +247,11 @@ void Menu::paintsTheButtonAnewThatWasLeftMeanwhile()
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QVERIFY(window.openByClick());
     window.moveTo(Opener::elsewhere);
-    QEvent leave(QEvent::Leave); // without a HoverLeave, as long as a menu is open
+    QEvent leave(QEvent::Leave); // without HoverLeave, as while a menu is open
     QCoreApplication::sendEvent(&window.button, &leave);
     QCoreApplication::processEvents();
     const EventCount paints(window.button, QEvent::Paint);
-    emit window.menu.signalHide(); // alone: closing the menu may paint the window anyway
+    emit window.menu.signalHide(); // closing the menu might repaint the window
     QTRY_VERIFY(paints.count > 0);
 }
 

@@ -20,7 +20,7 @@ Q_DECLARE_METATYPE(QMessageBox::StandardButtons)
 
 using Buttons = QMessageBox::StandardButtons;
 
-/// The kit's message box: which buttons it shows and what each of its ends means.
+/// The kit's message box: its buttons and results.
 class MessageBox : public QObject
 {
     Q_OBJECT
@@ -59,7 +59,7 @@ QPushButton *button(const QWidget &box, const QByteArray &name)
     return &part<QPushButton>(box, name.constData());
 }
 
-// Runs the box as a caller would, and does something to it once it is there.
+// Runs the box as a caller would, and performs @p action once it is shown.
 template <typename Action>
 int runAnd(CommonMessageBox &box, Action action)
 {
@@ -225,7 +225,7 @@ void MessageBox::takesEnterWithoutAFocusForTheFirstButton()
 {
     CommonMessageBox box(text("Really?"), QMessageBox::Yes | QMessageBox::No);
     const int answer = runAnd(box, [&] {
-        QTest::keyClick(&box, Qt::Key_A); // means nothing
+        QTest::keyClick(&box, Qt::Key_A); // has no effect
         QTest::keyClick(&box, Qt::Key_Return);
     });
     QCOMPARE(int(box.getClickedButton()), int(QMessageBox::Yes));
@@ -278,7 +278,7 @@ void MessageBox::keepsTheButtonWhenTheSystemShowsItAgain()
     QCOMPARE(box.getClickedButton(), QMessageBox::Yes);
     QShowEvent restored;
     QSpontaneKeyEvent::setSpontaneous(&restored);
-    qApp->notify(&box, &restored); // sendEvent() would take the mark off
+    qApp->notify(&box, &restored); // sendEvent() would clear the spontaneous flag
     QCOMPARE(box.getClickedButton(), QMessageBox::Yes);
 }
 

@@ -37,7 +37,7 @@ private slots:
 
 namespace {
 
-/// The label on the screen; null while there is none.
+/// The visible tool tip, or null.
 QLabel *tip()
 {
     for (QWidget *widget : QApplication::topLevelWidgets()) {
@@ -47,7 +47,7 @@ QLabel *tip()
     return nullptr;
 }
 
-/// What the label shows, its lines' ends included.
+/// The tool tip's text, including line breaks.
 QString shown()
 {
     if (tip() == nullptr)
@@ -62,7 +62,7 @@ QString shownWithoutLineEnds()
     return shown().remove(QLatin1Char('\n'));
 }
 
-/// The pointer rests on @p where of the widget.
+/// Lets the pointer rest at @p where in the widget.
 void restOn(QWidget &widget, const QPoint &where)
 {
     QHelpEvent event(QEvent::ToolTip, where, widget.mapToGlobal(where));
@@ -186,7 +186,7 @@ void PlainToolTips::showsOnlyTheStartOfAnEndlessText()
     Window window;
     window.showTip(QString(10'000'000, QLatin1Char('x')));
     const QString text = shownWithoutLineEnds();
-    QVERIFY(text.size() > 500); // as much as the screen has room for
+    QVERIFY(text.size() > 500); // as much as fits on the screen
     QVERIFY(text.size() <= 1501);
     QCOMPARE(text, QString(text.size() - 1, QLatin1Char('x')) + QChar(0x2026));
 }
@@ -198,7 +198,7 @@ void PlainToolTips::splitsNoCharacter()
     for (const QString &before : {QString(), QStringLiteral("x")}) {
         window.showTip(before + faces);
         const QString text = shownWithoutLineEnds();
-        QCOMPARE(text.size() % 2, before.isEmpty() ? 1 : 0); // faces and the ellipsis
+        QCOMPARE(text.size() % 2, before.isEmpty() ? 1 : 0); // surrogate pairs and an ellipsis
         QVERIFY(!text.at(text.size() - 2).isHighSurrogate());
     }
 }

@@ -59,7 +59,7 @@ QByteArray png(Qt::GlobalColor colour)
     return file.data();
 }
 
-/// The colour in the middle of a label that wears the sheet of the skin.
+/// The colour in the middle of a label with the skin's style sheet.
 QColor colourOfPicture()
 {
     QLabel label;
@@ -68,7 +68,7 @@ QColor colourOfPicture()
     return label.grab().toImage().pixelColor(8, 8);
 }
 
-/// A folder with a skin of its own, whose name has what means something in a sheet or a path.
+/// A folder with its own skin, whose name has special characters of sheets and paths.
 struct OtherFolder : ScratchFolder
 {
     OtherFolder() { Skin::setFallbackFolder(path(name)); }
@@ -151,7 +151,7 @@ void SkinTest::isNotASkinWithoutTheProgramsFolder()
     OtherFolder other;
     other.skinFile(mainSheet(), "QLabel { color: red; }");
     WorkingFolder folder;
-    folder.folder(QStringLiteral("Skins/Default")); // of another program
+    folder.folder(QStringLiteral("Skins/Default")); // another program's skin
     QWidget widget;
     Skin::applyStyleSheet(widget);
     QCOMPARE(widget.styleSheet(), QStringLiteral("QLabel { color: red; }"));

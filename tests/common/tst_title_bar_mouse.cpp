@@ -48,7 +48,7 @@ QRect workArea()
     return QGuiApplication::primaryScreen()->availableGeometry();
 }
 
-/// As the log viewer has it: resizable, and its title bar may change its size.
+/// Like the log viewer: resizable, and its title bar can maximise it.
 struct Maximisable : KitWindow
 {
     Maximisable()
@@ -91,7 +91,7 @@ void TitleBarMouse::countsFromItsPlaceInTheWindow()
 void TitleBarMouse::movesWithoutAMoveBeforeThePress()
 {
     KitWindow window;
-    const QPoint start = window.at({0, 0}); // on the edge, but no move has told so
+    const QPoint start = window.at({0, 0}); // on the edge, but without a preceding move
     Mouse::press(*window.bar, start);
     Mouse::move(*window.bar, start + way, Qt::LeftButton);
     QCOMPARE(window.pos(), KitWindow::place().topLeft() + way);
@@ -146,7 +146,7 @@ void TitleBarMouse::neitherMovesNorResizesFromItsEdges_data()
         QTest::addRow("%s, fixed window", name) << false << inBar;
         QTest::addRow("%s, resizable window", name) << true << inBar;
     };
-    // The bar of this window lies 10 pixels inside it, so that its edges are not the window's.
+    // This window's bar is 10 pixels inside it, so its edges are not the window's.
     both("left", {0, 18});
     both("left, innermost", {2, 18});
     both("right", {279, 18});
@@ -188,7 +188,7 @@ void TitleBarMouse::letsThroughWhatItDoesNotHandle()
              (Types{QEvent::MouseMove, QEvent::MouseButtonPress, QEvent::MouseButtonRelease}));
     window.letThrough.clear();
 
-    // It swallows other presses, not their releases.
+    // It handles presses of other buttons, but not their releases.
     for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
         Mouse::press(*window.bar, at, button);
         QCOMPARE(window.letThrough, Types());
@@ -205,15 +205,15 @@ void TitleBarMouse::keepsTheMovesOfADrag()
     Mouse::press(*window.bar, at);
     window.letThrough.clear();
     Mouse::move(*window.bar, at + way, Qt::LeftButton);
-    window.bar->showMaxRestore(); // a maximised window does not move, yet the bar keeps the event
+    window.bar->showMaxRestore(); // does not move then, but the bar still handles the event
     Mouse::move(*window.bar, at + way + way, Qt::LeftButton);
     QCOMPARE(window.letThrough, Types());
 }
 
 void TitleBarMouse::leavesAWindowsOwnEdgeToTheWindow()
 {
-    // Where the bar's edge is also the window's, the press and the moves go on to the window, which
-    // resizes itself as anywhere else on its edge.
+    // Where the bar's edge is also the window's, press and moves are passed on to the window, which
+    // resizes itself.
     KitWindow window(true);
     Mouse::drag(*window.bar, window.at({150, 0}), window.at({150, 0}) - QPoint(0, 30));
     QCOMPARE(window.geometry(), KitWindow::place().adjusted(0, -30, 0, 0));
@@ -231,10 +231,10 @@ void TitleBarMouse::ignoresDoubleClicksUnlessAllowed()
 void TitleBarMouse::switchesTheWindowsSizeByADoubleClick()
 {
     Maximisable window;
-    window.bar->setMaxButtonVisible(false); // works all the same
+    window.bar->setMaxButtonVisible(false); // makes no difference
     Mouse::doubleClick(*window.bar, window.at(middle));
     QCOMPARE(window.geometry(), workArea());
-    QVERIFY(!window.isMaximized()); // a matter of the title bar, not of the window manager
+    QVERIFY(!window.isMaximized()); // the title bar maximises, not the window manager
     Mouse::doubleClick(*window.bar, window.at(middle));
     QCOMPARE(window.geometry(), KitWindow::place());
     QCOMPARE(window.letThrough, (Types{QEvent::MouseButtonDblClick, QEvent::MouseButtonDblClick}));
@@ -246,7 +246,7 @@ void TitleBarMouse::switchesByTheLeftButtonOnly()
     Mouse::doubleClick(*window.bar, window.at(middle), Qt::RightButton);
     Mouse::doubleClick(*window.bar, window.at(middle), Qt::MiddleButton);
     QCOMPARE(window.geometry(), KitWindow::place());
-    QCOMPARE(window.letThrough, Types()); // swallowed like the presses of these buttons
+    QCOMPARE(window.letThrough, Types()); // handled, like presses of these buttons
 }
 
 void TitleBarMouse::fixesTheSizePolicyWhileMaximised()
@@ -305,7 +305,7 @@ void TitleBarMouse::leavesTheMaximiseButtonWithoutAnIcon()
 
 void TitleBarMouse::maximisesItsParentAndRestoresItsWindow()
 {
-    // In the program's forms the two are one object.
+    // In the program's forms both are the same object.
     QWidget window;
     window.setGeometry(KitWindow::place());
     QWidget inner(&window);

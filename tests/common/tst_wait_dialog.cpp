@@ -51,7 +51,7 @@ private slots:
 
 namespace {
 
-// One pixel, two frames of 10 ms; the first plays once, the second without end.
+// GIFs of one pixel and two frames of 10 ms: the first plays once, the second endlessly.
 const char onceGif[] = "47494638396101000100800000000000ffffff21f90400010000002c0000000001000100000"
                        "20244010021f90400010000002c00000000010001000002024c01003b";
 const char endlessGif[] =
@@ -71,7 +71,8 @@ QMovie &movieOf(const CWaitDialog &dialog)
     return *movie;
 }
 
-/// Shows @p dialog, calls @p look while it is up, and closes it. The result is that of the call.
+/// Shows @p dialog, calls @p look while it is shown, and closes it. Returns the result of showing
+/// it.
 template <typename Look>
 int showAndClose(CWaitDialog &dialog, const QString &text, Look look)
 {
@@ -219,7 +220,7 @@ void WaitDialog::centresOnItsParentInsideTheWorkArea_data()
     QTest::addColumn<QRect>("parent");
     QTest::addColumn<QPoint>("expected");
 
-    // The dialog is 452 x 252; the area's right and bottom are its last pixels.
+    // The dialog has 452 x 252 pixels; QRect's right and bottom are the last pixels.
     const int right = workArea().right();
     const int bottom = workArea().bottom();
     const auto row = [](const char *name, QRect parent, QPoint expected) {
@@ -284,7 +285,7 @@ void WaitDialog::showsASecondTextWithTheAnimationRunningAgain()
     CWaitDialog dialog(nullptr);
     showAndClose(dialog, QStringLiteral("first"),
                  [&] { QCOMPARE(movieOf(dialog).state(), QMovie::Running); });
-    QTRY_COMPARE(movieOf(dialog).state(), QMovie::NotRunning); // played to its end
+    QTRY_COMPARE(movieOf(dialog).state(), QMovie::NotRunning); // finished
 
     QMovie::MovieState state = QMovie::NotRunning;
     int frame = -1;
@@ -312,7 +313,7 @@ void WaitDialog::keepsAnEndlessAnimationRunningInTheSecondShow()
         });
         QVERIFY2(moved, text);
     }
-    QCOMPARE(movieOf(dialog).state(), QMovie::Running); // nobody stops it
+    QCOMPARE(movieOf(dialog).state(), QMovie::Running); // never stopped
 }
 
 void WaitDialog::movesByAnyButton_data()
@@ -366,7 +367,7 @@ void WaitDialog::keepsItsMouseEvents()
 {
     EventRecorder around;
     CWaitDialog dialog(&around);
-    dialog.setWindowFlags(Qt::Widget); // so that events could get past it
+    dialog.setWindowFlags(Qt::Widget); // so that it could pass events on
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
         Mouse::drag(dialog, QPoint(50, 50), QPoint(60, 60), button);
     QCOMPARE(around.received, QList<QEvent::Type>());

@@ -13,7 +13,7 @@
 
 #include <functional>
 
-/// The bar that the wait dialog shows once an export has lasted a second.
+/// The progress bar that appears when an export takes longer than a second.
 class WaitDialogProgress : public QObject
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ private slots:
 
 namespace {
 
-constexpr int patience = 20'000; // milliseconds, which only a broken dialog needs
+constexpr int patience = 20'000; // milliseconds; only exceeded on failure
 
 QProgressBar &barOf(const CWaitDialog &dialog)
 {
@@ -42,8 +42,7 @@ QProgressBar &barOf(const CWaitDialog &dialog)
     return *bar;
 }
 
-/// Shows @p dialog until @p look, which is called again and again, returns true. False: it never
-/// did.
+/// Shows @p dialog and calls @p look repeatedly until it returns true. Returns false on timeout.
 bool showUntil(CWaitDialog &dialog, const std::function<bool()> &look)
 {
     bool seen = false;
@@ -145,7 +144,7 @@ void WaitDialogProgress::leavesTheFormAsItIs()
     const QRect place = barOf(dialog).geometry();
     QVERIFY(dialog.rect().contains(place));
     QCOMPARE(place.center().x(), dialog.rect().center().x());
-    // Below the line of text, wherever the label's own room ends.
+    // Below the line of text, whatever the label's size.
     const QRect line(label.x(), label.geometry().center().y() - label.fontMetrics().height() / 2,
                      label.width(), label.fontMetrics().height());
     QVERIFY(place.top() > line.bottom());

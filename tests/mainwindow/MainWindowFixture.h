@@ -19,8 +19,8 @@
 
 #include <memory>
 
-/// A main window in a scratch home, with the camera client registered, so that no file dialog
-/// opens at start. Lay out the home first, then open() the window.
+/// A main window in a scratch home with the camera client registered, so that no file dialog opens
+/// at startup. Set up the home folder first, then call open().
 struct MainWindowFixture
 {
     MainWindowFixture()
@@ -37,7 +37,7 @@ struct MainWindowFixture
     MainWindowFixture(const MainWindowFixture &) = delete;
     MainWindowFixture &operator=(const MainWindowFixture &) = delete;
 
-    /// What the client's language file says: "1" is English.
+    /// Sets the language in the client's file: "1" is English.
     void useLanguage(const QByteArray &lang)
     {
         home.file(QStringLiteral("AppData/Roaming/QZviewer/language.ini"),
@@ -58,7 +58,7 @@ struct MainWindowFixture
         return &part<Widget>(*window, name);
     }
 
-    /// The window's, which is no child of it.
+    /// The window's wait dialog, which is not its child.
     [[nodiscard]] static CWaitDialog &waitDialog()
     {
         for (QWidget *widget : QApplication::topLevelWidgets()) {
@@ -69,7 +69,7 @@ struct MainWindowFixture
     }
     [[nodiscard]] CTableWidget *table() const { return find<CTableWidget>("tableWidget"); }
 
-    /// The check box of a row, null where no file is listed.
+    /// The check box of a row; null without a file.
     [[nodiscard]] QCheckBox *box(int row) const
     {
         const QWidget *cell = table()->cellWidget(row, 0);

@@ -14,9 +14,8 @@
 
 #include <cmath>
 
-/// Whether what is written can be read and what can be used can be seen: the contrast ratios of the
-/// W3C's accessibility guidelines (WCAG 2.1, 1.4.3 and 1.4.11), from the sheet and from windows as
-/// they are drawn.
+/// Contrast ratios of text and controls by WCAG 2.1 (1.4.3 and 1.4.11), from the style sheet and
+/// from rendered windows.
 class Contrast : public QObject
 {
     Q_OBJECT
@@ -41,7 +40,7 @@ namespace {
 
 constexpr double enoughForText = 4.5;
 constexpr double enoughForShapes = 3.0;
-constexpr int scale = 4; // large enough for strokes that have their full colour somewhere
+constexpr int scale = 4; // so that strokes reach their full colour
 
 const QColor windowColour(QStringLiteral("#F6F8FA"));
 const QColor titleBarColour(QStringLiteral("#1F2A37"));
@@ -74,7 +73,7 @@ const StyleSheetRules &rules()
     return read;
 }
 
-/// "#2563EB", "rgb(255,255,255)" and "1px solid #2563EB"; invalid for all else.
+/// Parses "#2563EB", "rgb(255,255,255)" and "1px solid #2563EB"; otherwise invalid.
 QColor parsed(const QString &value)
 {
     static const QRegularExpression parts(
@@ -86,14 +85,14 @@ QColor parsed(const QString &value)
     return colour.alpha() == 255 ? colour : QColor();
 }
 
-/// "QCheckBox::indicator:checked:focus" with one state less; the same where there is none.
+/// @p selector without its last state, such as ":focus"; unchanged if it has none.
 QString withoutLastState(const QString &selector)
 {
     static const QRegularExpression state(QStringLiteral("(?<!:):\\w+$"));
     return QString(selector).remove(state);
 }
 
-/// "QComboBox:hover" without what stands behind the colon.
+/// @p selector without its states.
 QString atRest(QString selector)
 {
     while (withoutLastState(selector) != selector)
@@ -101,8 +100,8 @@ QString atRest(QString selector)
     return selector;
 }
 
-/// The colour in a rule's property, or in that of the rule for the same thing with fewer states;
-/// invalid where it is not given or shows what lies behind.
+/// The colour of a property in a rule or, if missing, in the rule with fewer states; invalid if
+/// there is none or it is transparent.
 QColor colourOf(QString selector, const QString &property)
 {
     while (true) {
@@ -115,7 +114,7 @@ QColor colourOf(QString selector, const QString &property)
     }
 }
 
-/// What lies behind something that has no background of its own.
+/// The background of an element without its own.
 QColor behind(const QString &selector)
 {
     if (selector.contains(QLatin1String("lbTitle")) ||
@@ -130,8 +129,7 @@ QColor backgroundOf(const QString &selector)
     return own.isValid() ? own : behind(selector);
 }
 
-/// What cannot be used need not be readable. The colours of the notice are given; its link is
-/// underlined and large enough to be judged as a shape.
+/// Disabled elements are exempt. The notice's colours are fixed; its link is underlined and large.
 bool isExempt(const QString &selector)
 {
     return selector.contains(QLatin1String(":disabled"));
@@ -163,7 +161,7 @@ QImage drawn(QWidget &widget)
     return image;
 }
 
-/// The colour of most pixels, and the one that stands out most against it.
+/// The most frequent colour and the one with the highest contrast to it.
 QPair<QColor, QColor> groundAndText(const QImage &image)
 {
     QHash<QRgb, int> counts;
@@ -184,7 +182,7 @@ QPair<QColor, QColor> groundAndText(const QImage &image)
     return {ground, text};
 }
 
-/// Where a widget shows text, in its own coordinates: without its frame and its indicator.
+/// The text area of a widget in its own coordinates, without frame and indicator.
 QRect textArea(const QWidget &widget)
 {
     QRect area = widget.rect().adjusted(4, 4, -4, -4);
@@ -206,7 +204,7 @@ QString textOf(const QWidget &widget)
     return {};
 }
 
-/// How many texts of the window were looked at.
+/// Returns the number of texts checked.
 int checkTexts(QWidget &window)
 {
     const QImage picture = drawn(window);
@@ -233,7 +231,7 @@ void Contrast::isComputedAsTheGuidelinesSay()
 {
     QCOMPARE(contrast(Qt::black, Qt::white), 21.0);
     QCOMPARE(contrast(Qt::white, Qt::white), 1.0);
-    // Well-known: the lightest grey that is readable on white.
+    // A known value: the lightest grey that is readable on white.
     QVERIFY(contrast(QColor(0x76, 0x76, 0x76), Qt::white) >= 4.5);
     QVERIFY(contrast(QColor(0x77, 0x77, 0x77), Qt::white) < 4.5);
 }
@@ -250,7 +248,7 @@ void Contrast::isEnoughForEveryTextColourOfTheSheet()
     QVERIFY2(text.isValid(), qPrintable(selector));
     const double enough =
         selector.contains(QLatin1String("btnView")) ? enoughForShapes : enoughForText;
-    // Also on whatever background the same thing has while it is used.
+    // Also on the background of each of its states.
     for (auto rule = rules().cbegin(); rule != rules().cend(); ++rule) {
         if (isExempt(rule.key()) || atRest(rule.key()) != atRest(selector))
             continue;
@@ -281,7 +279,7 @@ void Contrast::isEnoughForEveryOutlineOfAFocus()
 {
     QFETCH(QString, selector);
     if (rules()[selector][QStringLiteral("outline")] == QLatin1String("none")) {
-        // A border tells instead, a round button's around its indicator.
+        // A border shows the focus instead, for radio buttons around the indicator.
         QVERIFY(colourOf(selector, QStringLiteral("border")).isValid() ||
                 rules().contains(QStringLiteral("QRadioButton::indicator:focus")));
         return;
@@ -360,7 +358,7 @@ void Contrast::isEnoughForTextAsItIsDrawn()
     wait.setTitle(QStringLiteral("Export"));
     CommonMessageBox question(QStringLiteral("Really?"), QMessageBox::Yes | QMessageBox::No);
 
-    // Title, three labels, the source, six boxes, the path, the button.
+    // Title, three labels, log source, six check boxes, path, button.
     QCOMPARE(checkTexts(*f.window), 13);
     QCOMPARE(checkTexts(*f.find<LogViewer>("LogViewer")), 5);
     QCOMPARE(checkTexts(*f.find<LogSettingsDlg>("LogSettingsDlg")), 6);

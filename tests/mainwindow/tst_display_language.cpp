@@ -28,19 +28,19 @@ namespace {
 const QString backslash = QStringLiteral("\\");
 const QString both = QStringLiteral("\\/");
 
-/// A path whose executable has a name of @p length letters.
+/// A path with an executable name of @p length letters.
 QString longPath(int length)
 {
     return text("D:\\Dir\\") + QString(length, QLatin1Char('n')) + text(".exe,0");
 }
 
-/// Where the client called @p name keeps its language, below the home folder.
+/// The language file of client @p name, relative to the home folder.
 QString languageFile(const QString &name = text("QZviewer"))
 {
     return text("AppData/Roaming/") + name + text("/language.ini");
 }
 
-/// The user of @p home whose client registered @p icon.
+/// A user with @p home whose client has registered @p icon.
 UserEnvironment user(const ScratchFolder &home,
                      const QString &icon = text("D:\\Dir\\QZviewer.exe,0"))
 {
@@ -158,7 +158,7 @@ void DisplayLanguageTest::speaksChineseWithoutTheFile()
 {
     ScratchFolder home;
     QCOMPARE(chooseLanguage(user(home)), DisplayLanguage::Chinese);
-    home.folder(languageFile()); // there, but no file
+    home.folder(languageFile()); // exists, but is not a file
     QCOMPARE(chooseLanguage(user(home)), DisplayLanguage::Chinese);
 }
 

@@ -41,7 +41,7 @@ namespace {
 
 constexpr int patience = 30000; // milliseconds for an export on a busy machine
 
-/// What the wait dialog said while Export ran; Export returns when the dialog was closed.
+/// The wait dialog's texts while Export runs; Export returns when the dialog closes.
 struct Waiting
 {
     bool shown = false;
@@ -62,7 +62,7 @@ Waiting pressExport(MainWindowFixture &f)
     return seen;
 }
 
-/// While it lives, the journal's program says nothing until it may go on.
+/// While it exists, the journal program blocks until released.
 class SlowJournal
 {
 public:
@@ -149,7 +149,7 @@ void ExportFlow::doesNothingForAnEmptyExportPath()
     QSignalSpy asked(f.window.get(), &Vantrel::showWaitDlg);
     f.find<QPushButton>("btnExport")->click();
     QCOMPARE(asked.count(), 0);
-    // Were it queued, it would come before this one and leave the client's dumps for its zip.
+    // If it were queued, it would precede this one and leave the client dumps for its zip.
     hub().exportPath = f.home.path(text("second.zip"));
     f.find<QAction>("actionExportAll")->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
@@ -167,7 +167,7 @@ void ExportFlow::closesTheWaitDialogWithoutANoticeForAnEmptyExportPath()
         hub().exportPath.clear();
         f.call("onCloseWaitDlg");
     });
-    f.call("onShowWaitDlg"); // returns when the dialog is closed
+    f.call("onShowWaitDlg"); // returns when the dialog closes
     QVERIFY(waited);
     QVERIFY(notice(f)->isHidden());
 }
@@ -179,7 +179,7 @@ void ExportFlow::exportsAllListedLogsByTheMenuWithoutAWaitDialog()
     f.log(text("QZviewer/b.log"));
     f.open();
     f.window->show();
-    hub().clientDump = true; // not asked for by the menu
+    hub().clientDump = true; // ignored by the menu's exports
     f.box(0)->click();
     QSignalSpy asked(f.window.get(), &Vantrel::showWaitDlg);
     f.find<QAction>("actionExportAll")->trigger();
@@ -188,7 +188,7 @@ void ExportFlow::exportsAllListedLogsByTheMenuWithoutAWaitDialog()
     QVERIFY(!MainWindowFixture::waitDialog().isVisible());
     QStringList names = verifiedZipContents(hub().exportPath).keys();
     QCOMPARE(names, QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
-    // The same words as after the button.
+    // The same text as for the button.
     QCOMPARE(noticeText(f), text("Export info finished !"));
 }
 
@@ -217,7 +217,7 @@ void ExportFlow::exportsTheCheckedLogsByTheMenu()
     f.window->show();
     QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
     f.box(0)->click();
-    // The row under the pointer is not the one that is exported: the checked ones are.
+    // The checked rows are exported, not the one under the pointer.
     emit f.table()->customContextMenuRequested(
         f.table()->visualItemRect(f.table()->item(0, 1)).center());
     f.find<QAction>("actionExportSelected")->trigger();
@@ -231,7 +231,7 @@ void ExportFlow::exportsNoSelectionBeforeAnItemWasClicked()
     f.log(text("QZviewer/a.log"));
     f.open();
     f.find<QAction>("actionExportSelected")->trigger();
-    // Were it queued, it would come before this one and make its own zip.
+    // If it were queued, it would precede this one and write its own zip.
     hub().exportPath = f.home.path(text("second.zip"));
     f.find<QAction>("actionExportAll")->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(f.home.path(text("second.zip"))), patience);
@@ -290,9 +290,9 @@ void ExportFlow::showsHowFarALongExportIs()
         seen = QTest::qWaitFor([&] { return bar.isVisible(); }, patience);
         journal.goOn();
     });
-    f.find<QPushButton>("btnExport")->click(); // returns when the dialog is closed
+    f.find<QPushButton>("btnExport")->click(); // returns when the dialog closes
     QVERIFY(seen);
-    QVERIFY(bar.value() > 0); // the log is copied at least
+    QVERIFY(bar.value() > 0); // at least the log is copied
     QVERIFY(bar.value() < bar.maximum());
     QVERIFY(verifiedZipContents(hub().exportPath).contains(text("SystemEvents.evtx")));
 }
@@ -309,7 +309,7 @@ void ExportFlow::staysWaitingWhenTheRequestWasDropped()
         QCoreApplication::processEvents();
         CWaitDialog &dialog = MainWindowFixture::waitDialog();
         QVERIFY(dialog.isVisible());
-        dialog.close(); // as a user would, who gives up waiting
+        dialog.close(); // like a user who gives up
     });
     watch.start(1);
     f.find<QPushButton>("btnExport")->click();
@@ -319,10 +319,10 @@ void ExportFlow::staysWaitingWhenTheRequestWasDropped()
 void ExportFlow::waitsForAnExportWhenTheWindowGoes()
 {
     MainWindowFixture f;
-    const QByteArray log = noise(8 << 20); // what cannot be compressed takes the longest to pack
+    const QByteArray log = noise(8 << 20); // incompressible data takes the longest to pack
     f.log(text("QZviewer/a.log"), log);
     f.open();
-    // On a busy machine an export may be over before it is seen: then another one follows.
+    // On a busy machine an export may finish before it is noticed; then another one follows.
     auto *all = f.find<QAction>("actionExportAll");
     all->trigger();
     QVERIFY(QTest::qWaitFor(
@@ -350,7 +350,7 @@ void ExportFlow::survivesChangesOfTheSourceDuringAnExport()
     f.open();
     f.window->show();
     auto *combo = f.find<CComboBoxEx>("comboSource");
-    const EventCount shows(*notice(f), QEvent::Show); // it may be hidden again by then
+    const EventCount shows(*notice(f), QEvent::Show); // it may be hidden again soon
     f.find<QAction>("actionExportAll")->trigger();
     for (int i = 0; i < 20; ++i) {
         combo->setCurrentText(i % 2 == 0 ? text("other") : text("QZviewer"));

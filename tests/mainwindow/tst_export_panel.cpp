@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-/// What to export, and where to.
+/// Export options and path.
 class ExportPanel : public QObject
 {
     Q_OBJECT
@@ -64,7 +64,7 @@ void ExportPanel::startsWithTheDefaultsWhateverThePreviousRunChose()
     hub().exportPath = text("/elsewhere/else.zip");
     f.window.reset();
 
-    // Another process would start like this: the same home, a new hub.
+    // Like a new process: the same home folder, a new hub.
     resetHub();
     f.open();
     for (const char *name : boxes)
@@ -101,7 +101,7 @@ void ExportPanel::proposesUserLogInfoInTheWorkingDirectoryFirst()
             QCOMPARE(files->nameFilters(), QStringList(text("*.zip")));
             QCOMPARE(files->acceptMode(), QFileDialog::AcceptSave);
             QCOMPARE(files->viewMode(), QFileDialog::List);
-            // Qt adds the title and the system menu that a close button comes with.
+            // Qt adds the title and the system menu that come with a close button.
             QCOMPARE(int(files->windowFlags()),
                      int(Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowTitleHint |
                          Qt::WindowSystemMenuHint));
@@ -199,7 +199,7 @@ void ExportPanel::startsTheSaveDialogWhereTheLastOneEnded()
     hub().exportPath = text("changed meanwhile");
     f.find<QPushButton>("btnSetExportPath")->click();
     QCOMPARE(proposals.at(1), chosen);
-    // The same file again: the field keeps its text, which is stored anew.
+    // The same file again: the field is unchanged and stored again.
     QCOMPARE(hub().exportPath, chosen);
 }
 

@@ -14,7 +14,7 @@
 #include <QScrollBar>
 #include <QStyleOption>
 
-/// Whether everything that is written has the room that it needs, in both languages.
+/// Whether all texts fit, in both languages.
 class Look : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,7 @@ void addLanguages()
     QTest::newRow("Chinese") << QByteArray("0");
 }
 
-/// Lays the window out as it is when shown.
+/// Lays the window out as if shown.
 void layOut(QWidget &window)
 {
     window.show();
@@ -61,7 +61,7 @@ QString textOf(const QWidget &widget)
     return {};
 }
 
-/// The widgets of the window that are narrower than their texts.
+/// The widgets that are narrower than their texts.
 QStringList cutTexts(QWidget &window)
 {
     layOut(window);
@@ -104,7 +104,7 @@ void Look::cutsNoText()
     QCOMPARE(cutTexts(question), QStringList());
     layOut(*f.window);
     auto *notice = f.find<ExportInfoDlg>("ExportInfoDlg");
-    notice->setMode(1); // the only one that is ever shown
+    notice->setMode(1); // the only mode in use
     notice->show();
     QCoreApplication::sendPostedEvents();
     for (const char *name : {"label_text", "btnView"}) {
@@ -133,7 +133,7 @@ void Look::cutsNoTitleOfAColumn()
         const QHeaderView *header = table->horizontalHeader();
         for (int i = 0; i < header->count(); ++i) {
             const QString title = table->horizontalHeaderItem(i)->text();
-            const int padding = 6; // of the level's column, the only narrow one
+            const int padding = 6; // in the level column, the only narrow one
             QVERIFY2(header->sectionSize(i) >=
                          header->fontMetrics().horizontalAdvance(title) + padding,
                      qPrintable(title));
@@ -204,7 +204,7 @@ void Look::leavesThePicturesOfTheFolderButtonsTheirSize()
     layOut(*f.window);
     f.window->activateWindow();
     auto *button = f.find<QPushButton>("btnSetExportPath");
-    // One pixel of the picture's lower edge, inside the outline of the focus.
+    // A pixel of the picture's lower edge, inside the focus outline.
     const auto stroke = [button] { return button->grab().toImage().pixel(13, 19); };
     const QRgb atRest = stroke();
     button->setFocus(Qt::TabFocusReason);
@@ -218,7 +218,7 @@ void Look::putsTheHeadersBoxAboveTheRowsBoxes()
     f.log(QStringLiteral("QZviewer/a.log"));
     f.open();
     layOut(*f.window);
-    f.window->grab(); // the header places its box when it is drawn
+    f.window->grab(); // the header positions its check box when painted
     const auto middle = [&f](const QCheckBox *box) {
         QStyleOptionButton option;
         option.initFrom(box);

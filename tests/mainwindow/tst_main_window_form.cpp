@@ -72,7 +72,7 @@ void MainWindowForm::hasTheNamedWidgets_data()
     QTest::newRow("mainTitleBar") << QByteArray("CommonTitleBar") << QSize(0, 36) << QSize(any, 36);
     QTest::newRow("lbSource") << QByteArray("QLabel") << QSize(100, 0) << QSize(160, any);
     QTest::newRow("comboSource") << QByteArray("CComboBoxEx") << QSize(250, 26) << QSize(250, 26);
-    // Its smallest size is the skin's, for the picture.
+    // Its minimum size is set by the skin, for the picture.
     QTest::newRow("btnSettings") << QByteArray("QPushButton") << QSize(30, 30) << QSize(30, 30);
     QTest::newRow("tableWidget") << QByteArray("CTableWidget") << QSize(0, 120) << QSize(any, any);
     QTest::newRow("lbNotifyType") << QByteArray("QLabel") << QSize(88, 16) << QSize(88, 16);
@@ -301,7 +301,7 @@ void MainWindowForm::speaksChineseToScreenReaders()
     f.open();
     QCOMPARE(f.find<QComboBox>("comboSource")->accessibleName(), text("日志源"));
     QCOMPARE(f.find<QPushButton>("btnSetExportPath")->accessibleName(), text("选择ZIP文件"));
-    // The title bar and the header are older than the catalogue.
+    // The title bar and the header exist before the catalogue is loaded.
     QTRY_COMPARE(f.find<QToolButton>("btnClose")->accessibleName(), text("关闭"));
     QTRY_COMPARE(f.headerBox()->accessibleName(), text("所有行"));
 }

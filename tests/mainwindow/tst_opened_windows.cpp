@@ -5,7 +5,7 @@
 
 #include <QPushButton>
 
-/// The windows that the main window shows on request: the log viewer and the log settings.
+/// The log viewer and the log settings, opened from the main window.
 class OpenedWindows : public QObject
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ private slots:
 
 namespace {
 
-/// Notes how modal a window is each time it is shown.
+/// Records a window's modality each time it is shown.
 class ModalityAtShow : public QObject
 {
 public:
@@ -45,7 +45,7 @@ private:
     QWidget &window;
 };
 
-/// Opens the main window and waits until it is the active one.
+/// Opens the main window and waits until it is active.
 void openActive(MainWindowFixture &f)
 {
     f.open();
@@ -54,7 +54,7 @@ void openActive(MainWindowFixture &f)
     QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
 }
 
-/// Puts the main window in front of @p other, which stays open.
+/// Activates the main window in front of @p other, which stays open.
 void goBackFrom(const QWidget &other, MainWindowFixture &f)
 {
     QTRY_VERIFY(other.isActiveWindow());

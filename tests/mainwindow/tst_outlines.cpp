@@ -13,8 +13,8 @@
 
 #include <cmath>
 
-/// Whether every control has all its edges, whatever the scale: where one is no whole number, a
-/// control's pixels begin and end within the screen's.
+/// Whether every control has all its edges at every scale: with fractional scales, a control's
+/// edges fall between device pixels.
 class Outlines : public QObject
 {
     Q_OBJECT
@@ -31,9 +31,9 @@ private slots:
 namespace {
 
 const double scales[] = {1, 1.0417, 1.0427, 1.0595, 1.1, 1.25, 1.3333, 1.33, 1.5, 1.75, 2, 2.25, 3};
-constexpr double visible = 0.4; // of the contrast that an outline has at a scale of 1
-constexpr int corner = 5;       // pixels that its curve takes, at most
-constexpr int deepest = 3;      // pixels from the edge of the control, outline included
+constexpr double visible = 0.4; // of the outline's contrast at a scale of 1
+constexpr int corner = 5;       // maximum radius in pixels
+constexpr int deepest = 3;      // maximum pixels from the control's edge, outline included
 
 enum Side { Top, Bottom, Left, Right };
 
@@ -43,13 +43,13 @@ int distance(QRgb a, QRgb b)
            std::abs(qBlue(a) - qBlue(b));
 }
 
-/// The window as it is on the screen, in the screen's pixels.
+/// The window as displayed, in device pixels.
 QImage shown(const QWidget &window)
 {
     return static_cast<const QImage *>(window.backingStore()->paintDevice())->copy();
 }
 
-/// The window's part that the control's outline surrounds.
+/// The part of the window that the control's outline encloses.
 QRect outlined(const QWidget &control)
 {
     QRect area = control.rect();
@@ -62,14 +62,14 @@ QRect outlined(const QWidget &control)
     return area.translated(control.mapTo(control.window(), QPoint(0, 0)));
 }
 
-/// The colour that the sheet gives to the outline.
+/// The outline's colour in the style sheet.
 QRgb colour(const QWidget &control)
 {
     const bool faint = control.inherits("QTableWidget") || !control.isEnabled();
     return faint ? 0xffd0d7de : 0xff848d97;
 }
 
-/// How much of its contrast the faintest place of that side has.
+/// The contrast of the faintest point on that side, as a fraction.
 double faintest(const QImage &picture, const QRectF &area, Side side, QRgb ink)
 {
     const double scale = picture.devicePixelRatio();
@@ -95,7 +95,7 @@ double faintest(const QImage &picture, const QRectF &area, Side side, QRgb ink)
     return least;
 }
 
-/// Which sides of the control are not there.
+/// The missing sides of the control.
 QStringList missingSides(const QWidget &control, const QImage &picture)
 {
     const char *const names[] = {"top", "bottom", "left", "right"};
@@ -116,7 +116,7 @@ QStringList missingSides(const QWidget &control, const QImage &picture)
 
 bool hasOutline(const QWidget &control)
 {
-    // The pictures of these two have none.
+    // These two have pictures without outlines.
     if (control.objectName() == QLatin1String("btnSettings") ||
         control.objectName() == QLatin1String("btnSearch"))
         return false;
@@ -128,7 +128,7 @@ bool hasOutline(const QWidget &control)
     return false;
 }
 
-/// What is wrong with the window's controls; none of them is an answer, too.
+/// The faults of the window's controls; a window without controls is one, too.
 QStringList faults(QWidget &window)
 {
     window.show();
@@ -149,7 +149,7 @@ QStringList faults(QWidget &window)
     return seen > 0 ? wrong : QStringList{QStringLiteral("no control")};
 }
 
-/// Controls of a kind side by side, at places whose pixels begin anywhere within the screen's.
+/// Controls of one kind side by side, at positions with all subpixel offsets.
 QStringList faultsOfMany(const std::function<QWidget *(QWidget *)> &make, const QSize &size,
                          double scale)
 {
@@ -177,7 +177,7 @@ void Outlines::initTestCase()
 {
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QHighDpiScaling::setGlobalFactor(3);
-    // Qt asks once, and then knows whether there are pictures of double size to look for.
+    // Qt checks once whether it has to look for high-resolution pictures.
     QCOMPARE(qApp->devicePixelRatio(), 3.0);
 }
 

@@ -112,7 +112,7 @@ void SdkLogTable::listsLogsOfEqualTimeByName()
     MainWindowFixture f;
     QStringList expected;
     for (int i = 0; i < 60; ++i) {
-        // In another order than that of the names: 7 and 60 have no common divisor.
+        // In another order than by name: 7 and 60 are coprime.
         f.log(text("QZviewer/%1.log").arg(i * 7 % 60, 2, 10, QLatin1Char('0')), "x", noon);
         if (i < 50)
             expected.append(text("%1.log").arg(i, 2, 10, QLatin1Char('0')));
@@ -169,7 +169,7 @@ void SdkLogTable::listsEveryNameThatContainsDotLog()
          {"x.log", "x.log.bak", "a.log.1", ".log.txt", "upper.LOG", "xlog", "x.txt"})
         f.log(text("QZviewer/") + text(name), "x", noon.addSecs(-seconds++));
     f.open();
-    // A name that begins with a dot is hidden on some systems and not listed there.
+    // Names with a leading dot are hidden on some systems and not listed there.
     QStringList names = f.listedNames();
     names.removeAll(text(".log.txt"));
     QCOMPARE(names, QStringList({text("x.log"), text("x.log.bak"), text("a.log.1")}));
@@ -223,7 +223,7 @@ void SdkLogTable::prefersTheClientsSource()
 void SdkLogTable::takesTheFirstSourceWithoutTheClients()
 {
     MainWindowFixture f;
-    f.log(text("qzviewer/other.log")); // the name is told by its case
+    f.log(text("qzviewer/other.log")); // names are case-sensitive
     f.open();
     QCOMPARE(f.find<CComboBoxEx>("comboSource")->currentText(), text("qzviewer"));
     QCOMPARE(f.listedNames(), QStringList(text("other.log")));
@@ -255,7 +255,7 @@ void SdkLogTable::staysEmptyWithoutAnSdkFolder()
 void SdkLogTable::staysEmptyWithAnSdkFolderWithoutSources()
 {
     MainWindowFixture f;
-    f.log(text("stray.log")); // in the SDK folder itself, of no source
+    f.log(text("stray.log")); // in the SDK folder itself, not in a source
     f.open();
     QCOMPARE(f.find<CComboBoxEx>("comboSource")->count(), 0);
     QCOMPARE(f.listedNames(), QStringList());
@@ -368,7 +368,7 @@ void SdkLogTable::showsTheContextMenuForAnItemOnly()
     QVERIFY(menu->isVisible());
     QVERIFY2(f.output.lines().size() == 1, qPrintable(f.output.lines().join(QLatin1Char('\n'))));
     QVERIFY(f.output.lines().constFirst().endsWith(text("a.log\"")));
-    // With the frame, which some platforms give to every window and QMenu::pos() leaves out.
+    // Including the frame, which some platforms add to all windows and QMenu::pos() excludes.
     QCOMPARE(menu->windowHandle()->framePosition(), expected);
 }
 

@@ -9,8 +9,7 @@
 #include <QTimer>
 #include <QtTest>
 
-/// Windows on a screen whose edges belong to panels: the window manager says what is left, which no
-/// platform without one does.
+/// Windows on a screen with panels at its edges. The work area comes from a real window manager.
 class WorkArea : public QObject
 {
     Q_OBJECT
@@ -23,16 +22,16 @@ private slots:
 private:
     QWidget panel;
     QRect screen;
-    QRect left; ///< to the other windows
+    QRect left; ///< for other windows
 };
 
 namespace {
 
-/// What the panel keeps for itself along each edge, in pixels.
+/// The space that the panel reserves at each edge, in pixels.
 const QMargins kept(70, 30, 80, 60);
 
-/// Keeps the margins of @p screen free for @p panel, in the words of the window managers. False:
-/// they could not be told.
+/// Reserves the margins of @p screen for @p panel by the window managers' protocol. Returns false
+/// on failure.
 bool keepFree(const QWidget &panel, const QRect &screen)
 {
     const QList<int> strut{kept.left(), kept.right(),    kept.top(), kept.bottom(),
@@ -49,7 +48,7 @@ bool keepFree(const QWidget &panel, const QRect &screen)
                               numbers.join(QLatin1String(", "))}) == 0;
 }
 
-/// Where the display server has the window. Qt itself would say where it has asked for it.
+/// The window's geometry on the display server. Qt would return the requested one.
 QRect standing(const QWidget &window)
 {
     QProcess asked;
@@ -98,7 +97,7 @@ void WorkArea::holdsTheWaitDialog()
     const QPoint wanted(left.right() - dialog.width(), left.bottom() - dialog.height());
     QRect shown;
     QTimer::singleShot(0, &dialog, [&] {
-        // Whatever comes of it, the dialog has to close.
+        // The dialog must close in any case.
         (void)QTest::qWaitFor([&] {
             shown = standing(dialog);
             return shown.topLeft() == wanted;

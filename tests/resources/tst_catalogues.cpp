@@ -25,7 +25,7 @@ namespace {
 const QString englishFile = QStringLiteral(":/Linguist_EN.qm");
 const QString chineseFile = QStringLiteral(":/Linguist_CN.qm");
 
-/// A text of the program and what the catalogues make of it; null: no entry.
+/// A text of the program and its translations; null if there is none.
 struct Row
 {
     const char *context;
@@ -82,7 +82,7 @@ const Row rows[] = {
     {"LogViewer", "WARN", "WARN", "WARN"},
 };
 
-/// The body of a section of a compiled catalogue; null when it has none of this kind.
+/// The body of a section of a compiled catalogue; null if it does not exist.
 QByteArray section(const QString &catalogue, uchar tag)
 {
     QFile file(catalogue);
@@ -90,7 +90,7 @@ QByteArray section(const QString &catalogue, uchar tag)
         return {};
     const QByteArray bytes = file.readAll();
     constexpr int magicSize = 16;
-    constexpr int headSize = 5; // the kind, and the length of the body
+    constexpr int headSize = 5; // tag and length
     for (int at = magicSize; at + headSize <= bytes.size();) {
         const int length = qFromBigEndian<qint32>(bytes.constData() + at + 1);
         if (uchar(bytes.at(at)) == tag)
@@ -100,7 +100,7 @@ QByteArray section(const QString &catalogue, uchar tag)
     return {};
 }
 
-/// How many translated messages the source of a catalogue holds; -1 when it cannot be read.
+/// The number of translated messages in the source of a catalogue; -1 if it cannot be read.
 int messagesInSource(const QString &language)
 {
     QFile file(QStringLiteral(VANTREL_CATALOGUE_SOURCES "/Linguist_%1.ts").arg(language));
@@ -161,7 +161,7 @@ void Catalogues::holdSoManyMessages()
     QFETCH(QString, language);
     QFETCH(QString, file);
     QFETCH(int, messages);
-    constexpr uchar hashes = 0x42; // eight bytes a message
+    constexpr uchar hashes = 0x42; // eight bytes per message
     QCOMPARE(section(file, hashes).size(), messages * 8);
     QCOMPARE(messagesInSource(language), messages);
 
@@ -219,7 +219,7 @@ void Catalogues::areStoredAsTheyAre()
         const QResource resource(file);
         QVERIFY2(resource.isValid(), qPrintable(file));
         QCOMPARE(resource.compressionAlgorithm(), QResource::NoCompression);
-        // The first version of the format, which keeps no times.
+        // Version 1 of the format, which has no timestamps.
         QVERIFY(!resource.lastModified().isValid());
     }
 }

@@ -22,8 +22,8 @@ namespace {
 /// Context and source text of a message.
 using Key = QPair<QString, QString>;
 
-/// The messages of a catalogue's source. Fails the test when it cannot be read or one of them is
-/// not translated.
+/// The messages of a catalogue's source. Aborts the test if it cannot be read or a message is not
+/// translated.
 QSet<Key> messages(const QString &path, bool translated)
 {
     QSet<Key> keys;
@@ -54,7 +54,7 @@ QSet<Key> catalogue(const char *name)
     return messages(QStringLiteral(VANTREL_CATALOGUES "/") + QLatin1String(name), true);
 }
 
-/// What the sources ask to be translated.
+/// The translatable texts in the sources.
 QSet<Key> textsOfTheProgram()
 {
     const QTemporaryDir scratch;
@@ -68,7 +68,7 @@ QSet<Key> textsOfTheProgram()
     return messages(found, false);
 }
 
-/// The designer's placeholders in the wait dialog's form, which nobody sees.
+/// Placeholders in the wait dialog's form, which are never shown.
 const QSet<Key> placeholders = {{QStringLiteral("CWaitDialog"), QStringLiteral("Dialog")},
                                 {QStringLiteral("CWaitDialog"), QStringLiteral("TextLabel")}};
 

@@ -49,7 +49,7 @@ void Icon::holdsNoEmptyPicture()
         QVERIFY(reader.jumpToImage(i));
         const QImage image = reader.read();
         QVERIFY(!image.isNull());
-        // Somewhere it is painted, and somewhere the desktop shows through.
+        // It has both opaque and transparent pixels.
         int painted = 0;
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x)

@@ -8,7 +8,7 @@
 #include <QMovie>
 #include <QtTest>
 
-/// Looks at the skin that lies beside the program.
+/// The skin beside the program.
 class SkinFiles : public QObject
 {
     Q_OBJECT
@@ -93,7 +93,7 @@ void SkinFiles::namePicturesThatAreThere_data()
 void SkinFiles::namePicturesThatAreThere()
 {
     QFETCH(QString, url);
-    // Also by letter case, which not every file system tells apart.
+    // Including letter case, which some file systems ignore.
     const QFileInfo picture(url);
     QVERIFY(picture.dir().entryList(QDir::Files).contains(picture.fileName()));
     QVERIFY(QImageReader(url).canRead());
@@ -104,9 +104,9 @@ void SkinFiles::animateTheBusyIndicator()
     const QMovie movie(QStringLiteral("./Skins/Default/Vantrel/Icon_Common_Processing.gif"));
     QVERIFY(movie.isValid());
     QVERIFY(movie.frameCount() > 1);
-    QCOMPARE(movie.loopCount(), -1); // as long as the export lasts
+    QCOMPARE(movie.loopCount(), -1); // endless
     const QImageReader first(movie.fileName());
-    QVERIFY(first.size().width() <= 100 && first.size().height() <= 60); // fits its label
+    QVERIFY(first.size().width() <= 100 && first.size().height() <= 60); // fits in its label
 }
 
 void SkinFiles::drawEveryPicture()
@@ -154,7 +154,7 @@ void SkinFiles::giveAllColumnHeadsOneWeight()
 void SkinFiles::carryTheNoticesOwnRules()
 {
     const StyleSheetRules shipped = styleSheetRules(contents(styleSheets().first()));
-    // Where there is no skin the notice keeps the sheet of its form.
+    // Without a skin the notice keeps the sheet of its form.
     const WorkingFolder unstyled;
     const StyleSheetRules own = styleSheetRules(ExportInfoDlg(nullptr).styleSheet());
     QCOMPARE(own.size(), 5);

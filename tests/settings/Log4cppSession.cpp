@@ -20,7 +20,7 @@ std::string logEveryLevel(const std::string &propertiesFile)
         category.fatal("a fatal message");
     }
     log4cpp::Category::shutdown();
-    // The categories only borrow the appenders that a file configures.
+    // Categories do not own the appenders that a file configures.
     for (const char *name : {"a_root", "a_qzsdk"})
         delete log4cpp::Appender::getAppender(name);
     return {};

@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// What log4cpp makes of a properties file: one message of each level, logged under the SDK's
-/// category and under another one. The file's appenders are "a_root" and "a_qzsdk", which are put
-/// away again afterwards. An error text, empty when all went well.
+/// Configures log4cpp from a properties file and logs one message of each level under the SDK's
+/// category and under another one. Removes the file's appenders "a_root" and "a_qzsdk" afterwards.
+/// Returns an error message, empty on success.
 std::string logEveryLevel(const std::string &propertiesFile);

@@ -14,8 +14,8 @@
 #include <functional>
 #include <memory>
 
-/// A settings window beside a scratch camera client. Without a properties file of the client's the
-/// window asks for one at start; the answer is then chooses, empty for cancelling.
+/// A settings window with a scratch camera client. If the client has no properties file, the window
+/// asks for one; the file dialog then returns `chooses`, or is cancelled if that is empty.
 struct SettingsFixture
 {
     SettingsFixture()
@@ -31,12 +31,12 @@ struct SettingsFixture
 
     static QString defaultName() { return QStringLiteral("Client/SDKLOG_default.properties"); }
 
-    /// The client's properties file, with @p contents.
+    /// Creates the client's properties file with @p contents.
     QString properties(const QByteArray &contents) { return scratch.file(defaultName(), contents); }
     [[nodiscard]] QByteArray written() const { return scratch.read(defaultName()); }
 
     void open() { window = std::make_unique<LogSettingsDlg>(nullptr, client); }
-    /// Likewise, on the client's properties file with @p contents; its path.
+    /// Opens the window on the client's properties file with @p contents; returns its path.
     QString open(const QByteArray &contents)
     {
         const QString path = properties(contents);
@@ -51,7 +51,7 @@ struct SettingsFixture
     }
     [[nodiscard]] QRadioButton *radio(const char *name) const { return find<QRadioButton>(name); }
 
-    /// The level whose button is checked, "INFO" for one.
+    /// The checked level, for example "INFO".
     [[nodiscard]] QString shownLevel() const
     {
         QStringList checked;
@@ -65,9 +65,9 @@ struct SettingsFixture
     ScratchFolder scratch;
     DebugCapture output;
     CameraClient client;
-    QString chooses;                                  ///< what the file dialog is answered with
-    std::function<void(const QFileDialog &)> onAsked; ///< looks at the file dialog
-    int asked = 0;                                    ///< how often a file dialog opened
+    QString chooses;                                  ///< result of the file dialog
+    std::function<void(const QFileDialog &)> onAsked; ///< inspects the file dialog
+    int asked = 0;                                    ///< number of file dialogs opened
     std::unique_ptr<LogSettingsDlg> window;
 
 private:

@@ -6,8 +6,7 @@
 
 #include <QTimer>
 
-/// A properties file of 100 MB and more: nobody has one, somebody will choose a log file by
-/// mistake.
+/// A properties file of 100 MB or more, such as a log file chosen by mistake.
 class HugeLogConfig : public QObject
 {
     Q_OBJECT
@@ -65,7 +64,7 @@ void HugeLogConfig::isReadAndRewrittenBeyondTwoGibibytes()
 void HugeLogConfig::leavesTheWindowsUsableWhileItIsRetried()
 {
     SettingsFixture f;
-    const QString path = f.properties(filler()); // no marker: retried
+    const QString path = f.properties(filler()); // without level lines, so it is retried
     f.open();
     int ticks = 0;
     QTimer clock;

@@ -6,8 +6,7 @@
 #include <QRegularExpression>
 #include <QTableWidget>
 
-/// The library that reads the file in the SDK logs at the level that the window has set, and the
-/// viewer can read what it logs.
+/// The SDK's logging library obeys the level set in the window, and the viewer can read its output.
 class Log4cppObeys : public QObject
 {
     Q_OBJECT
@@ -20,7 +19,7 @@ private slots:
 
 namespace {
 
-// As an SDK delivers it: appenders, comments, blank lines.
+// As delivered with an SDK: appenders, comments, blank lines.
 QByteArray sdkFile(const QString &log, const QByteArray &lineEnd)
 {
     QByteArray text = "# SDK logging\n"

@@ -6,7 +6,7 @@
 
 #include <limits>
 
-/// The text of a properties file: which level it names, what a new level makes of it.
+/// The text of a properties file: reading and setting its level.
 class LogLevelFileText : public QObject
 {
     Q_OBJECT
@@ -255,7 +255,7 @@ void LogLevelFileText::endsLinesAsThePlatformDoes()
              platform.readAll());
 }
 
-// Compared with the rule said in the plainest way: split, replace, join.
+// Compared with a plain implementation: split, replace, join.
 void LogLevelFileText::copesWithEveryTextOfThreePieces()
 {
     const QList<QByteArray> pieces{

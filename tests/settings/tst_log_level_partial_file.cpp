@@ -13,7 +13,7 @@
 
 using Outcome = LogLevelRewrite::Outcome;
 
-/// Setting the level on a disk that tears the file apart.
+/// Setting the level on a disk that writes the file only partially.
 class LogLevelTornFile : public QObject
 {
     Q_OBJECT
@@ -37,8 +37,7 @@ namespace {
 
 constexpr int writtenBytes = 10; // bytes
 
-/// A properties file, in which the level is about to be set, on a disk that tears it apart at
-/// first.
+/// A properties file on a disk whose first writes are partial.
 struct Fixture
 {
     Fixture(const QByteArray &contents, int tornWrites)
@@ -70,7 +69,7 @@ struct Fixture
         return scratch.read(QStringLiteral("sdk.properties"));
     }
 
-    int failures; ///< so many writes are still to tear the file
+    int failures; ///< number of writes that still fail
     bool readable = true;
     bool tornIsReadable = true;
     int writes = 0;
@@ -99,7 +98,7 @@ void LogLevelTornFile::putsTheTextBackWhenTheDiskIsFull()
         QSKIP("no way to fill a disk here");
     QByteArray text = infoFile;
     for (int i = 0; i < 500; ++i)
-        text += "log4cpp.category.qzsdk\n"; // each grows when it is set
+        text += "log4cpp.category.qzsdk\n"; // grows when set
     Fixture f(text, 0);
     {
         const FileSizeLimit limit(long(text.size()) + 1000);
@@ -114,7 +113,7 @@ void LogLevelTornFile::putsTheTextBackWhenTheDiskIsFull()
 
 void LogLevelTornFile::worksFromTheKeptTextAfterAFailedWrite()
 {
-    // Two attempts, each with a vain try to put the text back.
+    // Two attempts, each of which also fails to restore the text.
     Fixture f("first line\n" + infoFile + "last line", 4);
     for (int attempt = 0; attempt < 2; ++attempt) {
         QCOMPARE(f.setDebug(), Outcome::Failed);
@@ -188,12 +187,12 @@ void LogLevelTornFile::noticesAMendedFileInARoundThatDoesNotWrite()
 {
     Fixture f(infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
-    const QByteArray torn = f.contents();
+    const QByteArray partial = f.contents();
     f.write("mended\n");
     QCOMPARE(f.rewrite->applyIfSettled(1), Outcome::Failed);
-    f.write(torn); // meant this time
+    f.write(partial); // written on purpose this time
     f.end();
-    QCOMPARE(f.contents(), torn);
+    QCOMPARE(f.contents(), partial);
 }
 
 void LogLevelTornFile::leavesATornFileThatWasRemovedAlone()
@@ -211,7 +210,7 @@ void LogLevelTornFile::saysOnceWhatWasNotWrittenAndNotRestored()
 {
     DebugCapture output;
     const Diagnostics diagnostics;
-    Fixture f(infoFile, 5); // the last one at the end
+    Fixture f(infoFile, 5); // the last one in the destructor
     QCOMPARE(f.setDebug(), Outcome::Failed);
     QCOMPARE(f.setDebug(), Outcome::Failed);
     f.end();

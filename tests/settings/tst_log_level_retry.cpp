@@ -9,8 +9,8 @@
 
 #include <cstdio>
 
-/// The undoing of a level that could not be set: it goes on until it works, and lets the program
-/// live meanwhile.
+/// Retries after a level could not be set: they continue until they succeed and keep the program
+/// responsive.
 class RetriedLogLevel : public QObject
 {
     Q_OBJECT
@@ -49,7 +49,7 @@ protected:
     void paintEvent(QPaintEvent * /*event*/) override { ++painted; }
 };
 
-/// A window with a file in which the level cannot be set, whose retry is seen to run.
+/// A window with a file in which the level cannot be set, and a retry in progress.
 struct RetryFixture : SettingsFixture
 {
     explicit RetryFixture(const QByteArray &contents = "nothing to replace\n")
@@ -59,7 +59,7 @@ struct RetryFixture : SettingsFixture
         output.take();
     }
 
-    /// Runs @p during some rounds after the retry has begun.
+    /// Runs @p during some rounds after the retry has started.
     void after(int milliseconds, const std::function<void()> &during)
     {
         QTimer::singleShot(milliseconds, &context, [this, during] {
@@ -157,7 +157,7 @@ void RetriedLogLevel::endsWhenTheDiskHasRoomAgain()
         QSKIP("no way to fill a disk here");
     QByteArray text = "log4cpp.rootCategory\n";
     for (int i = 0; i < 100; ++i)
-        text += "log4cpp.category.qzsdk\n"; // each grows when it is set
+        text += "log4cpp.category.qzsdk\n"; // grows when set
     RetryFixture f(text);
     auto limit = std::make_unique<FileSizeLimit>(long(text.size()) + 10);
     f.after(aFewRounds, [&] {
@@ -233,7 +233,7 @@ void RetriedLogLevel::doesNotStartAgainWhileTheLevelButtonsAreClicked()
     f.window->show();
     hub().logLevel = 2;
     f.after(aFewRounds, [&f] {
-        // Neither by the mouse nor by code; a second retry would not return before the first.
+        // Neither by mouse nor by code: a second retry would return after the first.
         QTest::mouseClick(f.radio("radioINFO"), Qt::LeftButton);
         QTest::keyClick(f.radio("radioINFO"), Qt::Key_Space);
         QVERIFY(QMetaObject::invokeMethod(f.window.get(), "on_radioINFO_clicked"));
@@ -264,7 +264,7 @@ void RetriedLogLevel::lendsTheFocusToTheFolderButton()
     });
     f.radio("radioDEBUG")->click();
     QCOMPARE(meanwhile, f.find<QWidget>("btnSetLogCfgPath"));
-    QCOMPARE(f.window->focusWidget(), f.radio("radioINFO")); // the one that is checked
+    QCOMPARE(f.window->focusWidget(), f.radio("radioINFO")); // the checked one
 }
 
 void RetriedLogLevel::leavesTheTextAloneThatSomebodyIsSaving()
@@ -350,7 +350,7 @@ void RetriedLogLevel::survivesTheDeletionOfTheDialogDuringAClick()
     QVERIFY(f.window == nullptr);
 }
 
-// The test itself is the other process that mends the file.
+// This executable is also the other process that repairs the file.
 int main(int argc, char **argv)
 {
     if (argc == 3 && qstrcmp(argv[1], mend) == 0) {

@@ -15,7 +15,7 @@
 
 using Outcome = LogLevelRewrite::Outcome;
 
-/// Setting the level in a file on a disk, with what users do to files.
+/// Setting the level in real files, with what users do to them.
 class LogLevelRewriting : public QObject
 {
     Q_OBJECT
@@ -55,7 +55,7 @@ QString name()
     return QStringLiteral("sdk.properties");
 }
 
-/// A file whose rewriting can be watched.
+/// Counts the writes to a file.
 struct CountedWrites
 {
     explicit CountedWrites(const QByteArray &contents)
@@ -85,7 +85,7 @@ struct CountedWrites
                                    }}};
 };
 
-/// A file with these @p rights, in a folder that OrdinaryUser may look into.
+/// A file with these permissions, in a folder that OrdinaryUser can access.
 QString fileWithRights(ScratchFolder &scratch, QFileDevice::Permissions rights)
 {
     const QString path = scratch.file(name(), infoFile);
@@ -159,7 +159,7 @@ void LogLevelRewriting::writesASettledFileOnlyWhereItIsWrong()
     QCOMPARE(f.rewrite.applyIfSettled(0), Outcome::Done);
     QCOMPARE(f.writes, 1);
     QCOMPARE(unixLines(f.contents()), infoFile);
-    (void)f.rewrite.applyIfSettled(0); // sees that it was written
+    (void)f.rewrite.applyIfSettled(0); // notices the write
     QCOMPARE(f.rewrite.applyIfSettled(0), Outcome::Done);
     QCOMPARE(f.writes, 1);
 }
@@ -278,7 +278,7 @@ void LogLevelRewriting::failsOnAFileThatMayNotBeRead()
 
 void LogLevelRewriting::failsOnAFileThatCannotBeReadAnyFurther()
 {
-    const QString path = QStringLiteral("/proc/self/mem"); // its first byte cannot be read
+    const QString path = QStringLiteral("/proc/self/mem"); // opens, but cannot be read
     if (!QFileInfo::exists(path))
         QSKIP("there is no such file here");
     const DebugCapture output;
@@ -314,7 +314,7 @@ void LogLevelRewriting::keepsBinaryContents()
     QByteArray bytes;
     for (int i = 0; i < 65536; ++i)
         bytes.append(char(i ^ (i >> 8)));
-    bytes.replace("\r\n", "\n"); // line ends are the platform's own matter
+    bytes.replace("\r\n", "\n"); // line ends depend on the platform
     ScratchFolder scratch;
     const QString path = scratch.file(name(), bytes + '\n' + infoFile + bytes);
     QCOMPARE(LogLevelRewrite(path).apply(1), Outcome::Done);
@@ -349,7 +349,7 @@ void LogLevelRewriting::saysOnceThatLinesAreMissing()
     QCOMPARE(rewrite.apply(0), Outcome::Failed);
     QCOMPARE(rewrite.problem(), LogLevelRewrite::Problem::LinesMissing);
     QCOMPARE(output.take(), once);
-    QCOMPARE(LogLevelRewrite(path).apply(1), Outcome::Failed); // the next click says it again
+    QCOMPARE(LogLevelRewrite(path).apply(1), Outcome::Failed); // the next click logs it again
     QCOMPARE(output.take(), once);
 }
 

@@ -11,7 +11,7 @@
 
 using Problem = LogLevelRewrite::Problem;
 
-/// Levels set in several files, and the retries of those in which that failed.
+/// Setting levels in several files, and retries for files in which that failed.
 class LogLevelWriting : public QObject
 {
     Q_OBJECT

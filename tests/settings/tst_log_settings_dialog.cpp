@@ -13,7 +13,7 @@
 #include <QToolButton>
 #include <QTranslator>
 
-/// The settings window: what it shows, and what it hands over when it closes.
+/// The settings window: its contents, and the values that it stores when it closes.
 class LogSettingsDialog : public QObject
 {
     Q_OBJECT
@@ -210,7 +210,7 @@ void LogSettingsDialog::handsOverTheLimitsWhenItCloses()
     QVERIFY(f.window->close());
     QVERIFY(!f.window->isVisible());
     QCOMPARE(closed.count(), 1);
-    // Nobody touched the boxes: this asymmetry is meant.
+    // Although nobody changed the spin boxes: this asymmetry is intended.
     QCOMPARE(hub().maxDisplayedLogs, 100000);
     QCOMPARE(hub().updateIntervalMs, 1000);
 }
@@ -254,7 +254,7 @@ void LogSettingsDialog::hidesAndComesBack()
     f.window->show();
     f.radio("radioFATAL")->click();
     f.window->close();
-    f.properties(infoFile); // written by somebody else meanwhile: not read again by showing
+    f.properties(infoFile); // written by another program: showing does not reload it
     f.window->show();
     QVERIFY(f.window->isVisible());
     QCOMPARE(f.shownLevel(), text("FATAL"));

@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-/// The settings window: where its file comes from, which level it shows and sets.
+/// The settings window: finding its file, showing and setting the level.
 class LogSettingsFile : public QObject
 {
     Q_OBJECT
@@ -37,7 +37,7 @@ private slots:
 
 void LogSettingsFile::findsTheFileBesideTheIcon_data()
 {
-    QTest::addColumn<QString>("icon"); // below the client's folder
+    QTest::addColumn<QString>("icon"); // relative to the client's folder
     QTest::addColumn<QString>("separators");
     QTest::newRow("with an index") << text("/QZviewer.exe,0") << text("/");
     QTest::newRow("plain") << text("/QZviewer.exe") << text("\\/");
@@ -89,7 +89,7 @@ void LogSettingsFile::findsNoFileWhereItIsMissing()
     SettingsFixture f;
     f.open();
     QCOMPARE(f.window->findDefaultLogConfig(), QString());
-    f.scratch.folder(SettingsFixture::defaultName()); // a folder of that name is no file either
+    f.scratch.folder(SettingsFixture::defaultName()); // a folder of that name does not count
     QCOMPARE(f.window->findDefaultLogConfig(), QString());
 }
 
@@ -127,7 +127,7 @@ void LogSettingsFile::asksInTheAgreedWay()
         QCOMPARE(dialog.nameFilters(), QStringList{text("*.properties")});
         QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptOpen);
         QCOMPARE(dialog.viewMode(), QFileDialog::List);
-        // What is asked for is a close button only; a title bar comes with it.
+        // Only a close button is requested; a title bar comes with it.
         QCOMPARE(dialog.windowType(), Qt::Dialog);
         QVERIFY(dialog.windowFlags().testFlag(Qt::WindowCloseButtonHint));
         QVERIFY(!(dialog.windowFlags() &
@@ -213,7 +213,7 @@ void LogSettingsFile::showsTheLevelOfTheFile()
     SettingsFixture f;
     f.open(contents);
     QTEST(f.shownLevel(), "shown");
-    QCOMPARE(hub().logLevel, 0U); // what is shown was not set by us
+    QCOMPARE(hub().logLevel, 0U); // a level read is not stored
     QCOMPARE(f.written(), contents);
 }
 

@@ -8,8 +8,8 @@
 #include <QTimer>
 #include <QTranslator>
 
-/// The settings window while the level cannot be set in one file: what it shows, and that the other
-/// files can be set.
+/// The settings window while the level cannot be set in one file: its state, and setting other
+/// files.
 class RetriedFiles : public QObject
 {
     Q_OBJECT
@@ -28,12 +28,12 @@ private slots:
 
 namespace {
 
-/// A window on a file in which no level can be set.
+/// A window with a file in which no level can be set.
 struct Fixture : SettingsFixture
 {
     Fixture() { open("nothing to replace\n"); }
 
-    /// Chooses the file of this name in the file dialog.
+    /// Chooses this file in the file dialog.
     void choose(const QString &path)
     {
         chooses = path;
@@ -45,7 +45,8 @@ struct Fixture : SettingsFixture
         return !radio("radioINFO")->isEnabled() && !radio("radioDEBUG")->isEnabled() &&
                !radio("radioFATAL")->isEnabled();
     }
-    /// Clicks DEBUG; once that is being retried, calls @p during. Returns when the retry has ended.
+    /// Clicks DEBUG and calls @p during while that is being retried. Returns when the retry has
+    /// ended.
     void clickDebug(const std::function<void()> &during)
     {
         bool called = false;
@@ -102,7 +103,7 @@ void RetriedFiles::leaveOtherFilesFree()
         f.mend();
     });
     QVERIFY(!f.levelsRest());
-    QCOMPARE(unixLines(f.written()), debugFile); // the level that was stored last
+    QCOMPARE(unixLines(f.written()), debugFile); // the level stored last
     QCOMPARE(f.otherWritten(), debugFile);
 }
 
@@ -132,7 +133,7 @@ void RetriedFiles::showTheStoredLevelWhenTheyAreChosenAgain()
         f.choose(f.wrong);
         f.choose(f.other);
         QVERIFY(f.levelsRest());
-        QCOMPARE(f.shownLevel(), text("INFO")); // not FATAL, which the file names
+        QCOMPARE(f.shownLevel(), text("INFO")); // not FATAL, as in the file
         user.reset();
         QVERIFY(QFile::setPermissions(f.other, Everybody::mayReadAndWrite));
     });
@@ -151,7 +152,7 @@ void RetriedFiles::areRetriedSeveralAtOnce()
             f.choose(f.wrong);
             QVERIFY(f.levelsRest());
             f.mend();
-            QTRY_VERIFY(!f.levelsRest()); // though the second one is still retried
+            QTRY_VERIFY(!f.levelsRest()); // although the second file is still being retried
             f.radio("radioFATAL")->click();
             QCOMPARE(hub().logLevel, 2U);
             QCOMPARE(unixLines(f.written()), fatalFile);
@@ -180,7 +181,7 @@ void RetriedFiles::doNotChangeTheLevelShownLongAfterTheirEnd()
             QVERIFY(QFile::remove(second));
         });
     });
-    // The first click, which has failed long ago, returns last.
+    // The first click, which failed first, returns last.
     QCOMPARE(f.shownLevel(), text("INFO"));
     QCOMPARE(unixLines(f.written()), infoFile);
 }

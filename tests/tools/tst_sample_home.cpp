@@ -32,7 +32,7 @@ private slots:
 
 namespace {
 
-/// The usual home with short logs, which are quick to write.
+/// The default home with short logs, which are fast to write.
 SampleHomePlan small()
 {
     SampleHomePlan plan;
@@ -40,7 +40,7 @@ SampleHomePlan small()
     return plan;
 }
 
-/// Every file below @p folder by its relative name, with its contents and its time.
+/// Contents and time of every file below @p folder, by relative path.
 QMap<QString, QPair<QByteArray, QDateTime>> everything(const QString &folder)
 {
     QMap<QString, QPair<QByteArray, QDateTime>> found;
@@ -60,7 +60,7 @@ QStringList names(const QString &folder, const QString &pattern = QStringLiteral
     return QDir(folder).entryList({pattern}, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
 }
 
-/// The exit code of the program with these arguments.
+/// Runs the program with these arguments and returns its exit code.
 int runProgram(const QStringList &arguments, QString *said = nullptr)
 {
     QProcess process;
@@ -165,7 +165,7 @@ void SampleHomeTest::spreadsModificationTimesOverDaysBeforeNow()
 void SampleHomeTest::registersTheCameraClientInAFolderWithAComma()
 {
     const ScratchFolder scratch;
-    // Windows allows no quotes in names.
+    // Windows does not allow quotation marks in names.
     const QString quoted = onWindows() ? QStringLiteral("mine") : QStringLiteral("\"mine\"");
     const QString home = scratch.path(
         QStringLiteral("a home, 50%1 full; %2 \u76f8\u673a").arg(QStringLiteral("%"), quoted));

@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// The fields of a log line by the rule in its plainest form: a stream that is read word by word.
+/// The fields of a log line, read word by word from a stream: the reference implementation.
 struct StreamedLine
 {
     bool structured = false;

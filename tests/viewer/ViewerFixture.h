@@ -18,7 +18,7 @@
 
 #include <utility>
 
-/// A viewer with a scratch folder for its logs. What it writes to the debug output is captured.
+/// A viewer with a scratch folder for its logs. Captures the debug output.
 class ViewerFixture
 {
 public:
@@ -35,13 +35,13 @@ public:
 
     [[nodiscard]] QTableWidget &table() const { return *find<QTableWidget>("tableWidget"); }
 
-    /// Shows the window; false: it does not appear.
+    /// Shows the window; returns false on timeout.
     bool show()
     {
         viewer.show();
         return QTest::qWaitForWindowExposed(&viewer);
     }
-    /// Likewise, and gives it the keyboard.
+    /// Shows and activates the window.
     bool activate()
     {
         viewer.show();
@@ -51,14 +51,14 @@ public:
 
     bool open(const QString &path) { return viewer.openLogFile(path.toStdString()); }
 
-    /// Opens a new file of these lines, each of which gets its line feed.
+    /// Opens a new file with these lines, each followed by a line feed.
     bool openLines(const QByteArrayList &lines)
     {
         return open(folder.file(QStringLiteral("%1.log").arg(++opened),
                                 lines.isEmpty() ? QByteArray() : lines.join('\n') + '\n'));
     }
 
-    /// Opens the file of this name among the test data.
+    /// Opens this file of the test data.
     bool openData(const char *name)
     {
         return open(QFINDTESTDATA(QLatin1String("../data/viewer/") + QLatin1String(name)));
@@ -129,14 +129,14 @@ private:
     int opened = 0;
 };
 
-/// The texts of a row that shows nothing but a message.
+/// The texts of a row with only a message.
 inline QStringList messageOnly(const QString &message)
 {
     const QString none = QStringLiteral("no item");
     return {none, none, none, message};
 }
 
-/// A log line of the usual shape.
+/// A structured log line.
 inline QByteArray logLine(const QByteArray &level, const QByteArray &message = "frame received")
 {
     return "2024-03-02 12:00:00.250 " + level + " [00123] [CameraClient] " + message;

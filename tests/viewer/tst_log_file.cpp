@@ -72,7 +72,7 @@ void LogFileTest::stopsAtTheLimit()
     QCOMPARE(linesOf(path, 10).size(), 10);
     QCOMPARE(linesOf(path, 11).size(), 10);
     QCOMPARE(linesOf(path, 0).size(), 0);
-    // The limit is reached in the middle of a long text, and not only at its end.
+    // The limit can be reached in the middle of a long text, not only at its end.
     const QString large =
         scratch.file(QStringLiteral("large.log"), QByteArray("x\n").repeated(500'000));
     QCOMPARE(linesOf(large, 300'000).size(), 300'000);
@@ -122,7 +122,7 @@ void LogFileTest::endsWhereAFileWasCutMeanwhile()
 
 void LogFileTest::saysWhenAFileCannotBeReadAnyFurther()
 {
-    const QString path = QStringLiteral("/proc/self/mem"); // a file whose first byte cannot be read
+    const QString path = QStringLiteral("/proc/self/mem"); // opens, but cannot be read
     if (!QFile::exists(path))
         QSKIP("no such file here");
     const Diagnostics diagnostics(QStringLiteral("vantrel.findstr"));

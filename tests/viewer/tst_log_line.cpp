@@ -16,7 +16,7 @@ std::string randomLine(std::mt19937 &random)
         "info",       "INFOX",        " ",     " ",     " ",    " ",     "[",
         "]",          "[7]",          "[src]", "\t",    "\n",   "\r",    "\v",
         "\f",         "text",         "\xc3"};
-    // Mostly lines that begin as they should, because others end at the third word.
+    // Mostly valid beginnings, because other lines are rejected at the third word.
     std::string line = random() % 4 != 0 ? "d t INFO " : "";
     const auto count = random() % 10;
     for (unsigned i = 0; i < count; ++i)

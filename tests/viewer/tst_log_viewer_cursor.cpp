@@ -2,7 +2,7 @@
 
 #include <QContextMenuEvent>
 
-/// The table's cursor, which the keys move and the menu key asks, is always where something is.
+/// The table's keyboard cursor is always on a cell with text.
 class LogViewerCursor : public QObject
 {
     Q_OBJECT
@@ -41,7 +41,7 @@ bool focusTable(ViewerFixture &f)
     return QTest::qWaitForWindowActive(&f.viewer);
 }
 
-/// Presses the menu key. What is typed and what is asked goes through the same event.
+/// Presses the Menu key.
 void pressMenuKey(QTableWidget &table)
 {
     QWidget *const viewport = table.viewport();
@@ -97,7 +97,7 @@ void LogViewerCursor::leavesAColumnThatIsHidden()
     QCOMPARE(f.table().currentColumn(), 1);
     QTest::keyClick(&f.table(), Qt::Key_Down);
     QCOMPARE(f.table().currentRow(), 1);
-    QCOMPARE(f.table().selectedItems().size(), 3); // what is hidden is not selected
+    QCOMPARE(f.table().selectedItems().size(), 3); // hidden cells are not selected
 }
 
 void LogViewerCursor::staysOutOfSightWhenItsColumnIsHidden()

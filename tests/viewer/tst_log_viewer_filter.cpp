@@ -7,7 +7,7 @@ namespace {
 
 constexpr int manyLines = 1000;
 
-/// In turns INFO and WARN, each with its number.
+/// Numbered lines, alternating between INFO and WARN.
 QByteArrayList twoLevels()
 {
     QByteArrayList lines;
@@ -16,7 +16,7 @@ QByteArrayList twoLevels()
     return lines;
 }
 
-/// Where the rows in sight are, by their numbers.
+/// The positions of the visible rows, by row number.
 QMap<int, int> inSight(const QTableWidget &table)
 {
     QMap<int, int> positions;
@@ -127,7 +127,7 @@ void LogViewerFilter::keepsThePlace()
     QCOMPARE(f.table().rowViewportPosition(row), 0);
     QCOMPARE(f.table().rowViewportPosition(row + 2), 32);
     const QMap<int, int> hidden = inSight(f.table());
-    QCoreApplication::processEvents(); // the table lays itself out anew
+    QCoreApplication::processEvents(); // updates the table's layout
     QCOMPARE(inSight(f.table()), hidden);
     box->click();
     QCoreApplication::processEvents();

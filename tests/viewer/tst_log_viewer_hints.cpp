@@ -10,8 +10,7 @@
 #include <QTranslator>
 #include <QWindow>
 
-/// What the viewer tells beside the lines: why lines are missing, which file it shows, that it is
-/// busy.
+/// Hints of the viewer: why lines are missing, which file it shows, that it is busy.
 class LogViewerHints : public QObject
 {
     Q_OBJECT
@@ -38,7 +37,7 @@ const QString nothingFound =
     QStringLiteral("No line matches. Empty the field and press Enter to see the whole log.");
 const QString fileGoesOn = QStringLiteral("The first 100,000 lines; the file goes on.");
 
-/// Whether something is written in this part of the table.
+/// Whether there is text in this part of the table.
 bool hasText(const QTableWidget &table, const QRect &part)
 {
     const QImage image = table.viewport()->grab(part).toImage();
@@ -127,7 +126,7 @@ void LogViewerHints::saysHowManyLinesFoundAreHidden()
     f.search(QStringLiteral("x"));
     QCOMPARE(f.table().accessibleDescription(),
              QStringLiteral("2 of the lines found are hidden by levels"));
-    QVERIFY(hasText(f.table(), placeOfRow(f.table(), 4))); // row 3 is hidden, too
+    QVERIFY(hasText(f.table(), placeOfRow(f.table(), 4))); // row 3 is hidden too
     QVERIFY(!hasText(f.table(), placeOfRow(f.table(), 5)));
 }
 

@@ -1,7 +1,7 @@
 #include "EventCount.h"
 #include "ViewerFixture.h"
 
-/// The viewer is used by its keys, in a window that has the keyboard.
+/// Keyboard use of the viewer, in an active window.
 class LogViewerKeys : public QObject
 {
     Q_OBJECT
@@ -33,7 +33,7 @@ QByteArrayList numberedLines(int count)
     return result;
 }
 
-/// Gives the table the keyboard, with this row current.
+/// Sets the focus on the table, with this row current.
 bool focusTable(ViewerFixture &f, int row = -1)
 {
     const bool active = f.activate();

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int patience = 60'000; // milliseconds; only a broken search needs them
+constexpr int patience = 60'000; // milliseconds; only exceeded on failure
 
 void yieldUntil(const std::function<bool()> &condition)
 {
@@ -21,8 +21,8 @@ void yieldUntil(const std::function<bool()> &condition)
         std::this_thread::yield();
 }
 
-/// A search that finds one line, its keyword. With the keyword "endless" it then goes on until it
-/// is stopped; with "deaf", until it is released. What it shares with its threads outlives it.
+/// A search that finds one line, its keyword. With the keyword "endless" it then continues until
+/// stopped; with "deaf", until released. The state shared with its threads outlives it.
 class SlowSearch
 {
 public:
@@ -61,7 +61,7 @@ public:
     const std::shared_ptr<State> state = std::make_shared<State>();
 };
 
-/// A viewer that searches so, in a file of two lines.
+/// A viewer with this search and a file of two lines.
 struct Fixture : SlowSearch, ViewerFixture
 {
     Fixture()
@@ -71,7 +71,7 @@ struct Fixture : SlowSearch, ViewerFixture
         timer.callOnTimeout(&viewer, [this] { look(); });
     }
 
-    /// Does this, once and from the event loop, as soon as the table shows this line.
+    /// Calls @p action once, from the event loop, as soon as the table shows @p line.
     void whenShown(const QString &line, const std::function<void()> &action)
     {
         awaited = line + QLatin1Char('\n');
@@ -86,7 +86,7 @@ private:
     {
         if (text(0, 3) == awaited) {
             timer.stop();
-            const std::function<void()> action = then; // it may ask for another one
+            const std::function<void()> action = then; // it may call whenShown() again
             action();
         }
     }
@@ -172,7 +172,7 @@ void LogViewerLongSearch::keepsTheWindowAliveWhileManyLinesAreShown()
         return true;
     });
     QCOMPARE(f.table().rowCount(), lines);
-    // Events are counted from the moment on when nothing is left to do but to show what was found.
+    // Counts events once the matches only have to be shown.
     int steps = 0;
     QTimer timer;
     timer.callOnTimeout(&f.viewer, [&] { steps += *areFound ? 1 : 0; });
@@ -187,7 +187,7 @@ void LogViewerLongSearch::keepsTheWindowAliveWhileAFullTableIsEmptied()
     constexpr int lines = 100;
     struct SlowCell : QTableWidgetItem
     {
-        ~SlowCell() override { QThread::msleep(1); } // 1,000 cells on a quick machine
+        ~SlowCell() override { QThread::msleep(1); } // as long as 1,000 cells on a fast machine
     };
     ViewerFixture f([](const auto &...) { return true; });
     QVERIFY(
@@ -360,7 +360,7 @@ void LogViewerLongSearch::closingTheLastWindowEndsTheSearch()
     f.viewer.show();
     f.whenShown(endless, [&f] { f.viewer.close(); });
     QTimer::singleShot(0, &f.viewer, [&f] { f.search(endless); });
-    QCOMPARE(QApplication::exec(), 0); // ends with the last window
+    QCOMPARE(QApplication::exec(), 0); // returns when the last window closes
     QTRY_COMPARE(int(f.state->stopped), 1);
     QCOMPARE(f.text(0, 3), QStringLiteral("endless\n"));
 }

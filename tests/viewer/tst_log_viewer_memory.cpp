@@ -1,7 +1,7 @@
 #include "Machine.h"
 #include "ViewerFixture.h"
 
-/// The memory of a large log goes back to the system when the log is no longer shown.
+/// The memory of a large log is returned to the system when the log is no longer shown.
 class LogViewerMemory : public QObject
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ private slots:
 
 namespace {
 
-/// Of this process, in bytes.
+/// Resident memory of this process in bytes.
 qint64 residentMemory()
 {
     QFile status(QStringLiteral("/proc/self/statm"));

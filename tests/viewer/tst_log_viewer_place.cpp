@@ -2,7 +2,7 @@
 
 #include <QScrollBar>
 
-/// Reading the log again keeps the line that the user has come for.
+/// Reloading the log keeps the line that the user is looking at.
 class LogViewerPlace : public QObject
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ bool isInSight(const QTableWidget &table, int row)
            table.rowAt(y + 1) == row;
 }
 
-/// A search that hands out these lines, each in pieces of 511 bytes.
+/// A search that returns these lines in pieces of 511 bytes.
 LineSearch finding(const QByteArrayList &lines)
 {
     return
@@ -76,7 +76,7 @@ void LogViewerPlace::leadsFromAHitToItsPlaceInTheLog()
     QCOMPARE(f.table().selectedItems().size(), 4);
     QVERIFY(isInSight(f.table(), 503));
     QVERIFY2(isInSight(f.table(), 500) && isInSight(f.table(), 506), "no context");
-    QCoreApplication::processEvents(); // the table lays itself out anew
+    QCoreApplication::processEvents(); // updates the table's layout
     QVERIFY(isInSight(f.table(), 503));
 }
 
@@ -228,7 +228,7 @@ void LogViewerPlace::staysWhereItIsWhenTheLogIsReadAgain()
     QCOMPARE(f.filledRows(), 2 * manyLines);
     QCOMPARE(f.table().currentRow(), 711);
     QCOMPARE(f.table().rowAt(0), top);
-    QCoreApplication::processEvents(); // the table lays itself out anew
+    QCoreApplication::processEvents(); // updates the table's layout
     QCOMPARE(f.table().rowAt(0), top);
 }
 

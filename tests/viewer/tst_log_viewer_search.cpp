@@ -2,7 +2,7 @@
 
 namespace {
 
-/// A search that tells what it was asked and answers with fixed pieces.
+/// A search that records its arguments and returns fixed pieces.
 struct FakeSearch
 {
     struct Call
@@ -27,7 +27,7 @@ struct FakeSearch
     bool starts = true;
 };
 
-/// A viewer that searches so.
+/// A viewer with this search.
 struct Fixture : FakeSearch, ViewerFixture
 {
     explicit Fixture(const QByteArrayList &found = {})

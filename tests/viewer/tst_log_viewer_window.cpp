@@ -49,7 +49,7 @@ QMenu *LogViewerWindow::contextMenu(const ViewerFixture &f)
     return qobject_cast<QMenu *>(f.find<QAction>("actionCopyAll")->associatedWidgets().value(0));
 }
 
-/// Where a menu is that was moved to @p point: the platform may add its frame.
+/// The position of a menu moved to @p point: the platform may add its frame.
 QPoint LogViewerWindow::shownAt(const QPoint &point)
 {
     QMenu menu;
@@ -332,7 +332,7 @@ void LogViewerWindow::reachesTheLevelBoxesByKeyboard()
     ViewerFixture f;
     QVERIFY(f.openData("every_level.log"));
     QVERIFY(f.activate());
-    f.find<QToolButton>("btnClose")->setFocus(); // what comes before them in reading order
+    f.find<QToolButton>("btnClose")->setFocus(); // precedes them in the tab order
     for (const char *box : {"checkBoxINFO", "checkBoxERROR", "checkBoxWARN", "checkBoxDEBUG"}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget()->objectName(), QLatin1String(box));

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// A file that another program has open, in Windows' sense: while it lives, others may do with the
-/// file only what it lets them.
+/// A file held open by another program: while it exists, other handles are limited to the access
+/// that it shares.
 class HeldFile
 {
 public:

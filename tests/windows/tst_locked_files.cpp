@@ -6,8 +6,7 @@
 #include "LogLevelRewrite.h"
 #include "Text.h"
 
-/// Files that another program has open. What it keeps to itself must not spoil an export, nor be
-/// spoilt.
+/// Files held open by other programs. They neither break an export nor are broken by it.
 class LockedFiles : public QObject
 {
     Q_OBJECT

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-/// What Windows reads from the executable before it runs.
+/// What Windows reads from the executable before running it.
 class ProgramFile : public QObject
 {
     Q_OBJECT

@@ -11,8 +11,7 @@
 #include <QProcess>
 #include <QtTest>
 
-/// The camera client as it is found through the real registry, which "reg add" writes, and the real
-/// home folder.
+/// The camera client in the real registry, written by "reg add", and the real home folder.
 class RegisteredClient : public QObject
 {
     Q_OBJECT
@@ -35,7 +34,7 @@ private slots:
 
 namespace {
 
-/// "C:\...\<below>" for a folder that the program calls "C:/...".
+/// "C:\...\<below>" for the program's "C:/...".
 QString native(const QString &path)
 {
     return QDir::toNativeSeparators(path);

@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-/// Names that Windows is particular about.
+/// Paths that are special on Windows.
 class WindowsPaths : public QObject
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ private slots:
 
 namespace {
 
-/// More characters than Windows used to take.
+/// Longer than Windows' traditional limit.
 QString longFolder()
 {
     return (QString(50, QLatin1Char('x')) + QLatin1Char('/')).repeated(6);

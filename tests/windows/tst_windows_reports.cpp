@@ -5,7 +5,7 @@
 
 #include <QRegularExpression>
 
-/// The reports as this machine's own answers fill them.
+/// The reports with this machine's real data.
 class WindowsReports : public QObject
 {
     Q_OBJECT

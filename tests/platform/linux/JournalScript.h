@@ -6,7 +6,7 @@
 
 #include <QFile>
 
-/// A program in place of the journal's, in a scratch folder.
+/// A script that replaces journalctl, in a scratch folder.
 struct JournalScript
 {
     explicit JournalScript(const QByteArray &body)

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-/// Adapters as the kernel's folder describes them; their names are this machine's own.
+/// Adapters as described by the kernel's files; names are this machine's.
 class Adapters : public QObject
 {
     Q_OBJECT
@@ -39,7 +39,7 @@ NetworkAdapter named(const AdapterList &list, const QString &name)
     return found == list.adapters.end() ? NetworkAdapter() : *found;
 }
 
-/// The loopback, with a file of such contents about it.
+/// The loopback adapter with a kernel file of these contents.
 NetworkAdapter loopbackWith(const char *file, const QByteArray &contents)
 {
     ScratchFolder scratch;

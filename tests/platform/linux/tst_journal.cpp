@@ -165,7 +165,7 @@ void JournalExport::aProgramThatHangsIsEnded()
 void JournalExport::aSlowProgramThatGoesOnWritingIsNot()
 {
     JournalScript script("for i in 1 2 3 4 5 6 7 8; do echo $i; sleep 0.25; done");
-    script.journal.timeout = 1500; // less than the whole takes, more than it pauses
+    script.journal.timeout = 1500; // shorter than the whole run, longer than its pauses
     QVERIFY(script.exportAndWait(system_));
     QCOMPARE(script.scratch.read(text("events")), QByteArray("1\n2\n3\n4\n5\n6\n7\n8\n"));
 }

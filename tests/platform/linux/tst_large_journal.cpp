@@ -27,7 +27,7 @@ void LargeJournal::aGigabyteGoesToTheFileAndNotThroughMemory()
 
 void LargeJournal::threeGibibytesAreTakenWhole()
 {
-    JournalScript script("exec truncate --size=3G /proc/self/fd/1"); // takes no room on the disk
+    JournalScript script("exec truncate --size=3G /proc/self/fd/1"); // a sparse file
     QVERIFY(script.exportAndWait(QStringLiteral("System")));
     QCOMPARE(QFileInfo(script.target()).size(), qint64(3) << 30);
 }

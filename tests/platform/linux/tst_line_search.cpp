@@ -51,7 +51,7 @@ void addRow(const char *what, const char *keyword, const char *line, bool matche
         << QByteArray(keyword) << QByteArray(line) << matches;
 }
 
-/// What stands for one byte, and how often.
+/// Single bytes and repetitions.
 void addCharacters()
 {
     addRow("plain", "bc", "abcd", true);
@@ -75,7 +75,7 @@ void addCharacters()
     addRow("repeated twice", "a**b", "aab", true);
 }
 
-/// Ends of lines and words, and what takes its meaning from a character.
+/// Line and word borders, and escapes.
 void addPlaces()
 {
     addRow("line start", "^ab", "abc", true);
@@ -161,7 +161,7 @@ void LineSearchTest::understandsFindstrsExpressions()
     QFETCH(bool, matches);
     const QByteArray printed = line + '\n';
     QCOMPARE(search(keyword, line + '\n'), matches ? QByteArrayList{printed} : QByteArrayList());
-    // The lines around it make no difference, whether the keyword finds them or not.
+    // Other lines around it make no difference, whether they match or not.
     const QByteArrayList among = search(keyword, "~\n" + line + "\r\n\n~\n");
     QCOMPARE(among.contains(printed), matches);
 }
@@ -279,7 +279,7 @@ void LineSearchTest::endsWhenItIsStopped()
 
 void LineSearchTest::saysWhenAFileCannotBeReadAnyFurther()
 {
-    const QString path = QStringLiteral("/proc/self/mem"); // a file whose first byte cannot be read
+    const QString path = QStringLiteral("/proc/self/mem"); // opens, but cannot be read
     const Diagnostics diagnostics(QStringLiteral("vantrel.findstr"));
     const DebugCapture output;
     QVERIFY(systemLineSearch("a", path, [](const char * /*piece*/) { QFAIL("a line"); }));

@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-/// Nobody but the owner reads what the program writes.
+/// Only the owner can read what the program writes.
 class PrivateFiles : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ private:
 
 namespace {
 
-/// While it lives, files are made with this umask.
+/// Sets the umask while it exists.
 class Umask
 {
 public:
@@ -95,7 +95,7 @@ void PrivateFiles::aFileThatIsThereBecomesAnother()
     makePrivateFile(path);
     QCOMPARE(modeOf(path), 0600);
     scratch.file(text("file"), "secret");
-    QCOMPARE(reader.readAll(), QByteArray("old")); // who had it open sees nothing of it
+    QCOMPARE(reader.readAll(), QByteArray("old")); // an open file sees nothing new
 }
 
 void PrivateFiles::aFileThatCannotBeReplacedIsTakenFromTheOthers()
@@ -106,7 +106,7 @@ void PrivateFiles::aFileThatCannotBeReplacedIsTakenFromTheOthers()
     {
         scratch.folder(text("folder"));
         QVERIFY(QFile::setPermissions(scratch.path(text("folder")), Everybody::mayDoAll));
-        const OrdinaryUser user; // whose file it is
+        const OrdinaryUser user; // the file's owner
         scratch.file(text("folder/file"), "old");
         QVERIFY(QFile::setPermissions(path, Everybody::mayReadAndWrite));
     }

@@ -8,7 +8,7 @@
 
 #include <unistd.h>
 
-/// A journal as the system keeps it, exported by the system's own program.
+/// A real journal, exported by the system's journalctl.
 class RealJournal : public QObject
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ namespace {
 constexpr int eventCount = 300;
 constexpr const char *journalMaker = "/lib/systemd/systemd-journal-remote";
 
-/// Events in the journal's export format, the first with a message of several lines and any bytes.
+/// Events in the journal's export format, the first with a binary multi-line message.
 QByteArray events()
 {
     QByteArray all;
@@ -41,11 +41,11 @@ QByteArray events()
     return all;
 }
 
-/// A journal of those events, and a journalctl that reads it and no other.
+/// A journal of these events, and a journalctl that reads only this journal.
 class MadeJournal
 {
 public:
-    /// @p fileName: whose journal it is.
+    /// @p fileName determines whose journal it is.
     explicit MadeJournal(const QString &fileName)
     {
         QProcess maker;
@@ -60,7 +60,7 @@ public:
         return "exec journalctl --directory='" + folder.path().toUtf8() + "' \"$@\"";
     }
 
-    /// What journalctl itself exports.
+    /// The export by journalctl itself.
     [[nodiscard]] QByteArray exported() const
     {
         QProcess journalctl;

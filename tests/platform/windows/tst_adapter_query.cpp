@@ -25,7 +25,7 @@ struct Call
 
 } // namespace
 
-/// How the system is asked for its adapters.
+/// The calls that query the adapters.
 class AdapterQuery : public QObject
 {
     Q_OBJECT
@@ -46,7 +46,7 @@ void AdapterQuery::asksForTheSizeAndThenForTheAdapters()
             *size = room;
             return bufferTooSmall;
         }
-        std::memset(found, 0, room); // one adapter that says nothing of itself
+        std::memset(found, 0, room); // one adapter without properties
         return reinterpret_cast<std::uintptr_t>(found) % alignof(std::max_align_t) == 0 ? 0UL : 1UL;
     };
     const AdapterList found = networkAdaptersBy(list);

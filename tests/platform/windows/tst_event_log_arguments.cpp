@@ -3,7 +3,7 @@
 
 #include <QtTest>
 
-/// What the system is asked when a channel is exported.
+/// The call that exports a channel.
 class EventLogArguments : public QObject
 {
     Q_OBJECT
@@ -45,7 +45,7 @@ void EventLogArguments::resultIsTheSystems()
     const DebugCapture output;
     QCOMPARE(exportEventLogBy(answer, QStringLiteral("System"), QStringLiteral("C:/a.evtx")),
              result);
-    QVERIFY(output.lines().isEmpty()); // whoever asked says what has failed
+    QVERIFY(output.lines().isEmpty()); // the caller reports the failure
 }
 
 QTEST_GUILESS_MAIN(EventLogArguments)

@@ -12,7 +12,7 @@
 
 #include <memory>
 
-/// What this machine's Windows answers, as far as it holds on every machine.
+/// Results of this Windows that hold on every machine.
 class WindowsAnswers : public QObject
 {
     Q_OBJECT

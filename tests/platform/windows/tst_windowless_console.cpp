@@ -16,15 +16,16 @@ namespace {
 constexpr const char *asChild = "--tell-of-the-console";
 constexpr const char *asTaker = "--take-a-console";
 
-/// What this program says when it is a child: whether it has a console, and whether that has a
-/// window.
+/// Output of this program as a child process: whether it has a console, and whether the console has
+/// a window.
 QByteArray consoleOfThisProcess()
 {
     QByteArray answer = GetConsoleCP() != 0 ? "console" : "no console";
     return answer += GetConsoleWindow() != nullptr ? ", window" : ", no window";
 }
 
-/// Starts this program as the search starts its command. @p command must not be quoted as a whole.
+/// Starts this program the way the search starts its command. @p command must not be quoted as a
+/// whole.
 QByteArray consoleOfAChild()
 {
     const QByteArray command =
@@ -47,7 +48,7 @@ int takeAConsole()
 
 } // namespace
 
-/// The console that spares the user the windows of console programs.
+/// The console that keeps console programs from opening windows.
 class WindowlessConsole : public QObject
 {
     Q_OBJECT
@@ -62,7 +63,7 @@ private slots:
 
 void WindowlessConsole::initTestCase()
 {
-    FreeConsole(); // as a program with windows starts
+    FreeConsole(); // GUI programs start without one
     QCOMPARE(consoleOfThisProcess(), QByteArray("no console, no window"));
 }
 

@@ -36,12 +36,12 @@ double medianOf(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-/// Prints the medians as the console does and keeps the times of every repetition.
+/// Prints medians like the console reporter and records the times of all repetitions.
 class TimeKeeper : public benchmark::ConsoleReporter
 {
 public:
     TimeKeeper()
-        : ConsoleReporter(OO_None) // plain text: the output is kept in a file
+        : ConsoleReporter(OO_None) // plain text, as the output goes to a file
     {
     }
 
@@ -58,7 +58,7 @@ public:
         ConsoleReporter::ReportRuns(shown);
     }
 
-    /// In milliseconds, in the order of the repetitions.
+    /// In milliseconds, in order of repetition.
     [[nodiscard]] std::vector<double> times(const std::string &name, Clock clock) const
     {
         const auto &all = clock == Clock::Wall ? wall : processor;
@@ -74,7 +74,7 @@ private:
             args.empty() ? run.run_name.function_name : run.run_name.function_name + "/" + args;
         const double unit = 1e3 / benchmark::GetTimeUnitMultiplier(run.time_unit);
         const double real = run.GetAdjustedRealTime() * unit;
-        // A benchmark that takes its time itself takes the one that is to be compared.
+        // A benchmark with manual timing measures the time to be compared.
         const bool isOwn = run.run_name.time_type == "manual_time";
         wall[name].push_back(real);
         processor[name].push_back(isOwn ? real : run.GetAdjustedCPUTime() * unit);
@@ -143,7 +143,7 @@ bool compareAll(const TimeKeeper &keeper, const std::vector<Promise> &promises)
 
 int runAndCompare(int argc, char **argv, const Promises &promises, int repetitions)
 {
-    // In front of the arguments given, which win.
+    // Before the given arguments, which take precedence.
     std::string count = "--benchmark_repetitions=" + std::to_string(repetitions);
     std::string order = "--benchmark_enable_random_interleaving=true";
     std::string least = "--benchmark_min_time=0.1";

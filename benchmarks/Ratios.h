@@ -3,37 +3,37 @@
 #include <string>
 #include <vector>
 
-/// What a time is told by. The processor's tells the same whatever else the machine does, and is
-/// right for work of one thread; the wall's is right for what waits, and for several processes.
+/// The clock for a measurement: CPU time, which other processes hardly affect, for single-threaded
+/// work; wall-clock time for waiting and for several processes.
 enum class Clock { Processor, Wall };
 
-/// A promise about speed: what is measured may take so many times as long as its peer. Benchmarks
-/// go by the name of their function, or of a capture and an argument: "function/capture/argument".
+/// A speed target: the measured time compared with a baseline's. Benchmarks are named by their
+/// function, or by capture and argument: "function/capture/argument".
 struct Ratio
 {
     const char *what;
     const char *measured;
-    const char *peerName; ///< in words
+    const char *peerName; ///< for the table
     const char *peer;
-    double target; ///< 0: nothing is promised
+    double target; ///< 0: none
     Clock clock = Clock::Processor;
 };
 
-/// A promise of a time.
+/// A time limit.
 struct Limit
 {
     const char *what;
     const char *measured;
-    double milliseconds; ///< 0: nothing is promised
-    int steps = 1; ///< what is promised is done so often in one measured turn
+    double milliseconds; ///< 0: none
+    int steps = 1;       ///< number of limited operations per iteration
 };
 
-/// A promise of so many bytes a second.
+/// A minimum throughput.
 struct Rate
 {
     const char *what;
     const char *measured;
-    double bytes; ///< in one measured turn
+    double bytes; ///< per iteration
     double megabytesPerSecond;
 };
 
@@ -44,12 +44,12 @@ struct Promises
     std::vector<Rate> rates = {};
 };
 
-/// Runs the benchmarks of the program, @p repetitions times in turn and in a random order, and
-/// prints the medians, then a row for each promise. A ratio is the median of the pairs' ratios. The
-/// exit code of main(): 0, or 1 when a benchmark of a promise did not run.
+/// Runs all benchmarks @p repetitions times, alternating in random order, and prints the medians,
+/// then a row for each target. A ratio is the median of the paired ratios. Returns the exit code of
+/// main(): 1 if a benchmark with a target did not run.
 int runAndCompare(int argc, char **argv, const Promises &promises, int repetitions = 7);
 
-/// A row of the table that ./bench puts together.
+/// A row of the table printed by ./bench.
 struct Row
 {
     std::string what;

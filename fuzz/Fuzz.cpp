@@ -11,9 +11,9 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 
 extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
 {
-    // Names of files are UTF-8, whatever environment the fuzzer was started in.
+    // File names are UTF-8 whatever the environment.
     demand(std::setlocale(LC_ALL, "C.UTF-8") != nullptr, "a UTF-8 locale");
-    // What a room says about an odd input is not looked at here.
+    // Ignore messages about unusual inputs.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     return 0;
 }

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// What a fuzzer defines: tries the @p size bytes at @p data. Always 0.
+/// Defined by each fuzzer: tests the @p size bytes at @p data. Always returns 0.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
-/// Ends the run as a finding, with @p what on the error output, unless it @p holds.
+/// Reports a finding named @p what and ends the run, unless the rule @p holds.
 void demand(bool holds, const char *what);

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// A file that lies in memory and has a path all the same, as long as the object lives.
+/// A file in memory that has a path while the object exists.
 class MemoryFile
 {
 public:
@@ -14,7 +14,7 @@ public:
 
     [[nodiscard]] QString path() const;
     [[nodiscard]] QByteArray read() const;
-    /// Replaces all that it holds.
+    /// Replaces its contents.
     void write(const QByteArray &contents);
 
 private:

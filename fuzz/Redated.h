@@ -2,6 +2,5 @@
 
 #include "ScratchFolder.h"
 
-/// Gives the file called @p name in @p folder a time that no file has had before: who keeps it in
-/// memory reads it anew.
+/// Gives the file @p name in @p folder a new unique time, so that caches reload it.
 void redate(const ScratchFolder &folder, const QString &name);

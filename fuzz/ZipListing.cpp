@@ -33,7 +33,7 @@ ZipEntry currentEntry(unzFile zip)
     return entry;
 }
 
-/// The end record alone, which the reader does not take for a zip.
+/// Only an end record, which the reader does not accept as a zip.
 bool isEmptyZip(const QString &path)
 {
     QFile file(path);

@@ -7,10 +7,10 @@
 
 struct ZipEntry
 {
-    std::string name; ///< the bytes that stand in the zip
+    std::string name; ///< raw bytes
     std::string contents;
 };
 
-/// All entries of the zip at @p path in their order, as a reader of another maker sees them. It is
-/// a finding when there is anything wrong with the zip.
+/// All entries of the zip at @p path, in order, as read by an independent reader. Any error in the
+/// zip is a finding.
 [[nodiscard]] std::vector<ZipEntry> listZip(const QString &path);

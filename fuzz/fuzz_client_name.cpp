@@ -1,5 +1,5 @@
-// The client's name out of its icon's path, against the rule said forwards. The first byte of an
-// input says what separates folders and how the rest is to be read.
+// The client's name in its icon path, compared with a straightforward implementation. The first
+// byte of an input selects the separators and the encoding of the rest.
 #include "DisplayLanguage.h"
 #include "Fuzz.h"
 
@@ -12,14 +12,14 @@ QString textOf(const std::uint8_t *data, std::size_t size, bool asUtf16)
 {
     if (!asUtf16)
         return QString::fromUtf8(reinterpret_cast<const char *>(data), int(size));
-    // Any code units, halves of pairs among them.
+    // Arbitrary code units, including unpaired surrogates.
     QString text(int(size / 2), Qt::Uninitialized);
     if (!text.isEmpty())
         std::memcpy(text.data(), data, std::size_t(text.size()) * 2);
     return text;
 }
 
-/// What lies between the last separator and the last ".exe".
+/// The text between the last separator and the last ".exe".
 QString plainName(const CameraClient &client)
 {
     int separator = -1;

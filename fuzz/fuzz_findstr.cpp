@@ -1,6 +1,6 @@
-// findstr's expressions, translated and matched, against a matcher too simple to be wrong. The
-// first line of an input is the keyword, the rest is the text that is searched. Where the input
-// begins with a zero byte, the other bytes stand for pieces that are likely to mean something.
+// findstr expressions, translated and matched, compared with a simple exhaustive matcher. The first
+// line of an input is the keyword, the rest is the text. After a leading zero byte, bytes stand for
+// pieces that are likely to be meaningful.
 #include "Fuzz.h"
 #include "LineBlockReader.h"
 #include "LineFilter.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t pieceBytes = 511;
 
-/// The lines of @p text with their line feeds.
+/// The lines of @p text, including line feeds.
 std::vector<std::string_view> linesOf(std::string_view text)
 {
     std::vector<std::string_view> lines;
@@ -46,7 +46,7 @@ std::vector<std::string_view> filtered(const std::string &keyword, std::string_v
     return lines;
 }
 
-/// What a search hands out for @p lines: pieces, each up to its first zero byte.
+/// The pieces that a search returns for @p lines, each up to its first zero byte.
 std::vector<std::string> piecesOf(const std::vector<std::string_view> &lines)
 {
     std::vector<std::string> pieces;

@@ -1,5 +1,5 @@
-// The client's language file: made of lines whose meaning is known, and of anything at all. The
-// first byte of an input says which.
+// The client's language file: lines of known meaning, or arbitrary contents, as the first byte
+// selects.
 #include "DisplayLanguage.h"
 #include "Fuzz.h"
 #include "Redated.h"
@@ -29,7 +29,7 @@ struct Value
     bool isOne;
 };
 
-/// Lines whose meaning needs no parser: the last "lang" of the section "language" decides.
+/// Lines whose meaning needs no parser: the last "lang" in the section "language" counts.
 void tryKnownLines(FuzzedDataProvider &input)
 {
     static const char *const sections[] = {"language", "window", "General", "LANGUAGE", "lang"};
@@ -71,7 +71,7 @@ void tryAnyFile(const QByteArray &rest)
 {
     const DisplayLanguage language = languageOf(rest);
     demand(languageOf(rest) == language, "the same file says the same");
-    // A key could be spelt with escapes, too.
+    // Keys can contain escapes too.
     if (rest.contains("lang") || rest.contains('%'))
         return;
     demand(language == DisplayLanguage::Chinese, "what is not said is not heard");

@@ -1,4 +1,5 @@
-// A log file's way into lines: whole, and from a device that gives little at a time and may fail.
+// Splitting a log file into lines: as a file, and from a device that delivers small chunks and may
+// fail.
 #include "Fuzz.h"
 #include "LineBlockReader.h"
 #include "LogFile.h"
@@ -15,8 +16,7 @@
 
 namespace {
 
-/// Gives a text in pieces of given sizes, the last one for all the rest, and fails in the end if
-/// it is told to.
+/// Delivers a text in chunks of given sizes, the last one unlimited, and may fail at the end.
 class HaltingDevice : public QIODevice
 {
 public:
@@ -51,7 +51,7 @@ private:
     bool failing;
 };
 
-/// Few bytes of input make a line as long as a block, or longer: each 1 stands for many x.
+/// Replaces each 1 by many x, so that short inputs make lines longer than a block.
 std::string inflated(const std::string &text)
 {
     std::string result;
@@ -74,7 +74,7 @@ std::string withLineFeeds(const std::string &text)
     return result.append(text, from);
 }
 
-/// The rule in its plainest form.
+/// A plain implementation of the rule.
 std::vector<std::string> expectedLines(const std::string &text, int most)
 {
     std::istringstream in(withLineFeeds(text));
@@ -97,7 +97,7 @@ void tryFile(const std::string &text, int most)
     demand(count == int(lines.size()), "the number of lines");
 }
 
-/// What a reader that takes no more than @p longest bytes of a line makes of @p text.
+/// @p text as read with lines truncated to @p longest bytes.
 std::string cutLines(const std::string &text, std::size_t longest, bool &cut)
 {
     std::string result;

@@ -1,5 +1,5 @@
 // Setting the level in a properties file. The first byte of an input is the level, the rest is the
-// file: only its level lines change, and its line ends as the platform writes them.
+// file: only level lines change, and line ends become the platform's.
 #include "Fuzz.h"
 #include "LogLevelFile.h"
 #include "LogLevelRewrite.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The level that the first root line of @p text names, by the rule in its plainest form.
+/// The level in the first root line of @p text, by a plain implementation.
 std::optional<int> plainLevel(const QByteArray &text)
 {
     for (const QByteArray &line : text.split('\n')) {
@@ -51,7 +51,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     if (isLevel && expected.bothReplaced)
         demand(LogLevelFile::levelNamedIn(file.read().toStdString()) == level,
                "what is written is read again");
-    // Of two CR before a line feed one is a part of the line, until the other one is gone.
+    // Of two CRs before a line feed, one belongs to the line until the other is removed.
     if (isLevel && !expected.bytes.contains("\r\n")) {
         demand(LogLevelRewrite(file.path()).apply(level) == done, "done again");
         demand(file.read() == expected.bytes, "a second rewriting changes nothing");

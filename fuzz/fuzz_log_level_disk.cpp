@@ -1,5 +1,5 @@
-// Setting the level, by clicks and by rounds of a retry, on a disk that fails at any moment, while
-// others write the file too: whoever wrote last, the whole of that text outlives it.
+// Setting the level, by clicks and by retries, on a disk that can fail at any time, while other
+// programs write the file too: the last writer's text survives completely.
 #include "Fuzz.h"
 #include "LogLevelRewrite.h"
 #include "MemoryFile.h"
@@ -21,7 +21,7 @@ QByteArray someText(FuzzedDataProvider &input)
     return text;
 }
 
-/// A disk that takes as much of a file's new contents as the input says.
+/// A disk that stores as much of a write as the input says.
 class Disk
 {
 public:
@@ -47,8 +47,8 @@ public:
     }
 
     bool repaired = false;
-    bool lastFailed = false; ///< the file may be torn
-    int version = 0;         ///< another one with each write
+    bool lastFailed = false; ///< the file may be partially written
+    int version = 0;         ///< incremented by each write
 
 private:
     MemoryFile &file;
@@ -76,7 +76,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         for (int left = input.ConsumeIntegralInRange(1, 8); left > 0; --left) {
             if (input.ConsumeBool()) {
                 const QByteArray text = someText(input);
-                // Who writes what is there already cannot be told from nobody.
+                // Writing identical contents cannot be detected.
                 if (text != file.read()) {
                     file.write(text);
                     whole = text;

@@ -1,4 +1,4 @@
-// The line splitter, against a stream that is read word by word.
+// The line splitter, compared with a stream that is read word by word.
 #include "Fuzz.h"
 #include "LogLine.h"
 #include "StreamedLine.h"

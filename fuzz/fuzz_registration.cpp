@@ -1,5 +1,5 @@
-// The client's registration: every path that is registered comes back, and what else stands in the
-// file changes nothing. The first byte of an input says how the rest is used.
+// The client's registration: every registered path is read back, and the rest of the file changes
+// nothing. The first byte of an input selects how the rest is used.
 #include "CameraClient.h"
 #include "ClientRegistration.h"
 #include "DisplayLanguage.h"
@@ -14,7 +14,7 @@ namespace {
 
 const QString fileName = QStringLiteral("Pemberk/qzcfgfile.ini");
 
-/// The only place where this run's registration is looked for.
+/// The only place where the registration is looked for in this process.
 ScratchFolder &config()
 {
     static ScratchFolder folder;
@@ -59,7 +59,7 @@ void tryAnyFile(const QByteArray &rest)
 {
     const CameraClient client{registeredIn("[General]\n" + rest), QStringLiteral("\\/")};
     demand(clientNameFromIcon(client).toUtf8().size() < 260, "a name has its limit");
-    // A key could be spelt with escapes, too.
+    // Keys can contain escapes too.
     if (rest.contains("DefaultIcon") || rest.contains('%'))
         return;
     demand(client.iconPath.isEmpty(), "what is not registered is not found");

@@ -1,5 +1,5 @@
-// A folder of any names and depth becomes a zip whose entries are named by their paths, and goes;
-// what is hidden stays, in the folder and out of the zip.
+// A folder of any names and depth becomes a zip with relative paths as entry names, and is removed;
+// hidden files stay in the folder and out of the zip.
 #include "Fuzz.h"
 #include "ScratchFolder.h"
 #include "ZipListing.h"
@@ -22,7 +22,7 @@ using Files = std::map<std::string, std::string>;
 
 constexpr std::size_t longestName = 255;
 
-/// A name that a file can have: valid UTF-8 without a slash.
+/// A valid file name: UTF-8 without a slash.
 std::string nameOf(const std::string &bytes)
 {
     std::string name = QString::fromUtf8(bytes.data(), int(bytes.size())).toStdString();
@@ -34,7 +34,7 @@ std::string nameOf(const std::string &bytes)
     return name;
 }
 
-/// Makes a file in a folder below @p root. False: something of another kind is in its place.
+/// Creates a file in a folder below @p root. Returns false if something else has this name.
 bool makeFile(const std::string &root, const std::string &name, const std::string &contents)
 {
     for (std::size_t slash = name.find('/'); slash != std::string::npos;
@@ -56,11 +56,11 @@ Files makeFiles(const std::string &root, FuzzedDataProvider &input)
     while (input.remaining_bytes() > 0) {
         const std::string name = folder + nameOf(input.ConsumeRandomLengthString(300));
         switch (input.ConsumeIntegralInRange(0, 3)) {
-        case 0: // what follows goes into a folder
+        case 0: // enter a folder
             if (std::count(name.begin(), name.end(), '/') < 6)
                 folder = name + '/';
             break;
-        case 1: // or up again
+        case 1: // leave it
             folder.clear();
             break;
         default:
@@ -78,8 +78,7 @@ bool isHidden(const std::string &name)
     return name.front() == '.' || name.find("/.") != std::string::npos;
 }
 
-/// Whether the entry called @p name comes before @p next in a walk that sorts without regard to
-/// case.
+/// Whether @p name precedes @p next in a case-insensitive walk.
 bool isInOrder(const std::string &name, const std::string &next)
 {
     const QStringList parts = QString::fromStdString(name).split(QLatin1Char('/'));

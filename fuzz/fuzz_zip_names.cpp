@@ -1,4 +1,4 @@
-// Entries of any name and contents come out of a zip as they went in.
+// Entries of any name and contents are read back from a zip unchanged.
 #include "Fuzz.h"
 #include "MemoryFile.h"
 #include "ZipArchive.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t mostFiles = 500; // fewer than a process may have open
+constexpr std::size_t mostFiles = 500; // below the limit of open files
 
 } // namespace
 
@@ -19,7 +19,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     FuzzedDataProvider input(data, size);
     const MemoryFile zip;
     std::vector<ZipEntry> added;
-    std::list<MemoryFile> files; // which are read in the end
+    std::list<MemoryFile> files; // read when the zip is written
     ZipArchive archive(zip.path());
     while (input.remaining_bytes() > 0 && added.size() < mostFiles) {
         const QString name = QString::fromStdString(input.ConsumeRandomLengthString());

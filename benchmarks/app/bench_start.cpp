@@ -1,5 +1,5 @@
-// From start to first paint: the program against an empty Qt window of the same size, each in a
-// process of its own. Target: at most 1.5 times that. Uses the platform that QT_QPA_PLATFORM names.
+// Time from start to first paint: the program compared with an empty Qt window of the same size,
+// each in its own process. Uses the platform in QT_QPA_PLATFORM.
 
 #include "Ratios.h"
 
@@ -23,7 +23,7 @@ void write(const QString &path, const QByteArray &contents)
         file.write(contents);
 }
 
-/// A home with a registered client, a log source of 60 files and the SDK's properties file.
+/// A home folder with a registered client, a log source of 60 files and the SDK's properties file.
 const QString &home()
 {
     static const QTemporaryDir dir;
@@ -50,7 +50,7 @@ void start(benchmark::State &state, const char *program)
     for (auto _ : state) {
         QProcess process;
         process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(QCoreApplication::applicationDirPath()); // the skin lies there
+        process.setWorkingDirectory(QCoreApplication::applicationDirPath()); // has the skin
         process.setStandardErrorFile(QProcess::nullDevice());
         process.start(path, QStringList());
         process.waitForFinished();

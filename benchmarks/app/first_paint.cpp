@@ -1,5 +1,4 @@
-// Linked into a program, it ends it without tearing anything down, once a window of it was painted
-// for the first time. The program itself stays as it is.
+// Ends the program that links it, without cleanup, after the first paint of a window.
 
 #include <QApplication>
 #include <QEvent>

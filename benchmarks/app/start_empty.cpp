@@ -1,4 +1,4 @@
-// An empty Qt window of the main window's size, from start to first paint: the peer of bench_start.
+// An empty Qt window of the main window's size, until its first paint: the baseline of bench_start.
 
 #include <QApplication>
 #include <QWidget>

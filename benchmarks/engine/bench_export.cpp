@@ -1,4 +1,4 @@
-// Exporting log files against the zip writer alone and "zip -6" on the same files: a few large
+// Export of log files compared with the bare zip writer and "zip -6" on the same files: a few large
 // ones, and as many small ones as the table lists.
 
 #include "CLogProcessThread.h"
@@ -21,7 +21,7 @@
 
 namespace {
 
-/// An SDK folder with logs in it that compress about as well as real ones.
+/// An SDK folder with logs that compress about as well as real ones.
 class SdkFolder
 {
 public:

@@ -1,5 +1,5 @@
-// Packing a file of 3 GiB, which is beyond Qt's zip writer, against "zip -6" on the same file. It
-// is nearly all holes, so what is measured is the reading, compressing and adding up of zeros.
+// Packing a file of 3 GiB, beyond the limit of Qt's zip writer, compared with "zip -6". The file is
+// sparse, so this measures reading, compressing and checksumming zeros.
 
 #include "Ratios.h"
 #include "ZipArchive.h"

@@ -2,8 +2,7 @@
 
 #include <QByteArray>
 
-/// @p lines lines of 120 bytes each, as the SDK writes them; of each thousand, 14 are errors that
-/// name a timeout.
+/// @p lines lines of 120 bytes in the SDK's format; 14 in 1,000 are errors that mention a timeout.
 inline QByteArray sampleLog(int lines)
 {
     static const char *const messages[] = {

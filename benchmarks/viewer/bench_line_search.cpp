@@ -1,7 +1,6 @@
-// The line search: the filter on a log of 156 MB in which 1.4 % of the lines match, against grep
-// counting the lines of the same expression; and worst-case expressions on long lines, where a line
-// ten times as long may take ten times as long. Run it as build/bench/bin/bench_line_search, or all
-// benchmarks with ./bench.
+// The line filter on a log of 156 MB with 1.4 % matching lines, compared with grep counting the
+// matches of the same expression; and worst-case expressions on long lines, where the time must be
+// linear.
 
 #include "LineFilter.h"
 #include "LineSearch.h"
@@ -42,7 +41,7 @@ QString bigLog()
     return path;
 }
 
-/// The processor time of all children that have ended, in seconds.
+/// CPU time of all finished child processes, in seconds.
 double childrensTime()
 {
     struct rusage usage = {};
@@ -55,14 +54,14 @@ double childrensTime()
 
 void grep(benchmark::State &state, const char *expression)
 {
-    // Bytes are compared, as the filter does. Into a file: grep stops at the first match when it
-    // finds its output thrown away.
+    // The C locale makes grep match bytes, as the filter does. With output to /dev/null grep would
+    // stop at the first match.
     const QByteArray command = "LC_ALL=C exec grep -c '" + QByteArray(expression) + "' '" +
                                QFile::encodeName(bigLog()) + "' >'" +
                                QFile::encodeName(folder().filePath(QStringLiteral("count"))) + '\'';
     for (auto _ : state) {
         const double before = childrensTime();
-        // 1: no line matches.
+        // Exit code 1: no match.
         if (std::system(command.constData()) / 256 > 1)
             state.SkipWithError("no grep");
         state.SetIterationTime(childrensTime() - before);
@@ -93,7 +92,7 @@ BOTH(lineStart, "^2024.*WARN", "^2024.*WARN");
 BOTH(several, "ERROR WARN", "ERROR\\|WARN");
 BOTH(nothing, "nosuchtext", "nosuchtext");
 
-/// Lines of nothing but "a", 40 million bytes together.
+/// Lines of "a" only, 40 million bytes in total.
 void worstCase(benchmark::State &state, const char *expression)
 {
     constexpr std::size_t bytes = 40'000'000;

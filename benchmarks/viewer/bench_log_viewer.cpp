@@ -1,5 +1,5 @@
-// The log viewer: loading 100,000 lines (12 MB), hiding a level, copying all, the line splitter.
-// Run it as build/bench/bin/bench_log_viewer, or all benchmarks with ./bench.
+// The log viewer: loading 100,000 lines (12 MB), hiding a level, copying all lines, the line
+// splitter, search.
 
 #include "FreeMemory.h"
 #include "LogLine.h"
@@ -29,7 +29,7 @@ namespace {
 constexpr int lineCount = 100000;
 constexpr int lineBytes = 120;
 
-/// A log of so many lines under one of two names, as the same path is not loaded twice.
+/// A log of @p lines lines. There are two, because the viewer does not reload the same path.
 QString logPath(int lines, bool second)
 {
     static const QTemporaryDir dir;
@@ -81,15 +81,15 @@ void fill(QTableWidget &table, const std::vector<RowTexts> &texts)
     }
 }
 
-/// Empties the table and lets the heap join the pieces that this frees: it would do so at the next
-/// large request, which only one of the two compared ways makes.
+/// Empties the table and makes the heap merge the freed blocks: otherwise it would do so at the
+/// next large request, which only one of the compared benchmarks makes.
 void clear(QTableWidget &table)
 {
     table.clearContents();
     malloc_trim(0);
 }
 
-/// The least that has to be done: the same items out of texts that are there already.
+/// The baseline: the same items from existing strings.
 void readyMadeItems(benchmark::State &state)
 {
     const std::vector<RowTexts> texts = readyMadeTexts();
@@ -120,7 +120,7 @@ void load(benchmark::State &state)
 }
 BENCHMARK(load)->Unit(benchmark::kMillisecond);
 
-/// One level hidden and shown again, in a window on the screen, until the table is drawn anew.
+/// Hiding and showing a level in a visible window until the table is repainted.
 void hideAndShow(benchmark::State &state)
 {
     const auto lines = int(state.range(0));
@@ -169,7 +169,7 @@ void construct(benchmark::State &state)
 }
 BENCHMARK(construct)->Unit(benchmark::kMillisecond);
 
-/// The longest time, in seconds, that the event loop waited for one step of @p work.
+/// The longest time in seconds that a step of @p work blocked the event loop.
 template <typename Work>
 double longestGap(Work work)
 {
@@ -203,7 +203,7 @@ struct LoadedViewer
     LogViewer viewer{nullptr};
 };
 
-/// Every line is found.
+/// Every line matches.
 void searchAll(benchmark::State &state)
 {
     LoadedViewer f;
@@ -212,7 +212,7 @@ void searchAll(benchmark::State &state)
 }
 BENCHMARK(searchAll)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-/// What searchAll() is compared with: a load in a window that shows another log.
+/// The baseline of searchAll(): loading a log in a window that shows another one.
 void loadAgain(benchmark::State &state)
 {
     LoadedViewer f;
@@ -262,14 +262,14 @@ void gapOfCopy(benchmark::State &state)
 }
 BENCHMARK(gapOfCopy)->Unit(benchmark::kMillisecond)->UseManualTime();
 
-/// How many searches 20 Enters in a row begin: one, and another one for all that came meanwhile.
+/// The number of searches started by pressing Enter 20 times: one, and one more for the rest.
 void countSearches()
 {
     const auto begun = std::make_shared<std::atomic<int>>(0);
     LogViewer viewer(nullptr, [begun](const std::string &, const QString &, const PieceSink &sink,
                                       const SearchStop &stop) {
         ++*begun;
-        for (int i = 1; i < lineCount && !stop; ++i) // a full table would stop it
+        for (int i = 1; i < lineCount && !stop; ++i) // a full table stops it
             sink("2024-03-02 12:00:00.250 INFO [1] [Camera] found\n");
         return true;
     });

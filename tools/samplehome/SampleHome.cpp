@@ -17,7 +17,7 @@ const QString client = QStringLiteral("QZviewer");
 constexpr qint64 hour = 3600LL * 1000; // milliseconds
 constexpr qint64 month = 30LL * 24 * 3600 * 1000;
 
-/// Files below one folder. The first failure is kept, and nothing is written after it.
+/// Writes files below one folder. Records the first failure and writes nothing after it.
 class Builder
 {
 public:
@@ -25,7 +25,8 @@ public:
         : root(QFileInfo(folder).absoluteFilePath())
         , plan(wanted)
         , random(wanted.seed)
-        // The clock on the wall, without time zone and summer time: so texts are the same anywhere.
+        // Wall-clock time without time zone or daylight saving time, so that texts are the same
+        // everywhere.
         , now(wanted.now.date(), wanted.now.time(), Qt::UTC)
     {
     }
@@ -58,8 +59,8 @@ QString sourceName(int number)
     return number < names.size() ? names.at(number) : QStringLiteral("QZtool%1").arg(number);
 }
 
-/// A file name that a program gives its @p n-th newest log, which it finished at @p time: the
-/// client starts one a day, the others roll one file over.
+/// The name of a program's @p n-th newest log, which ended at @p time: the client starts one per
+/// day, the others rotate one file.
 QString logName(const QString &source, int n, const QDateTime &time)
 {
     if (source == client)
@@ -91,7 +92,7 @@ void Builder::addSource(const QString &name)
     if (!QDir().mkpath(path(sdkFolder + QLatin1Char('/') + name)))
         fail(name);
     for (int i = 0; i < plan.logFiles && error.isEmpty(); ++i) {
-        // Always further apart than the time that one log covers: logs do not overlap.
+        // Always further apart than the span of one log, so that logs do not overlap.
         const qint64 age = i * (17 * hour) + random.below(int(8 * hour));
         const QDateTime end = now.addMSecs(-age);
         const int lines = i == 0 ? plan.logLines : random.between(plan.logLines / 2, plan.logLines);
@@ -122,7 +123,7 @@ void Builder::addDumps()
         const QDateTime time = now.addMSecs(-(i + 1) * (41 * hour));
         const QString name = time.toString(QStringLiteral("'QZviewer_'yyyyMMdd_HHmmss'.dmp'"));
         write(folder + name, bytes, time);
-        if (i == 0) // what the client has sent is of no interest any more
+        if (i == 0)
             write(folder + QStringLiteral("sent/") + name, bytes, time.addMSecs(-hour));
     }
 }

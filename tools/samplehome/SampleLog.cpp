@@ -8,7 +8,7 @@ namespace {
 
 struct Message
 {
-    int share; // of all messages, against the sum of the shares
+    int share; // relative frequency
     const char *level;
     const char *source;
     const char *text; // each '#' becomes a digit
@@ -72,7 +72,7 @@ QByteArray stackFrame(int number, SampleRandom &random)
            function;
 }
 
-/// Lines that follow one another and are cut off where the log has its full number of them.
+/// Collects lines up to the log's number of lines.
 class LogText
 {
 public:

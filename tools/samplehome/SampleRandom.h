@@ -4,8 +4,8 @@
 
 #include <random>
 
-/// Numbers that are the same on every system for the same seed: the generator is laid down by the
-/// language, and no distribution of the library, which is not, comes between.
+/// Random numbers that are the same on all systems for the same seed: the generator is
+/// standardised, and the library's distributions, which are not, are not used.
 class SampleRandom
 {
 public:
@@ -14,11 +14,11 @@ public:
     {
     }
 
-    /// From 0 up to, not including, @p limit, which is at least 1.
+    /// From 0 to @p limit - 1; @p limit is at least 1.
     [[nodiscard]] int below(int limit) { return int(engine() % quint32(limit)); }
-    /// From @p least to @p most, both included.
+    /// From @p least to @p most, inclusive.
     [[nodiscard]] int between(int least, int most) { return least + below(most - least + 1); }
-    /// True in one of @p cases.
+    /// True with probability 1 / @p cases.
     [[nodiscard]] bool oneIn(int cases) { return below(cases) == 0; }
 
 private:

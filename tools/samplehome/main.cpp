@@ -13,7 +13,7 @@ int printError(const QString &text)
     return 1;
 }
 
-/// The options that take a count, each with the field that it sets.
+/// The options that take a count, with their fields.
 struct Count
 {
     const char *option;
@@ -50,7 +50,7 @@ void describe(QCommandLineParser &parser)
                       QStringLiteral("name"), QStringLiteral("english")});
 }
 
-/// Returns what is wrong with the options, or an empty text.
+/// Returns an error message about the options, or an empty text.
 QString readPlan(const QCommandLineParser &parser, SampleHomePlan &plan)
 {
     bool fine = false;

@@ -1,9 +1,9 @@
 # shellcheck shell=bash
-# Sourced where a display of one's own is wanted: Xvfb with a small window manager.
+# Sourced. A private display: Xvfb with a small window manager.
 
 display_pids=()
 
-# wait_until SECONDS COMMAND...: polls until the command succeeds; fails when the time is over.
+# wait_until SECONDS COMMAND...: polls until the command succeeds; fails after the timeout.
 wait_until() {
     local deadline=$((SECONDS + $1))
     shift
@@ -17,11 +17,11 @@ has_window_manager() {
     xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
 }
 
-# start_display FOLDER [WIDTHxHEIGHT]: exports DISPLAY; what the servers say goes to files in the
+# start_display FOLDER [WIDTHxHEIGHT]: exports DISPLAY; the servers' output goes to files in the
 # folder.
 start_display() {
     local folder=$1 size=${2:-1280x900} number="" answer
-    # -r: a busy machine may be slow to let go of a key, which is not meant to repeat.
+    # -r: no key repeat, because a busy machine may release keys late.
     exec {answer}< <(exec Xvfb -displayfd 1 -screen 0 "${size}x24" -dpi 96 -nolisten tcp \
         -noreset -r 2>"$folder/xvfb.log")
     display_pids+=($!)
@@ -44,7 +44,7 @@ start_display() {
     fi
 }
 
-# stop_display: ends what start_display started, the last first.
+# stop_display: stops what start_display has started, in reverse order.
 stop_display() {
     local i
     for ((i = ${#display_pids[@]} - 1; i >= 0; --i)); do

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# Sourced by the tours: drives the program on a virtual display as a user would. Whoever sources it
-# has set "out", a folder for the pictures and for what the program says, and "home", the home folder
-# that the program finds, and starts "program", a process of that number.
+# Sourced by the tours: drives the program on a virtual display like a user. The caller sets "out",
+# the folder for pictures and the program's output, and "home", the program's home folder, and
+# starts the program with process id "program".
 #
 # shellcheck disable=SC2154 # out and home are set elsewhere
 
@@ -15,15 +15,15 @@ scratch=$(mktemp -d)
 program=
 window=
 
-# Where to click, in pixels from a corner of the main window, which has 1 pixel of border, 16 of
-# margin at the sides and at the bottom, and a title bar of 36 on top.
+# Click positions in pixels from a corner of the main window, which has a border of 1, margins of 16
+# at the sides and the bottom, and a title bar of 36 at the top.
 export_button=(-57 -33)    # from the lower right: 80 x 32 pixels
 folder_button=(-134 -33)   # from the lower right: 26 x 26 pixels
 system_info_box=(121 -69)  # from the lower left: the first box of the second row
 close_button=(-23 19)      # from the upper right
 notice_top=100             # the notice's upper edge, centred from left to right
 
-# What every export with the ticked boxes has to hold.
+# The contents of every export with these boxes ticked.
 expected_entries=(SDKLOG/qzsdk_ SDKLOG/gentl_cxp_log/ SystemInfo.txt NICInfo.txt ClientDump.zip)
 
 finish() {
@@ -37,7 +37,7 @@ finish() {
 trap finish EXIT
 trap 'exit 130' INT TERM
 
-# What else a tour has to end; its own has another of this name.
+# Further clean-up; a tour may redefine it.
 clean_up() { :; }
 
 fail() {
@@ -49,18 +49,18 @@ fail() {
     exit 1
 }
 
-# expect SECONDS WHAT COMMAND...: waits for the command to succeed while the program runs.
+# expect SECONDS WHAT COMMAND...: waits for the command to succeed while the program is running.
 expect() {
     local seconds=$(($1 * ${TOUR_PATIENCE:-1})) what=$2
     shift 2
-    wait_until "$seconds" holds_or_ended "$@" || fail "waited $seconds seconds in vain for $what"
-    kill -0 "$program" 2>/dev/null || fail "the program ended while it was waited for $what"
+    wait_until "$seconds" holds_or_ended "$@" || fail "timed out after $seconds seconds waiting for $what"
+    kill -0 "$program" 2>/dev/null || fail "the program ended while waiting for $what"
 }
 holds_or_ended() {
     "$@" || ! kill -0 "$program" 2>/dev/null
 }
 
-# windows: how many windows the program shows.
+# windows: the number of the program's windows.
 windows() {
     xdotool search --onlyvisible --pid "$program" 2>/dev/null | wc -l
 }
@@ -74,12 +74,12 @@ shoot() {
     import -silent -window "$window" "$1" 2>/dev/null
 }
 
-# pixels PICTURE: which nobody may want to read to the end.
+# pixels PICTURE: its pixels. The reader may close the pipe early.
 pixels() {
     convert "$1" rgb:- 2>/dev/null
 }
 
-# painted: whether two pictures in a row are the same and show more than an empty area.
+# painted: whether two consecutive pictures are equal and show more than an empty area.
 painted() {
     shoot "$picture" && shoot "$scratch/again.png" &&
         (($(identify -format %k "$picture") > 20)) &&
@@ -114,7 +114,7 @@ exported() {
     [[ -s $zip && ! -e $home/QZSDK/LogInfo ]] && unzip -tqq "$zip" >/dev/null 2>&1
 }
 
-# notice_area PICTURE: the pixels in the middle of where the notice appears.
+# notice_area PICTURE: the pixels where the middle of the notice appears.
 notice_area() {
     convert "$1" -crop "120x24+$((WIDTH / 2 - 60))+$((notice_top + 8))" +repage rgb:-
 }
@@ -127,15 +127,15 @@ ended() {
     ! kill -0 "$program" 2>/dev/null
 }
 
-# Ticks System Information with the mouse; Client Dump and NIC Information, whose places depend on
-# the font, from there with the keyboard.
+# Ticks System Information with the mouse, and from there Client Dump and NIC Information with the
+# keyboard, because their positions depend on the font.
 tick_boxes() {
     click "${system_info_box[@]}"
     xdotool key Tab Tab space shift+Tab shift+Tab shift+Tab shift+Tab space
     expect 10 "the ticks" painted
 }
 
-# Chooses the zip that the save dialog proposes: in the folder that the program was started in.
+# Accepts the zip that the save dialog proposes, in the folder that the program was started in.
 take_proposed_zip() {
     click "${folder_button[@]}"
     expect 10 "the save dialog" save_dialog_focused
@@ -164,7 +164,7 @@ export_all() {
 
 close_window() {
     click "${close_button[@]}"
-    wait_until $((30 * ${TOUR_PATIENCE:-1})) ended || fail "the window was closed, but the program still runs"
+    wait_until $((30 * ${TOUR_PATIENCE:-1})) ended || fail "the window was closed, but the program is still running"
     local code=0
     wait "$program" || code=$?
     program=

@@ -1,23 +1,23 @@
 # shellcheck shell=bash
-# Sourced by scripts that need a fresh Debian with nothing installed beyond the base system. Its
-# packages come from the archives that this machine uses. The caller runs as root and in a mount
-# namespace of its own ("unshare --mount"), so that the mounts end with it.
+# Sourced by scripts that need a fresh Debian with only the base system, made from the archives that
+# this machine uses. The caller runs as root in its own mount namespace ("unshare --mount"), so that
+# the mounts end with it.
 
-# debian_sources: this machine's sources of Debian packages, as lines of a sources.list.
+# debian_sources: this machine's package sources, as lines of a sources.list.
 debian_sources() {
     # shellcheck disable=SC2016 # $(…) is for apt to fill in
     apt-get indextargets --format '$(ORIGIN)|deb $(REPO_URI) $(RELEASE) $(COMPONENT)' \
         'Created-By: Packages' | sed -n 's/^Debian|//p'
 }
 
-# apt_settings: how this machine reaches them, through a proxy perhaps.
+# apt_settings: this machine's apt settings, such as a proxy.
 apt_settings() {
     apt-config dump --format '%f "%v";%n' |
         grep -E '^Acquire::(https?::|Check-|Retries)' || true
 }
 
-# make_clean_root FOLDER LOG [RELEASE]: of this machine's release unless RELEASE, a code name, is
-# given. The output of mmdebstrap goes to LOG.
+# make_clean_root FOLDER LOG [RELEASE]: this machine's release unless RELEASE, a code name, is
+# given. Output of mmdebstrap goes to LOG.
 make_clean_root() {
     local folder=$1 log=$2 own release
     own=$(. /etc/os-release && echo "$VERSION_CODENAME")
@@ -32,13 +32,13 @@ make_clean_root() {
     mount -t proc proc "$folder/proc"
 }
 
-# remove_clean_root FOLDER: what is mounted in it stays what it is.
+# remove_clean_root FOLDER: keeps the contents of mounts.
 remove_clean_root() {
     ! mountpoint -q "$1/proc" || umount -l "$1/proc"
     rm -rf --one-file-system "$1"
 }
 
-# inside FOLDER USER COMMAND...: runs it in there, knowing nothing of what is out here but the display.
+# inside FOLDER USER COMMAND...: runs it there, with no environment but the display.
 inside() {
     local folder=$1 user=$2 home
     shift 2

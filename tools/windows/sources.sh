@@ -1,10 +1,10 @@
 # shellcheck shell=bash
-# Sourced by tools/windows/build-*, which build from Debian's source packages for 64-bit Windows.
+# Sourced by tools/windows/build-*, which build Debian's source packages for 64-bit Windows.
 
 scratch=${scratch:?a folder to work in is wanted}
 log=${log:?a file for what the commands say is wanted}
 
-# Runs a command whose chatter is of interest only when it fails.
+# Runs a command and prints its output only if it fails.
 quietly() {
     if ! "$@" >>"$log" 2>&1; then
         tail -n 40 "$log" >&2
@@ -13,11 +13,11 @@ quietly() {
     fi
 }
 
-# fetch_sources PACKAGE...: each becomes a folder of its name in the scratch folder.
+# fetch_sources PACKAGE...: unpacks each to a folder of its name in the scratch folder.
 #
-# The archives that this machine installs from have the sources too. Their lists are kept apart, so
-# that neither root's rights nor a change of the system's settings is needed. Of equal versions the
-# first is taken, hence the order: the archive of security updates may have lost what it copied.
+# Sources come from the archives that this machine installs from. Package lists are kept in a separate folder,
+# so that neither root nor a change of system settings is needed. Of equal versions apt uses the first, hence
+# the order: the archive of security updates may have dropped its copies.
 fetch_sources() {
     local package
     mkdir -p "$scratch/lists/partial" "$scratch/archives/partial"
@@ -35,8 +35,8 @@ fetch_sources() {
     done
 }
 
-# The compiler's plain names are given to the flavour with POSIX threads, for this build alone. What
-# it makes tells nothing of where the sources lay.
+# Gives the compiler with POSIX threads the plain names, for this build only. Its output contains no
+# source paths.
 prefer_posix_threads() {
     mkdir -p "$scratch/tools"
     local tool

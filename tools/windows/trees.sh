@@ -1,8 +1,8 @@
 # shellcheck shell=bash
-# Sourced: finds what Vantrel is built with for Windows, two trees of files: "qt", and "libs", the
-# static libraries beside it. Needs tools/packages.sh.
+# Sourced. Finds the two trees needed to build for Windows: "qt", and "libs", the other, static libraries.
+# Needs tools/packages.sh.
 #
-# A variable names each, the tree itself or an archive of it; without one there is the cache folder.
+# A variable names each tree or an archive of it; otherwise the tree in the cache folder is used.
 
 tree_cache=${XDG_CACHE_HOME:-$HOME/.cache}/vantrel
 
@@ -10,7 +10,7 @@ tree_variable() {
     echo "VANTREL_${1^^}_WINDOWS"
 }
 
-# cached_tree KIND: where the tree lies that was built here.
+# cached_tree KIND: the folder of the tree built here.
 cached_tree() {
     echo "$tree_cache/$1-windows"
 }
@@ -22,7 +22,7 @@ is_tree() {
     esac
 }
 
-# unpack_tree KIND ARCHIVE FOLDER: an archive holds one tree, which becomes FOLDER.
+# unpack_tree KIND ARCHIVE FOLDER: unpacks the archive, which holds one tree, as FOLDER.
 unpack_tree() {
     local unpacked
     mkdir -p "$(dirname "$3")"
@@ -38,7 +38,7 @@ unpack_tree() {
     rmdir "$unpacked"
 }
 
-# take_archive KIND ARCHIVE...: the first of them that is there, unless the variable names a tree.
+# take_archive KIND ARCHIVE...: uses the first existing one, unless the variable is set.
 take_archive() {
     local archive variable
     variable=$(tree_variable "$1")
@@ -58,7 +58,7 @@ has_tree() {
     [[ -n ${!variable:-} ]] || is_tree "$1" "$(cached_tree "$1")"
 }
 
-# A build that was broken off leaves only a part.
+# An interrupted build leaves an incomplete tree.
 build_tree() {
     local tree
     tree=$(cached_tree "$1")
@@ -79,7 +79,7 @@ find_tree() {
         is_tree "$1" "$tree" || unpack_tree "$1" "$given" "$tree"
     elif [[ -n $given ]]; then
         if ! is_tree "$1" "$given"; then
-            echo "$variable names nothing to build with: $given" >&2
+            echo "$variable does not name a tree or an archive: $given" >&2
             return 1
         fi
         tree=$(realpath "$given")

@@ -1,16 +1,16 @@
 # shellcheck shell=bash
-# Sourced by ./run, ./test and .ci/run: the packages of packages.txt, and how they get installed.
+# Sourced by the scripts that install packages, as listed in packages.txt and debian/control.
 
 package_list=$(dirname "${BASH_SOURCE[0]}")/../packages.txt
 debian_control=$(dirname "${BASH_SOURCE[0]}")/../debian/control
 
-# build_dependencies: the packages of Build-Depends, one a line, without those that only
+# build_dependencies: the packages of Build-Depends, one per line, except those that only
 # dpkg-buildpackage needs.
 build_dependencies() {
     sed -n '/^Build-Depends:/,/^$/s/^ \([^ ,]*\),*$/\1/p' "$debian_control"
 }
 
-# packages_of GROUP...: the packages of these groups, one a line.
+# packages_of GROUP...: the packages of these groups, one per line.
 packages_of() {
     local group
     for group in "$@"; do
@@ -23,7 +23,7 @@ packages_of() {
     done | sort -u
 }
 
-# not_installed PACKAGE...: those of them that the system does not have, one a line.
+# not_installed PACKAGE...: those that are not installed, one per line.
 not_installed() {
     local package
     for package in "$@"; do
@@ -32,7 +32,7 @@ not_installed() {
     done
 }
 
-# as_root COMMAND...: runs it as root, or fails without a question where "can_ask" is not true.
+# as_root COMMAND...: runs it as root; fails instead of asking for a password unless "can_ask" is true.
 as_root() {
     if ((EUID == 0)); then
         "$@"
@@ -45,14 +45,13 @@ as_root() {
     fi
 }
 
-# apt_get ARGUMENT...: apt-get, which asks nothing.
+# apt_get ARGUMENT...: apt-get without questions.
 apt_get() {
     as_root env DEBIAN_FRONTEND=noninteractive LC_ALL=C apt-get --quiet "$@" </dev/null
 }
 
-# patient_apt_get ARGUMENT...: the same once no other program holds apt's locks, as the automatic
-# upgrades of a fresh machine do for a minute. apt-get can wait for the lock of the packages by itself,
-# but not for that of their lists.
+# patient_apt_get ARGUMENT...: the same after waiting for apt's locks, which automatic upgrades hold for
+# a minute on a fresh machine. apt-get can wait for the package lock, but not for that of the lists.
 patient_apt_get() {
     local errors code end=$((SECONDS + 600)) waits=false
     errors=$(mktemp)
@@ -64,7 +63,7 @@ patient_apt_get() {
             rm -f "$errors"
             return "$code"
         fi
-        $waits || echo "Another program holds apt's lock. Waiting for it, ten minutes at most."
+        $waits || echo "Another program holds apt's lock. Waiting for up to ten minutes."
         waits=true
         sleep 2
     done
@@ -78,7 +77,7 @@ install_packages() {
     patient_apt_get install --yes --no-install-recommends "$@"
 }
 
-# apt_knows PACKAGE...: whether the package lists that the system has name a version of each.
+# apt_knows PACKAGE...: whether the package lists have a version of each.
 apt_knows() {
     local package
     for package in "$@"; do
@@ -86,10 +85,10 @@ apt_knows() {
     done
 }
 
-# require_packages GROUP...: installs what is missing of these groups, or says what to do and fails.
+# require_packages GROUP...: installs missing packages of these groups, or prints what to do and fails.
 require_packages() {
     if ! command -v dpkg-query >/dev/null; then
-        echo "This is no Debian system: please see to what packages.txt lists." >&2
+        echo "This is not a Debian system: please install what packages.txt and debian/control list." >&2
         return 0
     fi
     local wanted missing
@@ -100,13 +99,13 @@ require_packages() {
     local can_ask=false
     [[ ! -t 0 || ! -t 2 ]] || can_ask=true
 
-    echo "Installing what is missing: ${missing[*]}"
+    echo "Installing missing packages: ${missing[*]}"
     if ! apt_knows "${missing[@]}"; then
         update_lists || true
         install_packages "${missing[@]}" && return 0
     elif install_packages "${missing[@]}"; then
         return 0
-    # Package lists that are too old name files that the archive no longer has.
+    # Outdated package lists name files that the archive no longer has.
     elif update_lists && install_packages "${missing[@]}"; then
         return 0
     fi
@@ -116,7 +115,7 @@ Vantrel needs these packages, and they could not be installed from here:
 
     ${missing[*]}
 
-Please install them, or have them installed by whoever looks after this machine:
+Please install them, or ask the administrator of this machine to:
 
     sudo apt-get update
     sudo apt-get install ${missing[*]}

@@ -12,7 +12,7 @@ from texts import LANGUAGE, tr
 LOOK, SCALE, OUT = sys.argv[1], int(sys.argv[2]), pathlib.Path(sys.argv[3])
 SHORT_NAME = {"english": "en", "chinese": "cn"}[LANGUAGE]
 
-# What a dark desktop hands to the toolkit: the colours of its own windows.
+# The colours that a dark desktop passes to the toolkit.
 DARK = """[General]
 ColorScheme=Dark
 [Colors:Window]
@@ -34,12 +34,12 @@ ForegroundNormal=252,252,252
 """
 
 
-# One of the SDK's lines, of this level.
+# A line in the SDK's format with this level.
 LINE = "2025-03-14 09:59:20,279 {} [5849] [QZSDK] word\n"
 
 
 def shot(name):
-    """The picture of the screen that shows nothing new any more."""
+    """A picture of the screen once it has stopped changing."""
     area = window_area() if LOOK == "docs" else None
     pictures = [take(area)]
 
@@ -69,7 +69,7 @@ def keep(name, picture):
 
 
 def window_area():
-    """Where the window with the keyboard lies on the screen."""
+    """The geometry of the active window."""
     words = output("xdotool", "getactivewindow", "getwindowgeometry", "--shell").decode().split()
     at = dict(word.split("=") for word in words if "=" in word)
     return "{WIDTH}x{HEIGHT}+{X}+{Y}".format(**at)
@@ -85,7 +85,7 @@ def long_line():
 
 
 def point_at(node=None):
-    """Moves the pointer onto it, or to where no window is, so that nothing looks pointed at."""
+    """Moves the pointer onto it, or away from all windows, so that nothing is hovered."""
     x = y = 0
     if node is not None:
         area = Atspi.Component.get_extents(node.accessible, Atspi.CoordType.SCREEN)
@@ -98,13 +98,13 @@ class Tour:
         variables = {"QT_SCALE_FACTOR": str(SCALE / 100)}
         if LOOK == "dark":
             variables.update(XDG_CURRENT_DESKTOP="KDE", KDE_SESSION_VERSION="5")
-        # The documents show a path that somebody could have.
+        # The documents show a realistic path.
         home = pathlib.Path("/tmp/anna") if LOOK == "docs" else None
         self.program = Program(home, **variables)
         self.home = self.program.home
         (self.home / ".config" / "kdeglobals").write_text(DARK)
         self.lay_out()
-        # The journal keeps its answer back until the wait dialog has had its picture taken.
+        # The journal blocks until the picture of the wait dialog is taken.
         self.gate = open(self.home / "gate", "w")
         fcntl.flock(self.gate, fcntl.LOCK_EX)
         self.program.tool("journalctl", f'exec flock --shared "{self.gate.name}" echo event\n')
@@ -152,7 +152,7 @@ class Tour:
         self.export()
 
     def bare(self):
-        """Without the SDK's folder, and without a client to tell where its settings are."""
+        """Without the SDK folder and without a registered client."""
         self.program.process = self.program.launch()
         dialog = self.program.window("Select Log Config File")
         shot("start")
@@ -161,7 +161,7 @@ class Tour:
         self.settings()
 
     def keys(self):
-        """Every stop of the tabulator in every window."""
+        """Every tab stop in every window."""
         self.main = self.program.start()
         files = self.main.find("table", tr("SDK log files"))
         self.stops("main", lambda: [*self.main.all_below(), files.box(-1)])
@@ -299,14 +299,14 @@ class Tour:
 
     def export(self):
         if LOOK == "short":
-            return  # without the SDK's folder there is nowhere to gather
+            return  # exports need the SDK folder
         self.main.find("check box", tr("System Log")).toggle()
         self.main.find("push button", tr("Export")).press()
         wait = self.program.window(tr("Export"))
         wait.find("label", tr("Exporting information..."))
         if LOOK != "docs":
             wait.find("progress bar", tr("Exporting information..."))
-            keep("wait", take())  # never still
+            keep("wait", take())  # always animated
         self.gate.close()
         self.main.find("push button", tr("View"))
         shot("notice")

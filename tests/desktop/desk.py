@@ -1,5 +1,5 @@
-"""What the desktop tests share: the program as a process, and its windows as an assistive tool
-sees them. Everything waits for a condition; the time limit only ends what hangs."""
+"""Shared by the desktop tests: the program as a process, and its windows as seen by assistive tools.
+Everything waits for a condition; time limits only end what hangs."""
 
 import contextlib
 import fnmatch
@@ -17,11 +17,11 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 from texts import LANGUAGE, tr  # noqa: E402
 
-VIEWER = "* - Vantrel"  # the log viewer's name begins with that of its file
-PATIENCE = 9  # seconds after which what has not happened counts as a failure
+VIEWER = "* - Vantrel"  # the log viewer's name begins with its file name
+PATIENCE = 9  # seconds until a failure
 BIN = pathlib.Path(os.environ["VANTREL_BIN"])
 
-# Roles by number, because releases of the accessibility library name some of them differently.
+# Roles by number, because releases of the accessibility library name some differently.
 ROLES = {
     7: "check box",
     11: "combo box",
@@ -39,12 +39,12 @@ ROLES = {
 
 MARKS = [Atspi.StateType.ACTIVE, Atspi.StateType.FOCUSED, Atspi.StateType.CHECKED]
 
-# Nothing is kept from one look to the next: the program changes without being asked.
+# No caching, because the program changes by itself.
 Atspi.get_desktop(0).set_cache_mask(Atspi.Cache.NONE)
 
 
 def until(what, question):
-    """Asks until the answer is true, and returns it. What vanishes meanwhile is no answer."""
+    """Polls until the result is true, and returns it. Objects may vanish meanwhile."""
     deadline = time.monotonic() + PATIENCE
     while True:
         answer = None
@@ -60,7 +60,7 @@ def until(what, question):
 
 
 def everything_in_sight():
-    """All windows of all programs as text, one line for each thing in them."""
+    """All windows of all programs as text, one line per accessible object."""
     lines = []
 
     def add(node, depth):
@@ -77,7 +77,7 @@ def everything_in_sight():
 
 
 class Node:
-    """One thing that the program offers to assistive tools."""
+    """An accessible object of the program."""
 
     def __init__(self, accessible):
         self.accessible = accessible
@@ -125,7 +125,7 @@ class Node:
                 yield Node(child)
 
     def all_below(self):
-        """Everything below that can be seen, but not the cells of tables."""
+        """All visible descendants, except the cells of tables."""
         for child in self.children():
             if not child.showing:
                 continue
@@ -134,14 +134,14 @@ class Node:
                 yield from child.all_below()
 
     def find(self, role, name):
-        """What has this role and name below, and can be seen; waits for it."""
+        """The visible descendant with this role and name; waits for it."""
         return until(
             f"{role} {name!r}",
             lambda: next((n for n in self.all_below() if n.role == role and n.name == name), None),
         )
 
     def act(self, action):
-        """Carries out the action of this name, as soon as it is offered."""
+        """Performs the action of this name as soon as it is available."""
         offered = until(
             f"{action} of {self.role} {self.name!r}",
             lambda: self.actions if action in self.actions else None,
@@ -152,7 +152,7 @@ class Node:
         self.act("Press")
 
     def toggle(self):
-        """Ticks or unticks, and waits until that is to be seen."""
+        """Ticks or clears it, and waits for the new state."""
         wanted = not self.checked
         self.act("Toggle")
         until(f"{self.name!r} to change", lambda: self.checked == wanted)
@@ -170,16 +170,16 @@ class Node:
         return Node(Atspi.Table.get_accessible_at(self.accessible, row, column))
 
     def header(self, column):
-        """A table's: its children begin with the corner and the headers of the columns."""
+        """A cell of a table, whose children begin with the corner and the column headers."""
         return Node(self.accessible.get_child_at_index(column + 1))
 
     def box(self, row):
-        """The check box in a row of a table, or above all rows for -1."""
+        """The check box in a row of a table, or in the header for -1."""
         holder = self.header(0) if row < 0 else self.cell(row, 0)
         return next(child for child in holder.children() if child.role == "check box")
 
     def column(self, column):
-        """The texts of a table's column, up to the first cell without one."""
+        """The texts of a table column, up to the first empty cell."""
         texts = []
         for row in range(Atspi.Table.get_n_rows(self.accessible)):
             text = self.cell(row, column).name
@@ -190,7 +190,7 @@ class Node:
 
 
 def key(*keys):
-    """Presses keys, as X names them, in the window that has the focus."""
+    """Presses keys, by X names, in the active window."""
     subprocess.run(["xdotool", "key", *keys], check=True)
 
 
@@ -202,7 +202,7 @@ def clipboard():
 
 
 class Program:
-    """The program in a sample home of its own, with these variables beside its usual ones."""
+    """The program in its own sample home, with additional environment variables."""
 
     def __init__(self, home=None, **variables):
         self.variables = variables
@@ -229,7 +229,7 @@ class Program:
                 self.shown.append(Node(event.source))
 
     def tool(self, name, script):
-        """Puts a program of this name before the system's own."""
+        """Overrides a system program."""
         path = self.tools / name
         path.write_text("#!/bin/sh\n" + script)
         path.chmod(0o700)
@@ -245,12 +245,12 @@ class Program:
             "LC_ALL": "C.UTF-8",
             "QT_QPA_PLATFORM": "xcb",
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-            # A sanitized program would tell of what the toolkit keeps to its end.
+            # The toolkit keeps some memory until exit.
             "ASAN_OPTIONS": "detect_leaks=0",
         }
         return subprocess.Popen(
             [BIN / "Vantrel"],
-            cwd=self.home,  # which has no skin
+            cwd=self.home,  # has no skin
             env={**os.environ, **changed, **self.variables},
             stdin=subprocess.DEVNULL,
             stdout=self.said,
@@ -262,7 +262,7 @@ class Program:
         return self.window("Vantrel")
 
     def window(self, name):
-        """The window of this name, or pattern, once it is there and has the keyboard."""
+        """The window of this name or pattern, once it is active."""
 
         def look():
             window = next((w for w in self.windows() if fnmatch.fnmatchcase(w.name, name)), None)
@@ -294,7 +294,7 @@ class Program:
     def end(self):
         self.listener.deregister("object:state-changed:showing")
         if self.process is not None and self.process.poll() is None:
-            # Asked to go, it can write down which lines it ran.
+            # Terminated rather than killed, so that it writes its coverage data.
             self.process.terminate()
             try:
                 self.process.wait(20)
@@ -325,8 +325,8 @@ class DesktopTest(unittest.TestCase):
         print(f"\nWhat the program said:\n{self.program.end()}", flush=True)
 
     def assert_tab_order(self, window, stops, more=lambda: []):
-        """That Tab leads through the controls of these names and from the last one back
-        to the first, which has the focus; "more" gives what is not simply below the window."""
+        """Tab moves through the controls of these names and from the last one back to the
+        first, which has the focus; "more" maps names of controls that are not in the window."""
 
         def focused():
             return next((n.name for n in [*window.all_below(), *more()] if n.focused), None)
@@ -336,7 +336,7 @@ class DesktopTest(unittest.TestCase):
             until(f"the focus on {stop!r}", lambda name=stop: focused() == name)
 
     def finish(self, dialog, name, button):
-        """Ends a file dialog with this file."""
+        """Accepts a file dialog with this file."""
         dialog.find("text", tr("File name:")).type(str(name))
         dialog.find("push button", button).press()
         self.program.closed(dialog.name)

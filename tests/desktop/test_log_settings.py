@@ -1,4 +1,4 @@
-"""The log settings dialog, by the names that assistive tools read out."""
+"""The log settings through their accessible interfaces."""
 
 from desk import DesktopTest, key, tr, until, unittest
 
@@ -19,7 +19,7 @@ class LogSettings(DesktopTest):
         return self.settings.find("radio button", name)
 
     def until_level(self, wanted, file=None):
-        """Waits for this level in the file, and nowhere but there and on its button."""
+        """Waits for this level in the file and on its button only."""
         lines = [
             f"log4cpp.rootCategory = {wanted}",
             f"log4cpp.category.qzsdk = {wanted}, a_qzsdk",

@@ -1,4 +1,4 @@
-"""The log viewer, by the names that assistive tools read out."""
+"""The log viewer through its accessible interfaces."""
 
 from desk import DesktopTest, clipboard, key, tr, until, unittest
 

@@ -1,4 +1,4 @@
-"""The main window, the wait dialog and the notice, by the names that assistive tools read out."""
+"""The main window, the wait dialog and the notice through their accessible interfaces."""
 
 import fcntl
 import subprocess
@@ -25,7 +25,7 @@ class Names(DesktopTest):
             sorted(
                 [
                     ("push button", tr("Close")),
-                    ("combo box", "QZviewer"),  # its value; the label beside it tells what it is
+                    ("combo box", "QZviewer"),  # its value is its name; a label relation describes it
                     ("list", tr("Log source")),
                     ("push button", tr("Log level settings")),
                     ("table", tr("SDK log files")),
@@ -96,7 +96,7 @@ class Keyboard(DesktopTest):
 
 class Export(DesktopTest):
     def prepare(self):
-        # The journal keeps its answer back until the test has seen the wait dialog.
+        # The journal blocks until the test has seen the wait dialog.
         self.gate = open(self.program.home / "gate", "w")
         self.addCleanup(self.gate.close)
         fcntl.flock(self.gate, fcntl.LOCK_EX)
@@ -145,7 +145,7 @@ class Export(DesktopTest):
 
 class Rows(DesktopTest):
     def exported(self, entry):
-        """Exports by this entry of the context menu; the names of the logs in the zip."""
+        """Exports by this entry of the context menu; returns the names of the logs in the zip."""
         self.program.zip.unlink(missing_ok=True)
         self.files.focus()
         entries = self.program.menu(lambda: key("Menu"))

@@ -1,4 +1,4 @@
-"""A second start leaves the first copy's window as it is, in front or not."""
+"""A second start does not affect the first copy's window, in front or not."""
 
 import os
 import subprocess
@@ -17,7 +17,7 @@ class SecondStart(DesktopTest):
         asked("xdotool", "windowmove", "--sync", self.own, "150", "60")
 
     def desktop(self):
-        """Stacking, the active window, and how the first copy's own window lies and is shown."""
+        """Stacking order, active window, and the first copy's geometry and state."""
         root = asked("xprop", "-root", "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW")
         geometry = asked("xdotool", "getwindowgeometry", "--shell", self.own)
         state = asked("xprop", "-id", self.own, "_NET_WM_STATE", "WM_STATE", "WM_HINTS")
@@ -27,7 +27,7 @@ class SecondStart(DesktopTest):
         before = self.desktop()
         for _ in range(2):
             self.assertEqual(self.program.launch().wait(PATIENCE), 0)
-        # An answer to this question comes behind whatever the first copy made of the others.
+        # The first copy answers this query after it has handled all earlier events.
         self.assertTrue(self.main.find("push button", tr("Close")).showing)
         self.assertEqual(self.desktop(), before)
         self.assertIsNone(self.program.process.poll())

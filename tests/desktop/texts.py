@@ -1,4 +1,4 @@
-"""The words of the windows, by the English one, in the language that the tests run in."""
+"""The windows' texts in the language of the test run, by English text."""
 
 import os
 import pathlib
@@ -6,7 +6,7 @@ import xml.etree.ElementTree
 
 LANGUAGE = os.environ.get("VANTREL_LANGUAGE", "english")
 
-# Not here: what has the same words in both languages.
+# Texts that are equal in both languages are left out.
 CHINESE = {
     "Client Dump": "客户端Dump",
     "CopyAll": "拷贝所有日志",
@@ -40,7 +40,7 @@ CHINESE = {
     "No line matches. Empty the field and press Enter to see the whole log.": (
         "没有匹配的日志行。清空搜索框并按回车键可查看全部日志。"
     ),
-    # The toolkit's own, in its file dialog.
+    # The toolkit's own texts in its file dialog.
     "Cancel": "取消",
     "File name:": "文件名称(N)：",
     "Open": "打开(O)",
@@ -48,7 +48,7 @@ CHINESE = {
 }
 
 
-# What only screen readers and tool tips say: no words that a test has to hold.
+# Only in screen readers and tool tips: not fixed texts.
 HINTS = pathlib.Path(__file__).parents[2] / "resources" / "Hints_CN.ts"
 CHINESE.update(
     (message.findtext("source"), message.findtext("translation"))

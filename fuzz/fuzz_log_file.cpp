@@ -126,8 +126,8 @@ void tryBlocks(const std::string &text, std::vector<std::uint32_t> sizes, bool b
     bool cut = false;
     demand(result == cutLines(text, LineBlockReader::blockBytes, cut),
            "the text, block after block");
-    demand(blocks.hasTruncatedLines() == cut, "a cut line is told");
-    demand(blocks.failed() == breaks, "a failed device is told");
+    demand(blocks.hasTruncatedLines() == cut, "a truncated line is reported");
+    demand(blocks.failed() == breaks, "a failed device is reported");
 }
 
 void tryLineEnds(const std::string &text)

@@ -2,8 +2,8 @@
 
 #include "RowTable.h"
 
-/// The main window's table: one row per file, followed by spare rows. Without files the view shows a
-/// hint. GUI thread only.
+/// The main window's table: one row per file, followed by spare rows. Without files the view shows
+/// a hint. GUI thread only.
 class FileTable : public RowTable
 {
 public:

@@ -18,8 +18,8 @@ public:
         QString path;
     };
 
-    /// Fills @p logTable, which must outlive this object. @p search is called on its own threads and
-    /// may outlive this object.
+    /// Fills @p logTable, which must outlive this object. @p search is called on its own threads
+    /// and may outlive this object.
     LogSearch(LogTable &logTable, LineSearch search);
 
     /// Shows the matches of @p query in the table and returns when the search is over. Handles

@@ -1,5 +1,6 @@
 ; The installer: for the user who runs it, without questions of rights. ./package windows says what
-; NAME, VERSION, VENDOR, DESCRIPTION, FOLDER, FILES, ICON, BANNER and OUTPUT are.
+; NAME, VERSION, VENDOR, DESCRIPTION, FOLDER, FILES, ICON, BANNER and OUTPUT are, and SIGN, the program
+; that signs, if there is one.
 
 ; Like the program, and unlike NSIS by itself, for 64-bit Windows only.
 Target amd64-unicode
@@ -11,6 +12,12 @@ ManifestDPIAware true
 !include FileFunc.nsh
 !include LogicLib.nsh
 !include "${FILES}"
+
+; SIGN signs the uninstaller, then the installer that contains it.
+!ifdef SIGN
+  !uninstfinalize '"${SIGN}" "%1"' = 0
+  !finalize '"${SIGN}" "%1"' = 0
+!endif
 
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
 

@@ -1,5 +1,6 @@
 #include "FakeWmi.h"
 
+#include "CallTrace.h"
 #include "FakeWmiObjects.h"
 
 namespace {
@@ -25,6 +26,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE Get(LPCWSTR name, LONG, VARIANT *value, CIMTYPE *, LONG *) override
     {
+        traceCall("IWbemClassObject::Get");
         const QString property = textOf(name);
         if (property == QLatin1String("PartNumber"))
             return tell(module.partNumber, value);
@@ -63,6 +65,7 @@ public:
     HRESULT STDMETHODCALLTYPE Next(LONG timeout, ULONG count, IWbemClassObject **objects,
                                    ULONG *returned) override
     {
+        traceCall("IEnumWbemClassObject::Next");
         wmi.calls.append(QStringLiteral("Next %1 %2").arg(timeout).arg(count));
         *returned = 0;
         if (at == wmi.modules.size())
@@ -121,6 +124,7 @@ public:
     HRESULT STDMETHODCALLTYPE ExecQuery(const BSTR language, const BSTR text, LONG flags,
                                         IWbemContext *, IEnumWbemClassObject **found) override
     {
+        traceCall("IWbemServices::ExecQuery");
         wmi.calls.append(QStringLiteral("ExecQuery %1 \"%2\" %3")
                              .arg(textOf(language), textOf(text), QString::number(flags)));
         if (SUCCEEDED(wmi.query))
@@ -139,6 +143,7 @@ public:
                                             const BSTR authority, IWbemContext *,
                                             IWbemServices **services) override
     {
+        traceCall("IWbemLocator::ConnectServer");
         wmi.calls.append(QStringLiteral("ConnectServer %1 %2 %3 %4 %5 %6")
                              .arg(textOf(resource), textOf(user), textOf(password), textOf(locale),
                                   QString::number(flags), textOf(authority)));

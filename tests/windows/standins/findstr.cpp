@@ -1,3 +1,4 @@
+#include "CallTrace.h"
 #include "SlowFindstr.h"
 
 #include <cstddef>
@@ -74,6 +75,7 @@ int wmain(int count, wchar_t **arguments)
     constexpr int failed = 2;
     if (count < 4 || std::wstring_view(arguments[1]) != L"/r")
         return failed;
+    traceCall("findstr");
     waitIfAskedTo();
     _setmode(_fileno(stdout), _O_BINARY);
     const std::string expression = inSystemCodePage(arguments[2]);

@@ -1,3 +1,5 @@
+#include "CallTrace.h"
+
 #include <cwchar>
 #include <string>
 
@@ -41,6 +43,7 @@ std::string events(const wchar_t *channel, const wchar_t *query, DWORD flags)
 BOOL WINAPI EvtExportLog(EVT_HANDLE session, LPCWSTR channel, LPCWSTR query, LPCWSTR target,
                          DWORD flags)
 {
+    traceCall("EvtExportLog");
     if (session != nullptr)
         return fail(ERROR_INVALID_HANDLE);
     if (std::wcscmp(channel, L"Application") != 0 && std::wcscmp(channel, L"System") != 0)

@@ -11,8 +11,8 @@ int main(int argc, char **argv)
     joinFreedBlocksAtOnce();
     configureQtBeforeStart();
     SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
-    // The worker asks for the result. It would come too late for the process: a dialog of the
-    // system's may open before, and COM settles what it needs by itself then.
+    // Here, not in the worker, which uses the result: a system dialog might open first and make COM
+    // initialise its security implicitly.
     (void)setUpComSecurity();
     if (app.isRunning()) {
         app.sendMessage(QStringLiteral("message from other instance."));

@@ -18,7 +18,7 @@ const QCheckBoxHeader *boxHeader(const QTableWidget &table)
     return qobject_cast<QCheckBoxHeader *>(table.horizontalHeader());
 }
 
-/// The box in @p row, or for -1 the one above all rows.
+/// The check box in @p row; -1 is the header.
 QCheckBox *boxIn(const QTableWidget &table, int row)
 {
     const QCheckBoxHeader *header = boxHeader(table);
@@ -28,7 +28,7 @@ QCheckBox *boxIn(const QTableWidget &table, int row)
     return widget != nullptr ? widget->findChild<QCheckBox *>() : nullptr;
 }
 
-/// A row or column of -1 is the header's.
+/// Row or column -1 is the header.
 class Cell : public QAccessibleInterface,
              public QAccessibleTableCellInterface,
              public QAccessibleActionInterface
@@ -51,7 +51,7 @@ public:
                    ? static_cast<QAccessibleActionInterface *>(this)
                    : nullptr;
     }
-    bool isValid() const override { return true; } // it goes with its table
+    bool isValid() const override { return true; } // deleted with its table
     QObject *object() const override { return nullptr; }
     QWindow *window() const override { return table()->window(); }
     QAccessibleInterface *parent() const override { return table(); }
@@ -269,7 +269,7 @@ public:
         selection().select(index, QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
         return index.isValid();
     }
-    // Whole rows are selected, never columns.
+    // Only rows can be selected.
     bool selectColumn(int /*column*/) override { return false; }
     bool unselectColumn(int /*column*/) override { return false; }
     void modelChange(QAccessibleTableModelChangeEvent * /*event*/) override { forgetCells(); }

@@ -9,9 +9,8 @@
 
 namespace {
 
-/// A button whose press or toggle is a click. Qt's own toggles a check box behind the back of
-/// whoever waits for its clicked(), and offers nothing at all for a tool button of the kind
-/// InstantPopup whose menu is not its own.
+/// A button whose press and toggle actions are clicks. Qt's own toggles check boxes without
+/// clicked(), and offers no action for an InstantPopup tool button without a menu of its own.
 class Button : public QAccessibleWidget
 {
 public:
@@ -46,7 +45,7 @@ public:
             names.prepend(clickName());
         return names;
     }
-    /// A click follows from the event loop, so that whoever asks need not wait for what it causes.
+    /// The click happens in the event loop, so the caller need not wait for its effects.
     void doAction(const QString &actionName) override
     {
         if (actionName == clickName())
@@ -74,7 +73,7 @@ QAccessibleInterface *makeAccessible(const QString &className, QObject *object)
         return new Button(object, QAccessible::CheckBox);
     if (className == QLatin1String("QRadioButton"))
         return new Button(object, QAccessible::RadioButton);
-    // Qt's own answer shows the menu of one that has a menu.
+    // Qt's own interface opens the menu of a button that has one.
     if (className == QLatin1String("QToolButton") &&
         static_cast<QToolButton *>(object)->menu() == nullptr)
         return new Button(object, QAccessible::Button);

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int longestAppearance = 500; // milliseconds
 
-/// By ResizeDirection.
+/// Indexed by ResizeDirection.
 constexpr std::array<Qt::CursorShape, 9> cursors{
     Qt::SizeVerCursor,   Qt::SizeVerCursor,   Qt::SizeHorCursor,
     Qt::SizeHorCursor,   Qt::SizeFDiagCursor, Qt::SizeBDiagCursor,

@@ -17,8 +17,8 @@ public:
     CommonDialog(QWidget *parent, bool resizable, bool modal);
 
 protected:
-    /// Waits until the window, which was only just shown, is on the screen, for half a second at
-    /// most. Events but the user's are handled meanwhile.
+    /// Waits up to half a second until the window, which has just been shown, is exposed. Handles
+    /// events meanwhile, except user input.
     void waitUntilExposed();
 
     void keyPressEvent(QKeyEvent *event) override;

@@ -21,7 +21,7 @@ class CommonTitleBar : public QWidget
 public:
     explicit CommonTitleBar(QWidget *parent);
 
-    /// Hides the other buttons, as every window of the program does.
+    /// Hides all other buttons, as in every window of the program.
     void showCloseButtonOnly();
     void setMaxButtonVisible(bool visible);
     void setMinButtonVisible(bool visible);

@@ -11,8 +11,8 @@ namespace {
 
 constexpr int pixelsPerRow = 32;
 
-/// The column of @p row in which the cursor can be seen: its own if there is a text, else the first
-/// that is shown and has one.
+/// The column for the cursor in @p row: @p column if its cell is visible and has text, otherwise
+/// the first such column.
 int cursorColumn(const QTableWidget &table, int row, int column)
 {
     const auto showsText = [&](int i) {
@@ -40,7 +40,7 @@ RowTable::RowTable(QWidget *parent)
     setSelectionBehavior(SelectRows);
     setWordWrap(false);
     setContextMenuPolicy(Qt::CustomContextMenu);
-    setTabKeyNavigation(false); // Tab leads out of the table
+    setTabKeyNavigation(false); // Tab leaves the table
     PlainToolTip::installOnItemsOf(*this);
     connect(this, &QTableWidget::currentCellChanged, this, &RowTable::keepCursorOnText);
 }
@@ -68,8 +68,8 @@ void RowTable::focusInEvent(QFocusEvent *event)
 
 QModelIndex RowTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
-    // The base class's Home and End move among the columns of a row, which whole-row selection
-    // hides; its other moves may end on a spare row.
+    // The base class moves between columns on Home and End, which row selection makes invisible,
+    // and may move to a spare row on other keys.
     const int lastRow = nextShownRow(rowCount() - 1, -1);
     const int column = qMax(currentColumn(), 0);
     if (action == MoveHome)
@@ -105,7 +105,7 @@ void RowTable::drawHint(const QString &hint, int row)
     QRectF area = viewport()->rect();
     if (row < 0)
         row = rowAt(int(area.center().y()));
-    if (row >= 0) // which may have a colour of its own
+    if (row >= 0) // rows may differ in colour
         area.moveCenter({area.center().x(), rowViewportPosition(row) + rowHeight(row) / 2.0});
     QTextOption wrapped(Qt::AlignCenter);
     wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere); // a path may have no blanks

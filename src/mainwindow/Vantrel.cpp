@@ -21,7 +21,7 @@ Vantrel::Vantrel(QWidget *parent, const UserEnvironment &userEnvironment)
     ui->setupUi(this);
     setUpExportPath();
     ui->mainTitleBar->showCloseButtonOnly();
-    ui->comboSource->setFocus(); // not the close button, which comes first in the window
+    ui->comboSource->setFocus(); // not the close button, which comes first in the tab order
     buildContextMenu();
     setUpTable();
     chooseLanguageAndStyle();

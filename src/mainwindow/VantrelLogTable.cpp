@@ -61,7 +61,7 @@ void Vantrel::setUpTable()
 
     // By default a section is at least as wide as the font's widest letter, which may be wider.
     header->setMinimumSectionSize(checkColumnWidth);
-    table->setUpColumns({checkColumnWidth, 250, 300}); // retranslate() labels them
+    table->setUpColumns({checkColumnWidth, 250, 300}); // labelled by retranslate()
     table->setRowCount(rowCount);
     setUpTableKeys();
 }

@@ -58,5 +58,5 @@ private:
 /// The lines of the selected rows, in the order of selection. Rows from 10000 on are left out.
 [[nodiscard]] QStringList selectedLines(const QTableWidget &table);
 
-/// Puts @p lines onto the clipboard.
+/// Copies @p lines to the clipboard.
 void copyLines(const QStringList &lines);

@@ -43,7 +43,7 @@ public:
     {
         if (!end.hasExpired())
             return;
-        widget.setCursor(Qt::BusyCursor); // such work takes more than a step
+        widget.setCursor(Qt::BusyCursor); // the work takes more than one step
         QCoreApplication::processEvents();
         end.setRemainingTime(longestStep);
     }
@@ -64,7 +64,7 @@ void LogSearch::run(const Query &query)
 {
     next = query;
     if (isRunning)
-        return; // the call that is already there takes it over
+        return; // the active call continues with it
     const QScopedValueRollback running(isRunning, true);
     // Nobody waits for a search after the last window is closed.
     QObject context;

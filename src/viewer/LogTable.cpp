@@ -23,7 +23,7 @@ LogTable::LogTable(QWidget *parent)
     : RowTable(parent)
 {
     setUpColumns({columnWidths.begin(), columnWidths.end() - 1});
-    setRowCount(capacity); // rows of no columns would all be moved when the columns come
+    setRowCount(capacity); // after the columns: adding columns moves the cells of all rows
     setItemDelegate(new LogItemDelegate(this));
 }
 
@@ -50,7 +50,7 @@ std::optional<int> LogTable::fill(const QString &path)
     std::optional<int> lines;
     {
         const ModelSignalBlocker blocker(*this);
-        // One more, which has no row, shows that the file goes on.
+        // One line beyond the last row shows that the file has more.
         lines = readLogFile(path, capacity + 1,
                             [this](std::string_view line, int row) { setLine(line, row); });
     }

@@ -39,9 +39,9 @@ public:
     /// Shows the lines of the file at @p path and returns their number, or nothing if it cannot be
     /// opened; the table is empty then. Spare rows up to the capacity remain.
     std::optional<int> fill(const QString &path);
-    /// Leaves a few of the spare rows behind the lines.
+    /// Keeps only a few spare rows after the lines.
     void removeSpareRows();
-    /// Shows @p line in @p row, as LogRows does.
+    /// Calls LogRows::place().
     void setLine(std::string_view line, int row) { logRows.place(line, row); }
     /// Sets what the rows hold, and how many lines. If lines are missing or there is no match, a
     /// hint after the last line and the accessible description say so; without a free row, only the

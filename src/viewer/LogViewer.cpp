@@ -17,10 +17,10 @@
 
 namespace {
 
-constexpr int textWidth = 115; ///< pixels, in the menu of columns
-constexpr int allColumns = 5;  ///< the data of an action that stands for every column
+constexpr int textWidth = 115; ///< pixels, in the column menu
+constexpr int allColumns = 5;  ///< data of an action that stands for all columns
 
-/// The pointer while the whole program stands still: until what is returned goes.
+/// Shows a busy pointer, while the whole program is blocked, until the result is destroyed.
 [[nodiscard]] auto busyPointer()
 {
     QGuiApplication::setOverrideCursor(Qt::BusyCursor);
@@ -57,7 +57,7 @@ bool LogViewer::openLogFile(const std::string &path)
     ui->tableWidget->clearLines();
     const auto pointer = busyPointer();
     waitUntilExposed();
-    if (path != currentLogPath.toStdString()) // another file was opened meanwhile
+    if (path != currentLogPath.toStdString()) // an event has opened another file
         return false;
     const std::optional<int> lines = load();
     if (lines) {
@@ -80,7 +80,7 @@ void LogViewer::retranslate()
     actionCopyAll->setText(tr("CopyAll"));
     actionCopySelected->setText(tr("CopySelected"));
     ui->tableWidget->retranslate();
-    menuFilter->ensurePolished(); // it has the skin's font only then
+    menuFilter->ensurePolished(); // to have the skin's font
     for (QAction *action : menuFilter->actions()) {
         const int column = action->data().toInt() - 1;
         const QString header = ui->tableWidget->horizontalHeaderItem(column)->text();

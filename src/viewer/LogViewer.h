@@ -62,8 +62,8 @@ private:
     void showTitle();
 
     std::unique_ptr<Ui::LogViewer> ui;
-    QString currentLogPath;        ///< the file that is shown or was last tried
-    std::string lastSearchKeyword; ///< in UTF-8; empty: nothing was searched yet
+    QString currentLogPath;        ///< the file shown or last tried
+    std::string lastSearchKeyword; ///< UTF-8; empty before the first search
     std::unique_ptr<LogSearch> search;
     QMenu *contextMenu = nullptr;
     QAction *actionCopyAll = nullptr;

@@ -243,7 +243,7 @@ void SystemReport::aQueryThatBreaksReportsTheModulesBeforeAndFailsSilently()
              memoryLines + "PartNumber: one\nCapacity: 1 Kb\nSpeed: 2 MHz\n");
     const Diagnostics diagnostics;
     QVERIFY(!f.worker.queryMemoryModules());
-    QCOMPARE(f.output.lines(), QStringList()); // whoever asked the system has logged why
+    QCOMPARE(f.output.lines(), QStringList()); // logged by the platform module
 }
 
 void SystemReport::refusedComSecurityKeepsTheModulesUnaskedSilently()

@@ -22,7 +22,7 @@ bool searchForEver(const std::string & /*keyword*/, const QString & /*path*/,
         QThread::sleep(1);
 }
 
-/// Shows a viewer, searches, and closes it once the search goes on.
+/// Shows a viewer, starts a search, and closes the viewer while it is running.
 void closeWhileSearching(LogViewer &viewer, const QString &path,
                          const std::function<bool()> &goesOn)
 {
@@ -46,9 +46,9 @@ void closeWhileSearching(LogViewer &viewer, const QString &path,
 
 } // namespace
 
-/// A program that ends while a search of its log viewer goes on, which cannot be stopped: it says
-/// "searching", closes its window and ends with 0. With two arguments, a log and a file, the search
-/// is the system's own, and goes on once that file is there.
+/// A program that ends while a search that cannot be stopped is running: prints "searching", closes
+/// its window and exits with 0. With two arguments, a log and a file, it uses the system's search,
+/// which is running once the file exists.
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);

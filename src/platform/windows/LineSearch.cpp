@@ -19,7 +19,7 @@ struct PipeCloser
     void operator()(FILE *pipe) const { _pclose(pipe); }
 };
 
-/// Another name of the file, made of letters that every code page has; empty: it has none.
+/// The file's short name, which every code page can spell; empty if it has none.
 QString shortName(const QString &path)
 {
     const std::wstring native = QDir::toNativeSeparators(path).toStdWString();
@@ -33,7 +33,7 @@ bool isInCodePage(const QString &path)
     return QString::fromLocal8Bit(path.toLocal8Bit()) == path;
 }
 
-/// @p path as the command line can spell it.
+/// @p path in the code page of the command line.
 QByteArray commandPath(const QString &path)
 {
     if (isInCodePage(path))

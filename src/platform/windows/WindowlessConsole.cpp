@@ -25,7 +25,7 @@ struct ConsoleKeeper
     DWORD id = 0;
 };
 
-/// In the system's own folder; one that lies beside the program would be found first.
+/// By its full path: a program of that name beside ours would be found first.
 std::wstring commandProcessor()
 {
     std::wstring path(MAX_PATH, L'\0');

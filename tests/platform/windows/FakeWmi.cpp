@@ -116,7 +116,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void **object) override
     {
-        if (id != __uuidof(IClientSecurity)) // which a real one's proxy has
+        if (id != __uuidof(IClientSecurity)) // a real proxy has it
             return UnaskedServices::QueryInterface(id, object);
         *object = static_cast<IClientSecurity *>(new Security(wmi));
         return S_OK;
@@ -184,7 +184,7 @@ FakeWmi::FakeWmi()
     if (FAILED(CoRegisterClassObject(CLSID_WbemLocator, factory, CLSCTX_INPROC_SERVER,
                                      REGCLS_MULTIPLEUSE, &registration)))
         qFatal("the locator's class cannot be registered");
-    factory->Release(); // COM holds it now
+    factory->Release(); // COM holds a reference
 }
 
 FakeWmi::~FakeWmi()

@@ -8,16 +8,15 @@
 
 #include <optional>
 
-/// The system's management services as a test makes them up: as long as it lives, whoever creates
-/// their locator in this process gets this one. The thread that builds it joins the multithreaded
-/// apartment, and is the one to ask.
+/// Fake WMI services: while it exists, every locator created in this process belongs to it. The
+/// thread that constructs it joins the multithreaded apartment and must make the queries.
 class FakeWmi
 {
 public:
     struct Module
     {
         std::optional<QString> partNumber;
-        std::optional<QString> capacity; ///< a number too long for 32 bits comes as text
+        std::optional<QString> capacity; ///< WMI returns 64-bit numbers as text
         std::optional<qint32> speed;
     };
 
@@ -26,7 +25,7 @@ public:
     FakeWmi(const FakeWmi &) = delete;
     FakeWmi &operator=(const FakeWmi &) = delete;
 
-    // What the calls return.
+    // Results of the calls.
     HRESULT creation = S_OK;
     HRESULT connection = S_OK;
     HRESULT blanket = S_OK;
@@ -34,8 +33,8 @@ public:
     QVector<Module> modules;
     HRESULT end; ///< of the call for a module behind the last one; at first a proper end
 
-    // What was seen.
-    QStringList calls;          ///< with their arguments, in their order
+    // Recorded calls.
+    QStringList calls;          ///< with arguments, in order
     QStringList unexpected;     ///< methods that nobody should call
     QVector<qint32> capacities; ///< the low 32 bits of what was handed out, as they stand
     int living = 0;             ///< objects

@@ -5,10 +5,9 @@
 #include <objbase.h>
 #include <wbemcli.h>
 
-// COM's side of FakeWmi: what every object of it has in common, and the methods that nobody is
-// expected to call.
+// The COM side of FakeWmi: the common base of its objects, and the methods that must not be called.
 
-/// An object of @p Interface. It counts its references, and @p FakeWmi counts it while it lives.
+/// A COM object with reference counting, which also counts the living objects in @p FakeWmi.
 template <typename Interface>
 class Counted : public Interface
 {
@@ -50,10 +49,10 @@ protected:
     FakeWmi &wmi;
 
 private:
-    ULONG references = 1; ///< its maker's
+    ULONG references = 1; ///< the creator's
 };
 
-/// Services that answer nothing.
+/// Services whose methods all fail.
 class UnaskedServices : public Counted<IWbemServices>
 {
 public:
@@ -170,7 +169,7 @@ public:
     }
 };
 
-/// An enumeration that answers nothing.
+/// An enumeration whose methods all fail.
 class UnaskedEnumeration : public Counted<IEnumWbemClassObject>
 {
 public:
@@ -191,7 +190,7 @@ public:
     }
 };
 
-/// An object that answers nothing.
+/// An object whose methods all fail.
 class UnaskedObject : public Counted<IWbemClassObject>
 {
 public:

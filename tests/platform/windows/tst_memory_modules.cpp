@@ -12,7 +12,7 @@ Q_DECLARE_METATYPE(HRESULT FakeWmi::*)
 
 using Query = MemoryModuleList::Query;
 
-/// How the system's management services are asked for the memory modules.
+/// The WMI calls that query the memory modules.
 class MemoryModulesByWmi : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ private slots:
 
 namespace {
 
-/// What the services are left with after a query: their factory alone.
+/// Objects that remain after a query: the class factory.
 constexpr int factoryAlone = 1;
 
 FakeWmi::Module fullModule(const QString &partNumber, qint32 speed)

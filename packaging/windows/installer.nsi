@@ -1,8 +1,8 @@
-; The installer: for the user who runs it, without questions of rights. ./package windows says what
-; NAME, VERSION, VENDOR, DESCRIPTION, FOLDER, FILES, ICON, BANNER and OUTPUT are, and SIGN, the program
-; that signs, if there is one.
+; The installer for the current user; needs no administrator rights. ./package windows defines NAME,
+; VERSION, VENDOR, DESCRIPTION, FOLDER, FILES, ICON, BANNER and OUTPUT, and SIGN, the program that signs, if
+; there is one.
 
-; Like the program, and unlike NSIS by itself, for 64-bit Windows only.
+; Like the program, for 64-bit Windows only; NSIS itself is a 32-bit program.
 Target amd64-unicode
 SetCompressor /SOLID lzma
 RequestExecutionLevel user
@@ -58,7 +58,7 @@ LangString Running ${LANG_SIMPCHINESE} "${NAME} 正在运行。请先将其关�
 LangString ShortcutHint ${LANG_ENGLISH} "Collects what a support engineer needs"
 LangString ShortcutHint ${LANG_SIMPCHINESE} "收集技术支持所需的信息"
 
-; A program that runs cannot be overwritten, and its libraries neither: nothing is touched then.
+; A running program and its libraries cannot be overwritten, so nothing is changed then.
 !macro RefuseWhileRunning
   ${If} ${FileExists} "$INSTDIR\${NAME}.exe"
     ClearErrors
@@ -73,7 +73,7 @@ LangString ShortcutHint ${LANG_SIMPCHINESE} "收集技术支持所需的信息"
 !macroend
 
 Function .onInit
-  ; Speaks Chinese where Windows does, otherwise English.
+  ; Chinese on a Chinese Windows, otherwise English.
   System::Call 'kernel32::GetUserDefaultUILanguage() i.r0'
   IntOp $0 $0 & 0x3ff
   ${If} $0 = 4
@@ -84,15 +84,15 @@ Function .onInit
 FunctionEnd
 
 Function un.onInit
-  ; As when it was installed.
+  ; The language of the installation.
   ReadRegStr $0 HKCU "${UNINSTALL}" "Language"
   ${If} $0 != ""
     StrCpy $LANGUAGE $0
   ${EndIf}
 FunctionEnd
 
-; What an earlier version installed, wherever that was: its own uninstaller knows. It runs where it
-; lies, so that it can be waited for, and therefore leaves itself.
+; Removes an earlier version by its own uninstaller, which knows its files. It runs in place, so that
+; the installer can wait for it, and therefore does not delete itself.
 Function RemoveEarlierVersion
   ReadRegStr $0 HKCU "${UNINSTALL}" "InstallLocation"
   ${If} $0 != ""
@@ -112,7 +112,7 @@ Function RemoveEarlierVersion
 FunctionEnd
 
 Function StartProgram
-  ; The working folder, as the shortcut has it.
+  ; The working folder, like the shortcut's.
   SetOutPath "$DOCUMENTS"
   Exec '"$INSTDIR\${NAME}.exe"'
 FunctionEnd
@@ -123,7 +123,7 @@ Section "${NAME}"
   !insertmacro InstallFiles
   WriteUninstaller "$INSTDIR\uninstall.exe"
 
-  ; The shortcut's working folder is the last SetOutPath. Save dialogs begin there.
+  ; The last SetOutPath becomes the shortcut's working folder, where save dialogs open.
   SetOutPath "$DOCUMENTS"
   CreateShortcut "$SMPROGRAMS\${NAME}.lnk" "$INSTDIR\${NAME}.exe" "" "$INSTDIR\${NAME}.exe" 0 \
     SW_SHOWNORMAL "" "$(ShortcutHint)"

@@ -16,12 +16,8 @@ QUrl folderUrl(const QString &folder)
     QString text = QStringLiteral("file:///") + folder;
     // "%" first, so that the following escapes are not escaped again. A "?" is not escaped: outside
     // Windows, where names may contain it, the path ends there.
-    text.replace(QLatin1Char('%'), QLatin1String("%25"));
-    text.replace(QLatin1Char('#'), QLatin1String("%23"));
-    text.replace(QLatin1Char('+'), QLatin1String("%2B"));
-    text.replace(QLatin1Char(' '), QLatin1String("%20"));
-    text.replace(QLatin1Char('='), QLatin1String("%3D"));
-    text.replace(QLatin1Char('&'), QLatin1String("%26"));
+    for (const char escaped : {'%', '#', '+', ' ', '=', '&'})
+        text.replace(QLatin1Char(escaped), QString::asprintf("%%%02X", escaped));
     return QUrl(text, QUrl::TolerantMode);
 }
 

@@ -1,5 +1,7 @@
 #include "PlainToolTip.h"
 
+#include "ShortenedText.h"
+
 #include <QAbstractItemView>
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -12,13 +14,6 @@ namespace {
 
 constexpr int longestText = 1500; // characters
 constexpr int longestLine = 80;   // widths of the letter x
-
-/// The first @p length characters of @p text, without splitting a surrogate pair.
-QString start(const QString &text, int length)
-{
-    const bool splits = length > 0 && length < text.size() && text.at(length - 1).isHighSurrogate();
-    return text.left(splits ? length - 1 : length);
-}
 
 /// @p text, broken into lines for a tip that fits in @p room.
 QString brokenIntoLines(QString text, const QSize &room, const QFont &font)
@@ -55,12 +50,10 @@ QString markup(QString text, const QSize &room)
         text.chop(1); // otherwise an empty last line
     if (text.isEmpty())
         return {};
-    if (text.size() > longestText)
-        text = start(text, longestText) + QChar(0x2026);
     // Lines are broken here because QLabel breaks rich text into a narrow column, however short,
     // and plain text not at all.
     return QStringLiteral("<div style='white-space:pre'>%1</div>")
-        .arg(brokenIntoLines(text, room, QToolTip::font()).toHtmlEscaped());
+        .arg(brokenIntoLines(shortened(text, longestText), room, QToolTip::font()).toHtmlEscaped());
 }
 
 /// Shows the tool tips of a widget, or of the items of a view.

@@ -15,9 +15,8 @@ bool exportEventLogs(
     const QString &folder,
     const std::function<bool(const QString &channel, const QString &target)> &exportChannel)
 {
-    const QString extension = QStringLiteral(".evtx");
     const auto target = [&](const QString &base) {
-        return uniqueFilePath(folder, base, extension);
+        return uniqueFilePath(folder, base, QStringLiteral(".evtx"));
     };
     return exportChannel(QStringLiteral("Application"),
                          target(QStringLiteral("ApplicationEvents"))) &&

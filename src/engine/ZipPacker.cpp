@@ -25,21 +25,20 @@ void removeFile(const QFileInfo &file)
 bool zipFolder(const QString &folder, const QString &zipPath, const ProgressSink &progress)
 {
     ZipArchive archive(zipPath, progress);
-    const bool added = addFolderToZip(archive, folder, folder);
+    addFolderToZip(archive, folder, folder);
     archive.write();
-    if (added && !removeFolder(folder))
+    if (!removeFolder(folder))
         qCWarning(engineLog) << "folder not removed:" << folder;
     archive.close();
-    return added;
+    return true;
 }
 
 bool addFolderToZip(ZipArchive &archive, const QString &current, const QString &root)
 {
     const QDir rootFolder(root);
-    const QFileInfoList entries = QDir(current).entryInfoList();
+    const QFileInfoList entries =
+        QDir(current).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
     for (const QFileInfo &entry : entries) {
-        if (entry.fileName() == QLatin1String(".") || entry.fileName() == QLatin1String(".."))
-            continue;
         if (entry.isFile()) {
             const QString name = rootFolder.relativeFilePath(entry.absoluteFilePath());
             archive.addFile(name, entry.filePath(), [=] { qDebug() << name << current << root; });

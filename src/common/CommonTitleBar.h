@@ -7,7 +7,6 @@
 #include <QRect>
 #include <QWidget>
 
-class QHBoxLayout;
 class QLabel;
 class QToolButton;
 

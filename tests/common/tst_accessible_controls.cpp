@@ -112,6 +112,9 @@ void AccessibleControls::showTheBoxInEachRow()
         QCOMPARE(cell->role(), QAccessible::Cell);
         QCOMPARE(cell->tableCellInterface()->rowIndex(), row);
         QCOMPARE(nameOf(cell), nameOf(cell->child(0)));
+        QCOMPARE(cell->indexOfChild(cell->child(0)), 0);
+        const QPoint centre = cell->child(0)->rect().center();
+        QCOMPARE(cell->childAt(centre.x(), centre.y()), cell->child(0));
     }
     QCOMPARE(f.cell(2, 0)->childCount(), 0);
 }

@@ -45,7 +45,7 @@ function(vantrel_test_under_wine name)
   set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "VANTREL_WINE_SECONDS=${seconds}")
 endfunction()
 
-# vantrel_test_under_chinese_wine(<name>): the test is run in the Chinese Windows, too.
+# vantrel_test_under_chinese_wine(<name>): runs the test in the Chinese prefix too.
 function(vantrel_test_under_chinese_wine name)
   add_test(NAME ${name}_chinese COMMAND tst_${name} WORKING_DIRECTORY ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
   get_test_property(${name} TIMEOUT limit)

@@ -10,10 +10,10 @@ class ScreenFit : public QObject
     Q_OBJECT
 
 private slots:
-    void leavesWhatFits();
-    void shrinksWhatIsTooLarge();
-    void shrinksWhatHasALargerMinimum();
-    void shrinksWhatItsLayoutKeepsLarger();
+    void leavesWindowsThatFit();
+    void shrinksWindowsThatAreTooLarge();
+    void shrinksBelowTheMinimum();
+    void shrinksBelowTheLayoutsMinimum();
     void leavesAMinimumThatFits();
     void shrinksTheDialogsOfTheWindow();
     void leavesThePartsOfTheWindow();
@@ -28,7 +28,7 @@ QSize room()
 
 } // namespace
 
-void ScreenFit::leavesWhatFits()
+void ScreenFit::leavesWindowsThatFit()
 {
     QWidget window;
     window.resize(200, 100);
@@ -36,7 +36,7 @@ void ScreenFit::leavesWhatFits()
     QCOMPARE(window.size(), QSize(200, 100));
 }
 
-void ScreenFit::shrinksWhatIsTooLarge()
+void ScreenFit::shrinksWindowsThatAreTooLarge()
 {
     QWidget window;
     window.resize(room() + QSize(1, 1));
@@ -47,7 +47,7 @@ void ScreenFit::shrinksWhatIsTooLarge()
     QCOMPARE(window.size(), QSize(100, room().height()));
 }
 
-void ScreenFit::shrinksWhatHasALargerMinimum()
+void ScreenFit::shrinksBelowTheMinimum()
 {
     QWidget window;
     window.setMinimumSize(room().width() + 50, 80);
@@ -57,7 +57,7 @@ void ScreenFit::shrinksWhatHasALargerMinimum()
     QCOMPARE(window.minimumSize(), QSize(room().width(), 80));
 }
 
-void ScreenFit::shrinksWhatItsLayoutKeepsLarger()
+void ScreenFit::shrinksBelowTheLayoutsMinimum()
 {
     QWidget window;
     auto *row = new QHBoxLayout(&window);

@@ -26,17 +26,17 @@ private slots:
     void firstCopyGetsTheMessage();
     void firstCopyGetsEveryMessage();
     void sendsNothingWhenItIsTheFirst();
-    void differentKeysDoNotMeet();
-    void startsAnewAfterTheFirstHasEnded();
-    void startsAnewAfterTheFirstWasKilled();
-    void startsAnewAfterTheTracesOfAKilledOneWereHalfCleared();
+    void differentKeysAreIndependent();
+    void startsAgainAfterTheFirstHasEnded();
+    void startsAgainAfterTheFirstWasKilled();
+    void startsAgainAfterTheTracesOfAKilledOneWereHalfCleared();
     void findsTheFirstAfterAnotherWasKilled();
     void oneIsTheFirstOfManyThatStartAtOnce_data();
     void oneIsTheFirstOfManyThatStartAtOnce();
-    void saysWhyTheFirstCannotBeReached();
-    void carriesOnWhereNoGuardCanBeMade();
+    void printsWhyTheFirstCannotBeReached();
+    void continuesWithoutAGuard();
     void survivesACallWithoutAConnection();
-    void survivesAVisitorThatSaysNothing();
+    void survivesAConnectionWithoutAMessage();
 };
 
 namespace {
@@ -159,7 +159,7 @@ void SingleInstance::sendsNothingWhenItIsTheFirst()
     QCOMPARE(only.errors(), QByteArrayList());
 }
 
-void SingleInstance::differentKeysDoNotMeet()
+void SingleInstance::differentKeysAreIndependent()
 {
     const Family one;
     const Family other;
@@ -169,7 +169,7 @@ void SingleInstance::differentKeysDoNotMeet()
     QVERIFY(alsoFirst.tells("first"));
 }
 
-void SingleInstance::startsAnewAfterTheFirstHasEnded()
+void SingleInstance::startsAgainAfterTheFirstHasEnded()
 {
     const Family family;
     for (int i = 0; i < 2; ++i) {
@@ -179,7 +179,7 @@ void SingleInstance::startsAnewAfterTheFirstHasEnded()
     }
 }
 
-void SingleInstance::startsAnewAfterTheFirstWasKilled()
+void SingleInstance::startsAgainAfterTheFirstWasKilled()
 {
     const Family family;
     Member killed(family);
@@ -192,7 +192,7 @@ void SingleInstance::startsAnewAfterTheFirstWasKilled()
     QVERIFY(next.tells("message " + QByteArray("reached").toHex()));
 }
 
-void SingleInstance::startsAnewAfterTheTracesOfAKilledOneWereHalfCleared()
+void SingleInstance::startsAgainAfterTheTracesOfAKilledOneWereHalfCleared()
 {
     // The killed copy's files are gone, but its segment still exists.
     const Family family;
@@ -266,7 +266,7 @@ void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce()
     }
 }
 
-void SingleInstance::saysWhyTheFirstCannotBeReached()
+void SingleInstance::printsWhyTheFirstCannotBeReached()
 {
     // The first copy has ended, but a second one still holds the segment: nobody listens.
     const Family family;
@@ -286,7 +286,7 @@ void SingleInstance::saysWhyTheFirstCannotBeReached()
     QVERIFY(time.elapsed() < 10000);
 }
 
-void SingleInstance::carriesOnWhereNoGuardCanBeMade()
+void SingleInstance::continuesWithoutAGuard()
 {
     const Family family;
     const DeniedGuard denied(family.completeKey());
@@ -311,7 +311,7 @@ void SingleInstance::survivesACallWithoutAConnection()
     QCOMPARE(second.output(), (QByteArrayList{"second", "alive"}));
 }
 
-void SingleInstance::survivesAVisitorThatSaysNothing()
+void SingleInstance::survivesAConnectionWithoutAMessage()
 {
     const Family family;
     Member first(family);

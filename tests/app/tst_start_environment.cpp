@@ -13,7 +13,7 @@ private slots:
     void asksForNoOpenGlUntilTheFirstWindowIsShown();
     void leavesWhatTheUserHasChosen_data();
     void leavesWhatTheUserHasChosen();
-    void takesNothingBackThatItDidNotPut();
+    void restoresOnlyWhatItHasSet();
     void prefersTheXServerOfAWaylandDesktop_data();
     void prefersTheXServerOfAWaylandDesktop();
 };
@@ -59,7 +59,7 @@ void StartEnvironment::leavesWhatTheUserHasChosen()
     QCOMPARE(qgetenv(glIntegration), chosen);
 }
 
-void StartEnvironment::takesNothingBackThatItDidNotPut()
+void StartEnvironment::restoresOnlyWhatItHasSet()
 {
     configureQtBeforeStart();
     restoreEnvironment();

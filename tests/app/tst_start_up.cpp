@@ -15,7 +15,7 @@ class StartUp : public QObject
 
 private slots:
     void initTestCase();
-    void saysOnlyThatASecondStartHasNoEffect();
+    void printsOnlyThatASecondStartHasNoEffect();
     void worksWithoutASkin();
     void secondStartEndsAtOnceAndLeavesTheFirst();
     void ignoresItsArguments();
@@ -71,7 +71,7 @@ void StartUp::initTestCase()
         QSKIP("this system is not there for tests");
 }
 
-void StartUp::saysOnlyThatASecondStartHasNoEffect()
+void StartUp::printsOnlyThatASecondStartHasNoEffect()
 {
     const User user;
     Start first(user);

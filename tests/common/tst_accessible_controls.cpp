@@ -23,7 +23,7 @@ private slots:
     void showTheBoxInEachRow();
     void showTheBoxAboveTheRows();
     void numberTheCellsRowByRow();
-    void tellWhichRowsAreTicked();
+    void reportWhichRowsAreTicked();
     void pressACellAsADoubleClickDoes();
     void toggleACellToTickItsRow();
     void toggleACellToSelectItsRowWhereThereAreNoBoxes();
@@ -151,7 +151,7 @@ void AccessibleControls::numberTheCellsRowByRow()
     QCOMPARE(f.cell(3, 1), nullptr);
 }
 
-void AccessibleControls::tellWhichRowsAreTicked()
+void AccessibleControls::reportWhichRowsAreTicked()
 {
     FileTable f;
     f.boxes[1]->setChecked(true);

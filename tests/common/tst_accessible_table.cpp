@@ -13,13 +13,13 @@ class AccessibleTable : public QObject
 private slots:
     void initTestCase();
     void findsTheCellAtAPoint();
-    void tellsWhereCellsAndHeadersAre();
-    void tellsWhatCellsAndHeadersAre();
-    void tellsWhichCellHasTheFocus();
-    void tellsWhichCellsAreSelected();
+    void reportsWhereCellsAndHeadersAre();
+    void reportsWhatCellsAndHeadersAre();
+    void reportsWhichCellHasTheFocus();
+    void reportsWhichCellsAreSelected();
     void selectsNoColumns();
     void knowsNoChildThatIsNotItsOwn();
-    void hasCellsThatAreWholeInThemselves();
+    void hasCellsWithoutChildren();
 };
 
 namespace {
@@ -46,7 +46,7 @@ void AccessibleTable::findsTheCellAtAPoint()
     QVERIFY(seen(&f.table)->childAt(-10000, -10000) == nullptr);
 }
 
-void AccessibleTable::tellsWhereCellsAndHeadersAre()
+void AccessibleTable::reportsWhereCellsAndHeadersAre()
 {
     FileTable f;
     const QHeaderView *header = f.table.horizontalHeader();
@@ -59,7 +59,7 @@ void AccessibleTable::tellsWhereCellsAndHeadersAre()
     QVERIFY(seen(&f.table)->rect().contains(f.cell(0, 1)->rect()));
 }
 
-void AccessibleTable::tellsWhatCellsAndHeadersAre()
+void AccessibleTable::reportsWhatCellsAndHeadersAre()
 {
     FileTable f;
     QCOMPARE(f.cell(0, 1)->role(), QAccessible::Cell);
@@ -75,7 +75,7 @@ void AccessibleTable::tellsWhatCellsAndHeadersAre()
     QVERIFY(tableOf(f)->summary() == nullptr);
 }
 
-void AccessibleTable::tellsWhichCellHasTheFocus()
+void AccessibleTable::reportsWhichCellHasTheFocus()
 {
     FileTable f;
     f.table.setCurrentCell(1, 2);
@@ -90,7 +90,7 @@ void AccessibleTable::tellsWhichCellHasTheFocus()
     QVERIFY(seen(&f.table)->focusChild() == nullptr);
 }
 
-void AccessibleTable::tellsWhichCellsAreSelected()
+void AccessibleTable::reportsWhichCellsAreSelected()
 {
     FileTable f;
     QCOMPARE(tableOf(f)->selectedCells().size(), 0);
@@ -123,7 +123,7 @@ void AccessibleTable::knowsNoChildThatIsNotItsOwn()
     QCOMPARE(seen(&f.table)->indexOfChild(seen(&other)), -1);
 }
 
-void AccessibleTable::hasCellsThatAreWholeInThemselves()
+void AccessibleTable::hasCellsWithoutChildren()
 {
     FileTable f;
     QAccessibleInterface *cell = f.cell(1, 1);

@@ -21,9 +21,9 @@ private slots:
     void movesTheBoxWithItsSectionWhenScrolled();
     void hidesTheBoxWithItsSection();
     void showsTheBoxWhenItsSectionIsPainted();
-    void tellsTheNewStateWhenClicked();
-    void setsTheBoxWithoutTelling();
-    void handsPressesOnItsSectionsToTheBaseClass();
+    void emitsTheNewStateWhenClicked();
+    void setsTheBoxWithoutASignal();
+    void passesPressesOnItsSectionsToTheBaseClass();
     void deletesTheBoxBeforeItself();
     void userCheckBoxKnowsItsRow();
 };
@@ -152,7 +152,7 @@ void CheckBoxHeader::showsTheBoxWhenItsSectionIsPainted()
     QVERIFY(!without.box->isVisible());
 }
 
-void CheckBoxHeader::tellsTheNewStateWhenClicked()
+void CheckBoxHeader::emitsTheNewStateWhenClicked()
 {
     Fixture fixture;
     QSignalSpy told(fixture.header, &QCheckBoxHeader::checkStausChange);
@@ -164,7 +164,7 @@ void CheckBoxHeader::tellsTheNewStateWhenClicked()
     }
 }
 
-void CheckBoxHeader::setsTheBoxWithoutTelling()
+void CheckBoxHeader::setsTheBoxWithoutASignal()
 {
     Fixture fixture;
     QSignalSpy told(fixture.header, &QCheckBoxHeader::checkStausChange);
@@ -179,7 +179,7 @@ void CheckBoxHeader::setsTheBoxWithoutTelling()
     QCOMPARE(told.first().first().toBool(), false);
 }
 
-void CheckBoxHeader::handsPressesOnItsSectionsToTheBaseClass()
+void CheckBoxHeader::passesPressesOnItsSectionsToTheBaseClass()
 {
     Fixture fixture;
     fixture.header->setSectionsClickable(true);

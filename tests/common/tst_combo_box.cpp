@@ -12,13 +12,13 @@ private slots:
     void isAComboBoxWithOneSignal();
     void showsItsChoicesInAListView();
     void worksWithoutAParent();
-    void tellsOnceWhenEscapeClosesThePopup();
-    void tellsOnceWhenAChoiceClosesThePopup();
-    void tellsOnceWhenAKeyChooses();
-    void tellsOnceWhenAClickOutsideClosesThePopup();
-    void tellsOnceWhenClosedByCode();
-    void tellsAgainAtEachClosing();
-    void tellsNothingWhenThePopupIsNotOpen();
+    void signalsOnceWhenEscapeClosesThePopup();
+    void signalsOnceWhenAChoiceClosesThePopup();
+    void signalsOnceWhenAKeyChooses();
+    void signalsOnceWhenAClickOutsideClosesThePopup();
+    void signalsOnceWhenClosedByCode();
+    void signalsEachClosing();
+    void signalsNothingWhenThePopupIsNotOpen();
 };
 
 namespace {
@@ -67,7 +67,7 @@ void ComboBox::worksWithoutAParent()
     QVERIFY(qobject_cast<QListView *>(combo.view()) != nullptr);
 }
 
-void ComboBox::tellsOnceWhenEscapeClosesThePopup()
+void ComboBox::signalsOnceWhenEscapeClosesThePopup()
 {
     Fixture fixture;
     QVERIFY(fixture.open());
@@ -77,7 +77,7 @@ void ComboBox::tellsOnceWhenEscapeClosesThePopup()
     QCOMPARE(fixture.combo.currentIndex(), 0);
 }
 
-void ComboBox::tellsOnceWhenAChoiceClosesThePopup()
+void ComboBox::signalsOnceWhenAChoiceClosesThePopup()
 {
     // A release within this time might belong to the click that opened the popup.
     QApplication::setDoubleClickInterval(0);
@@ -93,7 +93,7 @@ void ComboBox::tellsOnceWhenAChoiceClosesThePopup()
     QCOMPARE(fixture.told.size(), 1);
 }
 
-void ComboBox::tellsOnceWhenAKeyChooses()
+void ComboBox::signalsOnceWhenAKeyChooses()
 {
     Fixture fixture;
     QVERIFY(fixture.open());
@@ -104,7 +104,7 @@ void ComboBox::tellsOnceWhenAKeyChooses()
     QCOMPARE(fixture.told.size(), 1);
 }
 
-void ComboBox::tellsOnceWhenAClickOutsideClosesThePopup()
+void ComboBox::signalsOnceWhenAClickOutsideClosesThePopup()
 {
     Fixture fixture;
     QVERIFY(fixture.open());
@@ -115,7 +115,7 @@ void ComboBox::tellsOnceWhenAClickOutsideClosesThePopup()
     QCOMPARE(fixture.told.size(), 1);
 }
 
-void ComboBox::tellsOnceWhenClosedByCode()
+void ComboBox::signalsOnceWhenClosedByCode()
 {
     Fixture fixture;
     QVERIFY(fixture.open());
@@ -124,7 +124,7 @@ void ComboBox::tellsOnceWhenClosedByCode()
     QCOMPARE(fixture.told.size(), 1);
 }
 
-void ComboBox::tellsAgainAtEachClosing()
+void ComboBox::signalsEachClosing()
 {
     Fixture fixture;
     for (int closings = 1; closings <= 3; ++closings) {
@@ -134,7 +134,7 @@ void ComboBox::tellsAgainAtEachClosing()
     }
 }
 
-void ComboBox::tellsNothingWhenThePopupIsNotOpen()
+void ComboBox::signalsNothingWhenThePopupIsNotOpen()
 {
     Fixture fixture;
     fixture.combo.hidePopup();

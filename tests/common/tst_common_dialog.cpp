@@ -14,13 +14,13 @@ class CommonDialogTest : public QObject
     Q_OBJECT
 
 private slots:
-    void numbersTheDirectionsAsTheyAlwaysWere();
+    void keepsTheNumbersOfTheDirections();
     void isAFramelessDialogWindow();
     void isAFrameWithoutSignalsAndSlots();
-    void fillsItsBackgroundAndSeesTheMouseWithoutAPressedButton();
+    void fillsItsBackgroundAndTracksTheMouse();
     void blocksItsParentOnlyWhenModal_data();
     void blocksItsParentOnlyWhenModal();
-    void wearsTheSheetInTheWorkingDirectory();
+    void usesTheSheetInTheWorkingDirectory();
     void keepsTheDefaultLookSilentlyWithoutASheet();
     void classifiesTheCursor_data();
     void classifiesTheCursor();
@@ -34,7 +34,7 @@ private slots:
     void bodyDragDoesNotMoveIt();
     void notesWhereInTheFrameABodyDragBegan();
     void doesNotGrabTheMouseOnAnEdge();
-    void takesTheCursorBackAfterAnEdgeDrag();
+    void resetsTheCursorAfterAnEdgeDrag();
     void leavesTheCursorAloneAfterAPressOnTheBody();
     void leavesTheStateAloneWhenAnotherButtonIsReleased();
 };
@@ -74,7 +74,7 @@ const QPoint body(250, 250);
 
 } // namespace
 
-void CommonDialogTest::numbersTheDirectionsAsTheyAlwaysWere()
+void CommonDialogTest::keepsTheNumbersOfTheDirections()
 {
     QCOMPARE(int(ResizeDirection::Up), 0);
     QCOMPARE(int(ResizeDirection::Down), 1);
@@ -104,7 +104,7 @@ void CommonDialogTest::isAFrameWithoutSignalsAndSlots()
     QCOMPARE(CommonDialog::staticMetaObject.methodCount(), QFrame::staticMetaObject.methodCount());
 }
 
-void CommonDialogTest::fillsItsBackgroundAndSeesTheMouseWithoutAPressedButton()
+void CommonDialogTest::fillsItsBackgroundAndTracksTheMouse()
 {
     const CommonDialog dialog(nullptr, false, false);
     QVERIFY(dialog.autoFillBackground());
@@ -126,7 +126,7 @@ void CommonDialogTest::blocksItsParentOnlyWhenModal()
     QTEST(dialog.windowModality(), "modality");
 }
 
-void CommonDialogTest::wearsTheSheetInTheWorkingDirectory()
+void CommonDialogTest::usesTheSheetInTheWorkingDirectory()
 {
     WorkingFolder folder;
     const QByteArray sheet = "/* 标题 */ CommonDialog { color: red; }\n";
@@ -321,7 +321,7 @@ void CommonDialogTest::doesNotGrabTheMouseOnAnEdge()
     QCOMPARE(QWidget::mouseGrabber(), nullptr);
 }
 
-void CommonDialogTest::takesTheCursorBackAfterAnEdgeDrag()
+void CommonDialogTest::resetsTheCursorAfterAnEdgeDrag()
 {
     Dialog dialog(true);
     const QPoint right(399, 250);

@@ -16,7 +16,7 @@ private slots:
     void topSideSnapsBackAtTheMinimumHeight();
     void cornerStopsOneSideAndMovesTheOther();
     void rightAndBottomStopAtTheMinimumSize();
-    void letsGoWhenAMoveComesWithoutTheButton();
+    void endsTheDragWhenAMoveComesWithoutTheButton();
     void needsTheLeftButton();
     void needsAMoveOverTheEdgeBeforeThePress();
     void ignoresTheEdgesWhenFixed_data();
@@ -158,7 +158,7 @@ void CommonDialogResizing::rightAndBottomStopAtTheMinimumSize()
     QCOMPARE(dialog.geometry(), QRect(place.topLeft(), QSize(100, 80)));
 }
 
-void CommonDialogResizing::letsGoWhenAMoveComesWithoutTheButton()
+void CommonDialogResizing::endsTheDragWhenAMoveComesWithoutTheButton()
 {
     Dialog dialog;
     Mouse::move(dialog, {499, 300});

@@ -26,13 +26,13 @@ private slots:
     void centresTheRowInTheFrame();
     void laysTheRowOut();
     void underlinesTheViewLink();
-    void saysNothingAtFirst();
+    void hasNoTextAtFirst();
     void carriesItsOwnSheet();
     void isOfAFixedSizeByItsOwnSheet();
-    void wearsTheSheetInTheWorkingDirectoryInstead();
+    void prefersTheSheetInTheWorkingDirectory();
     void connectsItsSlotsWithoutAWarning();
-    void saysWhatWasExported_data();
-    void saysWhatWasExported();
+    void showsWhatWasExported_data();
+    void showsWhatWasExported();
     void keepsTheTextInAnUnknownMode();
     void startsInTheModeForEverything();
     void speaksTheLanguageInstalledAtTheRetranslation();
@@ -148,7 +148,7 @@ void ExportNotice::underlinesTheViewLink()
     QCOMPARE(btnView.cursor().shape(), Qt::PointingHandCursor);
 }
 
-void ExportNotice::saysNothingAtFirst()
+void ExportNotice::hasNoTextAtFirst()
 {
     const ExportInfoDlg notice(nullptr);
     QCOMPARE(notice.windowTitle(), QString());
@@ -199,7 +199,7 @@ void ExportNotice::isOfAFixedSizeByItsOwnSheet()
     QCOMPARE(notice.size(), QSize(230, 40));
 }
 
-void ExportNotice::wearsTheSheetInTheWorkingDirectoryInstead()
+void ExportNotice::prefersTheSheetInTheWorkingDirectory()
 {
     WorkingFolder folder;
     folder.file(QStringLiteral("Skins/Default/Vantrel/style.qss"), "ExportInfoDlg { color: red; }");
@@ -218,7 +218,7 @@ void ExportNotice::connectsItsSlotsWithoutAWarning()
     QCOMPARE(output.lines(), QStringList());
 }
 
-void ExportNotice::saysWhatWasExported_data()
+void ExportNotice::showsWhatWasExported_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<QString>("text");
@@ -226,7 +226,7 @@ void ExportNotice::saysWhatWasExported_data()
     QTest::newRow("everything") << 1 << QStringLiteral("Export info finished !");
 }
 
-void ExportNotice::saysWhatWasExported()
+void ExportNotice::showsWhatWasExported()
 {
     QFETCH(int, mode);
     ExportInfoDlg notice(nullptr);

@@ -23,9 +23,9 @@ private slots:
     void escapesEachSpecialCharacterOnce_data();
     void escapesEachSpecialCharacterOnce();
     void opensNothingWithoutAPath();
-    void makesTheFolderAnewBeforeOpeningIt();
-    void opensNothingWhenTheFolderCannotBeMade();
-    void tellsBeforeItOpens();
+    void createsAMissingFolderBeforeOpeningIt();
+    void opensNothingWhenTheFolderCannotBeCreated();
+    void signalsBeforeItOpens();
     void staysVisibleAfterAClick();
 };
 
@@ -174,7 +174,7 @@ void ExportNoticeView::opensNothingWithoutAPath()
     QCOMPARE(urls.opened, QList<QUrl>());
 }
 
-void ExportNoticeView::makesTheFolderAnewBeforeOpeningIt()
+void ExportNoticeView::createsAMissingFolderBeforeOpeningIt()
 {
     ScratchFolder scratch;
     const OpenedUrls urls;
@@ -186,7 +186,7 @@ void ExportNoticeView::makesTheFolderAnewBeforeOpeningIt()
     QCOMPARE(urls.opened.size(), 1);
 }
 
-void ExportNoticeView::opensNothingWhenTheFolderCannotBeMade()
+void ExportNoticeView::opensNothingWhenTheFolderCannotBeCreated()
 {
     ScratchFolder scratch;
     const OpenedUrls urls;
@@ -198,7 +198,7 @@ void ExportNoticeView::opensNothingWhenTheFolderCannotBeMade()
     QCOMPARE(urls.opened, QList<QUrl>());
 }
 
-void ExportNoticeView::tellsBeforeItOpens()
+void ExportNoticeView::signalsBeforeItOpens()
 {
     ScratchFolder scratch;
     const OpenedUrls urls;

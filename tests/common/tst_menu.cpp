@@ -14,9 +14,9 @@ private slots:
     void staysOpenWhileItemsAreToggled();
     void triggersByAnyButton();
     void ignoresAReleaseBesideTheItems();
-    void tellsOnceWhenEscapeClosesIt();
-    void tellsOnceWhenAClickOutsideClosesIt();
-    void tellsBeforeTheBaseClassDoes();
+    void signalsOnceWhenEscapeClosesIt();
+    void signalsOnceWhenAClickOutsideClosesIt();
+    void signalsBeforeTheBaseClass();
     void ticksBySpaceAndStaysOpen();
     void ticksOnceWhileSpaceIsHeld();
     void ignoresSpaceWithoutAChosenItem();
@@ -24,7 +24,7 @@ private slots:
     void choosesByReturnAndCloses();
     void leavesNoHoverOnTheButtonThatOpenedIt_data();
     void leavesNoHoverOnTheButtonThatOpenedIt();
-    void paintsTheButtonAnewThatWasLeftMeanwhile();
+    void repaintsTheButtonThatWasLeftMeanwhile();
     void keepsTheHoverUnderThePointer();
 };
 
@@ -133,7 +133,7 @@ void Menu::ignoresAReleaseBesideTheItems()
     QVERIFY(fixture.menu.isVisible());
 }
 
-void Menu::tellsOnceWhenEscapeClosesIt()
+void Menu::signalsOnceWhenEscapeClosesIt()
 {
     Fixture fixture;
     fixture.click(fixture.info);
@@ -142,7 +142,7 @@ void Menu::tellsOnceWhenEscapeClosesIt()
     QCOMPARE(fixture.told.size(), 1);
 }
 
-void Menu::tellsOnceWhenAClickOutsideClosesIt()
+void Menu::signalsOnceWhenAClickOutsideClosesIt()
 {
     Fixture fixture;
     QVERIFY(QTest::qWaitForWindowExposed(&fixture.menu));
@@ -153,7 +153,7 @@ void Menu::tellsOnceWhenAClickOutsideClosesIt()
     QCOMPARE(fixture.triggered.size(), 0);
 }
 
-void Menu::tellsBeforeTheBaseClassDoes()
+void Menu::signalsBeforeTheBaseClass()
 {
     Fixture fixture;
     QStringList order;
@@ -241,7 +241,7 @@ void Menu::leavesNoHoverOnTheButtonThatOpenedIt()
     QVERIFY(!window.button.underMouse());
 }
 
-void Menu::paintsTheButtonAnewThatWasLeftMeanwhile()
+void Menu::repaintsTheButtonThatWasLeftMeanwhile()
 {
     Opener window;
     QVERIFY(QTest::qWaitForWindowExposed(&window));

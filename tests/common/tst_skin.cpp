@@ -20,11 +20,11 @@ private slots:
     void putsTheFontsDirectlyBehindTheMainSheet();
     void needsBothFiles_data();
     void needsBothFiles();
-    void liesInTheWorkingDirectoryIfItIsThere();
-    void liesInTheFallbackFolderOtherwise();
+    void isInTheWorkingDirectoryIfItExists();
+    void isInTheFallbackFolderOtherwise();
     void isNotASkinWithoutTheProgramsFolder();
     void isNeverMixedFromTwoFolders();
-    void liesNowhereWithoutEither();
+    void isMissingWithoutEither();
     void showsThePicturesOfTheFallbackFolder();
     void playsTheAnimationOfTheFallbackFolder();
     void findsThePicturesOfAFormsSheet();
@@ -122,7 +122,7 @@ void SkinTest::needsBothFiles()
     QCOMPARE(output.lines(), QStringList());
 }
 
-void SkinTest::liesInTheWorkingDirectoryIfItIsThere()
+void SkinTest::isInTheWorkingDirectoryIfItExists()
 {
     OtherFolder other;
     other.skinFile(mainSheet(), "QLabel { color: blue; }");
@@ -134,7 +134,7 @@ void SkinTest::liesInTheWorkingDirectoryIfItIsThere()
     QCOMPARE(Skin::path(Skin::styleSheet), mainSheet());
 }
 
-void SkinTest::liesInTheFallbackFolderOtherwise()
+void SkinTest::isInTheFallbackFolderOtherwise()
 {
     const WorkingFolder folder;
     OtherFolder other;
@@ -169,7 +169,7 @@ void SkinTest::isNeverMixedFromTwoFolders()
     QCOMPARE(widget.styleSheet(), QString());
 }
 
-void SkinTest::liesNowhereWithoutEither()
+void SkinTest::isMissingWithoutEither()
 {
     const WorkingFolder folder;
     const OtherFolder other;

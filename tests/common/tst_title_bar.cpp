@@ -17,7 +17,7 @@ class TitleBar : public QObject
 private slots:
     void isAWidgetWithTwoSlotsAndNoSignals();
     void namesItsParts();
-    void hasThemAllSeeTheMouse();
+    void tracksTheMouseInAllParts();
     void saysWindowTitleAtFirst();
     void keepsAllContentInOneWidgetWithoutMargins();
     void laysItsContentOutInARow();
@@ -29,7 +29,7 @@ private slots:
     void closesTheWindow();
     void minimisesOnlyWhereAllowed();
     void maximisesByItsButtonOnlyWhereAllowed();
-    void staysAsHighAsTheFormsWantIt();
+    void keepsTheHeightOfTheForms();
 };
 
 namespace {
@@ -66,7 +66,7 @@ void TitleBar::namesItsParts()
     QCOMPARE(bar.findChildren<QLabel *>().first()->objectName(), QStringLiteral("lbTitle"));
 }
 
-void TitleBar::hasThemAllSeeTheMouse()
+void TitleBar::tracksTheMouseInAllParts()
 {
     QWidget window;
     const CommonTitleBar bar(&window);
@@ -201,7 +201,7 @@ void TitleBar::maximisesByItsButtonOnlyWhereAllowed()
     QCOMPARE(window.geometry(), KitWindow::place());
 }
 
-void TitleBar::staysAsHighAsTheFormsWantIt()
+void TitleBar::keepsTheHeightOfTheForms()
 {
     const KitWindow window;
     QCOMPARE(window.bar->geometry(), QRect(0, 0, 300, 36));

@@ -16,14 +16,14 @@ private slots:
     void movesByItsTitleTextToo();
     void countsFromItsPlaceInTheWindow();
     void movesWithoutAMoveBeforeThePress();
-    void stopsMovingWhenLetGo();
-    void letsGoWhenAMoveComesWithoutTheButton();
-    void keepsMovingWhenAnotherButtonIsLetGo();
+    void stopsMovingWhenReleased();
+    void endsTheDragWhenAMoveComesWithoutTheButton();
+    void keepsMovingWhenAnotherButtonIsReleased();
     void movesByTheLeftButtonOnly();
     void neitherMovesNorResizesFromItsEdges_data();
     void neitherMovesNorResizesFromItsEdges();
     void neverChangesTheCursor();
-    void letsThroughWhatItDoesNotHandle();
+    void passesOnWhatItDoesNotHandle();
     void keepsTheMovesOfADrag();
     void leavesAWindowsOwnEdgeToTheWindow();
     void ignoresDoubleClicksUnlessAllowed();
@@ -31,7 +31,7 @@ private slots:
     void switchesByTheLeftButtonOnly();
     void fixesTheSizePolicyWhileMaximised();
     void doesNotMoveAMaximisedWindow();
-    void movesAndRemembersAnewAfterRestoring();
+    void movesAndRemembersItsPlaceAfterRestoring();
     void ignoresItsSlotsUnlessAllowed();
     void leavesTheMaximiseButtonWithoutAnIcon();
     void maximisesItsParentAndRestoresItsWindow();
@@ -97,7 +97,7 @@ void TitleBarMouse::movesWithoutAMoveBeforeThePress()
     QCOMPARE(window.pos(), KitWindow::place().topLeft() + way);
 }
 
-void TitleBarMouse::stopsMovingWhenLetGo()
+void TitleBarMouse::stopsMovingWhenReleased()
 {
     KitWindow window;
     const QPoint end = window.at(middle) + way;
@@ -106,7 +106,7 @@ void TitleBarMouse::stopsMovingWhenLetGo()
     QCOMPARE(window.pos(), KitWindow::place().topLeft() + way);
 }
 
-void TitleBarMouse::letsGoWhenAMoveComesWithoutTheButton()
+void TitleBarMouse::endsTheDragWhenAMoveComesWithoutTheButton()
 {
     KitWindow window;
     const QPoint start = window.at(middle);
@@ -118,7 +118,7 @@ void TitleBarMouse::letsGoWhenAMoveComesWithoutTheButton()
     QCOMPARE(window.geometry(), KitWindow::place());
 }
 
-void TitleBarMouse::keepsMovingWhenAnotherButtonIsLetGo()
+void TitleBarMouse::keepsMovingWhenAnotherButtonIsReleased()
 {
     KitWindow window;
     const QPoint start = window.at(middle);
@@ -177,7 +177,7 @@ void TitleBarMouse::neverChangesTheCursor()
     QVERIFY(!window.testAttribute(Qt::WA_SetCursor));
 }
 
-void TitleBarMouse::letsThroughWhatItDoesNotHandle()
+void TitleBarMouse::passesOnWhatItDoesNotHandle()
 {
     KitWindow window;
     const QPoint at = window.at(middle);
@@ -266,7 +266,7 @@ void TitleBarMouse::doesNotMoveAMaximisedWindow()
     QCOMPARE(window.geometry(), workArea());
 }
 
-void TitleBarMouse::movesAndRemembersAnewAfterRestoring()
+void TitleBarMouse::movesAndRemembersItsPlaceAfterRestoring()
 {
     Maximisable window;
     window.bar->showMaxRestore();

@@ -30,9 +30,9 @@ private slots:
     void stacksItsPartsInAColumn();
     void keepsTheTitleLineLow();
     void framesTheAnimationAndTheText();
-    void saysSoMuchAtFirst();
+    void hasTheFormsTextsAtFirst();
     void playsTheAnimationFromTheWorkingDirectory();
-    void wearsTheSheetInTheWorkingDirectory();
+    void usesTheSheetInTheWorkingDirectory();
     void keepsTheDefaultLookSilentlyWithoutASkin();
     void putsTheTitleInItsTitleLine();
     void centresOnItsParentInsideTheWorkArea_data();
@@ -46,7 +46,7 @@ private slots:
     void movesByItsLabelsToo();
     void staysWithoutAPress();
     void keepsItsMouseEvents();
-    void takesTheAnimationWithIt();
+    void deletesTheAnimation();
 };
 
 namespace {
@@ -166,7 +166,7 @@ void WaitDialog::framesTheAnimationAndTheText()
     QVERIFY(textLabel.wordWrap());
 }
 
-void WaitDialog::saysSoMuchAtFirst()
+void WaitDialog::hasTheFormsTextsAtFirst()
 {
     const CWaitDialog dialog(nullptr);
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Dialog"));
@@ -189,7 +189,7 @@ void WaitDialog::playsTheAnimationFromTheWorkingDirectory()
     QCOMPARE(movie.state(), QMovie::NotRunning);
 }
 
-void WaitDialog::wearsTheSheetInTheWorkingDirectory()
+void WaitDialog::usesTheSheetInTheWorkingDirectory()
 {
     WorkingFolder folder;
     folder.file(QStringLiteral("Skins/Default/Vantrel/style.qss"), "CWaitDialog { color: red; }");
@@ -373,7 +373,7 @@ void WaitDialog::keepsItsMouseEvents()
     QCOMPARE(around.received, QList<QEvent::Type>());
 }
 
-void WaitDialog::takesTheAnimationWithIt()
+void WaitDialog::deletesTheAnimation()
 {
     auto dialog = std::make_unique<CWaitDialog>(nullptr);
     const QPointer<QMovie> movie(&movieOf(*dialog));

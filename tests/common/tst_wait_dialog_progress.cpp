@@ -19,14 +19,14 @@ class WaitDialogProgress : public QObject
     Q_OBJECT
 
 private slots:
-    void comesAfterASecond();
-    void staysAwayWhenNothingIsKnown_data();
-    void staysAwayWhenNothingIsKnown();
+    void appearsAfterASecond();
+    void staysHiddenWhenNothingIsKnown_data();
+    void staysHiddenWhenNothingIsKnown();
     void growsAndNeverShrinks();
-    void showsAWholeOnlyForAWhole();
-    void tellsAssistiveToolsThePercentage();
+    void isFullOnlyAtTheEnd();
+    void reportsThePercentageToAssistiveTools();
     void leavesTheFormAsItIs();
-    void beginsAnewInTheNextShow();
+    void startsFromZeroInTheNextShow();
     void letsTheDialogBeMovedByIt();
 };
 
@@ -61,7 +61,7 @@ bool showUntilThereIsABar(CWaitDialog &dialog)
 
 } // namespace
 
-void WaitDialogProgress::comesAfterASecond()
+void WaitDialogProgress::appearsAfterASecond()
 {
     CWaitDialog dialog(nullptr);
     dialog.setProgressSource([] { return 0.25; });
@@ -73,14 +73,14 @@ void WaitDialogProgress::comesAfterASecond()
     QCOMPARE(barOf(dialog).minimum(), 0);
 }
 
-void WaitDialogProgress::staysAwayWhenNothingIsKnown_data()
+void WaitDialogProgress::staysHiddenWhenNothingIsKnown_data()
 {
     QTest::addColumn<bool>("hasSource");
     QTest::newRow("nobody to ask") << false;
     QTest::newRow("nothing in hand") << true;
 }
 
-void WaitDialogProgress::staysAwayWhenNothingIsKnown()
+void WaitDialogProgress::staysHiddenWhenNothingIsKnown()
 {
     QFETCH(bool, hasSource);
     CWaitDialog dialog(nullptr);
@@ -111,7 +111,7 @@ void WaitDialogProgress::growsAndNeverShrinks()
     QCOMPARE(values, QVector<int>({whole / 10, whole / 2, whole * 6 / 10}));
 }
 
-void WaitDialogProgress::showsAWholeOnlyForAWhole()
+void WaitDialogProgress::isFullOnlyAtTheEnd()
 {
     CWaitDialog dialog(nullptr);
     dialog.setProgressSource([] { return 0.9999; });
@@ -120,7 +120,7 @@ void WaitDialogProgress::showsAWholeOnlyForAWhole()
     QCOMPARE(dialog.accessibleDescription(), QStringLiteral("99%"));
 }
 
-void WaitDialogProgress::tellsAssistiveToolsThePercentage()
+void WaitDialogProgress::reportsThePercentageToAssistiveTools()
 {
     CWaitDialog dialog(nullptr);
     dialog.setProgressSource([] { return 0.42; });
@@ -150,7 +150,7 @@ void WaitDialogProgress::leavesTheFormAsItIs()
     QVERIFY(place.top() > line.bottom());
 }
 
-void WaitDialogProgress::beginsAnewInTheNextShow()
+void WaitDialogProgress::startsFromZeroInTheNextShow()
 {
     CWaitDialog dialog(nullptr);
     dialog.setProgressSource([] { return 0.9; });

@@ -45,7 +45,7 @@ class LogSettings(DesktopTest):
         )
         self.settings.find("label", tr("Log Level Setting"))
 
-    def test_the_tabulator_reaches_everything(self):
+    def test_tab_reaches_everything(self):
         until("the first focus", lambda: self.level("INFO").focused)
         choose = tr("Select Log Config File")
         self.assert_tab_order(self.settings, ["INFO", tr("Log config file"), choose, tr("Close")])

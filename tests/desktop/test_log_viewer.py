@@ -58,7 +58,7 @@ class LogViewer(DesktopTest):
         headers = [self.lines.header(column).name for column in range(4)]
         self.assertEqual(headers, [tr(name) for name in COLUMNS])
 
-    def test_the_tabulator_reaches_everything(self):
+    def test_tab_reaches_everything(self):
         close = self.viewer.find("push button", tr("Close"))
         close.focus()
         controls = [tr("Search"), tr("Start the search"), tr("Choose columns"), tr("Log lines")]
@@ -104,7 +104,7 @@ class LogViewer(DesktopTest):
         key("Return")
         self.until_messages(range(len(LINES)))
 
-    def test_leads_from_a_line_found_to_its_place(self):
+    def test_shows_a_match_in_context(self):
         field = self.viewer.find("text", tr("Search"))
         field.type("[24]$")
         key("Return")
@@ -118,7 +118,7 @@ class LogViewer(DesktopTest):
         self.lines.focus()
         until("the same line", lambda: self.lines.cell(4, 0).focused)
 
-    def test_says_that_nothing_was_found(self):
+    def test_shows_that_nothing_was_found(self):
         self.viewer.find("text", tr("Search")).type("nothing like it")
         key("Return")
         hint = tr("No line matches. Empty the field and press Enter to see the whole log.")
@@ -131,7 +131,7 @@ class LogViewer(DesktopTest):
             self.files.cell(0, 1).press()
             self.program.window(TITLE)
 
-    def test_the_keys_lead_to_the_search_and_through_the_lines(self):
+    def test_keys_move_to_the_search_and_through_the_lines(self):
         self.lines.focus()
         key("ctrl+f")
         until("the focus", lambda: self.viewer.find("text", tr("Search")).focused)

@@ -55,7 +55,7 @@ class Names(DesktopTest):
 
 
 class Look(DesktopTest):
-    def test_wears_the_skin_beside_the_program(self):
+    def test_uses_the_skin_beside_the_program(self):
         shot = ["import", "-silent", "-window", "Vantrel", "-crop", "1x1+5+5", "-depth", "8", "rgb:-"]
         title_bar = bytes.fromhex("1F2A37")  # as the style sheet says
         until(
@@ -65,7 +65,7 @@ class Look(DesktopTest):
 
 
 class Keyboard(DesktopTest):
-    def test_the_tabulator_reaches_everything_in_reading_order(self):
+    def test_tab_reaches_everything_in_reading_order(self):
         until("the first focus", lambda: self.main.find("combo box", "QZviewer").focused)
         self.assert_tab_order(
             self.main,

@@ -18,15 +18,15 @@ class AllItems : public QObject
 
 private slots:
     void standInTheTableInTheirOrderWithTheirWords();
-    void areAskedForInTheirOrder();
+    void areQueriedInTheirOrder();
     void printTheirWordsWhenTheyFail_data();
     void printTheirWordsWhenTheyFail();
     void oneFaultTakesNothingElseAway_data();
     void oneFaultTakesNothingElseAway();
     void everyFaultAtOnceStillMakesAZip();
     void theNextExportAfterAFaultIsWhole();
-    void logsWhyAnItemWasGivenUp_data();
-    void logsWhyAnItemWasGivenUp();
+    void logsWhyAnItemFailed_data();
+    void logsWhyAnItemFailed();
     void cleanupTestCase();
 
 private:
@@ -222,7 +222,7 @@ void AllItems::printTheirWordsWhenTheyFail()
                                                         : QStringList()));
 }
 
-void AllItems::areAskedForInTheirOrder()
+void AllItems::areQueriedInTheirOrder()
 {
     FullJob job;
     QVERIFY(job.run());
@@ -291,7 +291,7 @@ void AllItems::theNextExportAfterAFaultIsWhole()
     QCOMPARE(job.packed(&zips), job.whole);
 }
 
-void AllItems::logsWhyAnItemWasGivenUp_data()
+void AllItems::logsWhyAnItemFailed_data()
 {
     QTest::addColumn<std::function<void(FullJob &)>>("fail");
     QTest::addColumn<QString>("logged");
@@ -307,7 +307,7 @@ void AllItems::logsWhyAnItemWasGivenUp_data()
         "a number", [](FullJob &job) { throwAt<int>(job, "adapters"); }, "item failed");
 }
 
-void AllItems::logsWhyAnItemWasGivenUp()
+void AllItems::logsWhyAnItemFailed()
 {
     QFETCH(std::function<void(FullJob &)>, fail);
     QFETCH(QString, logged);

@@ -21,24 +21,24 @@ private slots:
     void onlyTheNewestSmallDumpIsPackedByItsFullPath();
     void smallDumpsAreFoundInSubFoldersToo();
     void aNameThatContainsTheMarkIsASmallDump();
-    void aMarkInCapitalsIsNone();
+    void theMarkIsCaseSensitive();
     void theKernelDumpIsExemptBeingReadByItsName();
-    void thePlacesAreAskedForOnce();
-    void aFolderOfSuchANameCountsAsWell();
+    void theDumpPathsAreQueriedOnce();
+    void aFolderWithAMatchingNameCountsToo();
     void linksAndHiddenFilesAreNoSmallDumps();
     void hundredsOfSmallDumpsWithEqualTimes();
-    void withoutAnyDumpTheArchiveIsEmptyAndBothAreMissed();
+    void withoutAnyDumpTheArchiveIsEmptyAndBothArePrinted();
     void aDumpThatVanishedIsLeftOut();
     void aDumpOfNoBytesIsPacked();
     void anUnreadableSmallDumpIsEmptyOrMissing_data();
     void anUnreadableSmallDumpIsEmptyOrMissing();
-    void anUnreadableKernelDumpIsMissed();
+    void anUnreadableKernelDumpCountsAsMissing();
     void anArchiveThatCannotBeWrittenIsNoFailure();
 
-    void clientDumpsAreNamedByTheirBareNames();
+    void clientDumpsAreNamedByTheirFileNames();
     void clientDumpsInSubFoldersAreNotTaken();
     void aClientFileThatContainsTheMarkIsADump();
-    void withoutClientDumpsTheArchiveIsEmptyAndNothingIsSaid();
+    void withoutClientDumpsTheArchiveIsEmptyAndNothingIsPrinted();
     void aMissingSourceFolderMakesAnEmptyArchive();
     void withoutASourceTheWorkingFolderIsNotSearched();
     void anEmptyFolderIsRefused();
@@ -165,7 +165,7 @@ void DumpArchives::aNameThatContainsTheMarkIsASmallDump()
     QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(newest), "small"}}));
 }
 
-void DumpArchives::aMarkInCapitalsIsNone()
+void DumpArchives::theMarkIsCaseSensitive()
 {
     Dumps d;
     d.small(text("A.DMP"), 0);
@@ -183,7 +183,7 @@ void DumpArchives::theKernelDumpIsExemptBeingReadByItsName()
     QCOMPARE(d.f.output.lines(), QStringList(text(noSmallDump)));
 }
 
-void DumpArchives::thePlacesAreAskedForOnce()
+void DumpArchives::theDumpPathsAreQueriedOnce()
 {
     Dumps d;
     d.machine.asked.clear();
@@ -191,7 +191,7 @@ void DumpArchives::thePlacesAreAskedForOnce()
     QCOMPARE(d.machine.asked, QStringList(text("crashDumpPaths")));
 }
 
-void DumpArchives::aFolderOfSuchANameCountsAsWell()
+void DumpArchives::aFolderWithAMatchingNameCountsToo()
 {
     Dumps d;
     d.small(text("a.dmp"), 20);
@@ -226,7 +226,7 @@ void DumpArchives::hundredsOfSmallDumpsWithEqualTimes()
                              {entryOf(d.f.scratch.path(text("Minidumps/299.dmp"))), "small"}}));
 }
 
-void DumpArchives::withoutAnyDumpTheArchiveIsEmptyAndBothAreMissed()
+void DumpArchives::withoutAnyDumpTheArchiveIsEmptyAndBothArePrinted()
 {
     Dumps d;
     QCOMPARE(d.packed(), ExportFixture::Contents());
@@ -284,7 +284,7 @@ void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing()
                              : (ExportFixture::Contents{{entryOf(locked), {}}}));
 }
 
-void DumpArchives::anUnreadableKernelDumpIsMissed()
+void DumpArchives::anUnreadableKernelDumpCountsAsMissing()
 {
     if (!OrdinaryUser::available())
         QSKIP("this system cannot take away the right to read");
@@ -308,7 +308,7 @@ void DumpArchives::anArchiveThatCannotBeWrittenIsNoFailure()
     QVERIFY(d.f.output.take().first().startsWith(text("cannot write zip")));
 }
 
-void DumpArchives::clientDumpsAreNamedByTheirBareNames()
+void DumpArchives::clientDumpsAreNamedByTheirFileNames()
 {
     Dumps d;
     d.f.log(text("one.dmp"), "1");
@@ -335,7 +335,7 @@ void DumpArchives::aClientFileThatContainsTheMarkIsADump()
     QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{text("one.dmp.old"), "1"}}));
 }
 
-void DumpArchives::withoutClientDumpsTheArchiveIsEmptyAndNothingIsSaid()
+void DumpArchives::withoutClientDumpsTheArchiveIsEmptyAndNothingIsPrinted()
 {
     Dumps d;
     QCOMPARE(d.packedOfClient(), ExportFixture::Contents());

@@ -31,26 +31,26 @@ private slots:
     void doesNotCopyOverANameThatIsTaken();
     void printsTheResultsInTheOrderOfTheLogsWhenTheFirstIsSlow();
     void removesTheStagingFolderAfterPacking();
-    void packsNothingElseWhenOnlySdkLogsAreAsked();
-    void keepsTheSdkLogOnlyWishWhenItsStepWasSkipped();
-    void forgetsTheSdkLogOnlyWishOnceHonoured();
+    void packsNothingElseWhenOnlySdkLogsAreRequested();
+    void keepsSdkLogOnlyWhenItsStepWasSkipped();
+    void clearsSdkLogOnlyOnceHonoured();
     void readsTheFlagsWhenARequestsTurnComes();
     void keepsTheSourceThatItBeganWith();
     void stagesForItsOwnerOnly_data();
     void stagesForItsOwnerOnly();
-    void carriesOutQueuedRequestsInOrder();
-    void gathersButWritesNoZipForAnEmptyPath();
-    void keepsTheSdkLogOnlyWishOfARequestWithoutAPath();
+    void processesQueuedRequestsInOrder();
+    void collectsButWritesNoZipForAnEmptyPath();
+    void keepsSdkLogOnlyOfARequestWithoutAPath();
     void dropsTheRequestWhenTheStagingFolderCannotBeMade();
     void dropsTheRequestWhenTheSdkFolderCannotBeMade();
     void keepsTheChosenLogsOfADroppedRequest();
     void prefersLogsChosenSinceToThoseOfADroppedRequest_data();
     void prefersLogsChosenSinceToThoseOfADroppedRequest();
-    void finishesTheRequestInHandBeforeItEnds();
-    void saysWhichRequestsItDropsAtTheEnd();
+    void finishesTheCurrentRequestBeforeItEnds();
+    void logsWhichRequestsItDropsAtTheEnd();
     void endsWhenRunningIsCleared();
-    void tellsHowFarItIs();
-    void tellsThatNothingIsInHandAfterADroppedRequest();
+    void reportsItsProgress();
+    void reportsNoProgressAfterADroppedRequest();
 };
 
 namespace {
@@ -223,7 +223,7 @@ void ExportJob::removesTheStagingFolderAfterPacking()
     QVERIFY(!QFileInfo::exists(f.staging()));
 }
 
-void ExportJob::packsNothingElseWhenOnlySdkLogsAreAsked()
+void ExportJob::packsNothingElseWhenOnlySdkLogsAreRequested()
 {
     ExportFixture f;
     hub().clientDump = true;
@@ -234,7 +234,7 @@ void ExportJob::packsNothingElseWhenOnlySdkLogsAreAsked()
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
-void ExportJob::keepsTheSdkLogOnlyWishWhenItsStepWasSkipped()
+void ExportJob::keepsSdkLogOnlyWhenItsStepWasSkipped()
 {
     ExportFixture f;
     hub().sdkLog = false;
@@ -248,7 +248,7 @@ void ExportJob::keepsTheSdkLogOnlyWishWhenItsStepWasSkipped()
     QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
 }
 
-void ExportJob::forgetsTheSdkLogOnlyWishOnceHonoured()
+void ExportJob::clearsSdkLogOnlyOnceHonoured()
 {
     ExportFixture f;
     hub().clientDump = true;
@@ -319,7 +319,7 @@ void ExportJob::stagesForItsOwnerOnly()
              QFile::ReadOwner | QFile::WriteOwner);
 }
 
-void ExportJob::carriesOutQueuedRequestsInOrder()
+void ExportJob::processesQueuedRequestsInOrder()
 {
     ExportFixture f;
     f.choose({f.log(text("a.log"))});
@@ -332,7 +332,7 @@ void ExportJob::carriesOutQueuedRequestsInOrder()
     QCOMPARE(zipEntryNames(f.scratch.path(text("3.zip"))), QStringList());
 }
 
-void ExportJob::gathersButWritesNoZipForAnEmptyPath()
+void ExportJob::collectsButWritesNoZipForAnEmptyPath()
 {
     ExportFixture f;
     hub().clientDump = true;
@@ -348,7 +348,7 @@ void ExportJob::gathersButWritesNoZipForAnEmptyPath()
              (ExportFixture::Contents{{text("crash.dmp"), "dump"}}));
 }
 
-void ExportJob::keepsTheSdkLogOnlyWishOfARequestWithoutAPath()
+void ExportJob::keepsSdkLogOnlyOfARequestWithoutAPath()
 {
     ExportFixture f;
     hub().clientDump = true;
@@ -434,7 +434,7 @@ void ExportJob::prefersLogsChosenSinceToThoseOfADroppedRequest()
     QCOMPARE(zipEntryNames(f.zip()), expected);
 }
 
-void ExportJob::finishesTheRequestInHandBeforeItEnds()
+void ExportJob::finishesTheCurrentRequestBeforeItEnds()
 {
     QString zip;
     ScratchFolder kept;
@@ -450,7 +450,7 @@ void ExportJob::finishesTheRequestInHandBeforeItEnds()
     QCOMPARE(zipContents(zip).value(text("SDKLOG/a.log")).size(), 20 << 20);
 }
 
-void ExportJob::saysWhichRequestsItDropsAtTheEnd()
+void ExportJob::logsWhichRequestsItDropsAtTheEnd()
 {
     const Diagnostics diagnostics;
     resetHub();
@@ -472,7 +472,7 @@ void ExportJob::endsWhenRunningIsCleared()
     QVERIFY(f.ends());
 }
 
-void ExportJob::tellsHowFarItIs()
+void ExportJob::reportsItsProgress()
 {
     FakeSystem machine;
     ExportFixture f(machine.probes());
@@ -495,7 +495,7 @@ void ExportJob::tellsHowFarItIs()
     QVERIFY(seen.constLast() > 0.9 && seen.constLast() < 1);
 }
 
-void ExportJob::tellsThatNothingIsInHandAfterADroppedRequest()
+void ExportJob::reportsNoProgressAfterADroppedRequest()
 {
     ExportFixture f;
     f.worker.setBasePath(f.scratch.path(text("missing/QZSDK/")));

@@ -12,7 +12,7 @@ private slots:
     void growsMoreSlowlyFromThereWhenMoreIsFound();
     void growsFasterFromThereWhenThereIsLess();
     void neverReachesTheWholeBeforeTheEnd();
-    void beginsAnewWithTheNextExport();
+    void startsFromZeroWithTheNextExport();
 };
 
 namespace {
@@ -88,7 +88,7 @@ void ExportProgressTest::neverReachesTheWholeBeforeTheEnd()
     QVERIFY(progress.fraction() > 0.99);
 }
 
-void ExportProgressTest::beginsAnewWithTheNextExport()
+void ExportProgressTest::startsFromZeroWithTheNextExport()
 {
     ExportProgress progress;
     progress.begin();

@@ -21,7 +21,7 @@ class FileCopiesTest : public QObject
 private slots:
     void copiesEveryFile();
     void copiesNothingOverAFileThatIsThere();
-    void saysWhyAFileWasNotCopied();
+    void returnsWhyAFileWasNotCopied();
     void refusesAPipeWithoutWaitingForItsWriter();
     void refusesADevice();
     void copiesWhatALinkLeadsTo();
@@ -31,7 +31,7 @@ private slots:
     void makesFourAtATimeAndNoMore();
     void makesTheFirstOfTwoWithOneTargetFirst_data();
     void makesTheFirstOfTwoWithOneTargetFirst();
-    void reportsNothingOfNothing();
+    void reportsNothingForAnEmptyList();
 };
 
 namespace {
@@ -105,7 +105,7 @@ void FileCopiesTest::copiesNothingOverAFileThatIsThere()
     QCOMPARE(scratch.read(text("b")), QByteArray("old"));
 }
 
-void FileCopiesTest::saysWhyAFileWasNotCopied()
+void FileCopiesTest::returnsWhyAFileWasNotCopied()
 {
     ScratchFolder scratch;
     const CopyResult missing = copyFile({scratch.path(text("missing")), scratch.path(text("b"))});
@@ -245,7 +245,7 @@ void FileCopiesTest::makesTheFirstOfTwoWithOneTargetFirst()
     QVERIFY(secondCameAfterIt);
 }
 
-void FileCopiesTest::reportsNothingOfNothing()
+void FileCopiesTest::reportsNothingForAnEmptyList()
 {
     copyFiles({}, [](const FileCopy &, const CopyResult &) { QFAIL("there is nothing"); });
 }

@@ -16,7 +16,7 @@ private slots:
     void aModuleTakesThreeLines_data();
     void aModuleTakesThreeLines();
 
-    void anEmptyFolderIsRefusedAndNothingIsAsked();
+    void anEmptyFolderIsRefusedAndNothingIsQueried();
     void withoutModulesThereAreExactlyThreeLines();
     void modulesFollowInTheirOrder();
     void theModuleListsAreUsedUp();
@@ -26,11 +26,11 @@ private slots:
     void withoutMemoryStatusItFailsAndLeavesAnEmptyFile();
     void aFailedModuleQueryIsPrintedAndNoFailure_data();
     void aFailedModuleQueryIsPrintedAndNoFailure();
-    void modulesThatCannotBeAskedForAreLoggedAndNoFailure();
+    void modulesThatCannotBeQueriedAreLoggedAndNoFailure();
     void aQueryThatBreaksReportsTheModulesBeforeAndFailsSilently();
-    void refusedComSecurityKeepsTheModulesUnaskedSilently();
+    void withoutComSecurityTheModulesAreSilentlyNotQueried();
     void aFileThatCannotBeOpenedIsNoFailure();
-    void theWorkerNotesTheTimeThenSetsTheHubThenAsksForComSecurity();
+    void theWorkerStoresTheTimeThenSetsTheHubThenSetsUpComSecurity();
 };
 
 namespace {
@@ -93,7 +93,7 @@ void SystemReport::aModuleTakesThreeLines()
     QTEST(moduleReport(partNumber, capacity, speed), "lines");
 }
 
-void SystemReport::anEmptyFolderIsRefusedAndNothingIsAsked()
+void SystemReport::anEmptyFolderIsRefusedAndNothingIsQueried()
 {
     FakeSystem machine;
     ExportFixture f(machine.probes());
@@ -218,7 +218,7 @@ void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure()
     QCOMPARE(f.output.lines(), QStringList(printed));
 }
 
-void SystemReport::modulesThatCannotBeAskedForAreLoggedAndNoFailure()
+void SystemReport::modulesThatCannotBeQueriedAreLoggedAndNoFailure()
 {
     FakeSystem machine;
     machine.memory = memory;
@@ -246,7 +246,7 @@ void SystemReport::aQueryThatBreaksReportsTheModulesBeforeAndFailsSilently()
     QCOMPARE(f.output.lines(), QStringList()); // logged by the platform module
 }
 
-void SystemReport::refusedComSecurityKeepsTheModulesUnaskedSilently()
+void SystemReport::withoutComSecurityTheModulesAreSilentlyNotQueried()
 {
     FakeSystem machine;
     machine.comSecurity = -2147417831; // RPC_E_TOO_LATE
@@ -273,7 +273,7 @@ void SystemReport::aFileThatCannotBeOpenedIsNoFailure()
     QVERIFY(f.output.contains(text("report not written: \"%1\"").arg(taken)));
 }
 
-void SystemReport::theWorkerNotesTheTimeThenSetsTheHubThenAsksForComSecurity()
+void SystemReport::theWorkerStoresTheTimeThenSetsTheHubThenSetsUpComSecurity()
 {
     resetHub();
     FakeSystem machine;

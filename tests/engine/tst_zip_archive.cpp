@@ -31,12 +31,12 @@ private slots:
     void keepsNamesInUtf8();
     void isLargeBeyondAnyOfTheLimits_data();
     void isLargeBeyondAnyOfTheLimits();
-    void saysHowManyBytesItPacks_data() { bothWriters(); }
-    void saysHowManyBytesItPacks();
+    void reportsHowManyBytesItPacks_data() { bothWriters(); }
+    void reportsHowManyBytesItPacks();
     void callsBackOnceAFileIsPacked_data() { bothWriters(); }
     void callsBackOnceAFileIsPacked();
-    void isForItsOwnerOnlyFromTheFirstByte_data() { bothWriters(); }
-    void isForItsOwnerOnlyFromTheFirstByte();
+    void isPrivateFromTheFirstByte_data() { bothWriters(); }
+    void isPrivateFromTheFirstByte();
     void closesOnlyOnce_data() { bothWriters(); }
     void closesOnlyOnce();
 
@@ -190,7 +190,7 @@ void ZipArchiveTest::isLargeBeyondAnyOfTheLimits()
     QTEST(isLarge(scratch), "large");
 }
 
-void ZipArchiveTest::saysHowManyBytesItPacks()
+void ZipArchiveTest::reportsHowManyBytesItPacks()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
@@ -228,7 +228,7 @@ void ZipArchiveTest::callsBackOnceAFileIsPacked()
     QCOMPARE(sizes.size(), 2);
 }
 
-void ZipArchiveTest::isForItsOwnerOnlyFromTheFirstByte()
+void ZipArchiveTest::isPrivateFromTheFirstByte()
 {
     if (onWindows())
         QSKIP("the folder decides who may read a file there");

@@ -17,8 +17,8 @@ class ZipFaults : public QObject
     Q_OBJECT
 
 private slots:
-    void takesAVanishedFileForEmptyAndLogsIt_data() { bothWriters(); }
-    void takesAVanishedFileForEmptyAndLogsIt();
+    void treatsAVanishedFileAsEmptyAndLogsIt_data() { bothWriters(); }
+    void treatsAVanishedFileAsEmptyAndLogsIt();
     void takesWhatThereIsOfAFileThatShrank_data() { bothWriters(); }
     void takesWhatThereIsOfAFileThatShrank();
     void packsAGrowingFileAsLargeAsItWasWhenItWasAdded_data() { bothWriters(); }
@@ -42,7 +42,7 @@ using Contents = QMap<QString, QByteArray>;
 
 } // namespace
 
-void ZipFaults::takesAVanishedFileForEmptyAndLogsIt()
+void ZipFaults::treatsAVanishedFileAsEmptyAndLogsIt()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;

@@ -25,9 +25,9 @@ private slots:
     void removesReadOnlyFiles();
     void printsAnEntryOnceItWasAdded();
     void followsNoLinkOutOfTheFolder();
-    void packsAndKeepsWhatMayNotBeRemovedAndSaysSo();
+    void packsAndKeepsWhatCannotBeRemovedAndLogsIt();
     void refusesToRemoveAnEmptyPath();
-    void takesAMissingFolderForRemoved();
+    void treatsAMissingFolderAsRemoved();
     void namesEntriesAlikeForARootThatEndsInASlash_data();
     void namesEntriesAlikeForARootThatEndsInASlash();
     void removesTheFolderBeforeItClosesTheZip();
@@ -206,7 +206,7 @@ void ZipPackerTest::followsNoLinkOutOfTheFolder()
     QVERIFY(!QFileInfo::exists(scratch.path(text("in"))));
 }
 
-void ZipPackerTest::packsAndKeepsWhatMayNotBeRemovedAndSaysSo()
+void ZipPackerTest::packsAndKeepsWhatCannotBeRemovedAndLogsIt()
 {
     if (!OrdinaryUser::available())
         QSKIP("this system cannot take away the right to write");
@@ -235,7 +235,7 @@ void ZipPackerTest::refusesToRemoveAnEmptyPath()
     QVERIFY(!removeFolder(QString()));
 }
 
-void ZipPackerTest::takesAMissingFolderForRemoved()
+void ZipPackerTest::treatsAMissingFolderAsRemoved()
 {
     ScratchFolder scratch;
     QVERIFY(removeFolder(scratch.path(text("nothing here"))));

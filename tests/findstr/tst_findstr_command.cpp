@@ -7,15 +7,15 @@ class FindstrCommandTest : public QObject
     Q_OBJECT
 
 private slots:
-    void putsKeywordAndPathTogether();
+    void combinesKeywordAndPath();
     void beginsWithTwelveFixedCharacters();
-    void turnsForwardSlashesOfThePathRound();
-    void leavesForwardSlashesOfTheKeyword();
+    void convertsForwardSlashesOfThePath();
+    void keepsForwardSlashesOfTheKeyword();
     void addsNoQuotingToAKeywordWithQuotes();
     void doesNotQuoteAPathWithBlanks();
 };
 
-void FindstrCommandTest::putsKeywordAndPathTogether()
+void FindstrCommandTest::combinesKeywordAndPath()
 {
     QCOMPARE(findstrCommand("ERROR.*timeout", "C:\\logs\\a.log"),
              std::string("findstr /r \"ERROR.*timeout\" C:\\logs\\a.log "));
@@ -27,13 +27,13 @@ void FindstrCommandTest::beginsWithTwelveFixedCharacters()
     QCOMPARE(findstrCommand("", ""), std::string("findstr /r \"\"  "));
 }
 
-void FindstrCommandTest::turnsForwardSlashesOfThePathRound()
+void FindstrCommandTest::convertsForwardSlashesOfThePath()
 {
     QCOMPARE(findstrCommand("x", "C:/Users/me/QZSDK/a/b.log"),
              std::string("findstr /r \"x\" C:\\Users\\me\\QZSDK\\a\\b.log "));
 }
 
-void FindstrCommandTest::leavesForwardSlashesOfTheKeyword()
+void FindstrCommandTest::keepsForwardSlashesOfTheKeyword()
 {
     QCOMPARE(findstrCommand("a/b", "c/d"), std::string("findstr /r \"a/b\" c\\d "));
 }

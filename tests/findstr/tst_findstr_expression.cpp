@@ -10,7 +10,7 @@ private slots:
     void splitsTheKeywordAtBlanksOnly_data();
     void splitsTheKeywordAtBlanksOnly();
     void neverAcceptsALineFeed();
-    void takesAsciiLettersDigitsAndUnderscoresForWords();
+    void treatsAsciiLettersDigitsAndUnderscoresAsWords();
 };
 
 void FindstrExpressionTest::splitsTheKeywordAtBlanksOnly_data()
@@ -45,7 +45,7 @@ void FindstrExpressionTest::neverAcceptsALineFeed()
     }
 }
 
-void FindstrExpressionTest::takesAsciiLettersDigitsAndUnderscoresForWords()
+void FindstrExpressionTest::treatsAsciiLettersDigitsAndUnderscoresAsWords()
 {
     const ByteSet words = wordBytes();
     QCOMPARE(words.count(), std::size_t(26 + 26 + 10 + 1));

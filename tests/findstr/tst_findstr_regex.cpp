@@ -9,8 +9,8 @@ class FindstrRegexTest : public QObject
 private slots:
     void translates_data();
     void translates();
-    void narrowsTheByteBehindAWordBorder_data();
-    void narrowsTheByteBehindAWordBorder();
+    void restrictsTheByteAfterAWordBorder_data();
+    void restrictsTheByteAfterAWordBorder();
     void growsInProportionToTheKeyword_data();
     void growsInProportionToTheKeyword();
 };
@@ -72,7 +72,7 @@ void FindstrRegexTest::translates()
     check();
 }
 
-void FindstrRegexTest::narrowsTheByteBehindAWordBorder_data()
+void FindstrRegexTest::restrictsTheByteAfterAWordBorder_data()
 {
     addColumns();
     const QByteArray any = anything;
@@ -99,7 +99,7 @@ void FindstrRegexTest::narrowsTheByteBehindAWordBorder_data()
     addRow("\\<\\>-", "\\b[^\\x00-\\xff]\\b\\-");
 }
 
-void FindstrRegexTest::narrowsTheByteBehindAWordBorder()
+void FindstrRegexTest::restrictsTheByteAfterAWordBorder()
 {
     check();
 }

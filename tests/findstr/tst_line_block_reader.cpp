@@ -70,10 +70,10 @@ private slots:
     void unifiesLineEnds();
     void findsLineEndsWhereverThePortionsAreCut_data();
     void findsLineEndsWhereverThePortionsAreCut();
-    void handsOutWholeLinesOnly();
+    void returnsWholeLinesOnly();
     void keepsLinesOfTenMegabytes();
-    void truncatesALineAtItsLimitAndGoesOnBehindIt();
-    void tellsAFailedReadFromTheEnd();
+    void truncatesALineAtItsLimitAndContinuesAfterIt();
+    void distinguishesAFailedReadFromTheEnd();
     void logsProblemsOnceAFile();
     void isEmptyForAnEmptyText();
     void staysAtTheEnd();
@@ -118,7 +118,7 @@ void LineBlockReaderTest::findsLineEndsWhereverThePortionsAreCut()
     QCOMPARE(allOf(blocks), QByteArray("one\ntwo\r\n\n\nthree\rfour\nlast\r"));
 }
 
-void LineBlockReaderTest::handsOutWholeLinesOnly()
+void LineBlockReaderTest::returnsWholeLinesOnly()
 {
     QByteArray text;
     for (int i = 0; i < 50'000; ++i)
@@ -143,7 +143,7 @@ void LineBlockReaderTest::keepsLinesOfTenMegabytes()
     QVERIFY(allOf(blocks) == text.replace("\r\n", "\n"));
 }
 
-void LineBlockReaderTest::truncatesALineAtItsLimitAndGoesOnBehindIt()
+void LineBlockReaderTest::truncatesALineAtItsLimitAndContinuesAfterIt()
 {
     const int limit = int(LineBlockReader::blockBytes) + 5;
     for (const int length : {limit - 1, limit, limit + 1, 3 * limit}) {
@@ -155,7 +155,7 @@ void LineBlockReaderTest::truncatesALineAtItsLimitAndGoesOnBehindIt()
     }
 }
 
-void LineBlockReaderTest::tellsAFailedReadFromTheEnd()
+void LineBlockReaderTest::distinguishesAFailedReadFromTheEnd()
 {
     Failing broken("one\ntw", 3);
     LineBlockReader some(broken);

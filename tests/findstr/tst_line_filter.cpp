@@ -9,8 +9,8 @@ class LineFilterTest : public QObject
     Q_OBJECT
 
 private slots:
-    void followsLongExpressions();
-    void followsManyRepetitions();
+    void matchesLongExpressions();
+    void matchesManyRepetitions();
     void findsALineOnceWhateverMatches();
     void needsNoMoreTimeForARareExpressionBesideACommonOne();
     void takesTimeInProportionToTheLine_data();
@@ -33,7 +33,7 @@ bool matches(const std::string &keyword, std::string_view line)
 
 } // namespace
 
-void LineFilterTest::followsLongExpressions()
+void LineFilterTest::matchesLongExpressions()
 {
     for (const std::size_t length : {63U, 64U, 65U, 128U, 200U}) {
         const std::string text(length, 'a');
@@ -44,7 +44,7 @@ void LineFilterTest::followsLongExpressions()
     }
 }
 
-void LineFilterTest::followsManyRepetitions()
+void LineFilterTest::matchesManyRepetitions()
 {
     std::string optional;
     for (int i = 0; i < 150; ++i)

@@ -83,13 +83,13 @@ class LineFilterAgainstSlowMatcher : public QObject
     Q_OBJECT
 
 private slots:
-    void slowMatcherKnowsTheTable_data();
-    void slowMatcherKnowsTheTable();
+    void slowMatcherFollowsTheTable_data();
+    void slowMatcherFollowsTheTable();
     void findsTheSameLines();
-    void goesOnWhereThereAreTooManyStates();
+    void continuesWithTooManyStates();
 };
 
-void LineFilterAgainstSlowMatcher::slowMatcherKnowsTheTable_data()
+void LineFilterAgainstSlowMatcher::slowMatcherFollowsTheTable_data()
 {
     QTest::addColumn<QByteArray>("keyword");
     QTest::addColumn<QByteArray>("line");
@@ -113,7 +113,7 @@ void LineFilterAgainstSlowMatcher::slowMatcherKnowsTheTable_data()
     row("[^a]", "aaa", false);
 }
 
-void LineFilterAgainstSlowMatcher::slowMatcherKnowsTheTable()
+void LineFilterAgainstSlowMatcher::slowMatcherFollowsTheTable()
 {
     QFETCH(QByteArray, keyword);
     QFETCH(QByteArray, line);
@@ -141,7 +141,7 @@ void LineFilterAgainstSlowMatcher::findsTheSameLines()
     QVERIFY2(selective > keywords / 4, qPrintable(QString::number(selective)));
 }
 
-void LineFilterAgainstSlowMatcher::goesOnWhereThereAreTooManyStates()
+void LineFilterAgainstSlowMatcher::continuesWithTooManyStates()
 {
     // A DFA would need a million states to remember which of the last 20 bytes were an "a".
     std::string keyword = "[ab]b*a";

@@ -31,9 +31,9 @@ private slots:
     void exportsTheSelectionAfterADoubleClick();
     void opensTheZipsFolderFromTheNotice();
     void centresTheNoticeBelowTheUpperEdge();
-    void showsHowFarALongExportIs();
+    void showsTheProgressOfALongExport();
     void staysWaitingWhenTheRequestWasDropped();
-    void waitsForAnExportWhenTheWindowGoes();
+    void waitsForAnExportWhenTheWindowIsDestroyed();
     void survivesChangesOfTheSourceDuringAnExport();
 };
 
@@ -274,7 +274,7 @@ void ExportFlow::centresTheNoticeBelowTheUpperEdge()
     QCOMPARE(notice(f)->pos(), QPoint((f.window->width() - notice(f)->width()) / 2, 100));
 }
 
-void ExportFlow::showsHowFarALongExportIs()
+void ExportFlow::showsTheProgressOfALongExport()
 {
     if (onWindows())
         QSKIP("its event log is no program that could be made slow");
@@ -316,7 +316,7 @@ void ExportFlow::staysWaitingWhenTheRequestWasDropped()
     QVERIFY(!notice(f)->isVisible());
 }
 
-void ExportFlow::waitsForAnExportWhenTheWindowGoes()
+void ExportFlow::waitsForAnExportWhenTheWindowIsDestroyed()
 {
     MainWindowFixture f;
     const QByteArray log = noise(8 << 20); // incompressible data takes the longest to pack

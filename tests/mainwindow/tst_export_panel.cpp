@@ -21,7 +21,7 @@ private slots:
     void takesThePathThatWasChosen();
     void endsTheNameInZipUnlessItHasAnEnding_data();
     void endsTheNameInZipUnlessItHasAnEnding();
-    void startsTheSaveDialogWhereTheLastOneEnded();
+    void opensTheSaveDialogWhereTheLastOneEnded();
 };
 
 void ExportPanel::mirrorsEachBoxInItsFlag_data()
@@ -183,7 +183,7 @@ void ExportPanel::endsTheNameInZipUnlessItHasAnEnding()
     QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), f.home.path(file));
 }
 
-void ExportPanel::startsTheSaveDialogWhereTheLastOneEnded()
+void ExportPanel::opensTheSaveDialogWhereTheLastOneEnded()
 {
     MainWindowFixture f;
     f.open();

@@ -26,7 +26,7 @@ private slots:
     void cutsNoTitleOfAColumn();
     void showsLongSourcesWhole_data();
     void showsLongSourcesWhole();
-    void tellsTheWholeSourceAndPathInToolTips();
+    void showsTheWholeSourceAndPathInToolTips();
     void hasToolTipsInTheLanguage();
     void leavesThePicturesOfTheFolderButtonsTheirSize();
     void putsTheHeadersBoxAboveTheRowsBoxes();
@@ -166,7 +166,7 @@ void Look::showsLongSourcesWhole()
     box->hidePopup();
 }
 
-void Look::tellsTheWholeSourceAndPathInToolTips()
+void Look::showsTheWholeSourceAndPathInToolTips()
 {
     MainWindowFixture f;
     f.log(longName + QStringLiteral("/a.log"));

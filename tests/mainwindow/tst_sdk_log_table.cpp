@@ -22,7 +22,7 @@ private slots:
     void isSetUpAsAFileList();
     void listsTimeNameAndSizeNewestFirst();
     void listsLogsOfEqualTimeByName();
-    void tellsTimesApartByMilliseconds();
+    void sortsByMilliseconds();
     void carriesThePathAsToolTipOfEachItem();
     void roundsSizesUpSoThatAnEmptyFileHasOneKilobyte_data();
     void roundsSizesUpSoThatAnEmptyFileHasOneKilobyte();
@@ -34,7 +34,7 @@ private slots:
     void printsAndFillsWhenTheSourceChanges();
     void staysEmptyWithoutAnSdkFolder();
     void staysEmptyWithAnSdkFolderWithoutSources();
-    void showsNothingOfASourceThatVanished();
+    void showsNothingForASourceThatVanished();
     void checksRowsAndHeaderAsTheHubSays();
     void unchecksTheHeaderWhenARowIsUnchecked();
     void leavesTheHeaderUncheckedWhenEveryRowIsCheckedByHand();
@@ -42,13 +42,13 @@ private slots:
     void putsTheRowBoxesInTheMiddleOfTheirCells();
     void showsTheContextMenuForAnItemOnly();
     void remembersTheEnteredItemAndReportsNone();
-    void leadsNoKeyToASpareRow_data();
-    void leadsNoKeyToASpareRow();
-    void leadsNowhereInAnEmptyList();
-    void readsTheListOfTheOnlySourceAgainByF5();
-    void keepsTheCursorOnItsFileWhenTheListIsReadAgain();
-    void saysThatTheFolderHasNoLogs_data();
-    void saysThatTheFolderHasNoLogs();
+    void movesToNoSpareRowByAnyKey_data();
+    void movesToNoSpareRowByAnyKey();
+    void movesNowhereInAnEmptyList();
+    void reloadsTheListOfTheOnlySourceByF5();
+    void keepsTheCursorOnItsFileWhenTheListIsReloaded();
+    void showsThatTheFolderHasNoLogs_data();
+    void showsThatTheFolderHasNoLogs();
     void drawsTheHintInAnEmptyListOnly();
     void showsNamesInToolTipsAsTheyAre();
 };
@@ -121,7 +121,7 @@ void SdkLogTable::listsLogsOfEqualTimeByName()
     QCOMPARE(f.listedNames(), expected);
 }
 
-void SdkLogTable::tellsTimesApartByMilliseconds()
+void SdkLogTable::sortsByMilliseconds()
 {
     MainWindowFixture f;
     f.log(text("QZviewer/a.log"), "x", noon);
@@ -261,7 +261,7 @@ void SdkLogTable::staysEmptyWithAnSdkFolderWithoutSources()
     QCOMPARE(f.listedNames(), QStringList());
 }
 
-void SdkLogTable::showsNothingOfASourceThatVanished()
+void SdkLogTable::showsNothingForASourceThatVanished()
 {
     MainWindowFixture f;
     f.log(text("QZviewer/a.log"));
@@ -384,7 +384,7 @@ void SdkLogTable::remembersTheEnteredItemAndReportsNone()
     QCOMPARE(f.output.lines(), QStringList(text("item is null.")));
 }
 
-void SdkLogTable::leadsNoKeyToASpareRow_data()
+void SdkLogTable::movesToNoSpareRowByAnyKey_data()
 {
     QTest::addColumn<QList<int>>("keys");
     QTest::addColumn<int>("modifiers");
@@ -397,7 +397,7 @@ void SdkLogTable::leadsNoKeyToASpareRow_data()
     QTest::newRow("Home") << QList<int>{Qt::Key_End, Qt::Key_Home} << int(Qt::NoModifier) << 0;
 }
 
-void SdkLogTable::leadsNoKeyToASpareRow()
+void SdkLogTable::movesToNoSpareRowByAnyKey()
 {
     QFETCH(QList<int>, keys);
     QFETCH(int, modifiers);
@@ -412,7 +412,7 @@ void SdkLogTable::leadsNoKeyToASpareRow()
     QCOMPARE(f.table()->currentColumn(), 1);
 }
 
-void SdkLogTable::leadsNowhereInAnEmptyList()
+void SdkLogTable::movesNowhereInAnEmptyList()
 {
     MainWindowFixture f;
     f.home.folder(text("QZSDK/QZviewer"));
@@ -423,7 +423,7 @@ void SdkLogTable::leadsNowhereInAnEmptyList()
     QVERIFY(!f.table()->currentIndex().isValid());
 }
 
-void SdkLogTable::readsTheListOfTheOnlySourceAgainByF5()
+void SdkLogTable::reloadsTheListOfTheOnlySourceByF5()
 {
     MainWindowFixture f;
     f.log(text("QZviewer/a.log"), "x", noon);
@@ -436,7 +436,7 @@ void SdkLogTable::readsTheListOfTheOnlySourceAgainByF5()
     QCOMPARE(f.output.lines(), QStringList());
 }
 
-void SdkLogTable::keepsTheCursorOnItsFileWhenTheListIsReadAgain()
+void SdkLogTable::keepsTheCursorOnItsFileWhenTheListIsReloaded()
 {
     MainWindowFixture f;
     f.log(text("QZviewer/a.log"), "x", noon);
@@ -452,7 +452,7 @@ void SdkLogTable::keepsTheCursorOnItsFileWhenTheListIsReadAgain()
     QVERIFY(f.table()->currentItem()->isSelected());
 }
 
-void SdkLogTable::saysThatTheFolderHasNoLogs_data()
+void SdkLogTable::showsThatTheFolderHasNoLogs_data()
 {
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QByteArray>("lang");
@@ -464,7 +464,7 @@ void SdkLogTable::saysThatTheFolderHasNoLogs_data()
     QTest::newRow("no source") << text("QZSDK") << QByteArray("1") << english;
 }
 
-void SdkLogTable::saysThatTheFolderHasNoLogs()
+void SdkLogTable::showsThatTheFolderHasNoLogs()
 {
     QFETCH(QString, folder);
     QFETCH(QByteArray, lang);

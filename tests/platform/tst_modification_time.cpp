@@ -10,12 +10,12 @@ class ModificationTimeTest : public QObject
     Q_OBJECT
 
 private slots:
-    void isToldInMilliseconds_data();
-    void isToldInMilliseconds();
+    void isInMilliseconds_data();
+    void isInMilliseconds();
     void isNullWithoutTheFile();
 };
 
-void ModificationTimeTest::isToldInMilliseconds_data()
+void ModificationTimeTest::isInMilliseconds_data()
 {
     QTest::addColumn<qint64>("time");
     QTest::newRow("now") << qint64(1772712007123);
@@ -23,7 +23,7 @@ void ModificationTimeTest::isToldInMilliseconds_data()
     QTest::newRow("after 2038") << qint64(2200000000999);
 }
 
-void ModificationTimeTest::isToldInMilliseconds()
+void ModificationTimeTest::isInMilliseconds()
 {
     QFETCH(qint64, time);
     ScratchFolder folder;

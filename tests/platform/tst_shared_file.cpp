@@ -10,7 +10,7 @@ class SharedFileTest : public QObject
 
 private slots:
     void readsAFile();
-    void refusesWhatIsNotThere();
+    void refusesAMissingFile();
     void refusesAFolder();
     void refusesAPipeWithoutWaitingForItsWriter();
     void refusesADevice();
@@ -29,7 +29,7 @@ void SharedFileTest::readsAFile()
     QCOMPARE(file.readAll(), QByteArray("one\r\ntwo\n"));
 }
 
-void SharedFileTest::refusesWhatIsNotThere()
+void SharedFileTest::refusesAMissingFile()
 {
     QFile file(scratch.path(QStringLiteral("missing.log")));
     QVERIFY(!openShared(file));

@@ -12,9 +12,9 @@ class Catalogues : public QObject
 private slots:
     void holdExactlyTheirTexts_data();
     void holdExactlyTheirTexts();
-    void holdSoManyMessages_data();
-    void holdSoManyMessages();
-    void leaveTheSourceTextWhereTheyHaveNoEntry();
+    void holdTheirNumberOfMessages_data();
+    void holdTheirNumberOfMessages();
+    void leaveTheSourceTextWithoutAnEntry();
     void keepTheLevelNamesInEveryLanguage();
     void bringPluralRulesForEnglishOnly();
     void areStoredAsTheyAre();
@@ -147,7 +147,7 @@ void Catalogues::holdExactlyTheirTexts()
     QCOMPARE(found.isNull(), expected.isNull());
 }
 
-void Catalogues::holdSoManyMessages_data()
+void Catalogues::holdTheirNumberOfMessages_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("file");
@@ -156,7 +156,7 @@ void Catalogues::holdSoManyMessages_data()
     QTest::newRow("Chinese") << QStringLiteral("CN") << chineseFile << 43;
 }
 
-void Catalogues::holdSoManyMessages()
+void Catalogues::holdTheirNumberOfMessages()
 {
     QFETCH(QString, language);
     QFETCH(QString, file);
@@ -172,7 +172,7 @@ void Catalogues::holdSoManyMessages()
     QCOMPARE(inTable, messages);
 }
 
-void Catalogues::leaveTheSourceTextWhereTheyHaveNoEntry()
+void Catalogues::leaveTheSourceTextWithoutAnEntry()
 {
     const auto shown = [](const char *context, const char *source) {
         return QCoreApplication::translate(context, source);

@@ -17,13 +17,13 @@ private slots:
     void writesTheLinesOfEachLevel_data();
     void writesTheLinesOfEachLevel();
     void dropsAnAppenderFromTheRootLine();
-    void bringsACommentedRootLineToLife();
+    void activatesACommentedRootLine();
     void replacesEveryMatchingLine();
-    void takesALineWithBothMarkersForARootLine();
+    void treatsALineWithBothMarkersAsARootLine();
     void seesMarkersInTheMiddleOfALine();
     void looksForMarkersInTheirExactSpelling();
-    void tellsWhichMarkerIsMissing_data();
-    void tellsWhichMarkerIsMissing();
+    void reportsWhichMarkerIsMissing_data();
+    void reportsWhichMarkerIsMissing();
     void keepsTheFinalLineFeedAsItWas_data();
     void keepsTheFinalLineFeedAsItWas();
     void leavesEmptyLinesForALevelOutOfRange_data();
@@ -31,7 +31,7 @@ private slots:
     void keepsBytesOfEveryKind();
     void takesOnlyTheCarriageReturnsOfLineEnds();
     void endsLinesAsThePlatformDoes();
-    void copesWithEveryTextOfThreePieces();
+    void handlesEveryTextOfThreePieces();
 };
 
 namespace {
@@ -121,7 +121,7 @@ void LogLevelFileText::dropsAnAppenderFromTheRootLine()
              QByteArray("log4cpp.rootCategory = INFO\n"));
 }
 
-void LogLevelFileText::bringsACommentedRootLineToLife()
+void LogLevelFileText::activatesACommentedRootLine()
 {
     QCOMPARE(rewritten("# log4cpp.rootCategory = DEBUG\n", 2).text,
              QByteArray("log4cpp.rootCategory = FATAL\n"));
@@ -140,7 +140,7 @@ void LogLevelFileText::replacesEveryMatchingLine()
                                      "log4cpp.rootCategory = DEBUG\n"));
 }
 
-void LogLevelFileText::takesALineWithBothMarkersForARootLine()
+void LogLevelFileText::treatsALineWithBothMarkersAsARootLine()
 {
     const auto result = rewritten("log4cpp.category.qzsdk log4cpp.rootCategory\n", 0);
     QCOMPARE(result.text, QByteArray("log4cpp.rootCategory = INFO\n"));
@@ -163,7 +163,7 @@ void LogLevelFileText::looksForMarkersInTheirExactSpelling()
     QVERIFY(!result.categoryReplaced);
 }
 
-void LogLevelFileText::tellsWhichMarkerIsMissing_data()
+void LogLevelFileText::reportsWhichMarkerIsMissing_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<bool>("root");
@@ -176,7 +176,7 @@ void LogLevelFileText::tellsWhichMarkerIsMissing_data()
     QTest::newRow("nothing at all") << QByteArray() << false << false;
 }
 
-void LogLevelFileText::tellsWhichMarkerIsMissing()
+void LogLevelFileText::reportsWhichMarkerIsMissing()
 {
     QFETCH(QByteArray, text);
     const auto result = rewritten(text, 1);
@@ -256,7 +256,7 @@ void LogLevelFileText::endsLinesAsThePlatformDoes()
 }
 
 // Compared with a plain implementation: split, replace, join.
-void LogLevelFileText::copesWithEveryTextOfThreePieces()
+void LogLevelFileText::handlesEveryTextOfThreePieces()
 {
     const QList<QByteArray> pieces{
         "",   "\n",       "log4cpp.rootCategory", "log4cpp.category.qzsdk", "x",

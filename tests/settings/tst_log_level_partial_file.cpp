@@ -14,23 +14,23 @@
 using Outcome = LogLevelRewrite::Outcome;
 
 /// Setting the level on a disk that writes the file only partially.
-class LogLevelTornFile : public QObject
+class LogLevelPartialFile : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void putsTheTextBackWhenTheDiskIsFull();
+    void restoresTheTextWhenTheDiskIsFull();
     void worksFromTheKeptTextAfterAFailedWrite();
-    void putsTheKeptTextBackAtTheEnd();
-    void takesAMendedFileOverTheKeptText();
-    void keepsTheTextWhenTheTornFileCannotBeRead();
-    void putsTheKeptTextOverATornFileThatWasNeverRead();
-    void putsTheKeptTextBackAfterAnUnreadableRound();
-    void leavesAMendedFileAloneAtTheEnd();
-    void noticesAMendedFileInARoundThatDoesNotWrite();
-    void leavesATornFileThatWasRemovedAlone();
-    void saysOnceWhatWasNotWrittenAndNotRestored();
-    void saysNotThatATextWhichIsBackWasNotRestored();
+    void restoresTheKeptTextAtTheEnd();
+    void prefersARepairedFileToTheKeptText();
+    void keepsTheTextWhenThePartialFileCannotBeRead();
+    void restoresTheKeptTextOverAPartialFileThatWasNeverRead();
+    void restoresTheKeptTextAfterAnUnreadableRound();
+    void leavesARepairedFileAloneAtTheEnd();
+    void noticesARepairedFileInARoundThatDoesNotWrite();
+    void doesNotRecreateARemovedFile();
+    void logsOnceWhatWasNotWrittenAndNotRestored();
+    void doesNotLogARestoredTextAsNotRestored();
 };
 
 namespace {
@@ -92,7 +92,7 @@ private:
 
 } // namespace
 
-void LogLevelTornFile::putsTheTextBackWhenTheDiskIsFull()
+void LogLevelPartialFile::restoresTheTextWhenTheDiskIsFull()
 {
     if (!FileSizeLimit::available())
         QSKIP("no way to fill a disk here");
@@ -111,7 +111,7 @@ void LogLevelTornFile::putsTheTextBackWhenTheDiskIsFull()
     QVERIFY(f.contents().size() > text.size() + 1000);
 }
 
-void LogLevelTornFile::worksFromTheKeptTextAfterAFailedWrite()
+void LogLevelPartialFile::worksFromTheKeptTextAfterAFailedWrite()
 {
     // Two attempts, each of which also fails to restore the text.
     Fixture f("first line\n" + infoFile + "last line", 4);
@@ -123,7 +123,7 @@ void LogLevelTornFile::worksFromTheKeptTextAfterAFailedWrite()
     QCOMPARE(unixLines(f.contents()), "first line\n" + debugFile + "last line");
 }
 
-void LogLevelTornFile::putsTheKeptTextBackAtTheEnd()
+void LogLevelPartialFile::restoresTheKeptTextAtTheEnd()
 {
     Fixture f("first line\n" + infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
@@ -132,7 +132,7 @@ void LogLevelTornFile::putsTheKeptTextBackAtTheEnd()
     QCOMPARE(f.contents(), "first line\n" + infoFile);
 }
 
-void LogLevelTornFile::takesAMendedFileOverTheKeptText()
+void LogLevelPartialFile::prefersARepairedFileToTheKeptText()
 {
     Fixture f("old\n" + infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
@@ -141,7 +141,7 @@ void LogLevelTornFile::takesAMendedFileOverTheKeptText()
     QCOMPARE(unixLines(f.contents()), "mended\n" + debugFile);
 }
 
-void LogLevelTornFile::keepsTheTextWhenTheTornFileCannotBeRead()
+void LogLevelPartialFile::keepsTheTextWhenThePartialFileCannotBeRead()
 {
     Fixture f("first line\n" + infoFile, 2);
     f.tornIsReadable = false;
@@ -152,7 +152,7 @@ void LogLevelTornFile::keepsTheTextWhenTheTornFileCannotBeRead()
     QCOMPARE(unixLines(f.contents()), "first line\n" + debugFile);
 }
 
-void LogLevelTornFile::putsTheKeptTextOverATornFileThatWasNeverRead()
+void LogLevelPartialFile::restoresTheKeptTextOverAPartialFileThatWasNeverRead()
 {
     const QByteArray text = "first line\n" + infoFile;
     Fixture f(text, 2);
@@ -163,7 +163,7 @@ void LogLevelTornFile::putsTheKeptTextOverATornFileThatWasNeverRead()
     QCOMPARE(f.contents(), text);
 }
 
-void LogLevelTornFile::putsTheKeptTextBackAfterAnUnreadableRound()
+void LogLevelPartialFile::restoresTheKeptTextAfterAnUnreadableRound()
 {
     const QByteArray text = "first line\n" + infoFile;
     Fixture f(text, 2);
@@ -174,7 +174,7 @@ void LogLevelTornFile::putsTheKeptTextBackAfterAnUnreadableRound()
     QCOMPARE(f.contents(), text);
 }
 
-void LogLevelTornFile::leavesAMendedFileAloneAtTheEnd()
+void LogLevelPartialFile::leavesARepairedFileAloneAtTheEnd()
 {
     Fixture f("old\n" + infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
@@ -183,7 +183,7 @@ void LogLevelTornFile::leavesAMendedFileAloneAtTheEnd()
     QCOMPARE(f.contents(), "mended\n" + infoFile);
 }
 
-void LogLevelTornFile::noticesAMendedFileInARoundThatDoesNotWrite()
+void LogLevelPartialFile::noticesARepairedFileInARoundThatDoesNotWrite()
 {
     Fixture f(infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
@@ -195,7 +195,7 @@ void LogLevelTornFile::noticesAMendedFileInARoundThatDoesNotWrite()
     QCOMPARE(f.contents(), partial);
 }
 
-void LogLevelTornFile::leavesATornFileThatWasRemovedAlone()
+void LogLevelPartialFile::doesNotRecreateARemovedFile()
 {
     Fixture f(infoFile, 3);
     QCOMPARE(f.setDebug(), Outcome::Failed);
@@ -206,7 +206,7 @@ void LogLevelTornFile::leavesATornFileThatWasRemovedAlone()
     QVERIFY(!QFile::exists(f.path));
 }
 
-void LogLevelTornFile::saysOnceWhatWasNotWrittenAndNotRestored()
+void LogLevelPartialFile::logsOnceWhatWasNotWrittenAndNotRestored()
 {
     DebugCapture output;
     const Diagnostics diagnostics;
@@ -219,7 +219,7 @@ void LogLevelTornFile::saysOnceWhatWasNotWrittenAndNotRestored()
     QCOMPARE(f.contents(), infoFile.left(writtenBytes));
 }
 
-void LogLevelTornFile::saysNotThatATextWhichIsBackWasNotRestored()
+void LogLevelPartialFile::doesNotLogARestoredTextAsNotRestored()
 {
     DebugCapture output;
     const Diagnostics diagnostics;
@@ -230,5 +230,5 @@ void LogLevelTornFile::saysNotThatATextWhichIsBackWasNotRestored()
     QCOMPARE(f.contents(), infoFile);
 }
 
-QTEST_GUILESS_MAIN(LogLevelTornFile)
+QTEST_GUILESS_MAIN(LogLevelPartialFile)
 #include "tst_log_level_partial_file.moc"

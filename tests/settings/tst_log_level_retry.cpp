@@ -16,19 +16,19 @@ class RetriedLogLevel : public QObject
     Q_OBJECT
 
 private slots:
-    void endsOnPurposeOnlyWhenBothLinesWereReplaced_data();
-    void endsOnPurposeOnlyWhenBothLinesWereReplaced();
-    void leavesAFileThatAnotherProcessMendedAtTheStoredLevel();
-    void endsWhenTheFileCanNoLongerBeRead();
+    void endsOnlyWhenBothLinesWereReplaced_data();
+    void endsOnlyWhenBothLinesWereReplaced();
+    void setsTheStoredLevelInAFileThatAnotherProcessRepaired();
+    void endsWhenTheFileBecomesUnreadable();
     void endsWhenTheFileCanBeWrittenAgain();
     void endsWhenTheDiskHasRoomAgain();
-    void putsTheStoredLevelIntoTheLineThatIsThere();
+    void setsTheStoredLevelInTheExistingLine();
     void doesNotWriteTheSameAgainAndAgain();
-    void waitsBetweenTheRoundsAndBurnsNoCore();
+    void waitsBetweenTheRoundsWithoutUsingTheProcessor();
     void letsWindowsPaintAndTimersRun();
     void doesNotStartAgainWhileTheLevelButtonsAreClicked();
-    void lendsTheFocusToTheFolderButton();
-    void leavesTheTextAloneThatSomebodyIsSaving();
+    void movesTheFocusToTheFolderButtonMeanwhile();
+    void leavesAFileAloneThatIsBeingSaved();
     void endsWithTheProgram();
     void endsWithTheMainWindow();
     void endsWithTheDialog();
@@ -79,7 +79,7 @@ struct RetryFixture : SettingsFixture
 
 } // namespace
 
-void RetriedLogLevel::endsOnPurposeOnlyWhenBothLinesWereReplaced_data()
+void RetriedLogLevel::endsOnlyWhenBothLinesWereReplaced_data()
 {
     QTest::addColumn<QByteArray>("contents");
     QTest::newRow("no marker") << QByteArray("a = b\n");
@@ -90,7 +90,7 @@ void RetriedLogLevel::endsOnPurposeOnlyWhenBothLinesWereReplaced_data()
     QTest::newRow("binary") << QByteArrayLiteral("\0\xff\n\r\0\x80\r\n");
 }
 
-void RetriedLogLevel::endsOnPurposeOnlyWhenBothLinesWereReplaced()
+void RetriedLogLevel::endsOnlyWhenBothLinesWereReplaced()
 {
     QFETCH(QByteArray, contents);
     RetryFixture f(contents);
@@ -106,7 +106,7 @@ void RetriedLogLevel::endsOnPurposeOnlyWhenBothLinesWereReplaced()
     QVERIFY(f.radio("radioINFO")->isEnabled());
 }
 
-void RetriedLogLevel::leavesAFileThatAnotherProcessMendedAtTheStoredLevel()
+void RetriedLogLevel::setsTheStoredLevelInAFileThatAnotherProcessRepaired()
 {
     RetryFixture f;
     hub().logLevel = 2;
@@ -121,7 +121,7 @@ void RetriedLogLevel::leavesAFileThatAnotherProcessMendedAtTheStoredLevel()
     QCOMPARE(unixLines(f.written()), "# mended\n" + fatalFile);
 }
 
-void RetriedLogLevel::endsWhenTheFileCanNoLongerBeRead()
+void RetriedLogLevel::endsWhenTheFileBecomesUnreadable()
 {
     RetryFixture f;
     f.after(aFewRounds, [&f] { QVERIFY(QFile::remove(f.path)); });
@@ -171,7 +171,7 @@ void RetriedLogLevel::endsWhenTheDiskHasRoomAgain()
                  QByteArray("log4cpp.category.qzsdk = INFO, a_qzsdk\n").repeated(100));
 }
 
-void RetriedLogLevel::putsTheStoredLevelIntoTheLineThatIsThere()
+void RetriedLogLevel::setsTheStoredLevelInTheExistingLine()
 {
     RetryFixture f("log4cpp.rootCategory = WARN\nx");
     hub().logLevel = 2;
@@ -202,7 +202,7 @@ void RetriedLogLevel::doesNotWriteTheSameAgainAndAgain()
     QCOMPARE(late, early);
 }
 
-void RetriedLogLevel::waitsBetweenTheRoundsAndBurnsNoCore()
+void RetriedLogLevel::waitsBetweenTheRoundsWithoutUsingTheProcessor()
 {
     RetryFixture f;
     f.after(1000, [&f] { QVERIFY(QFile::remove(f.path)); });
@@ -251,7 +251,7 @@ void RetriedLogLevel::doesNotStartAgainWhileTheLevelButtonsAreClicked()
     QCOMPARE(hub().logLevel, 1U);
 }
 
-void RetriedLogLevel::lendsTheFocusToTheFolderButton()
+void RetriedLogLevel::movesTheFocusToTheFolderButtonMeanwhile()
 {
     RetryFixture f;
     f.window->show();
@@ -267,7 +267,7 @@ void RetriedLogLevel::lendsTheFocusToTheFolderButton()
     QCOMPARE(f.window->focusWidget(), f.radio("radioINFO")); // the checked one
 }
 
-void RetriedLogLevel::leavesTheTextAloneThatSomebodyIsSaving()
+void RetriedLogLevel::leavesAFileAloneThatIsBeingSaved()
 {
     const QByteArray first = "log4cpp.rootCategory = DEBUG, a_root\n";
     const QByteArray second = "# the second half of what is saved\n";

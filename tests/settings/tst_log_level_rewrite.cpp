@@ -25,14 +25,14 @@ private slots:
     void endsLinesAsThePlatformDoes();
     void keepsPermissionsAndLinks();
     void shortensTheFileWhereTheTextShrinks();
-    void writesAFileThatIsRightAlready();
+    void writesAFileThatIsAlreadyRight();
     void writesASettledFileOnlyWhereItIsWrong();
     void waitsUntilAFileIsSettled_data();
     void waitsUntilAFileIsSettled();
-    void looksAgainJustBeforeWriting();
+    void checksAgainJustBeforeWriting();
     void leavesAFileAloneThatIsBeingSaved();
     void replacesWhatIsThereWhenAMarkerIsMissing();
-    void readsAnewEachTime();
+    void readsTheFileEachTime();
     void failsOnAMissingFile();
     void failsOnAFolder();
     void failsOnAnEmptyPath();
@@ -42,10 +42,10 @@ private slots:
     void failsOnAFileThatIsRightAlreadyButMayNotBeWritten();
     void keepsBinaryContents();
     void overwritesOnlyWhatIsThere();
-    void saysNothingWhenAllIsWell();
-    void saysOnceThatLinesAreMissing();
-    void saysOnceThatTheFileIsNotWritable();
-    void saysAllThisOnRequestOnly();
+    void logsNothingOnSuccess();
+    void logsOnceThatLinesAreMissing();
+    void logsOnceThatTheFileIsNotWritable();
+    void logsOnlyWhenSwitchedOn();
 };
 
 namespace {
@@ -144,7 +144,7 @@ void LogLevelRewriting::shortensTheFileWhereTheTextShrinks()
     QCOMPARE(unixLines(scratch.read(name())), infoFile);
 }
 
-void LogLevelRewriting::writesAFileThatIsRightAlready()
+void LogLevelRewriting::writesAFileThatIsAlreadyRight()
 {
     CountedWrites f(infoFile);
     QCOMPARE(f.rewrite.apply(0), Outcome::Done);
@@ -189,7 +189,7 @@ void LogLevelRewriting::waitsUntilAFileIsSettled()
     QCOMPARE(f.writes, 1);
 }
 
-void LogLevelRewriting::looksAgainJustBeforeWriting()
+void LogLevelRewriting::checksAgainJustBeforeWriting()
 {
     const QByteArray saved = debugFile + "# saved by somebody\n";
     CountedWrites f(debugFile);
@@ -225,7 +225,7 @@ void LogLevelRewriting::replacesWhatIsThereWhenAMarkerIsMissing()
     QCOMPARE(unixLines(scratch.read(name())), QByteArray("x\nlog4cpp.rootCategory = FATAL\n"));
 }
 
-void LogLevelRewriting::readsAnewEachTime()
+void LogLevelRewriting::readsTheFileEachTime()
 {
     ScratchFolder scratch;
     LogLevelRewrite rewrite(scratch.file(name(), "nothing"));
@@ -328,7 +328,7 @@ void LogLevelRewriting::overwritesOnlyWhatIsThere()
     QVERIFY(!QFileInfo::exists(scratch.path(name())));
 }
 
-void LogLevelRewriting::saysNothingWhenAllIsWell()
+void LogLevelRewriting::logsNothingOnSuccess()
 {
     ScratchFolder scratch;
     DebugCapture output;
@@ -337,7 +337,7 @@ void LogLevelRewriting::saysNothingWhenAllIsWell()
     QCOMPARE(output.lines(), QStringList());
 }
 
-void LogLevelRewriting::saysOnceThatLinesAreMissing()
+void LogLevelRewriting::logsOnceThatLinesAreMissing()
 {
     ScratchFolder scratch;
     const QString path = scratch.file(name(), "log4cpp.rootCategory = WARN\n");
@@ -353,7 +353,7 @@ void LogLevelRewriting::saysOnceThatLinesAreMissing()
     QCOMPARE(output.take(), once);
 }
 
-void LogLevelRewriting::saysOnceThatTheFileIsNotWritable()
+void LogLevelRewriting::logsOnceThatTheFileIsNotWritable()
 {
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
@@ -369,7 +369,7 @@ void LogLevelRewriting::saysOnceThatTheFileIsNotWritable()
     QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not writable: ") + path});
 }
 
-void LogLevelRewriting::saysAllThisOnRequestOnly()
+void LogLevelRewriting::logsOnlyWhenSwitchedOn()
 {
     ScratchFolder scratch;
     DebugCapture output;

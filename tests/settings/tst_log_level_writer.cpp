@@ -19,12 +19,12 @@ class LogLevelWriting : public QObject
 private slots:
     void init() { resetHub(); }
 
-    void retriesWhatCanBeReadOnly();
+    void retriesOnlyReadableFiles();
     void retriesEachFileByItself();
     void retriesAFileOnce();
     void setsTheLevelInARetriedFileAtOnce();
     void doesNotWaitWhereNothingIsRetried();
-    void tellsWhenARetryBeginsMeetsAnotherProblemAndEnds();
+    void signalsWhenARetryStartsMeetsAnotherProblemAndEnds();
 };
 
 namespace {
@@ -46,7 +46,7 @@ struct Fixture
 
 } // namespace
 
-void LogLevelWriting::retriesWhatCanBeReadOnly()
+void LogLevelWriting::retriesOnlyReadableFiles()
 {
     Fixture f;
     QVERIFY(!f.writer.write(f.missing, 1));
@@ -99,7 +99,7 @@ void LogLevelWriting::doesNotWaitWhereNothingIsRetried()
     QCOMPARE(f.retries(), 1);
 }
 
-void LogLevelWriting::tellsWhenARetryBeginsMeetsAnotherProblemAndEnds()
+void LogLevelWriting::signalsWhenARetryStartsMeetsAnotherProblemAndEnds()
 {
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");

@@ -14,13 +14,13 @@ private slots:
     void leadsToTheSameOneOfEqualLines();
     void takesTheFirstHitInSightWhereNoneIsCurrent();
     void takesTheFirstHitInSightForACurrentRowWithoutALine();
-    void leadsFromEachPieceOfALongLineToTheLine_data();
-    void leadsFromEachPieceOfALongLineToTheLine();
+    void findsALongLineFromEachOfItsPieces_data();
+    void findsALongLineFromEachOfItsPieces();
     void showsTheNextLineInPlaceOfAHiddenOne();
-    void startsAtTheTopAfterASearchWithoutHits();
+    void startsAtTheTopAfterASearchWithoutMatches();
     void startsAtTheTopWhenTheLineIsGone();
-    void staysWhereItIsWhenTheLogIsReadAgain();
-    void staysAtTheTopOfALogThatWasCutShort();
+    void keepsItsPlaceWhenTheLogIsReloaded();
+    void staysAtTheTopOfATruncatedLog();
 };
 
 namespace {
@@ -145,7 +145,7 @@ void LogViewerPlace::takesTheFirstHitInSightForACurrentRowWithoutALine()
     QCOMPARE(f.table().currentRow(), 200);
 }
 
-void LogViewerPlace::leadsFromEachPieceOfALongLineToTheLine_data()
+void LogViewerPlace::findsALongLineFromEachOfItsPieces_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<int>("pieces");
@@ -156,7 +156,7 @@ void LogViewerPlace::leadsFromEachPieceOfALongLineToTheLine_data()
         << head + QByteArray(511 - head.size(), 'x') << 2;
 }
 
-void LogViewerPlace::leadsFromEachPieceOfALongLineToTheLine()
+void LogViewerPlace::findsALongLineFromEachOfItsPieces()
 {
     QFETCH(QByteArray, line);
     QFETCH(int, pieces);
@@ -189,7 +189,7 @@ void LogViewerPlace::showsTheNextLineInPlaceOfAHiddenOne()
     QVERIFY(isInSight(f.table(), 504));
 }
 
-void LogViewerPlace::startsAtTheTopAfterASearchWithoutHits()
+void LogViewerPlace::startsAtTheTopAfterASearchWithoutMatches()
 {
     ViewerFixture f(finding({}));
     QVERIFY(f.openLines(someErrors()));
@@ -213,7 +213,7 @@ void LogViewerPlace::startsAtTheTopWhenTheLineIsGone()
     QCOMPARE(f.table().rowAt(0), 0);
 }
 
-void LogViewerPlace::staysWhereItIsWhenTheLogIsReadAgain()
+void LogViewerPlace::keepsItsPlaceWhenTheLogIsReloaded()
 {
     ViewerFixture f;
     const QByteArray text = someErrors().join('\n') + '\n';
@@ -232,7 +232,7 @@ void LogViewerPlace::staysWhereItIsWhenTheLogIsReadAgain()
     QCOMPARE(f.table().rowAt(0), top);
 }
 
-void LogViewerPlace::staysAtTheTopOfALogThatWasCutShort()
+void LogViewerPlace::staysAtTheTopOfATruncatedLog()
 {
     ViewerFixture f;
     QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), someErrors().join('\n') + '\n')));

@@ -46,20 +46,20 @@ class LogViewerSearch : public QObject
 private slots:
     void doesNothingWithAnEmptyField();
     void enterOnAnEmptyFieldRightAfterStartDoesNothing();
-    void asksForTheKeywordAsTypedInTheShownFile();
+    void searchesForTheKeywordAsTypedInTheShownFile();
     void showsTheLinesFoundFromTheFirstRowOn();
     void showsTheFirstLineFoundWhereverTheTableWasScrolled();
     void leavesTheRowCountAsItIs();
     void showsNoRowsBeyondTheTable();
-    void leavesAnEmptyTableWhenNothingIsFound();
-    void saysWhenTheSearchCannotBeRun();
+    void leavesAnEmptyTableWithoutMatches();
+    void printsWhenTheSearchCannotBeRun();
     void keepsTheLineFeedOfALineFoundInItsToolTip();
-    void takesALevelDirectlyBeforeTheLineFeedForNone();
+    void ignoresALevelDirectlyBeforeTheLineFeed();
     void keepsRowsHiddenThatWereHiddenBefore();
     void enterSearchesToo();
     void enterOnAnEmptyFieldAfterASearchReloadsTheFile();
     void enterOnAnEmptyFieldReloadsEveryTime();
-    void reloadSaysWhenTheFileIsGone();
+    void reloadPrintsWhenTheFileIsGone();
     void findsLinesByTheSystemsOwnSearch();
     void showsALongLineInPiecesOf511Bytes();
     void findsTheLastLineWithoutALineFeed();
@@ -90,7 +90,7 @@ void LogViewerSearch::enterOnAnEmptyFieldRightAfterStartDoesNothing()
     QCOMPARE(f.text(0, 3), QStringLiteral("one"));
 }
 
-void LogViewerSearch::asksForTheKeywordAsTypedInTheShownFile()
+void LogViewerSearch::searchesForTheKeywordAsTypedInTheShownFile()
 {
     Fixture f;
     const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
@@ -142,7 +142,7 @@ void LogViewerSearch::showsNoRowsBeyondTheTable()
     QCOMPARE(f.text(5, 3), QStringLiteral("5"));
 }
 
-void LogViewerSearch::leavesAnEmptyTableWhenNothingIsFound()
+void LogViewerSearch::leavesAnEmptyTableWithoutMatches()
 {
     Fixture f;
     QVERIFY(f.openLines({"one"}));
@@ -152,7 +152,7 @@ void LogViewerSearch::leavesAnEmptyTableWhenNothingIsFound()
     QVERIFY(f.output.lines().isEmpty());
 }
 
-void LogViewerSearch::saysWhenTheSearchCannotBeRun()
+void LogViewerSearch::printsWhenTheSearchCannotBeRun()
 {
     Fixture f;
     f.starts = false;
@@ -172,7 +172,7 @@ void LogViewerSearch::keepsTheLineFeedOfALineFoundInItsToolTip()
     QCOMPARE(f.text(0, 3), QStringLiteral(" frame received"));
 }
 
-void LogViewerSearch::takesALevelDirectlyBeforeTheLineFeedForNone()
+void LogViewerSearch::ignoresALevelDirectlyBeforeTheLineFeed()
 {
     Fixture f({"d t INFO\n", "d t INFO"});
     QVERIFY(f.openLines({"one"}));
@@ -229,7 +229,7 @@ void LogViewerSearch::enterOnAnEmptyFieldReloadsEveryTime()
     }
 }
 
-void LogViewerSearch::reloadSaysWhenTheFileIsGone()
+void LogViewerSearch::reloadPrintsWhenTheFileIsGone()
 {
     Fixture f;
     const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");

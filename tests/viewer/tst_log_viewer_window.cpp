@@ -32,7 +32,7 @@ private slots:
     void keepsTheFilterMenuOpenWhileColumnsAreTicked();
     void showsTheContextMenuOnALineAndWritesIt();
     void showsNoContextMenuOnEmptySpace();
-    void showsAWholeLineInItsToolTipAsItStands();
+    void showsAWholeLineUnchangedInItsToolTip();
     void speaksTheLanguageInstalled_data();
     void speaksTheLanguageInstalled();
     void keepsItsTableWhenItIsClosed();
@@ -252,7 +252,7 @@ void LogViewerWindow::showsNoContextMenuOnEmptySpace()
     QVERIFY(f.output.lines().isEmpty());
 }
 
-void LogViewerWindow::showsAWholeLineInItsToolTipAsItStands()
+void LogViewerWindow::showsAWholeLineUnchangedInItsToolTip()
 {
     ViewerFixture f;
     const QByteArray line = logLine("INFO", "<b>bold</b>  " + QByteArray(1000, 'x'));

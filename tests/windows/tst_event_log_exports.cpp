@@ -2,7 +2,7 @@
 #include "ExportFixture.h"
 #include "Text.h"
 
-/// Event logs as the system's own library exports them: a stand-in that can be made to fail.
+/// Export of event logs through a replacement of the system's library, which can be made to fail.
 class EventLogExports : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ const QByteArray refusedChannel = "VANTREL_REFUSED_CHANNEL";
 const QByteArray refusal = "VANTREL_REFUSAL";
 const QByteArray halfExport = "VANTREL_HALF_EXPORT";
 
-/// What the stand-in writes when it is asked as it should be.
+/// What the replacement writes if its arguments are correct.
 QByteArray eventsOf(const char *channel)
 {
     return QByteArray("events of ") + channel + " by * with 1\n";

@@ -12,17 +12,17 @@ class LockedFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void leavesOutALogThatItsWriterKeepsToItself();
-    void takesALogThatItsWriterShares_data();
-    void takesALogThatItsWriterShares();
+    void leavesOutALogThatItsWriterLocks();
+    void exportsALogThatItsWriterShares_data();
+    void exportsALogThatItsWriterShares();
     void overwritesNoZipThatIsOpenElsewhereAndGoesOn();
-    void showsNoLogThatItsWriterKeepsToItself();
+    void showsNoLogThatItsWriterLocks();
     void showsALogThatItsWriterShares();
-    void setsTheLevelWhenTheFileIsLetGo_data();
-    void setsTheLevelWhenTheFileIsLetGo();
+    void setsTheLevelWhenTheFileIsReleased_data();
+    void setsTheLevelWhenTheFileIsReleased();
 };
 
-void LockedFiles::leavesOutALogThatItsWriterKeepsToItself()
+void LockedFiles::leavesOutALogThatItsWriterLocks()
 {
     const Diagnostics diagnostics;
     ExportFixture f;
@@ -36,14 +36,14 @@ void LockedFiles::leavesOutALogThatItsWriterKeepsToItself()
     QVERIFY2(f.output.contains(text("locked.log")), "what is missing is logged by its name");
 }
 
-void LockedFiles::takesALogThatItsWriterShares_data()
+void LockedFiles::exportsALogThatItsWriterShares_data()
 {
     QTest::addColumn<int>("others");
     QTest::newRow("for reading") << int(HeldFile::Others::MayRead);
     QTest::newRow("for everything") << int(HeldFile::Others::MayEverything);
 }
 
-void LockedFiles::takesALogThatItsWriterShares()
+void LockedFiles::exportsALogThatItsWriterShares()
 {
     QFETCH(int, others);
     ExportFixture f;
@@ -69,7 +69,7 @@ void LockedFiles::overwritesNoZipThatIsOpenElsewhereAndGoesOn()
     QCOMPARE(zipContents(f.zip()).value(text("SDKLOG/a.log")), QByteArray("line\n"));
 }
 
-void LockedFiles::showsNoLogThatItsWriterKeepsToItself()
+void LockedFiles::showsNoLogThatItsWriterLocks()
 {
     ScratchFolder scratch;
     const QString log = scratch.file(text("locked.log"), "secret\n");
@@ -90,7 +90,7 @@ void LockedFiles::showsALogThatItsWriterShares()
     QCOMPARE(shown, QByteArray("still being written"));
 }
 
-void LockedFiles::setsTheLevelWhenTheFileIsLetGo_data()
+void LockedFiles::setsTheLevelWhenTheFileIsReleased_data()
 {
     QTest::addColumn<int>("others");
     QTest::addColumn<int>("outcome");
@@ -100,7 +100,7 @@ void LockedFiles::setsTheLevelWhenTheFileIsLetGo_data()
         << int(HeldFile::Others::MayRead) << int(LogLevelRewrite::Outcome::Failed);
 }
 
-void LockedFiles::setsTheLevelWhenTheFileIsLetGo()
+void LockedFiles::setsTheLevelWhenTheFileIsReleased()
 {
     QFETCH(int, others);
     ScratchFolder scratch;

@@ -8,11 +8,11 @@ class ProgramFile : public QObject
     Q_OBJECT
 
 private slots:
-    void tellsItsVersion_data();
-    void tellsItsVersion();
+    void hasAVersion_data();
+    void hasAVersion();
     void hasAnIconForEverySize();
-    void asksForWhatItNeeds_data();
-    void asksForWhatItNeeds();
+    void hasTheManifestsSettings_data();
+    void hasTheManifestsSettings();
     void leavesTheCodePageToWindows();
 };
 
@@ -63,7 +63,7 @@ QString manifest()
 
 } // namespace
 
-void ProgramFile::tellsItsVersion_data()
+void ProgramFile::hasAVersion_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("value");
@@ -76,7 +76,7 @@ void ProgramFile::tellsItsVersion_data()
     QTest::newRow("file") << QStringLiteral("OriginalFilename") << QStringLiteral("Vantrel.exe");
 }
 
-void ProgramFile::tellsItsVersion()
+void ProgramFile::hasAVersion()
 {
     QFETCH(QString, name);
     QFETCH(QString, value);
@@ -94,7 +94,7 @@ void ProgramFile::hasAnIconForEverySize()
     }
 }
 
-void ProgramFile::asksForWhatItNeeds_data()
+void ProgramFile::hasTheManifestsSettings_data()
 {
     QTest::addColumn<QString>("part");
 
@@ -108,7 +108,7 @@ void ProgramFile::asksForWhatItNeeds_data()
     QTest::newRow("Windows 10") << QStringLiteral("{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}");
 }
 
-void ProgramFile::asksForWhatItNeeds()
+void ProgramFile::hasTheManifestsSettings()
 {
     QFETCH(QString, part);
     QVERIFY2(manifest().contains(part), qPrintable(manifest()));

@@ -23,7 +23,7 @@ private slots:
     void findsNoneWhereNothingIsRegistered();
     void onlyReadsTheRegistry();
     void namesTheUsersProfileAsHome();
-    void chinesePathIsReadAsItIs();
+    void chinesePathIsReadUnchanged();
     void choosesTheLanguageOfTheRegisteredClient_data();
     void choosesTheLanguageOfTheRegisteredClient();
     void speaksEnglishWithoutAClient();
@@ -96,7 +96,7 @@ void RegisteredClient::namesTheUsersProfileAsHome()
     QVERIFY(QFileInfo(home).isDir());
 }
 
-void RegisteredClient::chinesePathIsReadAsItIs()
+void RegisteredClient::chinesePathIsReadUnchanged()
 {
     const QString icon = text("D:\\相机\\QZ查看器.exe,0");
     const ClientRegistration registration(QString(), icon);

@@ -8,7 +8,7 @@
 
 #include <windows.h>
 
-/// The way of a search from the command line through findstr to its lines.
+/// A search from the command line through findstr to its lines.
 class SystemSearch : public QObject
 {
     Q_OBJECT
@@ -79,7 +79,7 @@ void SystemSearch::reachesFoldersThatTheCodePageCannotSpell()
 
 void SystemSearch::logsAPathThatHasNoOtherName()
 {
-    const QString path = text("C:/no such folder/相한é.log"); // nothing is there to be named
+    const QString path = text("C:/no such folder/相한é.log"); // has no short name
     const DebugCapture output;
     QCOMPARE(found(path, "x"), QByteArray());
     QVERIFY(output.lines().isEmpty());

@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <QtTest>
 
-/// A program that ends while findstr, which it started, goes on.
+/// A program that ends while its findstr is still running.
 class UnfinishedSearch : public QObject
 {
     Q_OBJECT

@@ -13,7 +13,7 @@ class WindowsReports : public QObject
 private slots:
     void everyAdapterHasItsBlock();
     void memoryIsReportedInMegabytes();
-    void modulesSurviveWhatTheSystemDoesNotTell();
+    void missingPropertiesOfModulesAreHandled();
     void eventLogsAreExported();
     void noDumpIsNoFailure();
 };
@@ -60,7 +60,7 @@ void WindowsReports::memoryIsReportedInMegabytes()
     QVERIFY2(matches(lines[2], "Available Physical Memory: \\d+ MB\\r?"), lines[2].constData());
 }
 
-void WindowsReports::modulesSurviveWhatTheSystemDoesNotTell()
+void WindowsReports::missingPropertiesOfModulesAreHandled()
 {
     ExportFixture f;
     const QString folder = f.scratch.folder(text("staging"));

@@ -14,8 +14,8 @@ class Adapters : public QObject
 private slots:
     void speedIsMegabitsOrNone_data();
     void speedIsMegabitsOrNone();
-    void upIsWhatWorks_data();
-    void upIsWhatWorks();
+    void operationalAdaptersAreUp_data();
+    void operationalAdaptersAreUp();
     void withoutTheKernelsFolderSpeedIsNoneAndUpIsRunning();
     void theLoopbackHasNoHardwareAddress();
     void allAdaptersAreListedInTheirOrder();
@@ -69,7 +69,7 @@ void Adapters::speedIsMegabitsOrNone()
     QTEST(adapter.receiveSpeed, "speed");
 }
 
-void Adapters::upIsWhatWorks_data()
+void Adapters::operationalAdaptersAreUp_data()
 {
     const bool running = QNetworkInterface::interfaceFromName(loopback())
                              .flags()
@@ -83,7 +83,7 @@ void Adapters::upIsWhatWorks_data()
     QTest::newRow("lowerlayerdown") << QByteArray("lowerlayerdown\n") << false;
 }
 
-void Adapters::upIsWhatWorks()
+void Adapters::operationalAdaptersAreUp()
 {
     QFETCH(QByteArray, state);
     QTEST(loopbackWith("operstate", state).up, "up");

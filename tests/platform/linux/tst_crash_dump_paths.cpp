@@ -12,8 +12,8 @@ class KernelDumps : public QObject
 
 private slots:
     void noCrashFolderMeansNoKernelDump();
-    void theNewestOfAllKernelDumpsCounts();
-    void theKernelsLogBesideIsNone();
+    void theNewestKernelDumpIsTaken();
+    void theKernelsLogIsNotADump();
     void unreadableOnesAreMissing();
     void smallDumpsAreKernelLogsThatMayBeRead();
 };
@@ -39,7 +39,7 @@ void KernelDumps::noCrashFolderMeansNoKernelDump()
     QCOMPARE(kernelDumpBelow(scratch.path()), QString());
 }
 
-void KernelDumps::theNewestOfAllKernelDumpsCounts()
+void KernelDumps::theNewestKernelDumpIsTaken()
 {
     ScratchFolder scratch;
     scratch.file(text("127.0.0.1-2024-01-01-10:00:00/vmcore"), "1", noon.addDays(-3));
@@ -53,7 +53,7 @@ void KernelDumps::theNewestOfAllKernelDumpsCounts()
     QCOMPARE(kernelDumpBelow(scratch.path()), third);
 }
 
-void KernelDumps::theKernelsLogBesideIsNone()
+void KernelDumps::theKernelsLogIsNotADump()
 {
     ScratchFolder scratch;
     const QString dump = scratch.file(text("a/vmcore"), "1", noon.addDays(-1));

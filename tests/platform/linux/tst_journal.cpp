@@ -15,10 +15,10 @@ class JournalExport : public QObject
     Q_OBJECT
 
 private slots:
-    void asksForTheUsersOrTheSystemsEventsLosslessly_data();
-    void asksForTheUsersOrTheSystemsEventsLosslessly();
-    void takesWhatIsPrintedByteForByte();
-    void replacesWhatStoodThere();
+    void requestsTheUsersOrTheSystemsEventsLosslessly_data();
+    void requestsTheUsersOrTheSystemsEventsLosslessly();
+    void storesTheOutputByteForByte();
+    void replacesAnExistingFile();
     void runsNoShell();
     void logsWhatTheProgramWritesToStandardError();
     void endlessErrorsTakeNoMemory();
@@ -26,9 +26,9 @@ private slots:
     void saysNothingByDefault();
     void aCrashingProgramLeavesNoFile();
     void aMissingProgramLeavesNoFile();
-    void aProgramThatHangsIsEnded();
-    void aSlowProgramThatGoesOnWritingIsNot();
-    void aUserWithoutEventsCostsNothing();
+    void aProgramThatHangsIsKilled();
+    void aSlowProgramThatKeepsWritingIsNotKilled();
+    void aUserWithoutEventsIsNoFailure();
     void aSystemWithoutEventsKeepsNoJournal();
     void aTargetThatCannotBeWrittenFails();
     void worksOnAThreadWithoutEventLoop();
@@ -41,7 +41,7 @@ const QString system_ = QStringLiteral("System");
 
 } // namespace
 
-void JournalExport::asksForTheUsersOrTheSystemsEventsLosslessly_data()
+void JournalExport::requestsTheUsersOrTheSystemsEventsLosslessly_data()
 {
     QTest::addColumn<QString>("channel");
     QTest::addColumn<QByteArray>("arguments");
@@ -49,7 +49,7 @@ void JournalExport::asksForTheUsersOrTheSystemsEventsLosslessly_data()
     QTest::newRow("system's") << system_ << QByteArray("--system\n--no-pager\n-o\nexport\n");
 }
 
-void JournalExport::asksForTheUsersOrTheSystemsEventsLosslessly()
+void JournalExport::requestsTheUsersOrTheSystemsEventsLosslessly()
 {
     QFETCH(QString, channel);
     JournalScript script("printf '%s\\n' \"$@\"");
@@ -57,7 +57,7 @@ void JournalExport::asksForTheUsersOrTheSystemsEventsLosslessly()
     QTEST(script.scratch.read(text("events")), "arguments");
 }
 
-void JournalExport::takesWhatIsPrintedByteForByte()
+void JournalExport::storesTheOutputByteForByte()
 {
     JournalScript script("printf 'a\\0b\\r\\n\\377'");
     const Diagnostics diagnostics(text("vantrel.platform"));
@@ -67,7 +67,7 @@ void JournalExport::takesWhatIsPrintedByteForByte()
     QCOMPARE(output.lines(), QStringList());
 }
 
-void JournalExport::replacesWhatStoodThere()
+void JournalExport::replacesAnExistingFile()
 {
     JournalScript script("echo new");
     script.scratch.file(text("events"), "old and longer\n");
@@ -147,7 +147,7 @@ void JournalExport::aMissingProgramLeavesNoFile()
     QVERIFY(output.contains(text("cannot run \"%1\"").arg(journal.program)));
 }
 
-void JournalExport::aProgramThatHangsIsEnded()
+void JournalExport::aProgramThatHangsIsKilled()
 {
     JournalScript script("echo half; echo waiting >&2; exec sleep 1000");
     script.journal.timeout = 300;
@@ -162,7 +162,7 @@ void JournalExport::aProgramThatHangsIsEnded()
     QVERIFY(output.contains(text("killed after 300 ms without output:")));
 }
 
-void JournalExport::aSlowProgramThatGoesOnWritingIsNot()
+void JournalExport::aSlowProgramThatKeepsWritingIsNotKilled()
 {
     JournalScript script("for i in 1 2 3 4 5 6 7 8; do echo $i; sleep 0.25; done");
     script.journal.timeout = 1500; // shorter than the whole run, longer than its pauses
@@ -170,7 +170,7 @@ void JournalExport::aSlowProgramThatGoesOnWritingIsNot()
     QCOMPARE(script.scratch.read(text("events")), QByteArray("1\n2\n3\n4\n5\n6\n7\n8\n"));
 }
 
-void JournalExport::aUserWithoutEventsCostsNothing()
+void JournalExport::aUserWithoutEventsIsNoFailure()
 {
     JournalScript script("exit 0");
     const Diagnostics diagnostics(text("vantrel.platform"));

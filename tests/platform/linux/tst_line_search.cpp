@@ -14,18 +14,18 @@ class LineSearchTest : public QObject
 private slots:
     void understandsFindstrsExpressions_data();
     void understandsFindstrsExpressions();
-    void takesEveryLineEndForAnEnd();
+    void acceptsEveryLineEnd();
     void printsAMatchingLineOnce();
     void searchesTheLastLineWithoutALineFeed();
-    void handsOutLinesInPiecesOf511Bytes_data();
-    void handsOutLinesInPiecesOf511Bytes();
+    void returnsLinesInPiecesOf511Bytes_data();
+    void returnsLinesInPiecesOf511Bytes();
     void findsLinesOfTenMegabytes();
     void keepsZeroBytesInTheFileFromHidingWhatFollows();
-    void saysWhenTheFileCannotBeSearched();
+    void failsWhenTheFileCannotBeSearched();
     void cannotSearchWithoutPermission();
-    void endsWhereAFileWasCutMeanwhile();
+    void endsWhereAFileWasTruncatedMeanwhile();
     void endsWhenItIsStopped();
-    void saysWhenAFileCannotBeReadAnyFurther();
+    void logsWhenReadingFails();
     void matchesNothingWithoutAnExpression();
 
 private:
@@ -166,7 +166,7 @@ void LineSearchTest::understandsFindstrsExpressions()
     QCOMPARE(among.contains(printed), matches);
 }
 
-void LineSearchTest::takesEveryLineEndForAnEnd()
+void LineSearchTest::acceptsEveryLineEnd()
 {
     QCOMPARE(search("b$", "ab\r\nab\nabc\nab"), QByteArrayList({"ab\n", "ab\n", "ab"}));
     QCOMPARE(search("b.", "ab\r\nab\n"), QByteArrayList());
@@ -187,7 +187,7 @@ void LineSearchTest::searchesTheLastLineWithoutALineFeed()
     QCOMPARE(search("x*", ""), QByteArrayList());
 }
 
-void LineSearchTest::handsOutLinesInPiecesOf511Bytes_data()
+void LineSearchTest::returnsLinesInPiecesOf511Bytes_data()
 {
     QTest::addColumn<int>("length");
     QTest::addColumn<QList<int>>("pieces");
@@ -198,7 +198,7 @@ void LineSearchTest::handsOutLinesInPiecesOf511Bytes_data()
     QTest::newRow("three pieces") << 1200 << QList<int>{511, 511, 179};
 }
 
-void LineSearchTest::handsOutLinesInPiecesOf511Bytes()
+void LineSearchTest::returnsLinesInPiecesOf511Bytes()
 {
     QFETCH(int, length);
     for (const char *lineEnd : {"\n", "\r\n"}) {
@@ -227,7 +227,7 @@ void LineSearchTest::keepsZeroBytesInTheFileFromHidingWhatFollows()
     QCOMPARE(search("needle", text), QByteArrayList({"a", "needle\n"}));
 }
 
-void LineSearchTest::saysWhenTheFileCannotBeSearched()
+void LineSearchTest::failsWhenTheFileCannotBeSearched()
 {
     const PieceSink none = [](const char * /*piece*/) { QFAIL("nothing to find"); };
     QVERIFY(!systemLineSearch("x", scratch.path(QStringLiteral("missing.log")), none));
@@ -248,7 +248,7 @@ void LineSearchTest::cannotSearchWithoutPermission()
     QVERIFY(!systemLineSearch("a", path, [](const char * /*piece*/) { QFAIL("a line"); }));
 }
 
-void LineSearchTest::endsWhereAFileWasCutMeanwhile()
+void LineSearchTest::endsWhereAFileWasTruncatedMeanwhile()
 {
     const QString path =
         scratch.file(QStringLiteral("shrinking.log"), QByteArray("x\n").repeated(1'000'000));
@@ -277,7 +277,7 @@ void LineSearchTest::endsWhenItIsStopped()
     }
 }
 
-void LineSearchTest::saysWhenAFileCannotBeReadAnyFurther()
+void LineSearchTest::logsWhenReadingFails()
 {
     const QString path = QStringLiteral("/proc/self/mem"); // opens, but cannot be read
     const Diagnostics diagnostics(QStringLiteral("vantrel.findstr"));

@@ -10,18 +10,18 @@ class Memory : public QObject
 
 private slots:
     void theTableGivesTotalAvailableAndTheUsedShare();
-    void theUsedShareIsCutToWholePercent();
-    void moreAvailableThanThereIsMeansNoLoad();
+    void theUsedShareIsRoundedDownToWholePercent();
+    void moreAvailableThanTotalMeansNoLoad();
     void aTableWithoutTheFiguresIsNoStatus_data();
     void aTableWithoutTheFiguresIsNoStatus();
     void aMissingTableIsNoStatus();
 
     void modulesComeInTheirOrderWithKilobytesAndSpeed();
     void emptySlotsAreNoModules();
-    void whatAModuleDoesNotTellIsEmpty();
+    void missingPropertiesOfAModuleAreEmpty();
     void foreignBytesStayAsTheyAre();
     void moreThanTenSlotsKeepTheirOrder();
-    void figuresTooLargeAreCut();
+    void numbersTooLargeAreLimited();
     void otherPropertiesAreNoModules();
     void aMissingDeviceHasNoModules();
     void anotherDeviceHasNoModules();
@@ -47,14 +47,14 @@ void Memory::theTableGivesTotalAvailableAndTheUsedShare()
     QCOMPARE(status->load, 25U);
 }
 
-void Memory::theUsedShareIsCutToWholePercent()
+void Memory::theUsedShareIsRoundedDownToWholePercent()
 {
     QCOMPARE(statusOf("MemTotal: 1000 kB\nMemAvailable: 1 kB\n")->load, 99U);
     QCOMPARE(statusOf("MemTotal: 1000 kB\nMemAvailable: 991 kB\n")->load, 0U);
     QCOMPARE(statusOf("MemTotal: 1000 kB\nMemAvailable: 0 kB\n")->load, 100U);
 }
 
-void Memory::moreAvailableThanThereIsMeansNoLoad()
+void Memory::moreAvailableThanTotalMeansNoLoad()
 {
     QCOMPARE(statusOf("MemTotal: 1000 kB\nMemAvailable: 5000 kB\n")->load, 0U);
 }
@@ -108,7 +108,7 @@ void Memory::emptySlotsAreNoModules()
     QCOMPARE(modules[0].capacity, 1);
 }
 
-void Memory::whatAModuleDoesNotTellIsEmpty()
+void Memory::missingPropertiesOfAModuleAreEmpty()
 {
     const auto modules = modulesIn({{"MEMORY_DEVICE_0_SIZE", "2048"},
                                     {"MEMORY_DEVICE_1_PART_NUMBER", "no size"},
@@ -139,7 +139,7 @@ void Memory::moreThanTenSlotsKeepTheirOrder()
         QCOMPARE(modules[i].partNumber, QByteArray::number(i));
 }
 
-void Memory::figuresTooLargeAreCut()
+void Memory::numbersTooLargeAreLimited()
 {
     const auto modules = modulesIn({{"MEMORY_DEVICE_0_SIZE", "18446744073709551615"},
                                     {"MEMORY_DEVICE_0_SPEED_MTS", "4294967295"}});

@@ -17,15 +17,15 @@ class PrivateFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void aFileIsForItsOwner_data() { umasks(); }
-    void aFileIsForItsOwner();
-    void aFileThatIsThereBecomesAnother();
-    void aFileThatCannotBeReplacedIsTakenFromTheOthers();
+    void aFileIsPrivate_data() { umasks(); }
+    void aFileIsPrivate();
+    void anExistingFileIsReplaced();
+    void aFileThatCannotBeReplacedBecomesPrivate();
     void aLinkIsFollowed();
-    void whatIsNoFileKeepsItsRights();
-    void aFolderIsForItsOwner_data() { umasks(); }
-    void aFolderIsForItsOwner();
-    void aFolderThatIsThereBecomesPrivate();
+    void specialFilesKeepTheirPermissions();
+    void aFolderIsPrivate_data() { umasks(); }
+    void aFolderIsPrivate();
+    void anExistingFolderBecomesPrivate();
     void aFolderIsOneLevelOnly();
     void aFileIsNoFolder();
 
@@ -73,7 +73,7 @@ void PrivateFiles::umasks()
         QTest::addRow("%03o", mask) << mask;
 }
 
-void PrivateFiles::aFileIsForItsOwner()
+void PrivateFiles::aFileIsPrivate()
 {
     QFETCH(int, mask);
     ScratchFolder scratch;
@@ -85,7 +85,7 @@ void PrivateFiles::aFileIsForItsOwner()
     QCOMPARE(modeOf(path), 0600);
 }
 
-void PrivateFiles::aFileThatIsThereBecomesAnother()
+void PrivateFiles::anExistingFileIsReplaced()
 {
     ScratchFolder scratch;
     const QString path = scratch.file(text("file"), "old");
@@ -98,7 +98,7 @@ void PrivateFiles::aFileThatIsThereBecomesAnother()
     QCOMPARE(reader.readAll(), QByteArray("old")); // an open file sees nothing new
 }
 
-void PrivateFiles::aFileThatCannotBeReplacedIsTakenFromTheOthers()
+void PrivateFiles::aFileThatCannotBeReplacedBecomesPrivate()
 {
     ScratchFolder scratch;
     QVERIFY(QFile::setPermissions(scratch.path(), Everybody::mayDoAll));
@@ -130,7 +130,7 @@ void PrivateFiles::aLinkIsFollowed()
     QCOMPARE(modeOf(elsewhere), 0600);
 }
 
-void PrivateFiles::whatIsNoFileKeepsItsRights()
+void PrivateFiles::specialFilesKeepTheirPermissions()
 {
     ScratchFolder scratch;
     const QByteArray pipe = QFile::encodeName(scratch.path(text("pipe")));
@@ -144,7 +144,7 @@ void PrivateFiles::whatIsNoFileKeepsItsRights()
     QCOMPARE(modeOf(scratch.path(text("pipe"))), 0644);
 }
 
-void PrivateFiles::aFolderIsForItsOwner()
+void PrivateFiles::aFolderIsPrivate()
 {
     QFETCH(int, mask);
     ScratchFolder scratch;
@@ -156,7 +156,7 @@ void PrivateFiles::aFolderIsForItsOwner()
     QCOMPARE(modeOf(path), 0700);
 }
 
-void PrivateFiles::aFolderThatIsThereBecomesPrivate()
+void PrivateFiles::anExistingFolderBecomesPrivate()
 {
     ScratchFolder scratch;
     const QString path = scratch.folder(text("folder"));

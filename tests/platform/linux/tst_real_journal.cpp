@@ -15,8 +15,8 @@ class RealJournal : public QObject
 
 private slots:
     void initTestCase();
-    void isExportedAsItStands_data();
-    void isExportedAsItStands();
+    void isExportedUnchanged_data();
+    void isExportedUnchanged();
 };
 
 namespace {
@@ -84,7 +84,7 @@ void RealJournal::initTestCase()
         QSKIP("systemd-journal-remote, which makes journals, is missing");
 }
 
-void RealJournal::isExportedAsItStands_data()
+void RealJournal::isExportedUnchanged_data()
 {
     QTest::addColumn<QString>("channel");
     QTest::addColumn<QString>("fileName");
@@ -92,7 +92,7 @@ void RealJournal::isExportedAsItStands_data()
     QTest::newRow("user's") << text("Application") << text("user-%1.journal").arg(getuid());
 }
 
-void RealJournal::isExportedAsItStands()
+void RealJournal::isExportedUnchanged()
 {
     QFETCH(QString, channel);
     QFETCH(QString, fileName);

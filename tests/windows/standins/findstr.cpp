@@ -10,13 +10,12 @@
 #include <io.h>
 #include <windows.h>
 
-// Stands in for the system's findstr, which Wine does not have. It knows the one way in which the
-// program calls it: findstr /r EXPRESSION FILE. The command processor takes it from the folder that
-// the tests run in before it looks anywhere else.
+// Replaces findstr, which Wine lacks. Supports only the program's own call: findstr /r EXPRESSION
+// FILE. The command processor finds it first in the tests' working folder.
 
 namespace {
 
-/// What the real one is believed to make of its arguments.
+/// @p argument in the encoding that the real one presumably uses.
 std::string inSystemCodePage(const wchar_t *argument)
 {
     std::string bytes(2 * std::wstring_view(argument).size() + 1, '\0');
@@ -25,7 +24,7 @@ std::string inSystemCodePage(const wchar_t *argument)
     return bytes;
 }
 
-/// Makes the file that this variable names, and goes on once somebody has removed it.
+/// Creates the file named by this variable, and continues once it is removed.
 void waitIfAskedTo()
 {
     const wchar_t *const path = _wgetenv(L"VANTREL_FINDSTR_WAITS");
@@ -47,7 +46,7 @@ std::string_view withoutLineEnd(std::string_view line)
     return line;
 }
 
-/// False: it cannot be read.
+/// Returns false if the file cannot be read.
 bool search(const wchar_t *path, std::string_view expression)
 {
     FILE *const file = _wfopen(path, L"rb");

@@ -7,9 +7,9 @@
 
 #include <winevt.h>
 
-// Stands in for the system's library of event logs, whose export fails under Wine. Two channels are
-// there. VANTREL_REFUSED_CHANNEL names one that cannot be exported, VANTREL_REFUSAL the error then;
-// with VANTREL_HALF_EXPORT a part of it is written before that is found out.
+// Replaces the system's event log library, whose export fails under Wine. It has two channels.
+// VANTREL_REFUSED_CHANNEL names one whose export fails, VANTREL_REFUSAL its error code; with
+// VANTREL_HALF_EXPORT a part is written first.
 
 namespace {
 
@@ -26,7 +26,7 @@ BOOL fail(DWORD error)
     return FALSE;
 }
 
-/// What a test can see of how it was asked.
+/// The file contents, which contain the arguments of the call.
 std::string events(const wchar_t *channel, const wchar_t *query, DWORD flags)
 {
     std::string text("events of ");

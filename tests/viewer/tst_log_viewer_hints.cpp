@@ -1,5 +1,6 @@
 #include "CommonTitleBar.h"
 #include "EventCount.h"
+#include "Machine.h"
 #include "ViewerFixture.h"
 
 #include <QHelpEvent>
@@ -183,6 +184,8 @@ void LogViewerHints::namesTheFileInEveryLanguage()
 
 void LogViewerHints::keepsBracketsInTheNameOfAFile()
 {
+    if (onWindows())
+        QSKIP("no file can have such a name here");
     ViewerFixture f;
     QVERIFY(f.show());
     QVERIFY(f.open(f.folder.file(QStringLiteral("a[*].log"), "one\n")));
@@ -192,7 +195,7 @@ void LogViewerHints::keepsBracketsInTheNameOfAFile()
 void LogViewerHints::tellsThePathInTheTitleBarsToolTip()
 {
     ViewerFixture f;
-    const QString path = f.folder.file(QStringLiteral("<b>a</b>.log"), "one\n");
+    const QString path = f.folder.file(QStringLiteral("a &amp; b.log"), "one\n");
     QVERIFY(f.open(path));
     QVERIFY(f.show());
     auto *const bar = f.find<CommonTitleBar>("mainTitleBar");

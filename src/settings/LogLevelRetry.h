@@ -14,8 +14,8 @@ class LogLevelRetry : public QObject
     Q_OBJECT
 
 public:
-    /// Continues @p rewrite, which has failed once. Starts immediately.
-    LogLevelRetry(std::unique_ptr<LogLevelRewrite> rewrite, QObject *parent);
+    /// Continues @p failed, which has failed once. Starts immediately.
+    LogLevelRetry(std::unique_ptr<LogLevelRewrite> failed, QObject *parent);
 
     /// Tries @p level now, between two rounds. The rounds continue in any case.
     LogLevelRewrite::Outcome apply(int level);

@@ -3,16 +3,17 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
-#include <QThreadPool>
 
 #include <algorithm>
 #include <atomic>
 #include <future>
+#include <new>
+#include <system_error>
 #include <vector>
 
 namespace {
 
-constexpr int threadCount = 4; // copying waits for the disk, not for the processor
+constexpr std::size_t threadCount = 4; // copying waits for the disk, not for the processor
 
 /// The indices of the copies, grouped by target: copies to one target must not race.
 std::vector<std::vector<int>> groupedByTarget(const QVector<FileCopy> &copies)
@@ -51,19 +52,31 @@ void copyFiles(const QVector<FileCopy> &copies,
                const std::function<CopyResult(const FileCopy &)> &copyOne)
 {
     const std::vector<std::vector<int>> groups = groupedByTarget(copies);
-    std::vector<std::promise<CopyResult>> results(std::size_t(copies.size()));
+    std::vector<std::packaged_task<CopyResult()>> tasks;
+    for (const FileCopy &copy : copies)
+        tasks.emplace_back([&copyOne, &copy]() -> CopyResult {
+            try {
+                return copyOne(copy);
+            } catch (const std::bad_alloc &) {
+                return {false, QStringLiteral("out of memory")};
+            }
+        });
     std::atomic<std::size_t> nextGroup{0};
     const auto work = [&] {
         for (std::size_t group = nextGroup++; group < groups.size(); group = nextGroup++) {
             for (const int i : groups[group])
-                results[std::size_t(i)].set_value(copyOne(copies.at(i)));
+                tasks[std::size_t(i)]();
         }
     };
 
-    QThreadPool pool; // its destructor waits
-    pool.setMaxThreadCount(threadCount);
-    for (std::size_t i = 0; i < std::min(groups.size(), std::size_t(threadCount)); ++i)
-        pool.start(work);
+    std::vector<std::future<void>> workers; // their destructors wait
+    try {
+        for (std::size_t i = 0; i < std::min(groups.size(), threadCount); ++i)
+            workers.push_back(std::async(std::launch::async, work));
+    } catch (const std::system_error &) { // too many threads
+        if (workers.empty())
+            work();
+    }
     for (int i = 0; i < copies.size(); ++i)
-        report(copies.at(i), results[std::size_t(i)].get_future().get());
+        report(copies.at(i), tasks[std::size_t(i)].get_future().get());
 }

@@ -31,6 +31,7 @@ private slots:
     void makesFourAtATimeAndNoMore();
     void makesTheFirstOfTwoWithOneTargetFirst_data();
     void makesTheFirstOfTwoWithOneTargetFirst();
+    void reportsACopyThatRunsOutOfMemory();
     void reportsNothingForAnEmptyList();
 };
 
@@ -243,6 +244,22 @@ void FileCopiesTest::makesTheFirstOfTwoWithOneTargetFirst()
             return {true, {}};
         });
     QVERIFY(secondCameAfterIt);
+}
+
+void FileCopiesTest::reportsACopyThatRunsOutOfMemory()
+{
+    QStringList reports;
+    copyFiles(
+        copiesOf({text("a"), text("b"), text("c")}),
+        [&](const FileCopy &copy, const CopyResult &result) {
+            reports.append(copy.from + QLatin1Char(' ') + result.failure);
+        },
+        [](const FileCopy &copy) {
+            if (copy.from == text("b"))
+                throw std::bad_alloc();
+            return CopyResult{true, {}};
+        });
+    QCOMPARE(reports, QStringList({text("a "), text("b out of memory"), text("c ")}));
 }
 
 void FileCopiesTest::reportsNothingForAnEmptyList()

@@ -41,7 +41,7 @@ bool areHeldBy(const ZipLimits &limits, const std::vector<FileToPack> &files)
     for (const FileToPack &file : files) {
         if (file.size > limits.entryBytes)
             return false;
-        sum += file.size + file.size / 1024 + 2 * file.name.toUtf8().size() + headers;
+        sum += file.size + file.size / 1024 + 2 * qint64(file.name.toUtf8().size()) + headers;
     }
     return files.size() <= limits.entries && sum <= limits.archiveBytes;
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr qint64 pieceSize = 1024 * 1024; // bytes
+constexpr qint64 pieceSize = 1 << 20; // bytes
 
 // The reported size is only a hint: some files have none, others grow meanwhile.
 std::string readAll(QFile &file)

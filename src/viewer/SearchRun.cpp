@@ -98,7 +98,7 @@ SearchRun::~SearchRun()
     findings->stopped = true;
     QObject::connect(thread.get(), &QThread::finished, thread.get(), &QObject::deleteLater);
     if (!thread->wait(QDeadlineTimer(stopGracePeriod)))
-        thread.release(); // deletes itself when finished
+        (void)thread.release(); // deletes itself when finished
 }
 
 std::string SearchRun::take(std::chrono::milliseconds timeout)

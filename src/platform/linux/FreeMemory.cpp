@@ -9,5 +9,5 @@ void returnFreeMemory()
 
 void joinFreedBlocksAtOnce()
 {
-    mallopt(M_MXFAST, 0);
+    mallopt(M_MXFAST, 0); // NOLINT(concurrency-mt-unsafe): there are no other threads yet
 }

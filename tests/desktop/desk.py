@@ -291,6 +291,13 @@ class Program:
             lambda: not any(fnmatch.fnmatchcase(w.name, name) for w in self.windows()),
         )
 
+    def remove_shared_memory(self):
+        """Shared memory outlives a killed program, and the system has only 4,096 segments."""
+        for key_file in pathlib.Path(self.folder.name).glob("qipc_sharedmemory_*"):
+            about = key_file.stat()
+            key = ord("Q") << 24 | (about.st_dev & 0xFF) << 16 | about.st_ino & 0xFFFF  # ftok()
+            subprocess.run(["ipcrm", "--shmem-key", hex(key)], stderr=subprocess.DEVNULL)
+
     def end(self):
         self.listener.deregister("object:state-changed:showing")
         if self.process is not None and self.process.poll() is None:
@@ -301,6 +308,7 @@ class Program:
             except subprocess.TimeoutExpired:
                 self.process.kill()
                 self.process.wait()
+        self.remove_shared_memory()
         self.said.seek(0)
         said = self.said.read().decode(errors="replace")
         self.said.close()

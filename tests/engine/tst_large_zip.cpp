@@ -60,6 +60,14 @@ QString sparse(ScratchFolder &scratch, const QString &name, qint64 size, const Q
     return file.fileName();
 }
 
+bool pack(const QVector<PackedFile> &files, const QString &zip)
+{
+    ZipArchive archive(zip);
+    for (const PackedFile &file : files)
+        archive.addFile(file.name, file.path);
+    return archive.close();
+}
+
 } // namespace
 
 void LargeZip::aKernelDumpOfFiveGibibytes()
@@ -143,12 +151,7 @@ void LargeZip::seventyThousandEntries()
     const QString zip = scratch.path(text("a.zip"));
     const DebugCapture output;
     const MemoryPeak memory;
-    {
-        ZipArchive archive(zip);
-        for (const PackedFile &original : qAsConst(originals))
-            archive.addFile(original.name, original.path);
-        QVERIFY(archive.close());
-    }
+    QVERIFY(pack(originals, zip));
     QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
     QCOMPARE(output.lines(), QStringList());
     QCOMPARE(zipToolsComplaint(zip, originals), QString());
@@ -238,12 +241,7 @@ void LargeZip::anArchiveOfMoreThanFourGibibytes()
     originals.append({text("small"), small});
     const QString zip = scratch.path(text("a.zip"));
     const MemoryPeak memory;
-    {
-        ZipArchive archive(zip);
-        for (const PackedFile &original : qAsConst(originals))
-            archive.addFile(original.name, original.path);
-        QVERIFY(archive.close());
-    }
+    QVERIFY(pack(originals, zip));
     QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
     QVERIFY(QFileInfo(zip).size() > 4 * gibibyte);
     QCOMPARE(zipToolsComplaint(zip, originals), QString());

@@ -72,9 +72,6 @@ public:
 
     [[nodiscard]] QVariant data(int role) const override
     {
-        const QVariant changed = QTableWidgetItem::data(role);
-        if (changed.isValid())
-            return changed;
         switch (role) {
         case Qt::DisplayRole:
         case Qt::EditRole:
@@ -82,8 +79,17 @@ public:
         case Qt::ToolTipRole:
             return line;
         default:
-            return {};
+            return QTableWidgetItem::data(role);
         }
+    }
+
+    void setData(int role, const QVariant &value) override
+    {
+        if (role == Qt::DisplayRole || role == Qt::EditRole)
+            shown = value.toString();
+        else if (role == Qt::ToolTipRole)
+            line = value.toString();
+        QTableWidgetItem::setData(role, value); // notifies the table
     }
 
 private:

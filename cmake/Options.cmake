@@ -15,18 +15,22 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTOUIC ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
-# Warnings and strict Qt macros, linked (PRIVATE) by every module, tool and test.
-add_library(vantrel_strict INTERFACE)
-target_compile_options(vantrel_strict INTERFACE
+# Warnings and strict Qt macros, linked (PRIVATE) by every test.
+add_library(vantrel_warnings INTERFACE)
+target_compile_options(vantrel_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
   -Wno-gnu-zero-variadic-macro-arguments # what qCWarning() expands to; clang calls it an extension
   $<$<BOOL:${VANTREL_WERROR}>:-Werror>)
-target_compile_definitions(vantrel_strict INTERFACE
-  QT_NO_CAST_FROM_ASCII
+target_compile_definitions(vantrel_warnings INTERFACE
   QT_NO_CAST_TO_ASCII
   QT_NO_URL_CAST_FROM_STRING
   QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
   QT_DEPRECATED_WARNINGS)
+
+# The same, and every string literal states its encoding; linked (PRIVATE) by everything else.
+add_library(vantrel_strict INTERFACE)
+target_link_libraries(vantrel_strict INTERFACE vantrel_warnings)
+target_compile_definitions(vantrel_strict INTERFACE QT_NO_CAST_FROM_ASCII)
 
 if(VANTREL_SANITIZE)
   add_compile_options(-fsanitize=${VANTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

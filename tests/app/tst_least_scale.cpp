@@ -47,7 +47,7 @@ void LeastScale::raisesTheScaleOfTheStart()
 void LeastScale::paintsTheWholeWindow()
 {
     QWidget window;
-    window.setStyleSheet(QStringLiteral("background: #010203"));
+    window.setStyleSheet("background: #010203");
     window.resize(200, 100);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));

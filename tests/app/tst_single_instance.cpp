@@ -41,27 +41,27 @@ private slots:
 
 namespace {
 
-const QString program = QStringLiteral(VANTREL_GUARD_COPY);
+const QString program = VANTREL_GUARD_COPY;
 
 /// Copies that find one another, but no other copies on this machine.
 struct Family
 {
     [[nodiscard]] QMap<QString, QString> surroundings() const
     {
-        return {{QStringLiteral("TMPDIR"), folder.path()}};
+        return {{"TMPDIR", folder.path()}};
     }
 
     /// The key followed by the program's name.
-    [[nodiscard]] QString completeKey() const { return key + QStringLiteral("guard_copy"); }
+    [[nodiscard]] QString completeKey() const { return key + "guard_copy"; }
 
     /// The server name of the first copy: a temporary file, except on Windows.
     [[nodiscard]] QString serverName() const
     {
-        return onWindows() ? completeKey() : folder.path() + QLatin1Char('/') + completeKey();
+        return onWindows() ? completeKey() : folder.path() + '/' + completeKey();
     }
 
     ScratchFolder folder;
-    QString key = QStringLiteral("Test ") + QUuid::createUuid().toString(QUuid::Id128).left(8);
+    QString key = "Test " + QUuid::createUuid().toString(QUuid::Id128).left(8);
     GuardTraces traces{folder.path(), completeKey()};
 };
 
@@ -75,7 +75,7 @@ struct Member : Copy
 
 QStringList sending(const QByteArray &utf8)
 {
-    return {QStringLiteral("send"), QString::fromLatin1(utf8.toHex())};
+    return {"send", QString::fromLatin1(utf8.toHex())};
 }
 
 QStringList wish(const char *word)
@@ -89,8 +89,8 @@ void SingleInstance::isAnApplicationWithOneSignalAndOneSlot()
 {
     QCOMPARE(SingleApplication::staticMetaObject.superClass(), &QApplication::staticMetaObject);
     const OwnMethods own = ownMethods(SingleApplication::staticMetaObject);
-    QCOMPARE(own.signalsOf, QStringList{QStringLiteral("messageAvailable(QString)")});
-    QCOMPARE(own.slotsOf, QStringList{QStringLiteral("receiveMessage()")});
+    QCOMPARE(own.signalsOf, QStringList{"messageAvailable(QString)"});
+    QCOMPARE(own.slotsOf, QStringList{"receiveMessage()"});
 }
 
 void SingleInstance::secondCopyEndsAtOnceAndLeavesTheFirst()
@@ -243,16 +243,16 @@ void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce()
             QVERIFY(before.tells("first"));
             before.kill();
         }
-        const QString sign = family.folder.path(QStringLiteral("begin"));
+        const QString sign = family.folder.path("begin");
         auto surroundings = family.surroundings();
-        surroundings.insert(QStringLiteral("GUARD_COPY_WAITS_FOR"), sign);
+        surroundings.insert("GUARD_COPY_WAITS_FOR", sign);
         std::vector<std::unique_ptr<Copy>> started;
         for (int i = 0; i < copies; ++i) {
             started.push_back(
                 std::make_unique<Copy>(program, QStringList(family.key), surroundings));
             QVERIFY(started.back()->tells("ready"));
         }
-        family.folder.file(QStringLiteral("begin"));
+        family.folder.file("begin");
         int firsts = 0;
         for (const auto &copy : started) {
             QVERIFY(QTest::qWaitFor([&] { return copy->output().size() > 1; }, 20000));
@@ -260,7 +260,7 @@ void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce()
             firsts += copy->output().last() == "first" ? 1 : 0;
             QVERIFY2(copy->errors().isEmpty(), copy->errors().join("; "));
         }
-        QVERIFY2(firsts == 1, qPrintable(QStringLiteral("%1 in round %2").arg(firsts).arg(round)));
+        QVERIFY2(firsts == 1, qPrintable(QString("%1 in round %2").arg(firsts).arg(round)));
         Member late(family, sending("reached"));
         QVERIFY(late.tells("sent"));
     }

@@ -38,7 +38,7 @@ void StartEnvironment::asksForNoOpenGlUntilTheFirstWindowIsShown()
         QCOMPARE(qgetenv(glIntegration), QByteArray("none"));
         restoreEnvironment();
         QVERIFY(!qEnvironmentVariableIsSet(glIntegration));
-        QVERIFY(!QProcessEnvironment::systemEnvironment().contains(QLatin1String(glIntegration)));
+        QVERIFY(!QProcessEnvironment::systemEnvironment().contains(glIntegration));
     }
 }
 

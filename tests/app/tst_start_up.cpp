@@ -3,7 +3,6 @@
 #include "GuardTraces.h"
 #include "LogConfig.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 
 #include <QFileInfo>
 #include <QtTest>
@@ -23,7 +22,7 @@ private slots:
 
 namespace {
 
-const QString program = QStringLiteral(VANTREL_PROGRAM);
+const QString program = VANTREL_PROGRAM;
 // Qt's warning about the missing slot has two lines.
 const QByteArray missingSlot("QObject::connect: No such slot Vantrel::receiveMessage(QString)");
 const QByteArray itsWindow("QObject::connect:  (receiver name: 'Vantrel')");
@@ -31,21 +30,20 @@ const QByteArray itsWindow("QObject::connect:  (receiver name: 'Vantrel')");
 /// A user with the camera client installed, so that the program does not ask for a properties file.
 struct User
 {
-    User() { folder.file(QStringLiteral("Client/SDKLOG_default.properties"), infoFile); }
+    User() { folder.file("Client/SDKLOG_default.properties", infoFile); }
 
     [[nodiscard]] QMap<QString, QString> surroundings() const
     {
-        return {{text("HOME"), folder.path()},
-                {text("XDG_CONFIG_HOME"), folder.path()},
-                {text("TMPDIR"), folder.path()},
+        return {{"HOME", folder.path()},
+                {"XDG_CONFIG_HOME", folder.path()},
+                {"TMPDIR", folder.path()},
                 // The offscreen platform leaks its screen.
-                {text("ASAN_OPTIONS"), text("detect_leaks=0")}};
+                {"ASAN_OPTIONS", "detect_leaks=0"}};
     }
 
     ScratchFolder folder;
-    ClientRegistration client{folder.path(), folder.path(QStringLiteral("Client/QZviewer.exe")) +
-                                                 QStringLiteral(",0")};
-    GuardTraces traces{folder.path(), QStringLiteral("Pemberk VantrelVantrel")};
+    ClientRegistration client{folder.path(), folder.path("Client/QZviewer.exe") + ",0"};
+    GuardTraces traces{folder.path(), "Pemberk VantrelVantrel"};
 };
 
 struct Start : Copy
@@ -114,7 +112,7 @@ void StartUp::secondStartEndsAtOnceAndLeavesTheFirst()
 void StartUp::ignoresItsArguments()
 {
     const User user;
-    Start first(user, {QStringLiteral("--help"), QStringLiteral("file.log")});
+    Start first(user, {"--help", "file.log"});
     QVERIFY(first.complains(itsWindow));
     QVERIFY(first.isRunning());
 }

@@ -3,7 +3,6 @@
 #include "CTableWidget.h"
 #include "QCheckBoxHeader.h"
 #include "QUserCheckBox.h"
-#include "Text.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
@@ -21,16 +20,16 @@ struct FileTable
     {
         table.setHorizontalHeader(new QCheckBoxHeader(0, Qt::Horizontal, &table));
         table.setColumnCount(3);
-        table.setHorizontalHeaderLabels({QString(), text("Time"), text("Name")});
+        table.setHorizontalHeaderLabels({QString(), "Time", "Name"});
         table.setRowCount(3);
         for (int row = 0; row < 2; ++row) {
             auto *cell = new QWidget;
             boxes[row] = new QUserCheckBox(row, cell);
-            boxes[row]->setAccessibleName(text("%1.log").arg(row));
+            boxes[row]->setAccessibleName(QString("%1.log").arg(row));
             (new QHBoxLayout(cell))->addWidget(boxes[row]);
             table.setCellWidget(row, 0, cell);
-            table.setItem(row, 1, new QTableWidgetItem(text("time %1").arg(row)));
-            table.setItem(row, 2, new QTableWidgetItem(text("%1.log").arg(row)));
+            table.setItem(row, 1, new QTableWidgetItem(QString("time %1").arg(row)));
+            table.setItem(row, 2, new QTableWidgetItem(QString("%1.log").arg(row)));
         }
         table.setSelectionBehavior(QAbstractItemView::SelectRows);
         table.resize(600, 300);

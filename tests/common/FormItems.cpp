@@ -16,7 +16,7 @@ QString describedSpacer(const QSpacerItem &spacer)
 {
     const QSize size = spacer.sizeHint();
     const QSizePolicy policy = spacer.sizePolicy();
-    return QStringLiteral("spacer %1 x %2 %3 %4")
+    return QString("spacer %1 x %2 %3 %4")
         .arg(QString::number(size.width()), QString::number(size.height()),
              policyName(policy.horizontalPolicy()), policyName(policy.verticalPolicy()));
 }
@@ -27,11 +27,11 @@ QString describedItem(const QLayout &layout, int index)
 {
     QLayoutItem *item = layout.itemAt(index);
     if (item == nullptr)
-        return QStringLiteral("nothing");
+        return "nothing";
     if (const QWidget *widget = item->widget())
         return widget->objectName();
     if (const QLayout *inner = item->layout())
-        return QStringLiteral("layout ") + inner->objectName();
+        return "layout " + inner->objectName();
     return describedSpacer(*item->spacerItem());
 }
 

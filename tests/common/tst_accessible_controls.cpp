@@ -36,7 +36,7 @@ namespace {
 
 QString nameOf(QAccessibleInterface *accessible)
 {
-    return accessible != nullptr ? accessible->text(QAccessible::Name) : QStringLiteral("(none)");
+    return accessible != nullptr ? accessible->text(QAccessible::Name) : "(none)";
 }
 
 const QString toggle = QAccessibleActionInterface::toggleAction();
@@ -51,7 +51,7 @@ void AccessibleControls::initTestCase()
 
 void AccessibleControls::toggleABoxAsAClickDoes()
 {
-    QCheckBox box(QStringLiteral("System Log"));
+    QCheckBox box("System Log");
     const QSignalSpy clicked(&box, &QCheckBox::clicked);
     QCOMPARE(seen(&box)->role(), QAccessible::CheckBox);
     QVERIFY(seen(&box)->state().checkable);
@@ -64,7 +64,7 @@ void AccessibleControls::toggleABoxAsAClickDoes()
 
 void AccessibleControls::toggleARadioButtonAsAClickDoes()
 {
-    QRadioButton button(QStringLiteral("DEBUG"));
+    QRadioButton button("DEBUG");
     const QSignalSpy clicked(&button, &QRadioButton::clicked);
     QCOMPARE(seen(&button)->role(), QAccessible::RadioButton);
     seen(&button)->actionInterface()->doAction(toggle);
@@ -93,10 +93,10 @@ void AccessibleControls::pressAToolButtonThatOpensItsMenuItself()
 
 void AccessibleControls::nameAButtonByItsTextUnlessItHasAName()
 {
-    QCheckBox box(QStringLiteral("INFO"));
-    QCOMPARE(nameOf(seen(&box)), QStringLiteral("INFO"));
-    box.setAccessibleName(QStringLiteral("a.log"));
-    QCOMPARE(nameOf(seen(&box)), QStringLiteral("a.log"));
+    QCheckBox box("INFO");
+    QCOMPARE(nameOf(seen(&box)), "INFO");
+    box.setAccessibleName("a.log");
+    QCOMPARE(nameOf(seen(&box)), "a.log");
 }
 
 void AccessibleControls::showTheBoxInEachRow()
@@ -144,9 +144,9 @@ void AccessibleControls::numberTheCellsRowByRow()
     }
     QCOMPARE(table->child(-1), nullptr);
     QCOMPARE(table->child(table->childCount()), nullptr);
-    QCOMPARE(nameOf(table->child(2)), QStringLiteral("Time"));
-    QCOMPARE(nameOf(table->child(4 + 2)), QStringLiteral("time 0"));
-    QCOMPARE(nameOf(f.cell(1, 2)), QStringLiteral("1.log"));
+    QCOMPARE(nameOf(table->child(2)), "Time");
+    QCOMPARE(nameOf(table->child(4 + 2)), "time 0");
+    QCOMPARE(nameOf(f.cell(1, 2)), "1.log");
     QCOMPARE(f.cell(1, 3), nullptr);
     QCOMPARE(f.cell(3, 1), nullptr);
 }
@@ -187,7 +187,7 @@ void AccessibleControls::toggleACellToSelectItsRowWhereThereAreNoBoxes()
     CTableWidget table(nullptr);
     table.setColumnCount(1);
     table.setRowCount(2);
-    table.setItem(1, 0, new QTableWidgetItem(QStringLiteral("a line")));
+    table.setItem(1, 0, new QTableWidgetItem("a line"));
     QAccessibleInterface *cell = seen(&table)->tableInterface()->cellAt(1, 0);
     cell->actionInterface()->doAction(toggle);
     QVERIFY(cell->tableCellInterface()->isSelected());
@@ -213,12 +213,12 @@ void AccessibleControls::followATableThatGrows()
 {
     FileTable f;
     QAccessibleInterface *table = seen(&f.table);
-    QCOMPARE(nameOf(table->child(4 + 2)), QStringLiteral("time 0"));
+    QCOMPARE(nameOf(table->child(4 + 2)), "time 0");
     f.table.insertColumn(0);
     QAccessibleTableModelChangeEvent grown(&f.table,
                                            QAccessibleTableModelChangeEvent::ColumnsInserted);
     table->tableInterface()->modelChange(&grown);
-    QCOMPARE(nameOf(table->child(5 + 3)), QStringLiteral("time 0"));
+    QCOMPARE(nameOf(table->child(5 + 3)), "time 0");
 }
 
 void AccessibleControls::endWithTheTable()

@@ -1,6 +1,5 @@
 #include "AccessibleControls.h"
 #include "FileTable.h"
-#include "Text.h"
 
 #include <QHeaderView>
 #include <QtTest>
@@ -42,7 +41,7 @@ void AccessibleTable::findsTheCellAtAPoint()
     const QRect place = f.cell(1, 2)->rect();
     QAccessibleInterface *found = seen(&f.table)->childAt(place.center().x(), place.center().y());
     QCOMPARE(found, f.cell(1, 2));
-    QCOMPARE(found->text(QAccessible::Name), text("1.log"));
+    QCOMPARE(found->text(QAccessible::Name), "1.log");
     QVERIFY(seen(&f.table)->childAt(-10000, -10000) == nullptr);
 }
 
@@ -69,7 +68,7 @@ void AccessibleTable::reportsWhatCellsAndHeadersAre()
     QVERIFY(f.cell(-1, 1)->tableCellInterface() == nullptr);
     QVERIFY(f.cell(0, -1)->state().invisible);
     QVERIFY(!f.cell(0, 1)->state().invisible);
-    QCOMPARE(tableOf(f)->columnDescription(2), text("Name"));
+    QCOMPARE(tableOf(f)->columnDescription(2), "Name");
     QCOMPARE(tableOf(f)->rowDescription(0), QString());
     QVERIFY(tableOf(f)->caption() == nullptr);
     QVERIFY(tableOf(f)->summary() == nullptr);
@@ -135,8 +134,8 @@ void AccessibleTable::hasCellsWithoutChildren()
     QVERIFY(cell->child(0) == nullptr);
     QVERIFY(cell->childAt(0, 0) == nullptr);
     QCOMPARE(cell->indexOfChild(seen(&f.table)), -1);
-    cell->setText(QAccessible::Name, text("other"));
-    QCOMPARE(cell->text(QAccessible::Name), text("time 1"));
+    cell->setText(QAccessible::Name, "other");
+    QCOMPARE(cell->text(QAccessible::Name), "time 1");
 
     QAccessibleTableCellInterface *place = cell->tableCellInterface();
     QCOMPARE(place->rowExtent(), 1);
@@ -144,7 +143,7 @@ void AccessibleTable::hasCellsWithoutChildren()
     QVERIFY(place->rowHeaderCells().isEmpty());
     QCOMPARE(place->columnHeaderCells(), QList<QAccessibleInterface *>{f.cell(-1, 1)});
 
-    cell->actionInterface()->doAction(text("fly"));
+    cell->actionInterface()->doAction("fly");
     QVERIFY(cell->actionInterface()
                 ->keyBindingsForAction(QAccessibleActionInterface::toggleAction())
                 .isEmpty());

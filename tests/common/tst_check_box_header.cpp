@@ -59,8 +59,8 @@ void CheckBoxHeader::isAHeaderWithOneSignalAndOneSlot()
 {
     QCOMPARE(QCheckBoxHeader::staticMetaObject.superClass(), &QHeaderView::staticMetaObject);
     const OwnMethods own = ownMethods(QCheckBoxHeader::staticMetaObject);
-    QCOMPARE(own.signalsOf, QStringList{QStringLiteral("checkStausChange(bool)")});
-    QCOMPARE(own.slotsOf, QStringList{QStringLiteral("onCheckBoxClicked()")});
+    QCOMPARE(own.signalsOf, QStringList{"checkStausChange(bool)"});
+    QCOMPARE(own.slotsOf, QStringList{"onCheckBoxClicked()"});
 }
 
 void CheckBoxHeader::alignsItsTextsLeft()

@@ -28,7 +28,7 @@ struct Fixture
 {
     Fixture()
     {
-        combo.addItems({QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")});
+        combo.addItems({"one", "two", "three"});
         window.resize(400, 300);
         window.show();
     }
@@ -50,7 +50,7 @@ void ComboBox::isAComboBoxWithOneSignal()
 {
     QCOMPARE(CComboBoxEx::staticMetaObject.superClass(), &QComboBox::staticMetaObject);
     const OwnMethods own = ownMethods(CComboBoxEx::staticMetaObject);
-    QCOMPARE(own.signalsOf, QStringList{QStringLiteral("signalFocusOut()")});
+    QCOMPARE(own.signalsOf, QStringList{"signalFocusOut()"});
     QCOMPARE(own.slotsOf, QStringList());
 }
 

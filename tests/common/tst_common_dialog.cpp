@@ -130,7 +130,7 @@ void CommonDialogTest::usesTheSheetInTheWorkingDirectory()
 {
     WorkingFolder folder;
     const QByteArray sheet = "/* 标题 */ CommonDialog { color: red; }\n";
-    folder.file(QStringLiteral("Skins/Default/Vantrel/style.qss"), sheet);
+    folder.file("Skins/Default/Vantrel/style.qss", sheet);
     const CommonDialog dialog(nullptr, false, false);
     QCOMPARE(dialog.styleSheet(), QString::fromUtf8(sheet));
 }
@@ -140,7 +140,7 @@ void CommonDialogTest::keepsTheDefaultLookSilentlyWithoutASheet()
     WorkingFolder folder;
     const DebugCapture output;
     const CommonDialog unstyled(nullptr, false, false);
-    folder.folder(QStringLiteral("Skins/Default/Vantrel/style.qss")); // exists, but is unreadable
+    folder.folder("Skins/Default/Vantrel/style.qss"); // exists, but is unreadable
     const CommonDialog unreadable(nullptr, false, false);
     QCOMPARE(unstyled.styleSheet(), QString());
     QCOMPARE(unreadable.styleSheet(), QString());

@@ -4,7 +4,6 @@
 #include "OwnMethods.h"
 #include "Part.h"
 #include "StyleSheetRules.h"
-#include "Text.h"
 #include "WorkingFolder.h"
 
 #include <QFrame>
@@ -60,7 +59,7 @@ public:
     {
         if (qstrcmp(context, "ExportInfoDlg") != 0)
             return {};
-        return QLatin1Char('[') + QString::fromUtf8(text) + QLatin1Char(']');
+        return '[' + QString::fromUtf8(text) + ']';
     }
     [[nodiscard]] bool isEmpty() const override { return false; }
 };
@@ -71,9 +70,8 @@ void ExportNotice::hasTheseSignalsAndSlotsInThisOrder()
 {
     QCOMPARE(ExportInfoDlg::staticMetaObject.superClass(), &QDialog::staticMetaObject);
     const OwnMethods own = ownMethods(ExportInfoDlg::staticMetaObject);
-    QCOMPARE(own.signalsOf, QStringList{QStringLiteral("openUrl()")});
-    QCOMPARE(own.slotsOf,
-             (QStringList{QStringLiteral("onTimer()"), QStringLiteral("on_btnView_clicked()")}));
+    QCOMPARE(own.signalsOf, QStringList{"openUrl()"});
+    QCOMPARE(own.slotsOf, (QStringList{"onTimer()", "on_btnView_clicked()"}));
 }
 
 void ExportNotice::numbersTheModes()
@@ -100,13 +98,13 @@ void ExportNotice::holdsOneFrameWithoutMargins()
 {
     WorkingFolder unstyled;
     const ExportInfoDlg notice(nullptr);
-    QCOMPARE(notice.objectName(), QStringLiteral("ExportInfoDlg"));
+    QCOMPARE(notice.objectName(), "ExportInfoDlg");
     const auto *outer = qobject_cast<QHBoxLayout *>(notice.layout());
     QVERIFY(outer != nullptr);
-    QCOMPARE(outer->objectName(), QStringLiteral("horizontalLayout_2"));
+    QCOMPARE(outer->objectName(), "horizontalLayout_2");
     QCOMPARE(outer->spacing(), 6);
     QCOMPARE(outer->contentsMargins(), QMargins(0, 0, 0, 0));
-    QCOMPARE(describedItems(*outer), QStringList{QStringLiteral("frame_bk")});
+    QCOMPARE(describedItems(*outer), QStringList{"frame_bk"});
 }
 
 void ExportNotice::centresTheRowInTheFrame()
@@ -119,24 +117,21 @@ void ExportNotice::centresTheRowInTheFrame()
     QCOMPARE(frame.cursor().shape(), Qt::ArrowCursor);
     const auto *column = qobject_cast<QVBoxLayout *>(frame.layout());
     QVERIFY(column != nullptr);
-    QCOMPARE(column->objectName(), QStringLiteral("verticalLayout"));
+    QCOMPARE(column->objectName(), "verticalLayout");
     QCOMPARE(column->spacing(), 6);
     QCOMPARE(column->contentsMargins(), QMargins(0, 0, 0, 0));
     QCOMPARE(describedItems(*column),
-             (QStringList{QStringLiteral("spacer 20 x 19 Minimum Expanding"),
-                          QStringLiteral("layout horizontalLayout"),
-                          QStringLiteral("spacer 20 x 19 Minimum Expanding")}));
+             (QStringList{"spacer 20 x 19 Minimum Expanding", "layout horizontalLayout",
+                          "spacer 20 x 19 Minimum Expanding"}));
 }
 
 void ExportNotice::laysTheRowOut()
 {
     const ExportInfoDlg notice(nullptr);
     const auto &row = part<QHBoxLayout>(notice, "horizontalLayout");
-    QCOMPARE(describedItems(row),
-             (QStringList{
-                 QStringLiteral("spacer 25 x 20 Fixed Minimum"), QStringLiteral("label_logo"),
-                 QStringLiteral("label_text"), QStringLiteral("spacer 0 x 20 Expanding Minimum"),
-                 QStringLiteral("btnView"), QStringLiteral("spacer 20 x 20 Fixed Minimum")}));
+    QCOMPARE(describedItems(row), (QStringList{"spacer 25 x 20 Fixed Minimum", "label_logo",
+                                               "label_text", "spacer 0 x 20 Expanding Minimum",
+                                               "btnView", "spacer 20 x 20 Fixed Minimum"}));
     QVERIFY(!part<QLabel>(notice, "label_text").wordWrap());
 }
 
@@ -154,33 +149,33 @@ void ExportNotice::hasNoTextAtFirst()
     QCOMPARE(notice.windowTitle(), QString());
     QCOMPARE(part<QLabel>(notice, "label_logo").text(), QString());
     QCOMPARE(textOf(notice), QString());
-    QCOMPARE(viewOf(notice), QStringLiteral("View"));
+    QCOMPARE(viewOf(notice), "View");
 }
 
 void ExportNotice::carriesItsOwnSheet()
 {
     const StyleSheetRules expected{
-        {text("ExportInfoDlg"),
-         {{text("min-height"), text("40px")},
-          {text("max-height"), text("40px")},
-          {text("min-width"), text("230px")},
-          {text("max-width"), text("230px")},
-          {text("background"), text("transparent")}}},
-        {text("ExportInfoDlg QFrame"), {{text("color"), text("rgb(255,255,255)")}}},
-        {text("ExportInfoDlg QFrame#frame_bk"),
-         {{text("background"), text("rgba(0, 0, 0, 78%)")}, {text("border-radius"), text("20px")}}},
-        {text("ExportInfoDlg QLabel#label_logo"),
-         {{text("min-width"), text("12px")},
-          {text("min-height"), text("12px")},
-          {text("max-width"), text("12px")},
-          {text("max-height"), text("12px")},
-          {text("border-image"), text("url(Skins/Default/Tarnwick/Icon_Save_Tips_OK.png)")}}},
-        {text("ExportInfoDlg QToolButton#btnView"),
-         {{text("border"), text("0px")},
-          {text("color"), text("#ff2d2d")},
-          {text("background"), text("none")},
-          {text("min-width"), text("34px")},
-          {text("max-width"), text("34px")}}}};
+        {"ExportInfoDlg",
+         {{"min-height", "40px"},
+          {"max-height", "40px"},
+          {"min-width", "230px"},
+          {"max-width", "230px"},
+          {"background", "transparent"}}},
+        {"ExportInfoDlg QFrame", {{"color", "rgb(255,255,255)"}}},
+        {"ExportInfoDlg QFrame#frame_bk",
+         {{"background", "rgba(0, 0, 0, 78%)"}, {"border-radius", "20px"}}},
+        {"ExportInfoDlg QLabel#label_logo",
+         {{"min-width", "12px"},
+          {"min-height", "12px"},
+          {"max-width", "12px"},
+          {"max-height", "12px"},
+          {"border-image", "url(Skins/Default/Tarnwick/Icon_Save_Tips_OK.png)"}}},
+        {"ExportInfoDlg QToolButton#btnView",
+         {{"border", "0px"},
+          {"color", "#ff2d2d"},
+          {"background", "none"},
+          {"min-width", "34px"},
+          {"max-width", "34px"}}}};
 
     WorkingFolder unstyled;
     const ExportInfoDlg notice(nullptr);
@@ -202,9 +197,9 @@ void ExportNotice::isOfAFixedSizeByItsOwnSheet()
 void ExportNotice::prefersTheSheetInTheWorkingDirectory()
 {
     WorkingFolder folder;
-    folder.file(QStringLiteral("Skins/Default/Vantrel/style.qss"), "ExportInfoDlg { color: red; }");
+    folder.file("Skins/Default/Vantrel/style.qss", "ExportInfoDlg { color: red; }");
     const ExportInfoDlg notice(nullptr);
-    QCOMPARE(notice.styleSheet(), QStringLiteral("ExportInfoDlg { color: red; }"));
+    QCOMPARE(notice.styleSheet(), "ExportInfoDlg { color: red; }");
 }
 
 void ExportNotice::connectsItsSlotsWithoutAWarning()
@@ -222,8 +217,8 @@ void ExportNotice::showsWhatWasExported_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<QString>("text");
-    QTest::newRow("selected items") << 0 << QStringLiteral("Export selected info finished !");
-    QTest::newRow("everything") << 1 << QStringLiteral("Export info finished !");
+    QTest::newRow("selected items") << 0 << "Export selected info finished !";
+    QTest::newRow("everything") << 1 << "Export info finished !";
 }
 
 void ExportNotice::showsWhatWasExported()
@@ -232,7 +227,7 @@ void ExportNotice::showsWhatWasExported()
     ExportInfoDlg notice(nullptr);
     notice.setMode(mode);
     QTEST(textOf(notice), "text");
-    QCOMPARE(viewOf(notice), QStringLiteral("View"));
+    QCOMPARE(viewOf(notice), "View");
 }
 
 void ExportNotice::keepsTheTextInAnUnknownMode()
@@ -243,7 +238,7 @@ void ExportNotice::keepsTheTextInAnUnknownMode()
         QCOMPARE(textOf(notice), QString());
         notice.setMode(EN_EXPORT_SELECTED);
         notice.setMode(unknown);
-        QCOMPARE(textOf(notice), QStringLiteral("Export selected info finished !"));
+        QCOMPARE(textOf(notice), "Export selected info finished !");
     }
 }
 
@@ -251,7 +246,7 @@ void ExportNotice::startsInTheModeForEverything()
 {
     ExportInfoDlg notice(nullptr);
     notice.retranslate();
-    QCOMPARE(textOf(notice), QStringLiteral("Export info finished !"));
+    QCOMPARE(textOf(notice), "Export info finished !");
 }
 
 void ExportNotice::speaksTheLanguageInstalledAtTheRetranslation()
@@ -260,12 +255,12 @@ void ExportNotice::speaksTheLanguageInstalledAtTheRetranslation()
     notice.setMode(EN_EXPORT_SELECTED);
     Bracketing translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
-    QCOMPARE(textOf(notice), QStringLiteral("Export selected info finished !"));
+    QCOMPARE(textOf(notice), "Export selected info finished !");
     notice.retranslate();
-    QCOMPARE(textOf(notice), QStringLiteral("[Export selected info finished !]"));
-    QCOMPARE(viewOf(notice), QStringLiteral("[View]"));
+    QCOMPARE(textOf(notice), "[Export selected info finished !]");
+    QCOMPARE(viewOf(notice), "[View]");
     notice.setMode(EN_EXPORT_ALL);
-    QCOMPARE(textOf(notice), QStringLiteral("[Export info finished !]"));
+    QCOMPARE(textOf(notice), "[Export info finished !]");
 }
 
 void ExportNotice::relabelsViewInAnUnknownModeToo()
@@ -276,8 +271,8 @@ void ExportNotice::relabelsViewInAnUnknownModeToo()
     Bracketing translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
     notice.retranslate(); // the stored mode does not determine the text
-    QCOMPARE(textOf(notice), QStringLiteral("Export info finished !"));
-    QCOMPARE(viewOf(notice), QStringLiteral("[View]"));
+    QCOMPARE(textOf(notice), "Export info finished !");
+    QCOMPARE(viewOf(notice), "[View]");
 }
 
 QTEST_MAIN(ExportNotice)

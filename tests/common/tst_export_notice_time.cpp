@@ -22,7 +22,7 @@ void ExportNoticeTime::hidesThreeSecondsAfterThePathWasLastSet()
     // Half a second later setting the path restarts the three seconds.
     QElapsedTimer sinceSet;
     QTimer::singleShot(500, &notice, [&] {
-        notice.setPath(QStringLiteral("a"));
+        notice.setPath("a");
         sinceSet.start();
     });
     QTRY_VERIFY_WITH_TIMEOUT(!notice.isVisible(), 10000);

@@ -106,7 +106,7 @@ void ExportNoticeView::restartsTheTimerWhenThePathIsSet()
     QVERIFY(timer.remainingTime() > afterAWhile);
 
     Shown hidden;
-    QVERIFY(hidden.notice.setPath(QStringLiteral("a")));
+    QVERIFY(hidden.notice.setPath("a"));
     QVERIFY(timerOf(hidden.notice).isActive());
 }
 
@@ -130,7 +130,7 @@ void ExportNoticeView::opensTheFolderOfThePath()
     ExportInfoDlg notice(nullptr);
     notice.setPath(scratch.path());
     clickView(notice);
-    QCOMPARE(urls.opened, QList<QUrl>{QUrl(QStringLiteral("file:///") + scratch.path())});
+    QCOMPARE(urls.opened, QList<QUrl>{QUrl("file:///" + scratch.path())});
 }
 
 void ExportNoticeView::escapesEachSpecialCharacterOnce_data()
@@ -138,15 +138,13 @@ void ExportNoticeView::escapesEachSpecialCharacterOnce_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("escaped");
 
-    QTest::newRow("all of them") << QStringLiteral("100% done#1 a+b=c&d")
+    QTest::newRow("all of them") << "100% done#1 a+b=c&d"
                                  << QByteArray("100%25%20done%231%20a%2Bb%3Dc%26d");
-    QTest::newRow("what looks escaped")
-        << QStringLiteral("a%20b%25c") << QByteArray("a%2520b%2525c");
-    QTest::newRow("each twice") << QStringLiteral("%%##++  ==&&")
+    QTest::newRow("what looks escaped") << "a%20b%25c" << QByteArray("a%2520b%2525c");
+    QTest::newRow("each twice") << "%%##++  ==&&"
                                 << QByteArray("%25%25%23%23%2B%2B%20%20%3D%3D%26%26");
-    QTest::newRow("beyond ASCII") << QString::fromUtf8("日志") << QByteArray("%E6%97%A5%E5%BF%97");
-    QTest::newRow("nothing to escape")
-        << QStringLiteral("plain-folder_1") << QByteArray("plain-folder_1");
+    QTest::newRow("beyond ASCII") << "日志" << QByteArray("%E6%97%A5%E5%BF%97");
+    QTest::newRow("nothing to escape") << "plain-folder_1" << QByteArray("plain-folder_1");
 }
 
 void ExportNoticeView::escapesEachSpecialCharacterOnce()
@@ -179,7 +177,7 @@ void ExportNoticeView::createsAMissingFolderBeforeOpeningIt()
     ScratchFolder scratch;
     const OpenedUrls urls;
     ExportInfoDlg notice(nullptr);
-    const QString folder = scratch.path(QStringLiteral("gone/with/its parents"));
+    const QString folder = scratch.path("gone/with/its parents");
     notice.setPath(folder);
     clickView(notice);
     QVERIFY(QFileInfo(folder).isDir());
@@ -192,7 +190,7 @@ void ExportNoticeView::opensNothingWhenTheFolderCannotBeCreated()
     const OpenedUrls urls;
     ExportInfoDlg notice(nullptr);
     QSignalSpy told(&notice, &ExportInfoDlg::openUrl);
-    notice.setPath(scratch.file(QStringLiteral("file")) + QStringLiteral("/folder"));
+    notice.setPath(scratch.file("file") + "/folder");
     clickView(notice);
     QCOMPARE(told.size(), 1);
     QCOMPARE(urls.opened, QList<QUrl>());
@@ -203,12 +201,12 @@ void ExportNoticeView::signalsBeforeItOpens()
     ScratchFolder scratch;
     const OpenedUrls urls;
     ExportInfoDlg notice(nullptr);
-    notice.setPath(scratch.path(QStringLiteral("new")));
+    notice.setPath(scratch.path("new"));
     int openedBefore = -1;
     bool madeBefore = true;
     connect(&notice, &ExportInfoDlg::openUrl, this, [&] {
         openedBefore = urls.opened.size();
-        madeBefore = QFileInfo::exists(scratch.path(QStringLiteral("new")));
+        madeBefore = QFileInfo::exists(scratch.path("new"));
     });
     clickView(notice);
     QCOMPARE(openedBefore, 0);

@@ -32,7 +32,7 @@ struct Fixture
         auto *row = new QHBoxLayout(&window);
         row->addWidget(&first);
         row->addWidget(&edit);
-        edit.setText(QStringLiteral("C:/a b/UserLogInfo.zip"));
+        edit.setText("C:/a b/UserLogInfo.zip");
         window.show();
     }
 
@@ -91,8 +91,8 @@ void LineEdit::selectsTheTextThatIsThereWhenTheLoopRuns()
     QVERIFY(fixture.start());
     fixture.edit.setFocus(Qt::OtherFocusReason);
     QCOMPARE(fixture.edit.selectedText(), QString()); // not within the handler
-    fixture.edit.setText(QStringLiteral("later"));
-    QTRY_COMPARE(fixture.edit.selectedText(), QStringLiteral("later"));
+    fixture.edit.setText("later");
+    QTRY_COMPARE(fixture.edit.selectedText(), "later");
 }
 
 void LineEdit::survivesBeingDeletedBeforeTheLoopRuns()

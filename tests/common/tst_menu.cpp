@@ -48,9 +48,9 @@ struct Fixture
     void key(Qt::Key key) { QTest::keyClick(&menu, key); }
 
     CMenuEx menu{nullptr};
-    QAction *info = menu.addAction(QStringLiteral("INFO"));
-    QAction *debug = menu.addAction(QStringLiteral("DEBUG"));
-    QAction *plain = menu.addAction(QStringLiteral("CopyAll"));
+    QAction *info = menu.addAction("INFO");
+    QAction *debug = menu.addAction("DEBUG");
+    QAction *plain = menu.addAction("CopyAll");
     QSignalSpy told{&menu, &CMenuEx::signalHide};
     QSignalSpy triggered{&menu, &QMenu::triggered};
 };
@@ -62,7 +62,7 @@ struct Opener : QWidget
     {
         setGeometry(100, 100, 300, 300);
         button.setGeometry(10, 10, 40, 30);
-        menu.addAction(QStringLiteral("INFO"));
+        menu.addAction("INFO");
         connect(&button, &QToolButton::clicked, &menu,
                 [this] { menu.popup(mapToGlobal(QPoint(10, 40))); });
         show();
@@ -95,7 +95,7 @@ void Menu::isAMenuWithOneSignal()
 {
     QCOMPARE(CMenuEx::staticMetaObject.superClass(), &QMenu::staticMetaObject);
     const OwnMethods own = ownMethods(CMenuEx::staticMetaObject);
-    QCOMPARE(own.signalsOf, QStringList{QStringLiteral("signalHide()")});
+    QCOMPARE(own.signalsOf, QStringList{"signalHide()"});
     QCOMPARE(own.slotsOf, QStringList());
 }
 
@@ -157,10 +157,10 @@ void Menu::signalsBeforeTheBaseClass()
 {
     Fixture fixture;
     QStringList order;
-    connect(&fixture.menu, &CMenuEx::signalHide, this, [&] { order += QStringLiteral("own"); });
-    connect(&fixture.menu, &QMenu::aboutToHide, this, [&] { order += QStringLiteral("base"); });
+    connect(&fixture.menu, &CMenuEx::signalHide, this, [&] { order += "own"; });
+    connect(&fixture.menu, &QMenu::aboutToHide, this, [&] { order += "base"; });
     fixture.menu.close();
-    QCOMPARE(order, (QStringList{QStringLiteral("own"), QStringLiteral("base")}));
+    QCOMPARE(order, (QStringList{"own", "base"}));
 }
 
 void Menu::ticksBySpaceAndStaysOpen()
@@ -185,8 +185,7 @@ void Menu::ticksOnceWhileSpaceIsHeld()
     fixture.key(Qt::Key_Down);
     QTest::keyPress(&fixture.menu, Qt::Key_Space);
     for (int i = 0; i < 3; ++i) {
-        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "),
-                           true);
+        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", true);
         QCoreApplication::sendEvent(&fixture.menu, &repeated);
     }
     QCOMPARE(fixture.triggered.size(), 1);

@@ -4,7 +4,6 @@
 #include "DebugCapture.h"
 #include "ModalDialog.h"
 #include "Part.h"
-#include "Text.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -99,7 +98,7 @@ void MessageBox::answersWithTheButtonThatIsPressed()
     QFETCH(QByteArray, name);
     QFETCH(int, clicked);
     QFETCH(int, result);
-    CommonMessageBox box(text("Really?"), all);
+    CommonMessageBox box("Really?", all);
     QCOMPARE(box.getClickedButton(), QMessageBox::NoButton);
     const int answer = runAnd(box, [&] { QTest::mouseClick(button(box, name), Qt::LeftButton); });
     QCOMPARE(answer, result);
@@ -129,7 +128,7 @@ void MessageBox::showsTheButtonsThatAreAskedFor()
 {
     QFETCH(Buttons, asked);
     QFETCH(Buttons, shown);
-    CommonMessageBox box(text("?"), asked);
+    CommonMessageBox box("?", asked);
     box.show();
     QCOMPARE(button(box, "btnOK")->isVisible(), shown.testFlag(QMessageBox::Ok));
     QCOMPARE(button(box, "btnCancel")->isVisible(), shown.testFlag(QMessageBox::Cancel));
@@ -177,7 +176,7 @@ void MessageBox::takesKeysAsUsersExpect()
 {
     QFETCH(Buttons, buttons);
     QFETCH(int, key);
-    CommonMessageBox box(text("Really?"), buttons);
+    CommonMessageBox box("Really?", buttons);
     const int answer = runAnd(box, [&] {
         QTest::keyClick(box.focusWidget() != nullptr ? box.focusWidget() : &box, Qt::Key(key));
     });
@@ -200,9 +199,8 @@ void MessageBox::takesTheCloseButtonForEsc_data()
 void MessageBox::takesTheCloseButtonForEsc()
 {
     QFETCH(Buttons, buttons);
-    CommonMessageBox box(text("Really?"), buttons);
-    const int answer =
-        runAnd(box, [&] { box.findChild<QToolButton *>(text("btnClose"))->click(); });
+    CommonMessageBox box("Really?", buttons);
+    const int answer = runAnd(box, [&] { box.findChild<QToolButton *>("btnClose")->click(); });
     QTEST(int(box.getClickedButton()), "clicked");
     QTEST(answer, "result");
     QVERIFY(!box.isVisible());
@@ -210,7 +208,7 @@ void MessageBox::takesTheCloseButtonForEsc()
 
 void MessageBox::pressesTheFocusedButtonByEnter()
 {
-    CommonMessageBox box(text("Really?"), QMessageBox::Yes | QMessageBox::No);
+    CommonMessageBox box("Really?", QMessageBox::Yes | QMessageBox::No);
     const int answer = runAnd(box, [&] {
         QCOMPARE(box.focusWidget(), button(box, "btnYes"));
         QTest::keyClick(&box, Qt::Key_Tab);
@@ -223,7 +221,7 @@ void MessageBox::pressesTheFocusedButtonByEnter()
 
 void MessageBox::takesEnterWithoutAFocusForTheFirstButton()
 {
-    CommonMessageBox box(text("Really?"), QMessageBox::Yes | QMessageBox::No);
+    CommonMessageBox box("Really?", QMessageBox::Yes | QMessageBox::No);
     const int answer = runAnd(box, [&] {
         QTest::keyClick(&box, Qt::Key_A); // has no effect
         QTest::keyClick(&box, Qt::Key_Return);
@@ -238,15 +236,15 @@ void MessageBox::declaresItsSlots()
     QStringList methods;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
         methods.append(QString::fromLatin1(meta.method(i).methodSignature()));
-    QCOMPARE(methods, QStringList({text("on_btnOK_clicked()"), text("on_btnCancel_clicked()"),
-                                   text("on_btnYes_clicked()"), text("on_btnNo_clicked()")}));
+    QCOMPARE(methods, QStringList({"on_btnOK_clicked()", "on_btnCancel_clicked()",
+                                   "on_btnYes_clicked()", "on_btnNo_clicked()"}));
     QVERIFY(meta.inherits(&QDialog::staticMetaObject));
 }
 
 void MessageBox::letsASubclassIntercept()
 {
     DebugCapture output;
-    StubbornBox box(text("Really?"), all);
+    StubbornBox box("Really?", all);
     box.show();
     button(box, "btnOK")->click();
     button(box, "btnYes")->click();
@@ -263,7 +261,7 @@ void MessageBox::letsASubclassIntercept()
 
 void MessageBox::forgetsTheButtonWhenItIsShownAgain()
 {
-    CommonMessageBox box(text("Really?"), QMessageBox::Yes | QMessageBox::Ok);
+    CommonMessageBox box("Really?", QMessageBox::Yes | QMessageBox::Ok);
     QCOMPARE(runAnd(box, [&] { button(box, "btnOK")->click(); }), int(QDialog::Accepted));
     QCOMPARE(box.getClickedButton(), QMessageBox::Ok);
     QCOMPARE(runAnd(box, [&] { QTest::keyClick(&box, Qt::Key_Escape); }), int(QDialog::Rejected));
@@ -272,7 +270,7 @@ void MessageBox::forgetsTheButtonWhenItIsShownAgain()
 
 void MessageBox::keepsTheButtonWhenTheSystemShowsItAgain()
 {
-    StubbornBox box(text("Really?"), all);
+    StubbornBox box("Really?", all);
     box.show();
     button(box, "btnYes")->click();
     QCOMPARE(box.getClickedButton(), QMessageBox::Yes);
@@ -285,58 +283,58 @@ void MessageBox::keepsTheButtonWhenTheSystemShowsItAgain()
 void MessageBox::looksLikeTheOtherWindows()
 {
     DebugCapture output;
-    CommonMessageBox box(text("Really?"), all);
+    CommonMessageBox box("Really?", all);
     QVERIFY(box.windowFlags().testFlag(Qt::FramelessWindowHint));
     QCOMPARE(box.windowType(), Qt::Dialog);
     QVERIFY(!box.windowIcon().isNull());
     box.show();
-    QCOMPARE(box.findChild<CommonTitleBar *>(text("mainTitleBar"))->height(), 36);
-    QVERIFY(!box.findChild<QToolButton *>(text("btnMin"))->isVisible());
-    QVERIFY(!box.findChild<QToolButton *>(text("btnMax"))->isVisible());
-    QVERIFY(box.findChild<QToolButton *>(text("btnClose"))->isVisible());
+    QCOMPARE(box.findChild<CommonTitleBar *>("mainTitleBar")->height(), 36);
+    QVERIFY(!box.findChild<QToolButton *>("btnMin")->isVisible());
+    QVERIFY(!box.findChild<QToolButton *>("btnMax")->isVisible());
+    QVERIFY(box.findChild<QToolButton *>("btnClose")->isVisible());
     QCOMPARE(output.lines(), QStringList());
 }
 
 void MessageBox::takesTheFontOfTheSkinWithoutAParent()
 {
     CWaitDialog wait(nullptr);
-    CommonMessageBox box(text("Really?"), all);
+    CommonMessageBox box("Really?", all);
     wait.ensurePolished();
     box.show();
     QVERIFY(wait.font() != QApplication::font());
     QCOMPARE(box.font(), wait.font());
-    QCOMPARE(box.findChild<QLabel *>(text("lbText"))->font(),
-             wait.findChild<QLabel *>(text("textLabel"))->font());
+    QCOMPARE(box.findChild<QLabel *>("lbText")->font(),
+             wait.findChild<QLabel *>("textLabel")->font());
 }
 
 void MessageBox::showsTheTextAsItIs()
 {
-    const QString message = text("<b>C:\\logs</b> & 日志\nsecond line");
+    const QString message = "<b>C:\\logs</b> & 日志\nsecond line";
     CommonMessageBox box(message);
-    const auto *label = box.findChild<QLabel *>(text("lbText"));
+    const auto *label = box.findChild<QLabel *>("lbText");
     QCOMPARE(label->text(), message);
     QCOMPARE(label->textFormat(), Qt::PlainText);
 }
 
 void MessageBox::readsInBothLanguages()
 {
-    for (const auto &[catalogue, form] : {std::pair(text(":/Linguist_EN.qm"), text("Form")),
-                                          std::pair(text(":/Linguist_CN.qm"), text("窗口"))}) {
+    for (const auto &[catalogue, form] :
+         {std::pair(":/Linguist_EN.qm", "Form"), std::pair(":/Linguist_CN.qm", "窗口")}) {
         QTranslator translator;
         QVERIFY(translator.load(catalogue));
         QVERIFY(QCoreApplication::installTranslator(&translator));
-        CommonMessageBox box(text("Really?"));
+        CommonMessageBox box("Really?");
         QCOMPARE(box.windowTitle(), form);
-        QCOMPARE(box.findChild<QLabel *>(text("lbTitle"))->text(), text("Vantrel"));
+        QCOMPARE(box.findChild<QLabel *>("lbTitle")->text(), "Vantrel");
     }
 }
 
 void MessageBox::breaksALongPath()
 {
-    const QString path = text("C:/") + text("a_folder_with_a_long_name/").repeated(40);
+    const QString path = QString("C:/") + QString("a_folder_with_a_long_name/").repeated(40);
     CommonMessageBox box(path);
     box.show();
-    const auto *label = box.findChild<QLabel *>(text("lbText"));
+    const auto *label = box.findChild<QLabel *>("lbText");
     QVERIFY2(box.width() < 600, qPrintable(QString::number(box.width())));
     QVERIFY(label->height() >= label->heightForWidth(label->width()));
     QCOMPARE(label->text().remove(QChar(0x200b)), path);
@@ -344,9 +342,9 @@ void MessageBox::breaksALongPath()
 
 void MessageBox::growsWithALongText()
 {
-    CommonMessageBox box(text("All of these words have to be readable. ").repeated(30));
+    CommonMessageBox box(QString("All of these words have to be readable. ").repeated(30));
     box.show();
-    const auto *label = box.findChild<QLabel *>(text("lbText"));
+    const auto *label = box.findChild<QLabel *>("lbText");
     QVERIFY(label->height() >= label->heightForWidth(label->width()));
     QVERIFY(box.width() < 1000);
 }
@@ -356,17 +354,17 @@ void MessageBox::breaksLongWordsOnlyWhereNothingElseDoes_data()
     QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("expected");
     const auto row = [](const char *name, const QString &expected) {
-        const QString message = QString(expected).remove(QLatin1Char('|'));
+        const QString message = QString(expected).remove('|');
         QTest::newRow(name) << message << expected;
     };
-    const QString x(40, QLatin1Char('x'));
-    const QString accent = QString::fromUtf8("e\u0301");
+    const QString x(40, 'x');
+    const QString accent = "e\u0301";
     row("short", x);
-    row("long", x + text("|x|x|x"));
-    row("words", x + text("|x ") + x + text("|x"));
-    row("Chinese", QString::fromUtf8("无法写入日志配置文件（请检查权限）。").repeated(5));
-    row("path", text("C:/") + text("a_folder_with_a_long_name/").repeated(10));
-    row("whole characters", accent.repeated(20) + QLatin1Char('|') + accent);
+    row("long", x + "|x|x|x");
+    row("words", x + "|x " + x + "|x");
+    row("Chinese", QString("无法写入日志配置文件（请检查权限）。").repeated(5));
+    row("path", QString("C:/") + QString("a_folder_with_a_long_name/").repeated(10));
+    row("whole characters", accent.repeated(20) + '|' + accent);
     row("empty", QString());
 }
 
@@ -375,7 +373,7 @@ void MessageBox::breaksLongWordsOnlyWhereNothingElseDoes()
     QFETCH(QString, message);
     QFETCH(QString, expected);
     const CommonMessageBox box(message);
-    QCOMPARE(part<QLabel>(box, "lbText").text().replace(QChar(0x200b), QLatin1Char('|')), expected);
+    QCOMPARE(part<QLabel>(box, "lbText").text().replace(QChar(0x200b), '|'), expected);
 }
 
 QTEST_MAIN(MessageBox)

@@ -35,17 +35,17 @@ namespace {
 
 QString mainSheet()
 {
-    return QStringLiteral("Skins/Default/Vantrel/style.qss");
+    return "Skins/Default/Vantrel/style.qss";
 }
 
 QString fontSheet()
 {
-    return QStringLiteral("Skins/Default/Vantrel/style_chn_font.qss");
+    return "Skins/Default/Vantrel/style_chn_font.qss";
 }
 
 QString picture()
 {
-    return QStringLiteral("Skins/Default/Vantrel/picture.png");
+    return "Skins/Default/Vantrel/picture.png";
 }
 
 const char pictureSheet[] = "QLabel { border-image: url(Skins/Default/Vantrel/picture.png); }";
@@ -74,20 +74,19 @@ struct OtherFolder : ScratchFolder
     OtherFolder() { Skin::setFallbackFolder(path(name)); }
     QString skinFile(const QString &file, const QByteArray &contents)
     {
-        return this->file(name + QLatin1Char('/') + file, contents);
+        return this->file(name + '/' + file, contents);
     }
-    const QString name = QString::fromUtf8("a (b) 'c' 错误 100%");
+    const QString name = "a (b) 'c' 错误 100%";
 };
 
 } // namespace
 
 void SkinTest::namesItsFilesFromTheWorkingDirectory()
 {
-    QCOMPARE(Skin::styleSheet, QLatin1String("Skins/Default/Vantrel/style.qss"));
-    QCOMPARE(Skin::chineseFonts, QLatin1String("Skins/Default/Vantrel/style_chn_font.qss"));
-    QCOMPARE(Skin::englishFonts, QLatin1String("Skins/Default/Vantrel/style_eng_font.qss"));
-    QCOMPARE(Skin::busyAnimation,
-             QLatin1String("./Skins/Default/Vantrel/Icon_Common_Processing.gif"));
+    QCOMPARE(Skin::styleSheet, "Skins/Default/Vantrel/style.qss");
+    QCOMPARE(Skin::chineseFonts, "Skins/Default/Vantrel/style_chn_font.qss");
+    QCOMPARE(Skin::englishFonts, "Skins/Default/Vantrel/style_eng_font.qss");
+    QCOMPARE(Skin::busyAnimation, "./Skins/Default/Vantrel/Icon_Common_Processing.gif");
 }
 
 void SkinTest::putsTheFontsDirectlyBehindTheMainSheet()
@@ -97,8 +96,7 @@ void SkinTest::putsTheFontsDirectlyBehindTheMainSheet()
     folder.file(fontSheet(), "/* 字体 */ QLabel { font-size: 9pt; }\n");
     QWidget widget;
     Skin::applyStyleSheet(widget, Skin::chineseFonts);
-    QCOMPARE(widget.styleSheet(),
-             QString::fromUtf8("QLabel { color: red; }/* 字体 */ QLabel { font-size: 9pt; }\n"));
+    QCOMPARE(widget.styleSheet(), "QLabel { color: red; }/* 字体 */ QLabel { font-size: 9pt; }\n");
 }
 
 void SkinTest::needsBothFiles_data()
@@ -106,7 +104,7 @@ void SkinTest::needsBothFiles_data()
     QTest::addColumn<QString>("onlyFile");
     QTest::newRow("no fonts") << mainSheet();
     QTest::newRow("no main sheet") << fontSheet();
-    QTest::newRow("neither") << QStringLiteral("Skins/other.qss");
+    QTest::newRow("neither") << "Skins/other.qss";
 }
 
 void SkinTest::needsBothFiles()
@@ -116,9 +114,9 @@ void SkinTest::needsBothFiles()
     folder.file(onlyFile, "QLabel { color: red; }");
     const DebugCapture output;
     QWidget widget;
-    widget.setStyleSheet(QStringLiteral("QLabel { color: blue; }"));
+    widget.setStyleSheet("QLabel { color: blue; }");
     Skin::applyStyleSheet(widget, Skin::chineseFonts);
-    QCOMPARE(widget.styleSheet(), QStringLiteral("QLabel { color: blue; }"));
+    QCOMPARE(widget.styleSheet(), "QLabel { color: blue; }");
     QCOMPARE(output.lines(), QStringList());
 }
 
@@ -142,8 +140,7 @@ void SkinTest::isInTheFallbackFolderOtherwise()
     other.skinFile(fontSheet(), "QLabel { font-size: 9pt; }");
     QWidget widget;
     Skin::applyStyleSheet(widget, Skin::chineseFonts);
-    QCOMPARE(widget.styleSheet(),
-             QStringLiteral("QLabel { color: red; }QLabel { font-size: 9pt; }"));
+    QCOMPARE(widget.styleSheet(), "QLabel { color: red; }QLabel { font-size: 9pt; }");
 }
 
 void SkinTest::isNotASkinWithoutTheProgramsFolder()
@@ -151,10 +148,10 @@ void SkinTest::isNotASkinWithoutTheProgramsFolder()
     OtherFolder other;
     other.skinFile(mainSheet(), "QLabel { color: red; }");
     WorkingFolder folder;
-    folder.folder(QStringLiteral("Skins/Default")); // another program's skin
+    folder.folder("Skins/Default"); // another program's skin
     QWidget widget;
     Skin::applyStyleSheet(widget);
-    QCOMPARE(widget.styleSheet(), QStringLiteral("QLabel { color: red; }"));
+    QCOMPARE(widget.styleSheet(), "QLabel { color: red; }");
 }
 
 void SkinTest::isNeverMixedFromTwoFolders()
@@ -197,7 +194,7 @@ void SkinTest::playsTheAnimationOfTheFallbackFolder()
     const WorkingFolder folder;
     OtherFolder other;
     other.skinFile(
-        QStringLiteral("Skins/Default/Vantrel/Icon_Common_Processing.gif"),
+        "Skins/Default/Vantrel/Icon_Common_Processing.gif",
         QByteArray::fromHex("47494638396101000100800000000000ffffff21f90400010000002c00000"
                             "00001000100000202440100003b"));
     const CWaitDialog dialog(nullptr);

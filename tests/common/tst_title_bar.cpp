@@ -49,8 +49,7 @@ void TitleBar::isAWidgetWithTwoSlotsAndNoSignals()
     QCOMPARE(CommonTitleBar::staticMetaObject.superClass(), &QWidget::staticMetaObject);
     const OwnMethods own = ownMethods(CommonTitleBar::staticMetaObject);
     QCOMPARE(own.signalsOf, QStringList());
-    QCOMPARE(own.slotsOf,
-             (QStringList{QStringLiteral("showSmall()"), QStringLiteral("showMaxRestore()")}));
+    QCOMPARE(own.slotsOf, (QStringList{"showSmall()", "showMaxRestore()"}));
 }
 
 void TitleBar::namesItsParts()
@@ -60,10 +59,9 @@ void TitleBar::namesItsParts()
     QStringList buttons;
     for (const QToolButton *button : bar.findChildren<QToolButton *>())
         buttons.append(button->objectName());
-    QCOMPARE(buttons, (QStringList{QStringLiteral("btnMin"), QStringLiteral("btnMax"),
-                                   QStringLiteral("btnClose")}));
+    QCOMPARE(buttons, (QStringList{"btnMin", "btnMax", "btnClose"}));
     QCOMPARE(bar.findChildren<QLabel *>().size(), 1);
-    QCOMPARE(bar.findChildren<QLabel *>().first()->objectName(), QStringLiteral("lbTitle"));
+    QCOMPARE(bar.findChildren<QLabel *>().first()->objectName(), "lbTitle");
 }
 
 void TitleBar::tracksTheMouseInAllParts()
@@ -79,10 +77,10 @@ void TitleBar::tracksTheMouseInAllParts()
 void TitleBar::saysWindowTitleAtFirst()
 {
     QWidget window;
-    window.setWindowTitle(QStringLiteral("before"));
+    window.setWindowTitle("before");
     const CommonTitleBar bar(&window);
-    QCOMPARE(part<QLabel>(bar, "lbTitle").text(), QStringLiteral("Window Title"));
-    QCOMPARE(window.windowTitle(), QStringLiteral("Window Title"));
+    QCOMPARE(part<QLabel>(bar, "lbTitle").text(), "Window Title");
+    QCOMPARE(window.windowTitle(), "Window Title");
 }
 
 void TitleBar::keepsAllContentInOneWidgetWithoutMargins()
@@ -90,7 +88,7 @@ void TitleBar::keepsAllContentInOneWidgetWithoutMargins()
     QWidget window;
     const CommonTitleBar bar(&window);
     QCOMPARE(row(bar).contentsMargins(), QMargins(0, 0, 0, 0));
-    QCOMPARE(describedItems(row(bar)), QStringList{QStringLiteral("widGlobol")});
+    QCOMPARE(describedItems(row(bar)), QStringList{"widGlobol"});
     const auto &content = part<QWidget>(bar, "widGlobol");
     QCOMPARE(content.parentWidget(), &bar);
     for (const QWidget *inner : content.findChildren<QWidget *>())
@@ -103,10 +101,8 @@ void TitleBar::laysItsContentOutInARow()
     QWidget window;
     const CommonTitleBar bar(&window);
     const QHBoxLayout &content = row(part<QWidget>(bar, "widGlobol"));
-    QCOMPARE(
-        describedItems(content),
-        (QStringList{QStringLiteral("lbTitle"), QStringLiteral("btnMin"), QStringLiteral("btnMax"),
-                     QStringLiteral("btnClose"), QStringLiteral("spacer 5 x 0 Fixed Minimum")}));
+    QCOMPARE(describedItems(content), (QStringList{"lbTitle", "btnMin", "btnMax", "btnClose",
+                                                   "spacer 5 x 0 Fixed Minimum"}));
     QCOMPARE(content.contentsMargins(), QMargins(14, 0, 0, 0));
     QCOMPARE(content.spacing(), 0);
     QCOMPARE(content.itemAt(0)->alignment(), Qt::Alignment());
@@ -129,9 +125,9 @@ void TitleBar::setsOnlyTheLabelsText()
 {
     QWidget window;
     CommonTitleBar bar(&window);
-    bar.setTitle(QString::fromUtf8("日志浏览"));
-    QCOMPARE(part<QLabel>(bar, "lbTitle").text(), QString::fromUtf8("日志浏览"));
-    QCOMPARE(window.windowTitle(), QStringLiteral("Window Title"));
+    bar.setTitle("日志浏览");
+    QCOMPARE(part<QLabel>(bar, "lbTitle").text(), "日志浏览");
+    QCOMPARE(window.windowTitle(), "Window Title");
 }
 
 void TitleBar::hidesAndShowsTheButtons()
@@ -154,18 +150,18 @@ void TitleBar::saysInToolTipsWhatItsButtonsDo()
 {
     QWidget window;
     const CommonTitleBar bar(&window);
-    QCOMPARE(part<QToolButton>(bar, "btnMin").toolTip(), QStringLiteral("Minimize"));
-    QCOMPARE(part<QToolButton>(bar, "btnMax").toolTip(), QStringLiteral("Maximize"));
-    QCOMPARE(part<QToolButton>(bar, "btnClose").toolTip(), QStringLiteral("Close"));
+    QCOMPARE(part<QToolButton>(bar, "btnMin").toolTip(), "Minimize");
+    QCOMPARE(part<QToolButton>(bar, "btnMax").toolTip(), "Maximize");
+    QCOMPARE(part<QToolButton>(bar, "btnClose").toolTip(), "Close");
 }
 
 void TitleBar::showsItsOwnToolTipAsPlainText()
 {
     KitWindow window;
-    window.bar->setToolTip(QStringLiteral("<b>.log"));
+    window.bar->setToolTip("<b>.log");
     QHelpEvent rest(QEvent::ToolTip, QPoint(40, 18), window.at(QPoint(40, 18)));
     QCoreApplication::sendEvent(&part<QLabel>(*window.bar, "lbTitle"), &rest);
-    QVERIFY(QToolTip::text().contains(QStringLiteral("&lt;b&gt;.log")));
+    QVERIFY(QToolTip::text().contains("&lt;b&gt;.log"));
     QToolTip::hideText();
 }
 

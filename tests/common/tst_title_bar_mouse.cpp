@@ -296,7 +296,7 @@ void TitleBarMouse::ignoresItsSlotsUnlessAllowed()
 void TitleBarMouse::leavesTheMaximiseButtonWithoutAnIcon()
 {
     Maximisable window;
-    const auto *btnMax = window.bar->findChild<QToolButton *>(QStringLiteral("btnMax"));
+    const auto *btnMax = window.bar->findChild<QToolButton *>("btnMax");
     window.bar->showMaxRestore();
     QVERIFY(btnMax->icon().isNull());
     window.bar->showMaxRestore();

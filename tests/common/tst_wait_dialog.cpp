@@ -60,7 +60,7 @@ const char endlessGif[] =
 
 QString gifPath()
 {
-    return QStringLiteral("Skins/Default/Vantrel/Icon_Common_Processing.gif");
+    return "Skins/Default/Vantrel/Icon_Common_Processing.gif";
 }
 
 QMovie &movieOf(const CWaitDialog &dialog)
@@ -99,7 +99,7 @@ void WaitDialog::isADialogWithoutSignalsAndSlots()
 void WaitDialog::staysAtItsSize()
 {
     const CWaitDialog dialog(nullptr);
-    QCOMPARE(dialog.objectName(), QStringLiteral("CWaitDialog"));
+    QCOMPARE(dialog.objectName(), "CWaitDialog");
     QCOMPARE(dialog.minimumSize(), QSize(452, 252));
     QCOMPARE(dialog.maximumSize(), QSize(452, 252));
     QCOMPARE(dialog.size(), QSize(452, 252));
@@ -119,15 +119,13 @@ void WaitDialog::stacksItsPartsInAColumn()
     const CWaitDialog dialog(nullptr);
     const auto *column = qobject_cast<QVBoxLayout *>(dialog.layout());
     QVERIFY(column != nullptr);
-    QCOMPARE(column->objectName(), QStringLiteral("verticalLayout"));
+    QCOMPARE(column->objectName(), "verticalLayout");
     QCOMPARE(column->spacing(), 0);
     QCOMPARE(column->contentsMargins(), QMargins(0, 0, 0, 0));
-    QCOMPARE(
-        describedItems(*column),
-        (QStringList{QStringLiteral("frameTitle"), QStringLiteral("spacer 20 x 50 Minimum Fixed"),
-                     QStringLiteral("layout horizontalLayout"),
-                     QStringLiteral("spacer 20 x 24 Minimum Fixed"), QStringLiteral("textLabel"),
-                     QStringLiteral("spacer 20 x 73 Minimum Preferred")}));
+    QCOMPARE(describedItems(*column),
+             (QStringList{"frameTitle", "spacer 20 x 50 Minimum Fixed", "layout horizontalLayout",
+                          "spacer 20 x 24 Minimum Fixed", "textLabel",
+                          "spacer 20 x 73 Minimum Preferred"}));
 }
 
 void WaitDialog::keepsTheTitleLineLow()
@@ -138,11 +136,10 @@ void WaitDialog::keepsTheTitleLineLow()
     QCOMPARE(frame.frameShadow(), QFrame::Raised);
     const auto *line = qobject_cast<QHBoxLayout *>(frame.layout());
     QVERIFY(line != nullptr);
-    QCOMPARE(line->objectName(), QStringLiteral("horizontalLayout_2"));
+    QCOMPARE(line->objectName(), "horizontalLayout_2");
     QCOMPARE(line->spacing(), 0);
     QCOMPARE(line->contentsMargins(), QMargins(10, 0, 0, 0));
-    QCOMPARE(describedItems(*line),
-             (QStringList{QStringLiteral("lbTitle"), QStringLiteral("labTitleBar")}));
+    QCOMPARE(describedItems(*line), (QStringList{"lbTitle", "labTitleBar"}));
     for (const char *name : {"lbTitle", "labTitleBar"}) {
         QCOMPARE(part<QLabel>(dialog, name).minimumSize(), QSize(0, 26));
         QCOMPARE(part<QLabel>(dialog, name).maximumSize(), QSize(16777215, 26));
@@ -153,10 +150,8 @@ void WaitDialog::framesTheAnimationAndTheText()
 {
     const CWaitDialog dialog(nullptr);
     const auto &line = part<QHBoxLayout>(dialog, "horizontalLayout");
-    QCOMPARE(describedItems(line),
-             (QStringList{QStringLiteral("spacer 40 x 20 Expanding Minimum"),
-                          QStringLiteral("waitLabel"),
-                          QStringLiteral("spacer 40 x 20 Expanding Minimum")}));
+    QCOMPARE(describedItems(line), (QStringList{"spacer 40 x 20 Expanding Minimum", "waitLabel",
+                                                "spacer 40 x 20 Expanding Minimum"}));
     const auto &waitLabel = part<QLabel>(dialog, "waitLabel");
     QCOMPARE(waitLabel.minimumSize(), QSize(100, 60));
     QCOMPARE(waitLabel.maximumSize(), QSize(100, 60));
@@ -169,11 +164,11 @@ void WaitDialog::framesTheAnimationAndTheText()
 void WaitDialog::hasTheFormsTextsAtFirst()
 {
     const CWaitDialog dialog(nullptr);
-    QCOMPARE(dialog.windowTitle(), QStringLiteral("Dialog"));
+    QCOMPARE(dialog.windowTitle(), "Dialog");
     QCOMPARE(part<QLabel>(dialog, "lbTitle").text(), qAppName());
     QCOMPARE(part<QLabel>(dialog, "labTitleBar").text(), QString());
     QCOMPARE(part<QLabel>(dialog, "waitLabel").text(), QString());
-    QCOMPARE(part<QLabel>(dialog, "textLabel").text(), QStringLiteral("TextLabel"));
+    QCOMPARE(part<QLabel>(dialog, "textLabel").text(), "TextLabel");
 }
 
 void WaitDialog::playsTheAnimationFromTheWorkingDirectory()
@@ -182,8 +177,7 @@ void WaitDialog::playsTheAnimationFromTheWorkingDirectory()
     folder.file(gifPath(), QByteArray::fromHex(onceGif));
     const CWaitDialog dialog(nullptr);
     const QMovie &movie = movieOf(dialog);
-    QCOMPARE(movie.fileName(),
-             QStringLiteral("./Skins/Default/Vantrel/Icon_Common_Processing.gif"));
+    QCOMPARE(movie.fileName(), "./Skins/Default/Vantrel/Icon_Common_Processing.gif");
     QCOMPARE(movie.parent(), nullptr);
     QVERIFY(movie.isValid());
     QCOMPARE(movie.state(), QMovie::NotRunning);
@@ -192,9 +186,9 @@ void WaitDialog::playsTheAnimationFromTheWorkingDirectory()
 void WaitDialog::usesTheSheetInTheWorkingDirectory()
 {
     WorkingFolder folder;
-    folder.file(QStringLiteral("Skins/Default/Vantrel/style.qss"), "CWaitDialog { color: red; }");
+    folder.file("Skins/Default/Vantrel/style.qss", "CWaitDialog { color: red; }");
     const CWaitDialog dialog(nullptr);
-    QCOMPARE(dialog.styleSheet(), QStringLiteral("CWaitDialog { color: red; }"));
+    QCOMPARE(dialog.styleSheet(), "CWaitDialog { color: red; }");
 }
 
 void WaitDialog::keepsTheDefaultLookSilentlyWithoutASkin()
@@ -210,9 +204,9 @@ void WaitDialog::keepsTheDefaultLookSilentlyWithoutASkin()
 void WaitDialog::putsTheTitleInItsTitleLine()
 {
     CWaitDialog dialog(nullptr);
-    dialog.setTitle(QString::fromUtf8("导出"));
-    QCOMPARE(part<QLabel>(dialog, "lbTitle").text(), QString::fromUtf8("导出"));
-    QCOMPARE(dialog.windowTitle(), QStringLiteral("Dialog"));
+    dialog.setTitle("导出");
+    QCOMPARE(part<QLabel>(dialog, "lbTitle").text(), "导出");
+    QCOMPARE(dialog.windowTitle(), "Dialog");
 }
 
 void WaitDialog::centresOnItsParentInsideTheWorkArea_data()
@@ -266,13 +260,13 @@ void WaitDialog::waitsUntilItIsClosedWhileEventsGoOn()
     QString text;
     bool visible = false;
     bool modal = false;
-    const int result = showAndClose(dialog, QStringLiteral("Exporting information..."), [&] {
+    const int result = showAndClose(dialog, "Exporting information...", [&] {
         text = part<QLabel>(dialog, "textLabel").text();
         visible = dialog.isVisible();
         modal = dialog.isModal();
     });
     QCOMPARE(result, int(QDialog::Rejected));
-    QCOMPARE(text, QStringLiteral("Exporting information..."));
+    QCOMPARE(text, "Exporting information...");
     QVERIFY(visible);
     QVERIFY(modal);
     QVERIFY(!dialog.isVisible());
@@ -283,21 +277,20 @@ void WaitDialog::showsASecondTextWithTheAnimationRunningAgain()
     WorkingFolder folder;
     folder.file(gifPath(), QByteArray::fromHex(onceGif));
     CWaitDialog dialog(nullptr);
-    showAndClose(dialog, QStringLiteral("first"),
-                 [&] { QCOMPARE(movieOf(dialog).state(), QMovie::Running); });
+    showAndClose(dialog, "first", [&] { QCOMPARE(movieOf(dialog).state(), QMovie::Running); });
     QTRY_COMPARE(movieOf(dialog).state(), QMovie::NotRunning); // finished
 
     QMovie::MovieState state = QMovie::NotRunning;
     int frame = -1;
     QString text;
-    showAndClose(dialog, QStringLiteral("second"), [&] {
+    showAndClose(dialog, "second", [&] {
         state = movieOf(dialog).state();
         frame = movieOf(dialog).currentFrameNumber();
         text = part<QLabel>(dialog, "textLabel").text();
     });
     QCOMPARE(state, QMovie::Running);
     QCOMPARE(frame, 0);
-    QCOMPARE(text, QStringLiteral("second"));
+    QCOMPARE(text, "second");
 }
 
 void WaitDialog::keepsAnEndlessAnimationRunningInTheSecondShow()

@@ -50,7 +50,7 @@ bool showUntil(CWaitDialog &dialog, const std::function<bool()> &look)
         seen = QTest::qWaitFor(look, patience);
         dialog.close();
     });
-    dialog.showAndWait(QStringLiteral("Exporting information..."));
+    dialog.showAndWait("Exporting information...");
     return seen;
 }
 
@@ -117,7 +117,7 @@ void WaitDialogProgress::isFullOnlyAtTheEnd()
     dialog.setProgressSource([] { return 0.9999; });
     QVERIFY(showUntilThereIsABar(dialog));
     QVERIFY(barOf(dialog).value() < barOf(dialog).maximum());
-    QCOMPARE(dialog.accessibleDescription(), QStringLiteral("99%"));
+    QCOMPARE(dialog.accessibleDescription(), "99%");
 }
 
 void WaitDialogProgress::reportsThePercentageToAssistiveTools()
@@ -125,12 +125,12 @@ void WaitDialogProgress::reportsThePercentageToAssistiveTools()
     CWaitDialog dialog(nullptr);
     dialog.setProgressSource([] { return 0.42; });
     QVERIFY(showUntilThereIsABar(dialog));
-    QCOMPARE(dialog.accessibleDescription(), QStringLiteral("42%"));
+    QCOMPARE(dialog.accessibleDescription(), "42%");
     QAccessibleInterface *bar = QAccessible::queryAccessibleInterface(&barOf(dialog));
     QVERIFY(bar != nullptr);
     QCOMPARE(bar->role(), QAccessible::ProgressBar);
-    QCOMPARE(bar->text(QAccessible::Name), QStringLiteral("Exporting information..."));
-    QCOMPARE(bar->text(QAccessible::Description), QStringLiteral("42%"));
+    QCOMPARE(bar->text(QAccessible::Name), "Exporting information...");
+    QCOMPARE(bar->text(QAccessible::Description), "42%");
 }
 
 void WaitDialogProgress::leavesTheFormAsItIs()
@@ -139,7 +139,7 @@ void WaitDialogProgress::leavesTheFormAsItIs()
     dialog.setProgressSource([] { return 0.5; });
     QVERIFY(showUntilThereIsABar(dialog));
     auto &label = part<QLabel>(dialog, "textLabel");
-    QCOMPARE(label.text(), QStringLiteral("Exporting information..."));
+    QCOMPARE(label.text(), "Exporting information...");
     QVERIFY(dialog.layout()->indexOf(&barOf(dialog)) < 0);
     const QRect place = barOf(dialog).geometry();
     QVERIFY(dialog.rect().contains(place));

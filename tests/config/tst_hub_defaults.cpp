@@ -66,13 +66,10 @@ void HubDefaults::declaresItsSignalsInOrderMisspellingIncluded()
         QCOMPARE(meta.method(i).methodType(), QMetaMethod::Signal);
         names.append(QString::fromLatin1(meta.method(i).methodSignature()));
     }
-    QCOMPARE(names, QStringList({QStringLiteral("signalRestoreCfg()"),
-                                 QStringLiteral("signalRestoreDefaultCfg()"),
-                                 QStringLiteral("signalSaveConfigChanged()"),
-                                 QStringLiteral("signalLogSourceChanged(QString)"),
-                                 QStringLiteral("signalLogFilterChanged()"),
-                                 QStringLiteral("singnalExportFilterChanged()"),
-                                 QStringLiteral("signalExportLocationChanged()")}));
+    QCOMPARE(names, QStringList({"signalRestoreCfg()", "signalRestoreDefaultCfg()",
+                                 "signalSaveConfigChanged()", "signalLogSourceChanged(QString)",
+                                 "signalLogFilterChanged()", "singnalExportFilterChanged()",
+                                 "signalExportLocationChanged()"}));
 }
 
 QTEST_GUILESS_MAIN(HubDefaults)

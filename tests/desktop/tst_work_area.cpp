@@ -40,25 +40,21 @@ bool keepFree(const QWidget &panel, const QRect &screen)
     QStringList numbers;
     for (const int number : strut)
         numbers.append(QString::number(number));
-    const QString property = QStringLiteral("_NET_WM_STRUT_PARTIAL");
-    return QProcess::execute(QStringLiteral("xprop"),
-                             {QStringLiteral("-id"), QString::number(panel.winId()),
-                              QStringLiteral("-f"), property, QStringLiteral("32c"),
-                              QStringLiteral("-set"), property,
-                              numbers.join(QLatin1String(", "))}) == 0;
+    const QString property = "_NET_WM_STRUT_PARTIAL";
+    return QProcess::execute("xprop", {"-id", QString::number(panel.winId()), "-f", property, "32c",
+                                       "-set", property, numbers.join(", ")}) == 0;
 }
 
 /// The window's geometry on the display server. Qt would return the requested one.
 QRect standing(const QWidget &window)
 {
     QProcess asked;
-    asked.start(QStringLiteral("xwininfo"),
-                {QStringLiteral("-id"), QString::number(window.winId())});
+    asked.start("xwininfo", {"-id", QString::number(window.winId())});
     if (!asked.waitForFinished())
         return {};
     static const QRegularExpression said(
-        QStringLiteral("Absolute upper-left X:\\s*(-?\\d+)\\s*Absolute upper-left Y:\\s*(-?\\d+)"
-                       ".*Width:\\s*(\\d+)\\s*Height:\\s*(\\d+)"),
+        "Absolute upper-left X:\\s*(-?\\d+)\\s*Absolute upper-left Y:\\s*(-?\\d+)"
+        ".*Width:\\s*(\\d+)\\s*Height:\\s*(\\d+)",
         QRegularExpression::DotMatchesEverythingOption);
     const auto number = [match = said.match(QString::fromUtf8(asked.readAll()))](int i) {
         return match.captured(i).toInt();

@@ -23,21 +23,21 @@ struct ExportFixture
     explicit ExportFixture(SystemProbes probes = {})
         : worker(std::move(probes))
     {
-        scratch.folder(QStringLiteral("QZSDK/QZviewer"));
+        scratch.folder("QZSDK/QZviewer");
         worker.setBasePath(base());
-        worker.setLogSourceFolder(QStringLiteral("QZviewer"));
+        worker.setLogSourceFolder("QZviewer");
         QObject::connect(&worker, &CLogProcessThread::closeWaitDlg, &context,
                          [this] { ++answered; });
     }
 
-    [[nodiscard]] QString base() const { return scratch.path(QStringLiteral("QZSDK/")); }
-    [[nodiscard]] QString staging() const { return scratch.path(QStringLiteral("QZSDK/LogInfo")); }
-    [[nodiscard]] QString zip() const { return scratch.path(QStringLiteral("out.zip")); }
+    [[nodiscard]] QString base() const { return scratch.path("QZSDK/"); }
+    [[nodiscard]] QString staging() const { return scratch.path("QZSDK/LogInfo"); }
+    [[nodiscard]] QString zip() const { return scratch.path("out.zip"); }
 
     /// Creates a log file in the current source and returns its path.
     QString log(const QString &name, const QByteArray &contents = "line\n")
     {
-        return scratch.file(QStringLiteral("QZSDK/QZviewer/") + name, contents);
+        return scratch.file("QZSDK/QZviewer/" + name, contents);
     }
 
     /// Passes table items for @p paths and deletes them immediately, as refilling the table does.

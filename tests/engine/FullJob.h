@@ -4,7 +4,6 @@
 #include "ExportItems.h"
 #include "FakeSystem.h"
 #include "SystemDumps.h"
-#include "Text.h"
 #include "ZipTools.h"
 
 /// A worker on a fake system with every item chosen, and the expected contents of its zip.
@@ -19,29 +18,27 @@ struct FullJob
         machine.memory = MemoryStatus{50, quint64(8) << 30, quint64(4) << 30};
         machine.modules.modules = {{"PART", 8388608, 3200}};
         NetworkAdapter adapter;
-        adapter.name = text("eth0");
+        adapter.name = "eth0";
         adapter.hardwareAddress = QByteArray::fromHex("020304050607");
         adapter.mtu = 1500;
         machine.adapters.adapters = {adapter};
-        kernelDump = f.scratch.file(text("Memory.dmp"), "kernel" + filling);
-        smallDump = f.scratch.file(text("Minidumps/a.dmp"), "small" + filling);
-        machine.dumps = {kernelDump, kernelDump, f.scratch.path(text("Minidumps/")), text(".dmp"),
-                         false};
-        f.log(text("client.dmp"), "client" + filling);
-        log = f.log(text("a.log"), "line\n" + filling);
-        whole = {{text("ApplicationEvents.evtx"), "events of Application" + filling},
-                 {text("ClientDump.zip/client.dmp"), "client" + filling},
-                 {text("NICInfo.txt"), "Adapter: eth0\nMAC: 02-03-04-05-06-07\nMTU: 1500 bytes\n"
-                                       "TransmitLinkSpeed: 0 Mbps\nReceiveLinkSpeed: 0 Mbps\n"
-                                       "Status: Inactive\n\n"},
-                 {text("SDKLOG/a.log"), "line\n" + filling},
-                 {text("SystemDmp.zip/") + entryOf(kernelDump), "kernel" + filling},
-                 {text("SystemDmp.zip/") + entryOf(smallDump), "small" + filling},
-                 {text("SystemEvents.evtx"), "events of System" + filling},
-                 {text("SystemInfo.txt"),
-                  "Memory Load: 50%\nTotal Physical Memory: 8192 MB\n"
-                  "Available Physical Memory: 4096 MB\n"
-                  "PartNumber: PART\nCapacity: 8388608 Kb\nSpeed: 3200 MHz\n"}};
+        kernelDump = f.scratch.file("Memory.dmp", "kernel" + filling);
+        smallDump = f.scratch.file("Minidumps/a.dmp", "small" + filling);
+        machine.dumps = {kernelDump, kernelDump, f.scratch.path("Minidumps/"), ".dmp", false};
+        f.log("client.dmp", "client" + filling);
+        log = f.log("a.log", "line\n" + filling);
+        whole = {{"ApplicationEvents.evtx", "events of Application" + filling},
+                 {"ClientDump.zip/client.dmp", "client" + filling},
+                 {"NICInfo.txt", "Adapter: eth0\nMAC: 02-03-04-05-06-07\nMTU: 1500 bytes\n"
+                                 "TransmitLinkSpeed: 0 Mbps\nReceiveLinkSpeed: 0 Mbps\n"
+                                 "Status: Inactive\n\n"},
+                 {"SDKLOG/a.log", "line\n" + filling},
+                 {"SystemDmp.zip/" + entryOf(kernelDump), "kernel" + filling},
+                 {"SystemDmp.zip/" + entryOf(smallDump), "small" + filling},
+                 {"SystemEvents.evtx", "events of System" + filling},
+                 {"SystemInfo.txt", "Memory Load: 50%\nTotal Physical Memory: 8192 MB\n"
+                                    "Available Physical Memory: 4096 MB\n"
+                                    "PartNumber: PART\nCapacity: 8388608 Kb\nSpeed: 3200 MHz\n"}};
         chooseEveryItem();
     }
 
@@ -74,8 +71,8 @@ struct FullJob
             f.worker.start();
         const bool settled = QTest::qWaitFor(
             [this] {
-                return f.answered > 0 || f.output.contains(text("mkdir failed")) ||
-                       f.output.contains(text("mkpath failed"));
+                return f.answered > 0 || f.output.contains("mkdir failed") ||
+                       f.output.contains("mkpath failed");
             },
             ExportFixture::patience);
         f.answered = 0;
@@ -93,14 +90,12 @@ struct FullJob
             return zipContents(zip);
         };
         Contents contents = read(f.zip());
-        for (const QLatin1String archive :
-             {QLatin1String("ClientDump.zip"), QLatin1String("SystemDmp.zip")}) {
+        for (const char *archive : {"ClientDump.zip", "SystemDmp.zip"}) {
             if (!contents.contains(archive))
                 continue;
-            const Contents inner =
-                read(f.scratch.file(QStringLiteral("inner.zip"), contents.take(archive)));
+            const Contents inner = read(f.scratch.file("inner.zip", contents.take(archive)));
             for (auto entry = inner.begin(); entry != inner.end(); ++entry)
-                contents.insert(archive + QLatin1Char('/') + entry.key(), entry.value());
+                contents.insert(QString("%1/%2").arg(archive, entry.key()), entry.value());
         }
         return contents;
     }
@@ -109,12 +104,11 @@ struct FullJob
     /// the packed files.
     QStringList printed(const QStringList &byItems)
     {
-        QStringList lines = QStringList(QStringLiteral("true")) + byItems;
+        QStringList lines = QStringList("true") + byItems;
         for (const QString &name : zipEntryNames(f.zip())) {
-            const QString folder = name.startsWith(QLatin1String("SDKLOG/"))
-                                       ? f.staging() + QLatin1String("/SDKLOG")
-                                       : f.staging();
-            lines.append(QStringLiteral("\"%1\" \"%2\" \"%3\"").arg(name, folder, f.staging()));
+            const QString folder =
+                name.startsWith("SDKLOG/") ? f.staging() + "/SDKLOG" : f.staging();
+            lines.append(QString("\"%1\" \"%2\" \"%3\"").arg(name, folder, f.staging()));
         }
         return lines;
     }

@@ -9,5 +9,5 @@ constexpr const char *noSmallDump = "蓝屏日志文件Minidumps不存在";
 /// The entry name of the dump at @p path: the reader drops a leading slash.
 [[nodiscard]] inline QString entryOf(const QString &path)
 {
-    return path.startsWith(QLatin1Char('/')) ? path.mid(1) : path;
+    return path.startsWith('/') ? path.mid(1) : path;
 }

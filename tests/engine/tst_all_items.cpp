@@ -1,6 +1,5 @@
 #include "Diagnostics.h"
 #include "FullJob.h"
-#include "Text.h"
 
 #include <functional>
 #include <new>
@@ -48,7 +47,7 @@ std::function<void(FullJob &)> failingModules(MemoryModuleList::Query query)
 {
     return [query](FullJob &job) {
         job.machine.modules = {query, {}};
-        QByteArray &report = job.whole[text("SystemInfo.txt")];
+        QByteArray &report = job.whole["SystemInfo.txt"];
         report.truncate(report.indexOf("PartNumber"));
     };
 }
@@ -57,7 +56,7 @@ template <typename Problem>
 void throwAt(FullJob &job, const char *question)
 {
     job.machine.ask = [question](const QString &asked) {
-        if (asked == QLatin1String(question))
+        if (asked == question)
             throw Problem();
     };
 }
@@ -75,24 +74,24 @@ QVector<Fault> eventLogFaults()
     return {
         {"Application refused",
          [](FullJob &job) {
-             job.machine.refusedChannel = text("Application");
-             job.drop(text("ApplicationEvents"));
-             job.drop(text("SystemEvents"));
+             job.machine.refusedChannel = "Application";
+             job.drop("ApplicationEvents");
+             job.drop("SystemEvents");
          },
-         {text("saveEventLog failed!")}},
+         {"saveEventLog failed!"}},
         {"System refused",
          [](FullJob &job) {
-             job.machine.refusedChannel = text("System");
-             job.drop(text("SystemEvents"));
+             job.machine.refusedChannel = "System";
+             job.drop("SystemEvents");
          },
-         {text("saveEventLog failed!")}},
+         {"saveEventLog failed!"}},
         {"event log throws",
          [](FullJob &job) {
              throwAt<Broken>(job, "Application");
-             job.drop(text("ApplicationEvents"));
-             job.drop(text("SystemEvents"));
+             job.drop("ApplicationEvents");
+             job.drop("SystemEvents");
          },
-         {text("saveEventLog failed!")}},
+         {"saveEventLog failed!"}},
     };
 }
 
@@ -103,26 +102,26 @@ QVector<Fault> systemInfoFaults()
         {"no memory status",
          [](FullJob &job) {
              job.machine.memory = {};
-             job.whole[text("SystemInfo.txt")].clear();
+             job.whole["SystemInfo.txt"].clear();
          },
-         {text("Failed to get memory status."), text("saveSysInfo failed!")}},
+         {"Failed to get memory status.", "saveSysInfo failed!"}},
         {"memory throws",
          [](FullJob &job) {
              throwAt<std::bad_alloc>(job, "memory");
-             job.whole[text("SystemInfo.txt")].clear();
+             job.whole["SystemInfo.txt"].clear();
          },
-         {text("saveSysInfo failed!")}},
+         {"saveSysInfo failed!"}},
         {"memory throws something of its own",
          [](FullJob &job) {
              throwAt<int>(job, "memory");
-             job.whole[text("SystemInfo.txt")].clear();
+             job.whole["SystemInfo.txt"].clear();
          },
-         {text("saveSysInfo failed!")}},
-        {"COM library", failingModules(Query::Library), {text("COM库初始化失败")}},
-        {"WMI locator", failingModules(Query::Locator), {text("WbemLocator创建失败")}},
-        {"WMI connection", failingModules(Query::Connection), {text("WMI服务连接失败")}},
-        {"WMI proxy", failingModules(Query::Proxy), {text("设置代理失败")}},
-        {"WMI query", failingModules(Query::Execution), {text("查询执行失败")}},
+         {"saveSysInfo failed!"}},
+        {"COM library", failingModules(Query::Library), {"COM库初始化失败"}},
+        {"WMI locator", failingModules(Query::Locator), {"WbemLocator创建失败"}},
+        {"WMI connection", failingModules(Query::Connection), {"WMI服务连接失败"}},
+        {"WMI proxy", failingModules(Query::Proxy), {"设置代理失败"}},
+        {"WMI query", failingModules(Query::Execution), {"查询执行失败"}},
     };
 }
 
@@ -132,16 +131,16 @@ QVector<Fault> adapterFaults()
         {"adapter query",
          [](FullJob &job) {
              job.machine.adapters.error = 1450;
-             job.whole[text("NICInfo.txt")] =
+             job.whole["NICInfo.txt"] =
                  "Call to GetAdaptersAddresses failed with error code: 1450\n";
          },
          {}},
         {"adapters throw",
          [](FullJob &job) {
              throwAt<Broken>(job, "adapters");
-             job.whole[text("NICInfo.txt")].clear();
+             job.whole["NICInfo.txt"].clear();
          },
-         {text("saveNICInfo failed!")}},
+         {"saveNICInfo failed!"}},
     };
 }
 
@@ -151,25 +150,25 @@ QVector<Fault> dumpFaults()
         {"no kernel dump",
          [](FullJob &job) {
              QFile::remove(job.kernelDump);
-             job.drop(text("SystemDmp.zip/") + entryOf(job.kernelDump));
+             job.drop("SystemDmp.zip/" + entryOf(job.kernelDump));
          },
-         {text(noKernelDump)}},
+         {noKernelDump}},
         {"no small dump",
          [](FullJob &job) {
              QFile::remove(job.smallDump);
-             job.drop(text("SystemDmp.zip/") + entryOf(job.smallDump));
+             job.drop("SystemDmp.zip/" + entryOf(job.smallDump));
          },
-         {text(noSmallDump)}},
+         {noSmallDump}},
         {"system dumps throw",
          [](FullJob &job) {
              throwAt<Broken>(job, "crashDumpPaths");
-             job.drop(text("SystemDmp.zip"));
+             job.drop("SystemDmp.zip");
          },
-         {text("saveEventLog failed!")}}, // on purpose: see exportItems
+         {"saveEventLog failed!"}}, // on purpose: see exportItems
         {"no client dump",
          [](FullJob &job) {
-             QFile::remove(job.f.base() + text("QZviewer/client.dmp"));
-             job.drop(text("ClientDump.zip"));
+             QFile::remove(job.f.base() + "QZviewer/client.dmp");
+             job.drop("ClientDump.zip");
          },
          {}},
     };
@@ -189,16 +188,15 @@ void AllItems::standInTheTableInTheirOrderWithTheirWords()
     std::vector<std::atomic<bool> CConfiguration::*> flags;
     for (const ExportItem &item : exportItems) {
         flags.push_back(item.isChosen);
-        words.append(text(item.failureText));
+        words.append(item.failureText);
     }
     QVERIFY(flags ==
             (std::vector<std::atomic<bool> CConfiguration::*>{
                 &CConfiguration::systemLog, &CConfiguration::systemInfo, &CConfiguration::nicInfo,
                 &CConfiguration::systemDump, &CConfiguration::clientDump}));
     // The system dump prints the text of the event log.
-    QCOMPARE(words,
-             QStringList({text("saveEventLog failed!"), text("saveSysInfo failed!"),
-                          text("saveNICInfo failed!"), text("saveEventLog failed!"), QString()}));
+    QCOMPARE(words, QStringList({"saveEventLog failed!", "saveSysInfo failed!",
+                                 "saveNICInfo failed!", "saveEventLog failed!", QString()}));
 }
 
 void AllItems::printTheirWordsWhenTheyFail_data()
@@ -218,7 +216,7 @@ void AllItems::printTheirWordsWhenTheyFail()
     job.machine.ask = [](const QString &) { throw Broken(); };
     QVERIFY(job.run());
     QCOMPARE(job.f.output.lines(),
-             job.printed(failing.failureText != nullptr ? QStringList(text(failing.failureText))
+             job.printed(failing.failureText != nullptr ? QStringList(failing.failureText)
                                                         : QStringList()));
 }
 
@@ -227,13 +225,11 @@ void AllItems::areQueriedInTheirOrder()
     FullJob job;
     QVERIFY(job.run());
     job.machine.asked.removeDuplicates();
-    QCOMPARE(job.machine.asked,
-             QStringList({text("comSecurity"), text("Application"), text("System"), text("memory"),
-                          text("memoryModules"), text("adapters"), text("crashDumpPaths")}));
+    QCOMPARE(job.machine.asked, QStringList({"comSecurity", "Application", "System", "memory",
+                                             "memoryModules", "adapters", "crashDumpPaths"}));
     QCOMPARE(zipEntryNames(job.f.zip()),
-             QStringList({text("ApplicationEvents.evtx"), text("ClientDump.zip"),
-                          text("NICInfo.txt"), text("SDKLOG/a.log"), text("SystemDmp.zip"),
-                          text("SystemEvents.evtx"), text("SystemInfo.txt")}));
+             QStringList({"ApplicationEvents.evtx", "ClientDump.zip", "NICInfo.txt", "SDKLOG/a.log",
+                          "SystemDmp.zip", "SystemEvents.evtx", "SystemInfo.txt"}));
     QCOMPARE(job.packed(&zips), job.whole);
 }
 
@@ -260,21 +256,20 @@ void AllItems::oneFaultTakesNothingElseAway()
 void AllItems::everyFaultAtOnceStillMakesAZip()
 {
     FullJob job;
-    job.machine.refusedChannel = text("Application");
+    job.machine.refusedChannel = "Application";
     job.machine.memory = {};
     job.machine.adapters.error = 1;
     job.machine.dumps = {};
-    job.machine.dumps.minidumps = job.f.scratch.path(text("nowhere"));
-    QVERIFY(QFile::remove(job.f.base() + text("QZviewer/client.dmp")));
+    job.machine.dumps.minidumps = job.f.scratch.path("nowhere");
+    QVERIFY(QFile::remove(job.f.base() + "QZviewer/client.dmp"));
     QVERIFY(job.run());
     QCOMPARE(job.f.output.lines(),
-             job.printed({text("saveEventLog failed!"), text("Failed to get memory status."),
-                          text("saveSysInfo failed!"), text(noKernelDump), text(noSmallDump)}));
-    QCOMPARE(
-        job.packed(&zips),
-        (Contents{{text("NICInfo.txt"), "Call to GetAdaptersAddresses failed with error code: 1\n"},
-                  {text("SDKLOG/a.log"), "line\n"},
-                  {text("SystemInfo.txt"), {}}}));
+             job.printed({"saveEventLog failed!", "Failed to get memory status.",
+                          "saveSysInfo failed!", noKernelDump, noSmallDump}));
+    QCOMPARE(job.packed(&zips),
+             (Contents{{"NICInfo.txt", "Call to GetAdaptersAddresses failed with error code: 1\n"},
+                       {"SDKLOG/a.log", "line\n"},
+                       {"SystemInfo.txt", {}}}));
 }
 
 void AllItems::theNextExportAfterAFaultIsWhole()
@@ -282,9 +277,8 @@ void AllItems::theNextExportAfterAFaultIsWhole()
     FullJob job;
     job.machine.ask = [](const QString &) { throw Broken(); };
     QVERIFY(job.run());
-    QCOMPARE(job.f.output.take(),
-             job.printed({text("saveEventLog failed!"), text("saveSysInfo failed!"),
-                          text("saveNICInfo failed!"), text("saveEventLog failed!")}));
+    QCOMPARE(job.f.output.take(), job.printed({"saveEventLog failed!", "saveSysInfo failed!",
+                                               "saveNICInfo failed!", "saveEventLog failed!"}));
     job.machine.ask = [](const QString &) {};
     QVERIFY(job.run());
     QCOMPARE(job.f.output.lines(), job.printed({}));
@@ -296,7 +290,7 @@ void AllItems::logsWhyAnItemFailed_data()
     QTest::addColumn<std::function<void(FullJob &)>>("fail");
     QTest::addColumn<QString>("logged");
     const auto row = [](const char *name, std::function<void(FullJob &)> fail, const char *logged) {
-        QTest::newRow(name) << std::move(fail) << text(logged);
+        QTest::newRow(name) << std::move(fail) << logged;
     };
     row(
         "an error", [](FullJob &job) { throwAt<Broken>(job, "adapters"); }, "item failed: broken");
@@ -315,7 +309,7 @@ void AllItems::logsWhyAnItemFailed()
     FullJob job;
     fail(job);
     QVERIFY(job.run());
-    QCOMPARE(job.f.output.lines(), job.printed({logged, text("saveNICInfo failed!")}));
+    QCOMPARE(job.f.output.lines(), job.printed({logged, "saveNICInfo failed!"}));
 }
 
 void AllItems::cleanupTestCase()

@@ -6,7 +6,6 @@
 #include "Faults.h"
 #include "Machine.h"
 #include "SystemDumps.h"
-#include "Text.h"
 #include "WorkingFolder.h"
 #include "ZipArchive.h"
 
@@ -56,41 +55,41 @@ struct Dumps
 {
     Dumps()
     {
-        machine.dumps = {f.scratch.path(text("Memory.dmp")), f.scratch.path(text("Memory.dmp")),
-                         f.scratch.path(text("Minidumps/")), text(".dmp"), false};
+        machine.dumps = {f.scratch.path("Memory.dmp"), f.scratch.path("Memory.dmp"),
+                         f.scratch.path("Minidumps/"), ".dmp", false};
     }
 
     QString small(const QString &name, int age, const QByteArray &contents = "small")
     {
-        return f.scratch.file(text("Minidumps/") + name, contents, noon.addSecs(-age));
+        return f.scratch.file("Minidumps/" + name, contents, noon.addSecs(-age));
     }
 
     ExportFixture::Contents packed()
     {
-        const QString staging = f.scratch.folder(text("staging"));
+        const QString staging = f.scratch.folder("staging");
         if (!f.worker.saveSystemDump(staging))
-            return {{text("failed"), QByteArray()}};
-        return zipContents(staging + text("/SystemDmp.zip"));
+            return {{"failed", QByteArray()}};
+        return zipContents(staging + "/SystemDmp.zip");
     }
 
     ExportFixture::Contents packedOfClient()
     {
-        const QString staging = f.scratch.folder(text("staging"));
+        const QString staging = f.scratch.folder("staging");
         if (!f.worker.saveClientDump(staging))
-            return {{text("failed"), QByteArray()}};
-        return zipContents(staging + text("/ClientDump.zip"));
+            return {{"failed", QByteArray()}};
+        return zipContents(staging + "/ClientDump.zip");
     }
 
     QString withKernelDump(const QByteArray &contents = "kernel")
     {
-        return f.scratch.file(text("Memory.dmp"), contents);
+        return f.scratch.file("Memory.dmp", contents);
     }
 
     /// Makes the dump at @p path unreadable, with the other dumps accessible to OrdinaryUser.
     void lock(const QString &path)
     {
         QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions()));
-        for (const QString &folder : {f.scratch.path(), f.scratch.folder(text("staging"))})
+        for (const QString &folder : {f.scratch.path(), f.scratch.folder("staging")})
             QVERIFY(QFile::setPermissions(folder, Everybody::mayDoAll));
     }
 
@@ -104,14 +103,14 @@ void DumpArchives::theKernelDumpIsNamedByItsFullPathAsOpened()
 {
     Dumps d;
     const QString path = d.withKernelDump();
-    d.machine.dumps.kernelDumpTestPath = d.f.scratch.path(text("Minidumps/../Memory.dmp"));
-    const QString small = d.small(text("a.dmp"), 0);
+    d.machine.dumps.kernelDumpTestPath = d.f.scratch.path("Minidumps/../Memory.dmp");
+    const QString small = d.small("a.dmp", 0);
     QCOMPARE(d.packed(),
              (ExportFixture::Contents{{entryOf(path), "kernel"}, {entryOf(small), "small"}}));
-    QCOMPARE(zipEntryNames(d.f.scratch.path(text("staging/SystemDmp.zip"))),
+    QCOMPARE(zipEntryNames(d.f.scratch.path("staging/SystemDmp.zip")),
              QStringList({entryOf(path), entryOf(small)}));
     // The full path, after the 30 bytes of the first entry's header.
-    QCOMPARE(d.f.scratch.read(text("staging/SystemDmp.zip")).mid(30, path.toUtf8().size()),
+    QCOMPARE(d.f.scratch.read("staging/SystemDmp.zip").mid(30, path.toUtf8().size()),
              path.toUtf8());
     QCOMPARE(d.f.output.lines(), QStringList());
 }
@@ -132,55 +131,55 @@ void DumpArchives::theKernelDumpIsReadableWhenItsProbeOpens()
 void DumpArchives::aMissingKernelDumpIsPrintedAndTheRestPacked()
 {
     Dumps d;
-    const QString small = d.small(text("a.dmp"), 0);
+    const QString small = d.small("a.dmp", 0);
     QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(small), "small"}}));
-    QCOMPARE(d.f.output.lines(), QStringList(text(noKernelDump)));
+    QCOMPARE(d.f.output.lines(), QStringList(noKernelDump));
 }
 
 void DumpArchives::onlyTheNewestSmallDumpIsPackedByItsFullPath()
 {
     Dumps d;
-    d.small(text("a.dmp"), 20);
-    const QString newest = d.small(text("b.dmp"), 10, "newest");
-    d.small(text("c.dmp"), 30);
+    d.small("a.dmp", 20);
+    const QString newest = d.small("b.dmp", 10, "newest");
+    d.small("c.dmp", 30);
     QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(newest), "newest"}}));
-    QVERIFY(newest.contains(text("/Minidumps/b.dmp")));
+    QVERIFY(newest.contains("/Minidumps/b.dmp"));
 }
 
 void DumpArchives::smallDumpsAreFoundInSubFoldersToo()
 {
     Dumps d;
-    d.small(text("a.dmp"), 20);
-    const QString newest = d.small(text("deep/er/b.dmp"), 10, "newest");
+    d.small("a.dmp", 20);
+    const QString newest = d.small("deep/er/b.dmp", 10, "newest");
     QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(newest), "newest"}}));
 }
 
 void DumpArchives::aNameThatContainsTheMarkIsASmallDump()
 {
     Dumps d;
-    d.small(text("a.dmp"), 20);
-    const QString newest = d.small(text("b.dmp.old"), 10);
-    d.small(text("dmp"), 0);
-    d.small(text("c.txt"), 0);
+    d.small("a.dmp", 20);
+    const QString newest = d.small("b.dmp.old", 10);
+    d.small("dmp", 0);
+    d.small("c.txt", 0);
     QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(newest), "small"}}));
 }
 
 void DumpArchives::theMarkIsCaseSensitive()
 {
     Dumps d;
-    d.small(text("A.DMP"), 0);
+    d.small("A.DMP", 0);
     QCOMPARE(d.packed(), ExportFixture::Contents());
-    QCOMPARE(d.f.output.lines(), QStringList({text(noKernelDump), text(noSmallDump)}));
+    QCOMPARE(d.f.output.lines(), QStringList({noKernelDump, noSmallDump}));
 }
 
 void DumpArchives::theKernelDumpIsExemptBeingReadByItsName()
 {
     Dumps d;
-    const QString kernel = d.f.scratch.file(text("MEMORY.DMP"), "kernel");
+    const QString kernel = d.f.scratch.file("MEMORY.DMP", "kernel");
     d.machine.dumps.kernelDump = d.machine.dumps.kernelDumpTestPath = kernel;
-    d.small(text("A.DMP"), 0);
+    d.small("A.DMP", 0);
     QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(kernel), "kernel"}}));
-    QCOMPARE(d.f.output.lines(), QStringList(text(noSmallDump)));
+    QCOMPARE(d.f.output.lines(), QStringList(noSmallDump));
 }
 
 void DumpArchives::theDumpPathsAreQueriedOnce()
@@ -188,56 +187,56 @@ void DumpArchives::theDumpPathsAreQueriedOnce()
     Dumps d;
     d.machine.asked.clear();
     (void)d.packed();
-    QCOMPARE(d.machine.asked, QStringList(text("crashDumpPaths")));
+    QCOMPARE(d.machine.asked, QStringList("crashDumpPaths"));
 }
 
 void DumpArchives::aFolderWithAMatchingNameCountsToo()
 {
     Dumps d;
-    d.small(text("a.dmp"), 20);
-    d.f.scratch.folder(text("Minidumps/folder.dmp")); // the newest
-    QCOMPARE(zipEntryNames((d.packed(), d.f.scratch.path(text("staging/SystemDmp.zip")))),
-             QStringList(entryOf(d.f.scratch.path(text("Minidumps/folder.dmp")))));
+    d.small("a.dmp", 20);
+    d.f.scratch.folder("Minidumps/folder.dmp"); // the newest
+    QCOMPARE(zipEntryNames((d.packed(), d.f.scratch.path("staging/SystemDmp.zip"))),
+             QStringList(entryOf(d.f.scratch.path("Minidumps/folder.dmp"))));
 }
 
 void DumpArchives::linksAndHiddenFilesAreNoSmallDumps()
 {
     Dumps d;
-    d.small(text("a.dmp"), 20);
-    const QString elsewhere = d.f.scratch.file(text("elsewhere"), "elsewhere", noon);
-    if (!makeLink(elsewhere, d.f.scratch.path(text("Minidumps/link.dmp"))))
+    d.small("a.dmp", 20);
+    const QString elsewhere = d.f.scratch.file("elsewhere", "elsewhere", noon);
+    if (!makeLink(elsewhere, d.f.scratch.path("Minidumps/link.dmp")))
         QSKIP("this system makes no links for us");
-    d.small(text(".dmp"), 0); // hidden on Linux
-    QCOMPARE(minidumps(d.machine.dumps).filter(text("link")), QStringList());
-    QVERIFY(minidumps(d.machine.dumps).contains(d.f.scratch.path(text("Minidumps/a.dmp"))));
+    d.small(".dmp", 0); // hidden on Linux
+    QCOMPARE(minidumps(d.machine.dumps).filter("link"), QStringList());
+    QVERIFY(minidumps(d.machine.dumps).contains(d.f.scratch.path("Minidumps/a.dmp")));
     if (onWindows())
         return; // names do not hide files there
-    QCOMPARE(minidumps(d.machine.dumps), QStringList(d.f.scratch.path(text("Minidumps/a.dmp"))));
+    QCOMPARE(minidumps(d.machine.dumps), QStringList(d.f.scratch.path("Minidumps/a.dmp")));
 }
 
 void DumpArchives::hundredsOfSmallDumpsWithEqualTimes()
 {
     Dumps d;
     for (int i = 0; i < 300; ++i)
-        d.small(text("%1.dmp").arg(i, 3, 10, QLatin1Char('0')), 0);
+        d.small(QString("%1.dmp").arg(i, 3, 10, QChar('0')), 0);
     const QStringList found = minidumps(d.machine.dumps);
     QCOMPARE(found.size(), 300);
-    QCOMPARE(d.packed(), (ExportFixture::Contents{
-                             {entryOf(d.f.scratch.path(text("Minidumps/299.dmp"))), "small"}}));
+    QCOMPARE(d.packed(),
+             (ExportFixture::Contents{{entryOf(d.f.scratch.path("Minidumps/299.dmp")), "small"}}));
 }
 
 void DumpArchives::withoutAnyDumpTheArchiveIsEmptyAndBothArePrinted()
 {
     Dumps d;
     QCOMPARE(d.packed(), ExportFixture::Contents());
-    QVERIFY(QFile::exists(d.f.scratch.path(text("staging/SystemDmp.zip"))));
-    QCOMPARE(d.f.output.lines(), QStringList({text(noKernelDump), text(noSmallDump)}));
+    QVERIFY(QFile::exists(d.f.scratch.path("staging/SystemDmp.zip")));
+    QCOMPARE(d.f.output.lines(), QStringList({noKernelDump, noSmallDump}));
 }
 
 void DumpArchives::aDumpThatVanishedIsLeftOut()
 {
     Dumps d;
-    const QString gone = d.small(text("gone.dmp"), 0);
+    const QString gone = d.small("gone.dmp", 0);
     const QStringList listed = minidumps(d.machine.dumps);
     QCOMPARE(listed, QStringList(gone));
     QVERIFY(QFile::remove(gone));
@@ -256,7 +255,7 @@ void DumpArchives::aDumpOfNoBytesIsPacked()
 {
     Dumps d;
     const QString kernel = d.withKernelDump({});
-    const QString small = d.small(text("a.dmp"), 0, {});
+    const QString small = d.small("a.dmp", 0, {});
     QCOMPARE(d.packed(), (ExportFixture::Contents{{entryOf(kernel), {}}, {entryOf(small), {}}}));
     QCOMPARE(d.f.output.lines(), QStringList());
 }
@@ -275,8 +274,8 @@ void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing()
     QFETCH(bool, unreadableIsMissing);
     Dumps d;
     d.machine.dumps.unreadableIsMissing = unreadableIsMissing;
-    const QString readable = d.small(text("a.dmp"), 20);
-    const QString locked = d.small(text("b.dmp"), 10, "secret");
+    const QString readable = d.small("a.dmp", 20);
+    const QString locked = d.small("b.dmp", 10, "secret");
     d.lock(locked);
     const OrdinaryUser user;
     QCOMPARE(d.packed(), unreadableIsMissing
@@ -292,61 +291,60 @@ void DumpArchives::anUnreadableKernelDumpCountsAsMissing()
     d.lock(d.withKernelDump("secret"));
     const OrdinaryUser user;
     QCOMPARE(d.packed(), ExportFixture::Contents());
-    QCOMPARE(d.f.output.lines(), QStringList({text(noKernelDump), text(noSmallDump)}));
+    QCOMPARE(d.f.output.lines(), QStringList({noKernelDump, noSmallDump}));
 }
 
 void DumpArchives::anArchiveThatCannotBeWrittenIsNoFailure()
 {
     Dumps d;
     d.withKernelDump();
-    const QString staging = d.f.scratch.folder(text("staging"));
-    d.f.scratch.folder(text("staging/SystemDmp.zip"));
-    d.f.scratch.folder(text("staging/ClientDump.zip"));
+    const QString staging = d.f.scratch.folder("staging");
+    d.f.scratch.folder("staging/SystemDmp.zip");
+    d.f.scratch.folder("staging/ClientDump.zip");
     QVERIFY(d.f.worker.saveSystemDump(staging));
-    QVERIFY(d.f.output.take().first().startsWith(text("cannot write zip")));
+    QVERIFY(d.f.output.take().first().startsWith("cannot write zip"));
     QVERIFY(d.f.worker.saveClientDump(staging));
-    QVERIFY(d.f.output.take().first().startsWith(text("cannot write zip")));
+    QVERIFY(d.f.output.take().first().startsWith("cannot write zip"));
 }
 
 void DumpArchives::clientDumpsAreNamedByTheirFileNames()
 {
     Dumps d;
-    d.f.log(text("one.dmp"), "1");
-    d.f.log(text("二.dmp"), "2");
-    d.f.log(text("QZviewer.log"), "no dump");
-    QCOMPARE(d.packedOfClient(),
-             (ExportFixture::Contents{{text("one.dmp"), "1"}, {text("二.dmp"), "2"}}));
+    d.f.log("one.dmp", "1");
+    d.f.log("二.dmp", "2");
+    d.f.log("QZviewer.log", "no dump");
+    QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{"one.dmp", "1"}, {"二.dmp", "2"}}));
 }
 
 void DumpArchives::clientDumpsInSubFoldersAreNotTaken()
 {
     Dumps d;
-    d.f.log(text("one.dmp"), "1");
-    d.f.log(text("folder/two.dmp"), "2");
-    d.f.log(text("folder.dmp/three.dmp"), "3");
-    QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{text("one.dmp"), "1"}}));
+    d.f.log("one.dmp", "1");
+    d.f.log("folder/two.dmp", "2");
+    d.f.log("folder.dmp/three.dmp", "3");
+    QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{"one.dmp", "1"}}));
 }
 
 void DumpArchives::aClientFileThatContainsTheMarkIsADump()
 {
     Dumps d;
-    d.f.log(text("one.dmp.old"), "1");
-    d.f.log(text("TWO.DMP"), "2");
-    QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{text("one.dmp.old"), "1"}}));
+    d.f.log("one.dmp.old", "1");
+    d.f.log("TWO.DMP", "2");
+    QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{"one.dmp.old", "1"}}));
 }
 
 void DumpArchives::withoutClientDumpsTheArchiveIsEmptyAndNothingIsPrinted()
 {
     Dumps d;
     QCOMPARE(d.packedOfClient(), ExportFixture::Contents());
-    QVERIFY(QFile::exists(d.f.scratch.path(text("staging/ClientDump.zip"))));
+    QVERIFY(QFile::exists(d.f.scratch.path("staging/ClientDump.zip")));
     QCOMPARE(d.f.output.lines(), QStringList());
 }
 
 void DumpArchives::aMissingSourceFolderMakesAnEmptyArchive()
 {
     Dumps d;
-    d.f.worker.setLogSourceFolder(text("no such source"));
+    d.f.worker.setLogSourceFolder("no such source");
     QCOMPARE(d.packedOfClient(), ExportFixture::Contents());
     QCOMPARE(d.f.output.lines(), QStringList());
 }
@@ -354,9 +352,9 @@ void DumpArchives::aMissingSourceFolderMakesAnEmptyArchive()
 void DumpArchives::withoutASourceTheWorkingFolderIsNotSearched()
 {
     WorkingFolder folder;
-    folder.file(text("mine.dmp"));
-    writeClientDumps(folder.path(text("client.zip")), QString());
-    QCOMPARE(zipContents(folder.path(text("client.zip"))), ExportFixture::Contents());
+    folder.file("mine.dmp");
+    writeClientDumps(folder.path("client.zip"), QString());
+    QCOMPARE(zipContents(folder.path("client.zip")), ExportFixture::Contents());
 }
 
 void DumpArchives::anEmptyFolderIsRefused()
@@ -367,7 +365,7 @@ void DumpArchives::anEmptyFolderIsRefused()
     QVERIFY(!d.f.worker.saveClientDump(QString()));
     QCOMPARE(d.machine.asked, QStringList());
     QCOMPARE(d.f.output.lines(), QStringList());
-    QVERIFY(!QFile::exists(text("/SystemDmp.zip")) && !QFile::exists(text("/ClientDump.zip")));
+    QVERIFY(!QFile::exists("/SystemDmp.zip") && !QFile::exists("/ClientDump.zip"));
 }
 
 QTEST_GUILESS_MAIN(DumpArchives)

@@ -2,7 +2,6 @@
 
 #include "ExportFixture.h"
 #include "FakeSystem.h"
-#include "Text.h"
 
 class EventLogs : public QObject
 {
@@ -27,7 +26,7 @@ namespace {
 
 QString uniqueIn(const ScratchFolder &scratch)
 {
-    return uniqueFilePath(scratch.path(), text("a"), text(".b"));
+    return uniqueFilePath(scratch.path(), "a", ".b");
 }
 
 } // namespace
@@ -35,49 +34,49 @@ QString uniqueIn(const ScratchFolder &scratch)
 void EventLogs::aFreePathIsTakenAsItIs()
 {
     const ScratchFolder scratch;
-    QCOMPARE(uniqueIn(scratch), scratch.path(text("a.b")));
-    QVERIFY(!QFile::exists(scratch.path(text("a.b"))));
+    QCOMPARE(uniqueIn(scratch), scratch.path("a.b"));
+    QVERIFY(!QFile::exists(scratch.path("a.b")));
 }
 
 void EventLogs::takenPathsAreCountedUp()
 {
     ScratchFolder scratch;
-    scratch.file(text("a.b"));
-    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(1).b")));
-    scratch.file(text("a(1).b"));
-    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(2).b")));
+    scratch.file("a.b");
+    QCOMPARE(uniqueIn(scratch), scratch.path("a(1).b"));
+    scratch.file("a(1).b");
+    QCOMPARE(uniqueIn(scratch), scratch.path("a(2).b"));
 }
 
 void EventLogs::aGapInTheNumbersIsFilled()
 {
     ScratchFolder scratch;
-    scratch.file(text("a.b"));
-    scratch.file(text("a(2).b"));
-    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(1).b")));
+    scratch.file("a.b");
+    scratch.file("a(2).b");
+    QCOMPARE(uniqueIn(scratch), scratch.path("a(1).b"));
 }
 
 void EventLogs::aFolderOfThatNameTakesItToo()
 {
     ScratchFolder scratch;
-    scratch.folder(text("a.b"));
-    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(1).b")));
+    scratch.folder("a.b");
+    QCOMPARE(uniqueIn(scratch), scratch.path("a(1).b"));
 }
 
 void EventLogs::namesWithPercentSignsStayAsTheyAre()
 {
     ScratchFolder scratch;
-    const QString folder = scratch.folder(text("100%1"));
-    scratch.file(text("100%1/%2.%1"));
-    QCOMPARE(uniqueFilePath(folder, text("%2"), text(".%1")), folder + text("/%2(1).%1"));
+    const QString folder = scratch.folder("100%1");
+    scratch.file("100%1/%2.%1");
+    QCOMPARE(uniqueFilePath(folder, "%2", ".%1"), folder + "/%2(1).%1");
 }
 
 void EventLogs::thereIsNoLastNumber()
 {
     ScratchFolder scratch;
-    scratch.file(text("a.b"));
+    scratch.file("a.b");
     for (int i = 1; i <= 1000; ++i)
-        scratch.file(text("a(%1).b").arg(i));
-    QCOMPARE(uniqueIn(scratch), scratch.path(text("a(1001).b")));
+        scratch.file(QString("a(%1).b").arg(i));
+    QCOMPARE(uniqueIn(scratch), scratch.path("a(1001).b"));
 }
 
 void EventLogs::anEmptyFolderIsRefusedWithoutTouchingTheEventLog()
@@ -96,9 +95,9 @@ void EventLogs::applicationComesFirstThenSystem()
     ExportFixture f(machine.probes());
     machine.asked.clear();
     QVERIFY(f.worker.saveEventLog(f.scratch.path()));
-    QCOMPARE(machine.asked, QStringList({text("Application"), text("System")}));
-    QCOMPARE(machine.exportedTargets, QStringList({f.scratch.path(text("ApplicationEvents.evtx")),
-                                                   f.scratch.path(text("SystemEvents.evtx"))}));
+    QCOMPARE(machine.asked, QStringList({"Application", "System"}));
+    QCOMPARE(machine.exportedTargets, QStringList({f.scratch.path("ApplicationEvents.evtx"),
+                                                   f.scratch.path("SystemEvents.evtx")}));
     QCOMPARE(f.output.lines(), QStringList());
 }
 
@@ -106,33 +105,32 @@ void EventLogs::takenTargetsGetANumber()
 {
     FakeSystem machine;
     ExportFixture f(machine.probes());
-    f.scratch.file(text("ApplicationEvents.evtx"), "older");
-    f.scratch.file(text("SystemEvents.evtx"), "older");
-    f.scratch.file(text("SystemEvents(1).evtx"), "older");
+    f.scratch.file("ApplicationEvents.evtx", "older");
+    f.scratch.file("SystemEvents.evtx", "older");
+    f.scratch.file("SystemEvents(1).evtx", "older");
     QVERIFY(f.worker.saveEventLog(f.scratch.path()));
-    QCOMPARE(machine.exportedTargets,
-             QStringList({f.scratch.path(text("ApplicationEvents(1).evtx")),
-                          f.scratch.path(text("SystemEvents(2).evtx"))}));
-    QCOMPARE(f.scratch.read(text("ApplicationEvents.evtx")), QByteArray("older"));
+    QCOMPARE(machine.exportedTargets, QStringList({f.scratch.path("ApplicationEvents(1).evtx"),
+                                                   f.scratch.path("SystemEvents(2).evtx")}));
+    QCOMPARE(f.scratch.read("ApplicationEvents.evtx"), QByteArray("older"));
 }
 
 void EventLogs::aRefusedApplicationChannelLeavesNoSystemExport()
 {
     FakeSystem machine;
-    machine.refusedChannel = text("Application");
+    machine.refusedChannel = "Application";
     ExportFixture f(machine.probes());
     machine.asked.clear();
     QVERIFY(!f.worker.saveEventLog(f.scratch.path()));
-    QCOMPARE(machine.asked, QStringList(text("Application")));
+    QCOMPARE(machine.asked, QStringList("Application"));
 }
 
 void EventLogs::aRefusedSystemChannelFailsButKeepsTheApplications()
 {
     FakeSystem machine;
-    machine.refusedChannel = text("System");
+    machine.refusedChannel = "System";
     ExportFixture f(machine.probes());
     QVERIFY(!f.worker.saveEventLog(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("ApplicationEvents.evtx")), QByteArray("events of Application"));
+    QCOMPARE(f.scratch.read("ApplicationEvents.evtx"), QByteArray("events of Application"));
     QCOMPARE(f.output.lines(), QStringList()); // the caller prints the failure
 }
 

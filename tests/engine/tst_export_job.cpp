@@ -5,7 +5,6 @@
 #include "FullJob.h"
 #include "Machine.h"
 #include "Noise.h"
-#include "Text.h"
 
 #include <QMetaMethod>
 
@@ -96,73 +95,70 @@ void ExportJob::declaresOneSignalAndNoSlots()
 void ExportJob::setsTheSpareWorkPathOfTheHub()
 {
     ExportFixture f;
-    QCOMPARE(hub().spareWorkPath, text("D:/Vantrel"));
+    QCOMPARE(hub().spareWorkPath, "D:/Vantrel");
 }
 
 void ExportJob::packsTheChosenLogsUnderTheirNames()
 {
     ExportFixture f;
-    QVERIFY(
-        f.exportAndWait({f.log(text("a.log"), "first\n"), f.log(text("日志 1.log"), "second\n")}));
-    QCOMPARE(zipContents(f.zip()),
-             (ExportFixture::Contents{{text("SDKLOG/a.log"), "first\n"},
-                                      {text("SDKLOG/日志 1.log"), "second\n"}}));
+    QVERIFY(f.exportAndWait({f.log("a.log", "first\n"), f.log("日志 1.log", "second\n")}));
+    QCOMPARE(zipContents(f.zip()), (ExportFixture::Contents{{"SDKLOG/a.log", "first\n"},
+                                                            {"SDKLOG/日志 1.log", "second\n"}}));
     // One result per copy, then one line per packed entry.
     QCOMPARE(f.output.lines(),
-             QStringList({text("true"), text("true"),
-                          text("\"SDKLOG/a.log\" \"%1/SDKLOG\" \"%1\"").arg(f.staging()),
-                          text("\"SDKLOG/日志 1.log\" \"%1/SDKLOG\" \"%1\"").arg(f.staging())}));
+             QStringList({"true", "true",
+                          QString("\"SDKLOG/a.log\" \"%1/SDKLOG\" \"%1\"").arg(f.staging()),
+                          QString("\"SDKLOG/日志 1.log\" \"%1/SDKLOG\" \"%1\"").arg(f.staging())}));
 }
 
 void ExportJob::readsThePathsAtTheHandOverSoThatItemsMayVanish()
 {
     ExportFixture f;
-    f.choose({f.log(text("a.log"))}); // deletes the items before it returns
+    f.choose({f.log("a.log")}); // deletes the items before it returns
     QVERIFY(f.exportAndWait());
-    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList("SDKLOG/a.log"));
 }
 
 void ExportJob::packsTheGenTlLogsOfTheSource()
 {
     ExportFixture f;
-    f.choose({f.log(text("a.log"))});
-    f.log(text("gentl_cxp_log/one.txt"), "1");
-    f.log(text("gentl_cxp_log/two.bin"), "2");
+    f.choose({f.log("a.log")});
+    f.log("gentl_cxp_log/one.txt", "1");
+    f.log("gentl_cxp_log/two.bin", "2");
     QVERIFY(f.exportAndWait());
-    QCOMPARE(zipEntryNames(f.zip()),
-             QStringList({text("SDKLOG/a.log"), text("SDKLOG/gentl_cxp_log/one.txt"),
-                          text("SDKLOG/gentl_cxp_log/two.bin")}));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList({"SDKLOG/a.log", "SDKLOG/gentl_cxp_log/one.txt",
+                                                  "SDKLOG/gentl_cxp_log/two.bin"}));
 }
 
 void ExportJob::takesNoSubFoldersOfTheGenTlLogs()
 {
     ExportFixture f;
-    f.log(text("gentl_cxp_log/deeper/one.txt"), "1");
-    f.log(text("gentl_cxp_log/two.txt"), "2");
+    f.log("gentl_cxp_log/deeper/one.txt", "1");
+    f.log("gentl_cxp_log/two.txt", "2");
     QVERIFY(f.exportAndWait());
-    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/gentl_cxp_log/two.txt")));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList("SDKLOG/gentl_cxp_log/two.txt"));
 }
 
 void ExportJob::takesNoLinksAmongTheGenTlLogs()
 {
     ExportFixture f;
-    f.log(text("gentl_cxp_log/file.txt"), "1");
-    if (!makeLink(f.scratch.file(text("elsewhere.txt"), "2"),
-                  f.scratch.path(text("QZSDK/QZviewer/gentl_cxp_log/link.txt"))))
+    f.log("gentl_cxp_log/file.txt", "1");
+    if (!makeLink(f.scratch.file("elsewhere.txt", "2"),
+                  f.scratch.path("QZSDK/QZviewer/gentl_cxp_log/link.txt")))
         QSKIP("this system makes no links for us");
     QVERIFY(f.exportAndWait());
     QCOMPARE(zipContents(f.zip()),
-             (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log/file.txt"), "1"}}));
+             (ExportFixture::Contents{{"SDKLOG/gentl_cxp_log/file.txt", "1"}}));
 }
 
 void ExportJob::copiesOnlyTheGenTlLogsWhenNoLogIsChosen()
 {
     ExportFixture f;
-    f.log(text("not chosen.log"));
-    f.log(text("gentl_cxp_log/one.txt"), "1");
+    f.log("not chosen.log");
+    f.log("gentl_cxp_log/one.txt", "1");
     QVERIFY(f.exportAndWait());
     QCOMPARE(zipContents(f.zip()),
-             (ExportFixture::Contents{{text("SDKLOG/gentl_cxp_log/one.txt"), "1"}}));
+             (ExportFixture::Contents{{"SDKLOG/gentl_cxp_log/one.txt", "1"}}));
 }
 
 void ExportJob::makesNoSdkFolderWithoutLogsToCopy()
@@ -181,14 +177,14 @@ void ExportJob::copiesChosenLogsEvenWithTheSdkLogFlagOff()
 {
     ExportFixture f;
     hub().sdkLog = false;
-    QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
-    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+    QVERIFY(f.exportAndWait({f.log("a.log")}));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList("SDKLOG/a.log"));
 }
 
 void ExportJob::consumesTheChosenLogs()
 {
     ExportFixture f;
-    QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
+    QVERIFY(f.exportAndWait({f.log("a.log")}));
     QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
 }
@@ -197,29 +193,28 @@ void ExportJob::doesNotCopyOverANameThatIsTaken()
 {
     const Diagnostics diagnostics;
     ExportFixture f;
-    const QString here = f.log(text("a.log"), "from here\n");
-    const QString there = f.scratch.file(text("QZSDK/other/a.log"), "from there\n");
+    const QString here = f.log("a.log", "from here\n");
+    const QString there = f.scratch.file("QZSDK/other/a.log", "from there\n");
     QVERIFY(f.exportAndWait({here, there}));
-    QCOMPARE(zipContents(f.zip()),
-             (ExportFixture::Contents{{text("SDKLOG/a.log"), "from here\n"}}));
-    QCOMPARE(f.output.lines().at(0), text("true"));
-    QVERIFY(f.output.lines().at(1).startsWith(text("not copied: \"%1\"").arg(there)));
-    QCOMPARE(f.output.lines().at(2), text("false"));
+    QCOMPARE(zipContents(f.zip()), (ExportFixture::Contents{{"SDKLOG/a.log", "from here\n"}}));
+    QCOMPARE(f.output.lines().at(0), "true");
+    QVERIFY(f.output.lines().at(1).startsWith(QString("not copied: \"%1\"").arg(there)));
+    QCOMPARE(f.output.lines().at(2), "false");
 }
 
 void ExportJob::printsTheResultsInTheOrderOfTheLogsWhenTheFirstIsSlow()
 {
     ExportFixture f;
-    const QString slow = f.scratch.sparseFile(text("QZSDK/QZviewer/slow.log"),
+    const QString slow = f.scratch.sparseFile("QZSDK/QZviewer/slow.log",
                                               64 << 20); // takes longer than the others
-    QVERIFY(f.exportAndWait({slow, f.scratch.path(text("gone.log")), f.log(text("b.log"))}));
-    QCOMPARE(f.output.lines().mid(0, 3), QStringList({text("true"), text("false"), text("true")}));
+    QVERIFY(f.exportAndWait({slow, f.scratch.path("gone.log"), f.log("b.log")}));
+    QCOMPARE(f.output.lines().mid(0, 3), QStringList({"true", "false", "true"}));
 }
 
 void ExportJob::removesTheStagingFolderAfterPacking()
 {
     ExportFixture f;
-    QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
+    QVERIFY(f.exportAndWait({f.log("a.log")}));
     QVERIFY(!QFileInfo::exists(f.staging()));
 }
 
@@ -227,11 +222,11 @@ void ExportJob::packsNothingElseWhenOnlySdkLogsAreRequested()
 {
     ExportFixture f;
     hub().clientDump = true;
-    f.log(text("crash.dmp"));
-    f.choose({f.log(text("a.log"))});
+    f.log("crash.dmp");
+    f.choose({f.log("a.log")});
     f.worker.setSdkLogOnly(true);
     QVERIFY(f.exportAndWait());
-    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList("SDKLOG/a.log"));
 }
 
 void ExportJob::keepsSdkLogOnlyWhenItsStepWasSkipped()
@@ -242,10 +237,10 @@ void ExportJob::keepsSdkLogOnlyWhenItsStepWasSkipped()
     f.worker.setSdkLogOnly(true);
     QVERIFY(f.exportAndWait());
     // Nothing to copy: the step is skipped, and the other items run.
-    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("ClientDump.zip")));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList("ClientDump.zip"));
 
-    QVERIFY(f.exportAndWait({f.log(text("a.log"))}));
-    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/a.log")));
+    QVERIFY(f.exportAndWait({f.log("a.log")}));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList("SDKLOG/a.log"));
 }
 
 void ExportJob::clearsSdkLogOnlyOnceHonoured()
@@ -256,13 +251,13 @@ void ExportJob::clearsSdkLogOnlyOnceHonoured()
     QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
     QVERIFY(f.exportAndWait());
-    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("ClientDump.zip")));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList("ClientDump.zip"));
 }
 
 void ExportJob::readsTheFlagsWhenARequestsTurnComes()
 {
     ExportFixture f;
-    const QString second = f.scratch.path(text("second.zip"));
+    const QString second = f.scratch.path("second.zip");
     f.worker.enqueueExport(f.zip());
     f.worker.enqueueExport(second);
     // On the worker thread, after the first request and before the second.
@@ -271,7 +266,7 @@ void ExportJob::readsTheFlagsWhenARequestsTurnComes()
         Qt::DirectConnection);
     QVERIFY(f.waitForExports(2));
     QCOMPARE(zipEntryNames(f.zip()), QStringList());
-    QCOMPARE(zipEntryNames(second), QStringList(text("ClientDump.zip")));
+    QCOMPARE(zipEntryNames(second), QStringList("ClientDump.zip"));
 }
 
 void ExportJob::keepsTheSourceThatItBeganWith()
@@ -280,16 +275,16 @@ void ExportJob::keepsTheSourceThatItBeganWith()
     ExportFixture f(machine.probes());
     hub().nicInfo = true;
     hub().clientDump = true;
-    f.log(text("crash.dmp"), "of the first source");
-    f.scratch.file(text("QZSDK/other/crash.dmp"), "of the second source");
+    f.log("crash.dmp", "of the first source");
+    f.scratch.file("QZSDK/other/crash.dmp", "of the second source");
     machine.ask = [&f](const QString &question) {
-        if (question == text("adapters")) // comes before the dumps
-            f.worker.setLogSourceFolder(text("other"));
+        if (question == "adapters") // comes before the dumps
+            f.worker.setLogSourceFolder("other");
     };
     QVERIFY(f.exportAndWait());
-    const QByteArray dumps = zipContents(f.zip()).value(text("ClientDump.zip"));
-    QCOMPARE(zipContents(f.scratch.file(text("dumps.zip"), dumps)),
-             (ExportFixture::Contents{{text("crash.dmp"), "of the first source"}}));
+    const QByteArray dumps = zipContents(f.zip()).value("ClientDump.zip");
+    QCOMPARE(zipContents(f.scratch.file("dumps.zip", dumps)),
+             (ExportFixture::Contents{{"crash.dmp", "of the first source"}}));
 }
 
 void ExportJob::stagesForItsOwnerOnly_data()
@@ -307,8 +302,7 @@ void ExportJob::stagesForItsOwnerOnly()
     FakeSystem machine;
     ExportFixture f(machine.probes());
     if (leftByAKilledRun)
-        QVERIFY(
-            QFile::setPermissions(f.scratch.folder(text("QZSDK/LogInfo")), Everybody::mayDoAll));
+        QVERIFY(QFile::setPermissions(f.scratch.folder("QZSDK/LogInfo"), Everybody::mayDoAll));
     hub().nicInfo = true;
     QFile::Permissions seen = {};
     machine.ask = [&](const QString &) { seen |= QFile::permissions(f.staging()); };
@@ -322,70 +316,70 @@ void ExportJob::stagesForItsOwnerOnly()
 void ExportJob::processesQueuedRequestsInOrder()
 {
     ExportFixture f;
-    f.choose({f.log(text("a.log"))});
+    f.choose({f.log("a.log")});
     for (const char *name : {"1.zip", "2.zip", "3.zip"})
-        f.worker.enqueueExport(f.scratch.path(text(name)));
+        f.worker.enqueueExport(f.scratch.path(name));
     QVERIFY(f.waitForExports(3));
     // The first request has taken the chosen log.
-    QCOMPARE(zipEntryNames(f.scratch.path(text("1.zip"))), QStringList(text("SDKLOG/a.log")));
-    QCOMPARE(zipEntryNames(f.scratch.path(text("2.zip"))), QStringList());
-    QCOMPARE(zipEntryNames(f.scratch.path(text("3.zip"))), QStringList());
+    QCOMPARE(zipEntryNames(f.scratch.path("1.zip")), QStringList("SDKLOG/a.log"));
+    QCOMPARE(zipEntryNames(f.scratch.path("2.zip")), QStringList());
+    QCOMPARE(zipEntryNames(f.scratch.path("3.zip")), QStringList());
 }
 
 void ExportJob::collectsButWritesNoZipForAnEmptyPath()
 {
     ExportFixture f;
     hub().clientDump = true;
-    f.log(text("crash.dmp"), "dump");
-    f.choose({f.log(text("a.log"), "kept\n")});
+    f.log("crash.dmp", "dump");
+    f.choose({f.log("a.log", "kept\n")});
     f.worker.setSdkLogOnly(true); // only applies to requests with a zip path
     f.worker.enqueueExport(QString());
-    QVERIFY(f.waitForOutput(text("true")));
+    QVERIFY(f.waitForOutput("true"));
     QVERIFY(f.ends());
     QCOMPARE(f.answered, 0);
-    QCOMPARE(f.scratch.read(text("QZSDK/LogInfo/SDKLOG/a.log")), QByteArray("kept\n"));
-    QCOMPARE(zipContents(f.staging() + text("/ClientDump.zip")),
-             (ExportFixture::Contents{{text("crash.dmp"), "dump"}}));
+    QCOMPARE(f.scratch.read("QZSDK/LogInfo/SDKLOG/a.log"), QByteArray("kept\n"));
+    QCOMPARE(zipContents(f.staging() + "/ClientDump.zip"),
+             (ExportFixture::Contents{{"crash.dmp", "dump"}}));
 }
 
 void ExportJob::keepsSdkLogOnlyOfARequestWithoutAPath()
 {
     ExportFixture f;
     hub().clientDump = true;
-    f.choose({f.log(text("a.log"))});
+    f.choose({f.log("a.log")});
     f.worker.setSdkLogOnly(true);
     f.worker.enqueueExport(QString());
-    QVERIFY(f.waitForOutput(text("true")));
+    QVERIFY(f.waitForOutput("true"));
     QVERIFY(f.ends());
     QVERIFY(QDir(f.staging()).removeRecursively());
 
     f.worker.setRunning(true);
-    QVERIFY(f.exportAndWait({f.log(text("b.log"))}));
-    QCOMPARE(zipEntryNames(f.zip()), QStringList(text("SDKLOG/b.log")));
+    QVERIFY(f.exportAndWait({f.log("b.log")}));
+    QCOMPARE(zipEntryNames(f.zip()), QStringList("SDKLOG/b.log"));
 }
 
 void ExportJob::dropsTheRequestWhenTheStagingFolderCannotBeMade()
 {
     ExportFixture f;
-    f.worker.setBasePath(f.scratch.path(text("missing/QZSDK/")));
+    f.worker.setBasePath(f.scratch.path("missing/QZSDK/"));
     f.worker.enqueueExport(f.zip());
-    QVERIFY(f.waitForOutput(text("mkdir failed")));
+    QVERIFY(f.waitForOutput("mkdir failed"));
 
     f.worker.setBasePath(f.base());
-    f.worker.enqueueExport(f.scratch.path(text("next.zip")));
+    f.worker.enqueueExport(f.scratch.path("next.zip"));
     QVERIFY(f.waitForExports());
     QVERIFY(!QFileInfo::exists(f.zip()));
-    QVERIFY(QFileInfo::exists(f.scratch.path(text("next.zip"))));
-    QCOMPARE(f.output.lines(), QStringList(text("mkdir failed")));
+    QVERIFY(QFileInfo::exists(f.scratch.path("next.zip")));
+    QCOMPARE(f.output.lines(), QStringList("mkdir failed"));
 }
 
 void ExportJob::dropsTheRequestWhenTheSdkFolderCannotBeMade()
 {
     ExportFixture f;
-    f.scratch.file(text("QZSDK/LogInfo/SDKLOG"), "a file in the way");
-    f.choose({f.log(text("a.log"))});
+    f.scratch.file("QZSDK/LogInfo/SDKLOG", "a file in the way");
+    f.choose({f.log("a.log")});
     f.worker.enqueueExport(f.zip());
-    QVERIFY(f.waitForOutput(text("mkpath failed")));
+    QVERIFY(f.waitForOutput("mkpath failed"));
     QVERIFY(f.ends());
     QCOMPARE(f.answered, 0);
     QVERIFY(!QFileInfo::exists(f.zip()));
@@ -394,19 +388,19 @@ void ExportJob::dropsTheRequestWhenTheSdkFolderCannotBeMade()
 void ExportJob::keepsTheChosenLogsOfADroppedRequest()
 {
     ExportFixture f;
-    const QString inTheWay = f.scratch.file(text("QZSDK/LogInfo/SDKLOG"), "a file");
-    f.choose({f.log(text("a.log"))});
+    const QString inTheWay = f.scratch.file("QZSDK/LogInfo/SDKLOG", "a file");
+    f.choose({f.log("a.log")});
     f.worker.enqueueExport(f.zip());
-    QVERIFY(f.waitForOutput(text("mkpath failed")));
+    QVERIFY(f.waitForOutput("mkpath failed"));
     QVERIFY(QFile::remove(inTheWay));
     QVERIFY(f.exportAndWait());
-    QVERIFY(zipContents(f.zip()).contains(text("SDKLOG/a.log")));
+    QVERIFY(zipContents(f.zip()).contains("SDKLOG/a.log"));
 }
 
 void ExportJob::prefersLogsChosenSinceToThoseOfADroppedRequest_data()
 {
     QTest::addColumn<QStringList>("names");
-    QTest::newRow("another") << QStringList(text("b.log"));
+    QTest::newRow("another") << QStringList("b.log");
     QTest::newRow("none") << QStringList();
 }
 
@@ -414,15 +408,15 @@ void ExportJob::prefersLogsChosenSinceToThoseOfADroppedRequest()
 {
     QFETCH(QStringList, names);
     ExportFixture f;
-    const QString inTheWay = f.scratch.file(text("QZSDK/LogInfo/SDKLOG"), "a file");
+    const QString inTheWay = f.scratch.file("QZSDK/LogInfo/SDKLOG", "a file");
     QStringList chosenSince;
     for (const QString &name : names)
         chosenSince.append(f.log(name));
-    f.choose({f.log(text("a.log"))});
+    f.choose({f.log("a.log")});
     f.worker.enqueueExport(f.zip());
     {
-        const OnMessage drop(text("mkpath failed"), [&] { f.choose(chosenSince); });
-        QVERIFY(f.waitForOutput(text("mkpath failed")));
+        const OnMessage drop("mkpath failed", [&] { f.choose(chosenSince); });
+        QVERIFY(f.waitForOutput("mkpath failed"));
         QVERIFY(f.ends());
     }
     QVERIFY(QFile::remove(inTheWay));
@@ -430,7 +424,7 @@ void ExportJob::prefersLogsChosenSinceToThoseOfADroppedRequest()
     QVERIFY(f.exportAndWait());
     QStringList expected;
     for (const QString &name : names)
-        expected.append(text("SDKLOG/") + name);
+        expected.append("SDKLOG/" + name);
     QCOMPARE(zipEntryNames(f.zip()), expected);
 }
 
@@ -440,14 +434,14 @@ void ExportJob::finishesTheCurrentRequestBeforeItEnds()
     ScratchFolder kept;
     {
         ExportFixture f;
-        zip = kept.path(text("whole.zip"));
-        f.choose({f.log(text("a.log"), QByteArray(20 << 20, 'x'))});
+        zip = kept.path("whole.zip");
+        f.choose({f.log("a.log", QByteArray(20 << 20, 'x'))});
         f.worker.enqueueExport(zip);
         f.worker.start();
         QVERIFY(QTest::qWaitFor([&] { return QFileInfo::exists(f.staging()); },
                                 ExportFixture::patience));
     }
-    QCOMPARE(zipContents(zip).value(text("SDKLOG/a.log")).size(), 20 << 20);
+    QCOMPARE(zipContents(zip).value("SDKLOG/a.log").size(), 20 << 20);
 }
 
 void ExportJob::logsWhichRequestsItDropsAtTheEnd()
@@ -457,11 +451,11 @@ void ExportJob::logsWhichRequestsItDropsAtTheEnd()
     DebugCapture output;
     {
         CLogProcessThread worker; // never started
-        worker.enqueueExport(text("a.zip"));
-        worker.enqueueExport(text("b.zip"));
+        worker.enqueueExport("a.zip");
+        worker.enqueueExport("b.zip");
     }
     QCOMPARE(output.lines(),
-             QStringList({text("export dropped: \"a.zip\""), text("export dropped: \"b.zip\"")}));
+             QStringList({"export dropped: \"a.zip\"", "export dropped: \"b.zip\""}));
 }
 
 void ExportJob::endsWhenRunningIsCleared()
@@ -477,7 +471,7 @@ void ExportJob::reportsItsProgress()
     FakeSystem machine;
     ExportFixture f(machine.probes());
     FullJob::chooseEveryItem();
-    machine.dumps.minidumps = f.scratch.path(text("none/")); // an empty path is the disk on Windows
+    machine.dumps.minidumps = f.scratch.path("none/"); // an empty path is the disk on Windows
     QVector<double> seen;
     machine.ask = [&](const QString &) { seen.append(f.worker.progress()); };
     // On the worker thread, after packing.
@@ -485,8 +479,8 @@ void ExportJob::reportsItsProgress()
         &f.worker, &CLogProcessThread::closeWaitDlg, &f.worker,
         [&] { seen.append(f.worker.progress()); }, Qt::DirectConnection);
     QVERIFY(f.worker.progress() < 0);
-    f.log(text("crash.dmp"), noise(2 << 20));
-    QVERIFY(f.exportAndWait({f.log(text("a.log"), noise(8 << 20))}));
+    f.log("crash.dmp", noise(2 << 20));
+    QVERIFY(f.exportAndWait({f.log("a.log", noise(8 << 20))}));
     QVERIFY(f.ends());
     QVERIFY(f.worker.progress() < 0);
 
@@ -499,9 +493,9 @@ void ExportJob::reportsItsProgress()
 void ExportJob::reportsNoProgressAfterADroppedRequest()
 {
     ExportFixture f;
-    f.worker.setBasePath(f.scratch.path(text("missing/QZSDK/")));
+    f.worker.setBasePath(f.scratch.path("missing/QZSDK/"));
     f.worker.enqueueExport(f.zip());
-    QVERIFY(f.waitForOutput(text("mkdir failed")));
+    QVERIFY(f.waitForOutput("mkdir failed"));
     QVERIFY(f.ends());
     QVERIFY(f.worker.progress() < 0);
 }

@@ -2,7 +2,6 @@
 
 #include "Faults.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 
 #include <QProcess>
 #include <QThread>
@@ -74,7 +73,7 @@ QVector<FileCopy> copiesOf(const QStringList &names)
 {
     QVector<FileCopy> copies;
     for (const QString &name : names)
-        copies.append({name, text("to/") + name});
+        copies.append({name, "to/" + name});
     return copies;
 }
 
@@ -83,36 +82,35 @@ QVector<FileCopy> copiesOf(const QStringList &names)
 void FileCopiesTest::copiesEveryFile()
 {
     ScratchFolder scratch;
-    const QString target = scratch.folder(text("to"));
+    const QString target = scratch.folder("to");
     QVector<FileCopy> copies;
     for (int i = 0; i < 50; ++i)
-        copies.append({scratch.file(text("%1.log").arg(i), QByteArray::number(i)),
-                       target + text("/%1").arg(i)});
+        copies.append({scratch.file(QString("%1.log").arg(i), QByteArray::number(i)),
+                       target + QString("/%1").arg(i)});
     int copied = 0;
     copyFiles(copies,
               [&](const FileCopy &, const CopyResult &result) { copied += result.copied ? 1 : 0; });
     QCOMPARE(copied, 50);
     for (int i = 0; i < 50; ++i)
-        QCOMPARE(scratch.read(text("to/%1").arg(i)), QByteArray::number(i));
+        QCOMPARE(scratch.read(QString("to/%1").arg(i)), QByteArray::number(i));
 }
 
 void FileCopiesTest::copiesNothingOverAFileThatIsThere()
 {
     ScratchFolder scratch;
-    const CopyResult result =
-        copyFile({scratch.file(text("a"), "new"), scratch.file(text("b"), "old")});
+    const CopyResult result = copyFile({scratch.file("a", "new"), scratch.file("b", "old")});
     QVERIFY(!result.copied);
     QVERIFY(!result.failure.isEmpty());
-    QCOMPARE(scratch.read(text("b")), QByteArray("old"));
+    QCOMPARE(scratch.read("b"), QByteArray("old"));
 }
 
 void FileCopiesTest::returnsWhyAFileWasNotCopied()
 {
     ScratchFolder scratch;
-    const CopyResult missing = copyFile({scratch.path(text("missing")), scratch.path(text("b"))});
+    const CopyResult missing = copyFile({scratch.path("missing"), scratch.path("b")});
     QVERIFY(!missing.copied);
     QVERIFY(!missing.failure.isEmpty());
-    const CopyResult good = copyFile({scratch.file(text("a")), scratch.path(text("b"))});
+    const CopyResult good = copyFile({scratch.file("a"), scratch.path("b")});
     QVERIFY(good.copied);
     QCOMPARE(good.failure, QString());
 }
@@ -120,40 +118,39 @@ void FileCopiesTest::returnsWhyAFileWasNotCopied()
 void FileCopiesTest::refusesAPipeWithoutWaitingForItsWriter()
 {
     ScratchFolder scratch;
-    const QString pipe = scratch.path(text("pipe.log"));
-    if (QProcess::execute(text("mkfifo"), {pipe}) != 0)
+    const QString pipe = scratch.path("pipe.log");
+    if (QProcess::execute("mkfifo", {pipe}) != 0)
         QSKIP("no pipes among files here");
-    const CopyResult result = copyFile({pipe, scratch.path(text("b"))});
+    const CopyResult result = copyFile({pipe, scratch.path("b")});
     QVERIFY(!result.copied);
-    QCOMPARE(result.failure, text("not a regular file"));
-    QVERIFY(!QFile::exists(scratch.path(text("b"))));
+    QCOMPARE(result.failure, "not a regular file");
+    QVERIFY(!QFile::exists(scratch.path("b")));
 }
 
 void FileCopiesTest::refusesADevice()
 {
-    if (!QFile::exists(text("/dev/null")))
+    if (!QFile::exists("/dev/null"))
         QSKIP("no devices among files here");
     ScratchFolder scratch;
-    const CopyResult result = copyFile({text("/dev/null"), scratch.path(text("b"))});
+    const CopyResult result = copyFile({"/dev/null", scratch.path("b")});
     QVERIFY(!result.copied);
-    QCOMPARE(result.failure, text("not a regular file"));
-    QVERIFY(!QFile::exists(scratch.path(text("b"))));
+    QCOMPARE(result.failure, "not a regular file");
+    QVERIFY(!QFile::exists(scratch.path("b")));
 }
 
 void FileCopiesTest::copiesWhatALinkLeadsTo()
 {
     ScratchFolder scratch;
-    const QString link = scratch.path(text("link.log"));
-    if (!makeLink(scratch.file(text("a.log"), "line\n"), link))
+    const QString link = scratch.path("link.log");
+    if (!makeLink(scratch.file("a.log", "line\n"), link))
         QSKIP("this system makes no links for us");
-    QVERIFY(copyFile({link, scratch.path(text("b"))}).copied);
-    QCOMPARE(scratch.read(text("b")), QByteArray("line\n"));
+    QVERIFY(copyFile({link, scratch.path("b")}).copied);
+    QCOMPARE(scratch.read("b"), QByteArray("line\n"));
 }
 
 void FileCopiesTest::reportsInTheOrderOfTheListWhenTheFirstIsSlow()
 {
-    const QStringList names{text("slow"), text("b"), text("fails"),
-                            text("d"),    text("e"), text("f")};
+    const QStringList names{"slow", "b", "fails", "d", "e", "f"};
     Counter othersMade;
     std::atomic<bool> wasLast{false};
     QStringList reported;
@@ -165,11 +162,11 @@ void FileCopiesTest::reportsInTheOrderOfTheListWhenTheFirstIsSlow()
             results.append(result.copied);
         },
         [&](const FileCopy &copy) -> CopyResult {
-            if (copy.from == text("slow"))
+            if (copy.from == "slow")
                 wasLast = othersMade.reaches(5);
             else
                 othersMade.add(1);
-            return {copy.from != text("fails"), {}};
+            return {copy.from != "fails", {}};
         });
     QVERIFY2(wasLast, "the others were made beside it");
     QCOMPARE(reported, names);
@@ -181,7 +178,7 @@ void FileCopiesTest::reportsOnTheCallersThread()
     const QThread *caller = QThread::currentThread();
     bool isCallers = false;
     copyFiles(
-        copiesOf({text("a")}),
+        copiesOf({"a"}),
         [&](const FileCopy &, const CopyResult &) {
             isCallers = QThread::currentThread() == caller;
         },
@@ -203,7 +200,7 @@ void FileCopiesTest::makesFourAtATimeAndNoMore()
         [&](const FileCopy &copy) -> CopyResult {
             inFlight.add(1);
             tooFew += inFlight.reaches(4) ? 0 : 1;
-            if (copy.from == text("0")) // gives a fifth thread time to appear
+            if (copy.from == "0") // gives a fifth thread time to appear
                 inFlight.reaches(5, std::chrono::milliseconds(100));
             inFlight.add(-1);
             return {true, {}};
@@ -216,9 +213,11 @@ void FileCopiesTest::makesTheFirstOfTwoWithOneTargetFirst_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
-    QTest::newRow("the same") << text("to/a.log") << text("to/a.log");
+    QTest::newRow("the same") << "to/a.log"
+                              << "to/a.log";
     // These are the same file on case-preserving, case-insensitive systems.
-    QTest::newRow("differing in case") << text("to/a.log") << text("to/A.LOG");
+    QTest::newRow("differing in case") << "to/a.log"
+                                       << "to/A.LOG";
 }
 
 void FileCopiesTest::makesTheFirstOfTwoWithOneTargetFirst()
@@ -229,14 +228,13 @@ void FileCopiesTest::makesTheFirstOfTwoWithOneTargetFirst()
     std::atomic<bool> firstIsMade{false};
     std::atomic<bool> secondCameAfterIt{false};
     copyFiles(
-        QVector<FileCopy>{{text("1"), first}, {text("2"), second}} +
-            copiesOf({text("3"), text("4"), text("5"), text("6")}),
+        QVector<FileCopy>{{"1", first}, {"2", second}} + copiesOf({"3", "4", "5", "6"}),
         [](const FileCopy &, const CopyResult &) {},
         [&](const FileCopy &copy) -> CopyResult {
-            if (copy.from == text("1")) {
+            if (copy.from == "1") {
                 othersMade.reaches(4); // gives the second copy time to overtake the first
                 firstIsMade = true;
-            } else if (copy.from == text("2")) {
+            } else if (copy.from == "2") {
                 secondCameAfterIt = firstIsMade.load();
             } else {
                 othersMade.add(1);
@@ -250,16 +248,16 @@ void FileCopiesTest::reportsACopyThatRunsOutOfMemory()
 {
     QStringList reports;
     copyFiles(
-        copiesOf({text("a"), text("b"), text("c")}),
+        copiesOf({"a", "b", "c"}),
         [&](const FileCopy &copy, const CopyResult &result) {
-            reports.append(copy.from + QLatin1Char(' ') + result.failure);
+            reports.append(copy.from + ' ' + result.failure);
         },
         [](const FileCopy &copy) {
-            if (copy.from == text("b"))
+            if (copy.from == "b")
                 throw std::bad_alloc();
             return CopyResult{true, {}};
         });
-    QCOMPARE(reports, QStringList({text("a "), text("b out of memory"), text("c ")}));
+    QCOMPARE(reports, QStringList({"a ", "b out of memory", "c "}));
 }
 
 void FileCopiesTest::reportsNothingForAnEmptyList()

@@ -1,7 +1,6 @@
 #include "Faults.h"
 #include "FullJob.h"
 #include "Machine.h"
-#include "Text.h"
 
 #include <QProcess>
 
@@ -23,35 +22,35 @@ namespace {
 /// A log that cannot be copied; empty if the system cannot create one.
 QString pipeInPlaceOfALog(const FullJob &job)
 {
-    const QString pipe = job.f.base() + text("QZviewer/pipe.log");
-    return QProcess::execute(text("mkfifo"), {pipe}) == 0 ? pipe : QString();
+    const QString pipe = job.f.base() + "QZviewer/pipe.log";
+    return QProcess::execute("mkfifo", {pipe}) == 0 ? pipe : QString();
 }
 
 /// Blocks every file that the worker writes.
 void blockStaging(FullJob &job)
 {
-    job.f.scratch.file(text("QZSDK/LogInfo/left.txt"), "left by a killed run");
+    job.f.scratch.file("QZSDK/LogInfo/left.txt", "left by a killed run");
     if (!onWindows()) // a leading full stop does not hide files there
-        job.f.scratch.file(text("QZSDK/LogInfo/.hidden"), "stays, and the folder with it");
-    job.f.scratch.folder(text("QZSDK/LogInfo/NICInfo.txt"));
-    job.f.scratch.folder(text("QZSDK/LogInfo/SystemInfo.txt"));
-    job.f.log(text("gentl_cxp_log/g.txt")); // a chosen log has the folder's name
+        job.f.scratch.file("QZSDK/LogInfo/.hidden", "stays, and the folder with it");
+    job.f.scratch.folder("QZSDK/LogInfo/NICInfo.txt");
+    job.f.scratch.folder("QZSDK/LogInfo/SystemInfo.txt");
+    job.f.log("gentl_cxp_log/g.txt"); // a chosen log has the folder's name
 }
 
 void breakMachine(FullJob &job)
 {
     job.machine.ask = [](const QString &question) {
-        if (question == text("Application"))
+        if (question == "Application")
             throw std::runtime_error("broken");
     };
     job.machine.modules = {MemoryModuleList::Query::Unavailable, {}};
-    job.machine.dumps.kernelDump = job.f.scratch.path(text("gone.dmp")); // gone after its test
-    job.machine.dumps.minidumps = job.f.scratch.path(text("nowhere"));
+    job.machine.dumps.kernelDump = job.f.scratch.path("gone.dmp"); // gone after its test
+    job.machine.dumps.minidumps = job.f.scratch.path("nowhere");
 }
 
 QString entryLine(const QString &name, const QString &folder, const QString &root)
 {
-    return QStringLiteral("\"%1\" \"%2\" \"%3\"").arg(name, folder, root);
+    return QString("\"%1\" \"%2\" \"%3\"").arg(name, folder, root);
 }
 
 } // namespace
@@ -62,28 +61,28 @@ void FixedOutput::isNoMoreWithEveryFaultAtOnce()
     ExportFixture &f = job.f;
     blockStaging(job);
     breakMachine(job);
-    QStringList logs{job.log, f.base() + text("QZviewer/gone.log"),
-                     f.scratch.file(text("elsewhere/a.log"), "the name is taken"),
-                     f.scratch.file(text("elsewhere/gentl_cxp_log"), "a log")};
-    QStringList expected{text("true"), text("false"), text("false"), text("true")};
+    QStringList logs{job.log, f.base() + "QZviewer/gone.log",
+                     f.scratch.file("elsewhere/a.log", "the name is taken"),
+                     f.scratch.file("elsewhere/gentl_cxp_log", "a log")};
+    QStringList expected{"true", "false", "false", "true"};
     const QString pipe = pipeInPlaceOfALog(job);
     if (!pipe.isEmpty()) {
         logs.prepend(pipe);
-        expected.prepend(text("false"));
+        expected.prepend("false");
     }
     f.choose(logs);
-    f.worker.enqueueExport(f.scratch.folder(text("folder.zip"))); // a folder cannot be written
+    f.worker.enqueueExport(f.scratch.folder("folder.zip")); // a folder cannot be written
     QVERIFY(f.waitForExports());
 
     const QString staging = f.staging();
-    const QString sdkLogs = staging + text("/SDKLOG");
-    expected += {text("saveEventLog failed!"),
-                 text(noSmallDump),
-                 entryLine(text("ClientDump.zip"), staging, staging),
-                 entryLine(text("left.txt"), staging, staging),
-                 entryLine(text("SDKLOG/a.log"), sdkLogs, staging),
-                 entryLine(text("SDKLOG/gentl_cxp_log"), sdkLogs, staging),
-                 entryLine(text("SystemDmp.zip"), staging, staging)};
+    const QString sdkLogs = staging + "/SDKLOG";
+    expected += {"saveEventLog failed!",
+                 noSmallDump,
+                 entryLine("ClientDump.zip", staging, staging),
+                 entryLine("left.txt", staging, staging),
+                 entryLine("SDKLOG/a.log", sdkLogs, staging),
+                 entryLine("SDKLOG/gentl_cxp_log", sdkLogs, staging),
+                 entryLine("SystemDmp.zip", staging, staging)};
     QCOMPARE(f.output.lines(), expected);
 }
 
@@ -95,12 +94,12 @@ void FixedOutput::isNoMoreWhenTheDiskFillsWhilePacking()
     QStringList logs;
     QStringList expected;
     for (int i = 0; i < 40; ++i) {
-        logs.append(f.log(text("%1.log").arg(i, 2), QByteArray(10, char('a' + i % 26))));
-        expected.append(text("true"));
+        logs.append(f.log(QString("%1.log").arg(i, 2), QByteArray(10, char('a' + i % 26))));
+        expected.append("true");
     }
     for (int i = 0; i < 40; ++i)
         expected.append(
-            entryLine(text("SDKLOG/%1.log").arg(i, 2), f.staging() + text("/SDKLOG"), f.staging()));
+            entryLine(QString("SDKLOG/%1.log").arg(i, 2), f.staging() + "/SDKLOG", f.staging()));
     f.choose(logs);
     {
         // Each log fits, the zip of all logs does not.
@@ -117,7 +116,7 @@ void FixedOutput::isNothingForRequestsThatAreDroppedAtTheEnd()
     const DebugCapture output;
     {
         CLogProcessThread worker; // never started
-        worker.enqueueExport(text("a.zip"));
+        worker.enqueueExport("a.zip");
     }
     QCOMPARE(output.lines(), QStringList());
 }

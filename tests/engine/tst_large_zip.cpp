@@ -5,7 +5,6 @@
 #include "MemoryPeak.h"
 #include "Noise.h"
 #include "SeededRandom.h"
-#include "Text.h"
 #include "ZipArchive.h"
 #include "ZipPacker.h"
 #include "ZipTools.h"
@@ -73,7 +72,7 @@ bool pack(const QVector<PackedFile> &files, const QString &zip)
 void LargeZip::aKernelDumpOfFiveGibibytes()
 {
     FullJob job;
-    sparse(job.f.scratch, text("Memory.dmp"), 5 * gibibyte + 1, "kernel");
+    sparse(job.f.scratch, "Memory.dmp", 5 * gibibyte + 1, "kernel");
     const MemoryPeak memory;
     job.request();
     QVERIFY(job.f.waitForExports(1, patience));
@@ -81,8 +80,8 @@ void LargeZip::aKernelDumpOfFiveGibibytes()
 
     QCOMPARE(job.f.output.lines(), job.printed({}));
     QCOMPARE(zipToolsComplaint({job.f.zip()}), QString());
-    const QByteArray inner = zipContents(job.f.zip()).value(text("SystemDmp.zip"));
-    QCOMPARE(zipToolsComplaint(job.f.scratch.file(text("inner.zip"), inner),
+    const QByteArray inner = zipContents(job.f.zip()).value("SystemDmp.zip");
+    QCOMPARE(zipToolsComplaint(job.f.scratch.file("inner.zip", inner),
                                {{job.kernelDump, job.kernelDump}, {job.smallDump, job.smallDump}}),
              QString());
 }
@@ -92,10 +91,10 @@ void LargeZip::clientDumpsOfTogetherMoreThanFourGibibytes()
     if (onWindows() && !isAskedFor())
         QSKIP(slowHere);
     ScratchFolder scratch;
-    const QString source = scratch.folder(text("QZviewer"));
+    const QString source = scratch.folder("QZviewer");
     for (const char *name : {"QZviewer/a.dmp", "QZviewer/错误.dmp", "QZviewer/c.dmp"})
-        sparse(scratch, text(name), 3 * gibibyte / 2, name);
-    const QString zip = scratch.path(text("ClientDump.zip"));
+        sparse(scratch, name, 3 * gibibyte / 2, name);
+    const QString zip = scratch.path("ClientDump.zip");
     const DebugCapture output;
     const MemoryPeak memory;
     writeClientDumps(zip, source);
@@ -116,19 +115,17 @@ void LargeZip::aLogOfThreeGibibytes()
     if (onWindows() && !isAskedFor())
         QSKIP(slowHere);
     ScratchFolder scratch;
-    const QString staging = scratch.path(text("LogInfo"));
+    const QString staging = scratch.path("LogInfo");
     QVector<PackedFile> originals;
     QStringList lines;
     for (const char *name : {"NICInfo.txt", "SDKLOG/a.log", "SDKLOG/huge.log", "SDKLOG/z.log"}) {
-        const qint64 size = text(name).contains(text("huge")) ? 3 * gibibyte : 1000;
-        sparse(scratch, text("LogInfo/") + text(name), size, name);
-        originals.append(
-            {text(name), sparse(scratch, text("originals/") + text(name), size, name)});
-        lines.append(text("\"%1\" \"%2\" \"%3\"")
-                         .arg(text(name), QFileInfo(staging + QLatin1Char('/') + text(name)).path(),
-                              staging));
+        const qint64 size = QString(name).contains("huge") ? 3 * gibibyte : 1000;
+        sparse(scratch, QString("LogInfo/") + name, size, name);
+        originals.append({name, sparse(scratch, QString("originals/") + name, size, name)});
+        lines.append(QString("\"%1\" \"%2\" \"%3\"")
+                         .arg(name, QFileInfo(staging + '/' + name).path(), staging));
     }
-    const QString zip = scratch.path(text("a.zip"));
+    const QString zip = scratch.path("a.zip");
     const DebugCapture output;
     const MemoryPeak memory;
     QVERIFY(zipFolder(staging, zip));
@@ -144,11 +141,11 @@ void LargeZip::seventyThousandEntries()
     if (onWindows() && !isAskedFor())
         QSKIP(slowHere);
     ScratchFolder scratch;
-    const QString file = scratch.file(text("file"), "contents");
+    const QString file = scratch.file("file", "contents");
     QVector<PackedFile> originals;
     for (int i = 0; i < 70'000; ++i)
-        originals.append({text("SDKLOG/日志 %1.log").arg(i), file});
-    const QString zip = scratch.path(text("a.zip"));
+        originals.append({QString("SDKLOG/日志 %1.log").arg(i), file});
+    const QString zip = scratch.path("a.zip");
     const DebugCapture output;
     const MemoryPeak memory;
     QVERIFY(pack(originals, zip));
@@ -156,25 +153,25 @@ void LargeZip::seventyThousandEntries()
     QCOMPARE(output.lines(), QStringList());
     QCOMPARE(zipToolsComplaint(zip, originals), QString());
     // The Zip64 end record: without it some readers would see the count modulo 65,536.
-    QVERIFY(scratch.read(text("a.zip")).right(200).contains("PK\6\6"));
+    QVERIFY(scratch.read("a.zip").right(200).contains("PK\6\6"));
 }
 
 void LargeZip::aDumpThatShrinksWhileItIsPacked()
 {
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
-    const QString dump = sparse(scratch, text("a.dmp"), 5 * gibibyte, "dump");
-    const QString other = scratch.file(text("b.dmp"), noise(100'000));
+    const QString zip = scratch.path("a.zip");
+    const QString dump = sparse(scratch, "a.dmp", 5 * gibibyte, "dump");
+    const QString other = scratch.file("b.dmp", noise(100'000));
     const DebugCapture output;
     {
         ZipArchive archive(zip, {{}, [&](qint64) { QFile::resize(dump, 1'000'000); }});
-        archive.addFile(text("a.dmp"), dump);
-        archive.addFile(text("b.dmp"), other);
+        archive.addFile("a.dmp", dump);
+        archive.addFile("b.dmp", other);
         QVERIFY(archive.close());
     }
     QCOMPARE(output.lines(),
-             QStringList(text("read only 1000000 of 5368709120 bytes: \"%1\"").arg(dump)));
-    QCOMPARE(zipToolsComplaint(zip, {{text("a.dmp"), dump}, {text("b.dmp"), other}}), QString());
+             QStringList(QString("read only 1000000 of 5368709120 bytes: \"%1\"").arg(dump)));
+    QCOMPARE(zipToolsComplaint(zip, {{"a.dmp", dump}, {"b.dmp", other}}), QString());
 }
 
 void LargeZip::aLogThroughTheWholeJob()
@@ -182,20 +179,18 @@ void LargeZip::aLogThroughTheWholeJob()
     if (!isAskedFor())
         QSKIP(notAskedFor); // the copy in the staging folder is not sparse
     ExportFixture f;
-    const QString small = f.log(text("a.log"));
-    const QString huge = sparse(f.scratch, text("QZSDK/QZviewer/huge.log"), 3 * gibibyte, "line\n");
+    const QString small = f.log("a.log");
+    const QString huge = sparse(f.scratch, "QZSDK/QZviewer/huge.log", 3 * gibibyte, "line\n");
     f.choose({huge, small});
     f.worker.enqueueExport(f.zip());
     QVERIFY(f.waitForExports(1, patience));
     QVERIFY(!QFileInfo::exists(f.staging()));
-    QCOMPARE(zipToolsComplaint(f.zip(),
-                               {{text("SDKLOG/a.log"), small}, {text("SDKLOG/huge.log"), huge}}),
+    QCOMPARE(zipToolsComplaint(f.zip(), {{"SDKLOG/a.log", small}, {"SDKLOG/huge.log", huge}}),
              QString());
 
     QVERIFY(f.exportAndWait({small})); // the next export works as usual
     QCOMPARE(zipContents(f.zip()),
-             (ExportFixture::Contents{
-                 {text("SDKLOG/a.log"), f.scratch.read(text("QZSDK/QZviewer/a.log"))}}));
+             (ExportFixture::Contents{{"SDKLOG/a.log", f.scratch.read("QZSDK/QZviewer/a.log")}}));
 }
 
 void LargeZip::clientDumpsThatMakeAnArchiveOfMoreThanTwoGibibytes()
@@ -209,8 +204,8 @@ void LargeZip::clientDumpsThatMakeAnArchiveOfMoreThanTwoGibibytes()
     hub().clientDump = true;
     QVector<PackedFile> dumps;
     for (const quint32 seed : {1U, 2U, 3U})
-        f.log(text("%1.dmp").arg(seed), noise(716'000'000, seed));
-    for (QDirIterator walk(f.base() + text("QZviewer"), QDir::Files); walk.hasNext();) {
+        f.log(QString("%1.dmp").arg(seed), noise(716'000'000, seed));
+    for (QDirIterator walk(f.base() + "QZviewer", QDir::Files); walk.hasNext();) {
         const QString path = walk.next();
         dumps.append({walk.fileName(), path});
     }
@@ -218,13 +213,13 @@ void LargeZip::clientDumpsThatMakeAnArchiveOfMoreThanTwoGibibytes()
     f.worker.enqueueExport(f.zip());
     QVERIFY(f.waitForExports(1, patience));
 
-    const QString inner = f.scratch.path(text("inner.zip"));
+    const QString inner = f.scratch.path("inner.zip");
     QProcess unzip;
     unzip.setStandardOutputFile(inner);
-    unzip.start(text("unzip"), {text("-p"), f.zip(), text("ClientDump.zip")});
+    unzip.start("unzip", {"-p", f.zip(), "ClientDump.zip"});
     QVERIFY(unzip.waitForFinished(patience) && unzip.exitCode() == 0);
     QVERIFY(QFileInfo(inner).size() > 2'146'000'000);
-    QCOMPARE(zipToolsComplaint(f.zip(), {{text("ClientDump.zip"), inner}}), QString());
+    QCOMPARE(zipToolsComplaint(f.zip(), {{"ClientDump.zip", inner}}), QString());
     QCOMPARE(zipToolsComplaint(inner, dumps), QString());
 }
 
@@ -233,13 +228,13 @@ void LargeZip::anArchiveOfMoreThanFourGibibytes()
     if (!isAskedFor())
         QSKIP(notAskedFor);
     ScratchFolder scratch;
-    const QString file = scratch.file(text("file"), noise(720'000'000));
-    const QString small = scratch.file(text("small"), "behind all");
+    const QString file = scratch.file("file", noise(720'000'000));
+    const QString small = scratch.file("small", "behind all");
     QVector<PackedFile> originals;
     for (const char *name : {"a", "b", "c", "d", "e", "f"})
-        originals.append({text(name), file});
-    originals.append({text("small"), small});
-    const QString zip = scratch.path(text("a.zip"));
+        originals.append({name, file});
+    originals.append({"small", small});
+    const QString zip = scratch.path("a.zip");
     const MemoryPeak memory;
     QVERIFY(pack(originals, zip));
     QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));

@@ -4,7 +4,6 @@
 #include "ExportFixture.h"
 #include "FakeSystem.h"
 #include "Faults.h"
-#include "Text.h"
 
 class NicReport : public QObject
 {
@@ -37,7 +36,7 @@ namespace {
 NetworkAdapter ethernet()
 {
     NetworkAdapter adapter;
-    adapter.name = text("eth0");
+    adapter.name = "eth0";
     adapter.hardwareAddress = QByteArray::fromHex("0a1b00ffe003");
     adapter.addresses = {{NetworkAddress::Family::IPv4, "192.168.1.20"}};
     adapter.mtu = 9000;
@@ -151,7 +150,7 @@ void NicReport::addressesKeepTheirOrderAndForeignFamiliesAreSkipped()
 void NicReport::namesAreUtf8()
 {
     NetworkAdapter adapter = ethernet();
-    adapter.name = text("以太网 2");
+    adapter.name = "以太网 2";
     QVERIFY(report(adapter).startsWith("Adapter: \xe4\xbb\xa5\xe5\xa4\xaa\xe7\xbd\x91 2\nMAC: "));
 }
 
@@ -166,7 +165,7 @@ void NicReport::fiveHundredAdaptersKeepTheirOrder()
     QByteArray expected;
     for (int i = 0; i < 500; ++i) {
         NetworkAdapter adapter = ethernet();
-        adapter.name = text("port %1").arg(i);
+        adapter.name = QString("port %1").arg(i);
         list.adapters.append(adapter);
         expected += report(adapter);
     }
@@ -188,8 +187,8 @@ void NicReport::anEmptyFolderIsRefusedAndNothingIsWritten()
     ExportFixture f(machine.probes());
     machine.asked.clear();
     QVERIFY(!f.worker.saveNICInfo(QString()));
-    QVERIFY(!QFile::exists(text("/NICInfo.txt")));
-    QVERIFY(!QFile::exists(text("NICInfo.txt")));
+    QVERIFY(!QFile::exists("/NICInfo.txt"));
+    QVERIFY(!QFile::exists("NICInfo.txt"));
     QCOMPARE(machine.asked, QStringList());
     QCOMPARE(f.output.lines(), QStringList());
 }
@@ -199,9 +198,9 @@ void NicReport::anOlderReportIsReplaced()
     FakeSystem machine;
     machine.adapters.adapters = {ethernet()};
     ExportFixture f(machine.probes());
-    f.scratch.file(text("NICInfo.txt"), QByteArray(10000, 'x'));
+    f.scratch.file("NICInfo.txt", QByteArray(10000, 'x'));
     QVERIFY(f.worker.saveNICInfo(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("NICInfo.txt")), report(ethernet()));
+    QCOMPARE(f.scratch.read("NICInfo.txt"), report(ethernet()));
     QCOMPARE(f.output.lines(), QStringList());
 }
 
@@ -211,7 +210,7 @@ void NicReport::aFailedQueryIsReportedAndNoFailure()
     machine.adapters.error = 8;
     ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveNICInfo(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("NICInfo.txt")),
+    QCOMPARE(f.scratch.read("NICInfo.txt"),
              QByteArray("Call to GetAdaptersAddresses failed with error code: 8\n"));
 }
 
@@ -220,14 +219,14 @@ void NicReport::aFileThatCannotBeOpenedIsNoFailure()
     FakeSystem machine;
     machine.adapters.adapters = {ethernet()};
     ExportFixture f(machine.probes());
-    const QString taken = f.scratch.folder(text("NICInfo.txt"));
+    const QString taken = f.scratch.folder("NICInfo.txt");
     QVERIFY(f.worker.saveNICInfo(f.scratch.path()));
     QVERIFY(QFileInfo(taken).isDir());
     QCOMPARE(f.output.lines(), QStringList());
     const Diagnostics diagnostics;
     QVERIFY(f.worker.saveNICInfo(f.scratch.path()));
     QCOMPARE(f.output.lines().size(), 1);
-    QVERIFY(f.output.contains(text("report not written: \"%1\"").arg(taken)));
+    QVERIFY(f.output.contains(QString("report not written: \"%1\"").arg(taken)));
 }
 
 void NicReport::aFullDiskIsLogged()
@@ -243,7 +242,7 @@ void NicReport::aFullDiskIsLogged()
         QVERIFY(f.worker.saveNICInfo(f.scratch.path()));
     }
     QCOMPARE(f.output.lines().size(), 1);
-    QVERIFY(f.output.contains(text("report not written: ")));
+    QVERIFY(f.output.contains("report not written: "));
 }
 
 QTEST_GUILESS_MAIN(NicReport)

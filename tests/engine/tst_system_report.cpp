@@ -3,7 +3,6 @@
 #include "Diagnostics.h"
 #include "ExportFixture.h"
 #include "FakeSystem.h"
-#include "Text.h"
 
 class SystemReport : public QObject
 {
@@ -99,7 +98,7 @@ void SystemReport::anEmptyFolderIsRefusedAndNothingIsQueried()
     ExportFixture f(machine.probes());
     machine.asked.clear();
     QVERIFY(!f.worker.saveSysInfo(QString()));
-    QVERIFY(!QFile::exists(text("/SystemInfo.txt")));
+    QVERIFY(!QFile::exists("/SystemInfo.txt"));
     QCOMPARE(machine.asked, QStringList());
     QCOMPARE(f.output.lines(), QStringList());
 }
@@ -110,7 +109,7 @@ void SystemReport::withoutModulesThereAreExactlyThreeLines()
     machine.memory = memory;
     ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
+    QCOMPARE(f.scratch.read("SystemInfo.txt"), memoryLines);
     QCOMPARE(f.output.lines(), QStringList());
 }
 
@@ -127,7 +126,7 @@ void SystemReport::modulesFollowInTheirOrder()
     }
     ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), expected);
+    QCOMPARE(f.scratch.read("SystemInfo.txt"), expected);
     QCOMPARE(expected.count('\n'), 3 + 3 * 64);
 }
 
@@ -136,11 +135,11 @@ void SystemReport::theModuleListsAreUsedUp()
     FakeSystem machine;
     machine.modules.modules = {{"only once", 1, 2}};
     ExportFixture f(machine.probes());
-    QVERIFY(f.worker.saveSysInfo(f.scratch.folder(text("first"))));
+    QVERIFY(f.worker.saveSysInfo(f.scratch.folder("first")));
     machine.modules.modules.clear();
-    QVERIFY(f.worker.saveSysInfo(f.scratch.folder(text("second"))));
-    QVERIFY(f.scratch.read(text("first/SystemInfo.txt")).contains("only once"));
-    QVERIFY(!f.scratch.read(text("second/SystemInfo.txt")).contains("PartNumber"));
+    QVERIFY(f.worker.saveSysInfo(f.scratch.folder("second")));
+    QVERIFY(f.scratch.read("first/SystemInfo.txt").contains("only once"));
+    QVERIFY(!f.scratch.read("second/SystemInfo.txt").contains("PartNumber"));
 }
 
 void SystemReport::aSecondQueryKeepsTheModulesOfTheFirst()
@@ -152,7 +151,7 @@ void SystemReport::aSecondQueryKeepsTheModulesOfTheFirst()
     QVERIFY(f.worker.queryMemoryModules());
     machine.modules.modules = {{"second", 3, 4}};
     QVERIFY(f.worker.saveSysInfo(f.scratch.path())); // queries again
-    QCOMPARE(f.scratch.read(text("SystemInfo.txt")),
+    QCOMPARE(f.scratch.read("SystemInfo.txt"),
              memoryLines + moduleReport("first", 1, 2) + moduleReport("second", 3, 4));
 }
 
@@ -163,7 +162,7 @@ void SystemReport::aSecondReportIsAppendedToTheFirst()
     ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines + memoryLines);
+    QCOMPARE(f.scratch.read("SystemInfo.txt"), memoryLines + memoryLines);
 }
 
 void SystemReport::eachZipHoldsOneReport()
@@ -174,8 +173,7 @@ void SystemReport::eachZipHoldsOneReport()
     hub().systemInfo = true;
     for (int i = 0; i < 2; ++i) {
         QVERIFY(f.exportAndWait());
-        QCOMPARE(zipContents(f.zip()),
-                 (ExportFixture::Contents{{text("SystemInfo.txt"), memoryLines}}));
+        QCOMPARE(zipContents(f.zip()), (ExportFixture::Contents{{"SystemInfo.txt", memoryLines}}));
     }
 }
 
@@ -186,9 +184,9 @@ void SystemReport::withoutMemoryStatusItFailsAndLeavesAnEmptyFile()
     machine.modules.modules = {{"not asked for", 1, 2}};
     ExportFixture f(machine.probes());
     QVERIFY(!f.worker.saveSysInfo(f.scratch.path()));
-    QCOMPARE(f.output.lines(), QStringList(text("Failed to get memory status.")));
-    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), QByteArray());
-    QVERIFY(!machine.asked.contains(text("memoryModules")));
+    QCOMPARE(f.output.lines(), QStringList("Failed to get memory status."));
+    QCOMPARE(f.scratch.read("SystemInfo.txt"), QByteArray());
+    QVERIFY(!machine.asked.contains("memoryModules"));
 }
 
 void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure_data()
@@ -196,11 +194,11 @@ void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure_data()
     using Query = MemoryModuleList::Query;
     QTest::addColumn<int>("query");
     QTest::addColumn<QString>("printed");
-    QTest::newRow("library") << int(Query::Library) << text("COM库初始化失败");
-    QTest::newRow("locator") << int(Query::Locator) << text("WbemLocator创建失败");
-    QTest::newRow("connection") << int(Query::Connection) << text("WMI服务连接失败");
-    QTest::newRow("proxy") << int(Query::Proxy) << text("设置代理失败");
-    QTest::newRow("execution") << int(Query::Execution) << text("查询执行失败");
+    QTest::newRow("library") << int(Query::Library) << "COM库初始化失败";
+    QTest::newRow("locator") << int(Query::Locator) << "WbemLocator创建失败";
+    QTest::newRow("connection") << int(Query::Connection) << "WMI服务连接失败";
+    QTest::newRow("proxy") << int(Query::Proxy) << "设置代理失败";
+    QTest::newRow("execution") << int(Query::Execution) << "查询执行失败";
 }
 
 void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure()
@@ -212,7 +210,7 @@ void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure()
     machine.modules.query = MemoryModuleList::Query(query);
     ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
+    QCOMPARE(f.scratch.read("SystemInfo.txt"), memoryLines);
     QCOMPARE(f.output.take(), QStringList(printed));
     QVERIFY(!f.worker.queryMemoryModules());
     QCOMPARE(f.output.lines(), QStringList(printed));
@@ -225,11 +223,11 @@ void SystemReport::modulesThatCannotBeQueriedAreLoggedAndNoFailure()
     machine.modules.query = MemoryModuleList::Query::Unavailable;
     ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
+    QCOMPARE(f.scratch.read("SystemInfo.txt"), memoryLines);
     QCOMPARE(f.output.lines(), QStringList());
     const Diagnostics diagnostics;
     QVERIFY(!f.worker.queryMemoryModules());
-    QCOMPARE(f.output.lines(), QStringList(text("memory modules not available")));
+    QCOMPARE(f.output.lines(), QStringList("memory modules not available"));
 }
 
 void SystemReport::aQueryThatBreaksReportsTheModulesBeforeAndFailsSilently()
@@ -239,7 +237,7 @@ void SystemReport::aQueryThatBreaksReportsTheModulesBeforeAndFailsSilently()
     machine.modules = {MemoryModuleList::Query::Enumeration, {{"one", 1, 2}}};
     ExportFixture f(machine.probes());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("SystemInfo.txt")),
+    QCOMPARE(f.scratch.read("SystemInfo.txt"),
              memoryLines + "PartNumber: one\nCapacity: 1 Kb\nSpeed: 2 MHz\n");
     const Diagnostics diagnostics;
     QVERIFY(!f.worker.queryMemoryModules());
@@ -255,8 +253,8 @@ void SystemReport::withoutComSecurityTheModulesAreSilentlyNotQueried()
     ExportFixture f(machine.probes());
     QVERIFY(!f.worker.queryMemoryModules());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
-    QCOMPARE(f.scratch.read(text("SystemInfo.txt")), memoryLines);
-    QVERIFY(!machine.asked.contains(text("memoryModules")));
+    QCOMPARE(f.scratch.read("SystemInfo.txt"), memoryLines);
+    QVERIFY(!machine.asked.contains("memoryModules"));
     QCOMPARE(f.output.lines(), QStringList());
 }
 
@@ -264,13 +262,13 @@ void SystemReport::aFileThatCannotBeOpenedIsNoFailure()
 {
     FakeSystem machine;
     ExportFixture f(machine.probes());
-    const QString taken = f.scratch.folder(text("SystemInfo.txt"));
+    const QString taken = f.scratch.folder("SystemInfo.txt");
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.output.lines(), QStringList());
     const Diagnostics diagnostics;
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.output.lines().size(), 1);
-    QVERIFY(f.output.contains(text("report not written: \"%1\"").arg(taken)));
+    QVERIFY(f.output.contains(QString("report not written: \"%1\"").arg(taken)));
 }
 
 void SystemReport::theWorkerStoresTheTimeThenSetsTheHubThenSetsUpComSecurity()
@@ -285,9 +283,9 @@ void SystemReport::theWorkerStoresTheTimeThenSetsTheHubThenSetsUpComSecurity()
     };
     const qint64 before = QDateTime::currentMSecsSinceEpoch();
     const CLogProcessThread worker(machine.probes());
-    QCOMPARE(machine.asked, QStringList(text("comSecurity")));
+    QCOMPARE(machine.asked, QStringList("comSecurity"));
     QVERIFY(noted >= before && noted <= QDateTime::currentMSecsSinceEpoch());
-    QCOMPARE(hubText, text("D:/Vantrel"));
+    QCOMPARE(hubText, "D:/Vantrel");
 }
 
 QTEST_GUILESS_MAIN(SystemReport)

@@ -1,5 +1,4 @@
 #include "ExportFixture.h"
-#include "Text.h"
 #include "ZipTools.h"
 
 #include <QJsonArray>
@@ -55,26 +54,25 @@ ExportFixture::Contents contents;
 /// does not report them.
 QByteArray blockOf(const QJsonObject &link)
 {
-    QByteArray block = "Adapter: " + link[text("ifname")].toString().toUtf8() + "\nMAC: ";
-    if (link[text("link_type")].toString() != text("loopback")) {
-        const QByteArray address = link[text("address")].toString().toUtf8();
+    QByteArray block = "Adapter: " + link["ifname"].toString().toUtf8() + "\nMAC: ";
+    if (link["link_type"].toString() != "loopback") {
+        const QByteArray address = link["address"].toString().toUtf8();
         block += address.isEmpty() ? QByteArray() : QByteArray(address).replace(':', '-') + '\n';
     }
-    for (const QJsonValue &value : link[text("addr_info")].toArray()) {
-        if (value[text("family")].toString() == text("inet"))
-            block += "IPv4: " + value[text("local")].toString().toUtf8() + '\n';
+    for (const QJsonValue &value : link["addr_info"].toArray()) {
+        if (value["family"].toString() == "inet")
+            block += "IPv4: " + value["local"].toString().toUtf8() + '\n';
     }
-    block += "MTU: " + QByteArray::number(link[text("mtu")].toInt()) + " bytes\n";
-    const QString state = link[text("operstate")].toString();
+    block += "MTU: " + QByteArray::number(link["mtu"].toInt()) + " bytes\n";
+    const QString state = link["operstate"].toString();
     const bool up =
-        state == text("UP") ||
-        (state == text("UNKNOWN") && link[text("flags")].toArray().contains(text("LOWER_UP")));
+        state == "UP" || (state == "UNKNOWN" && link["flags"].toArray().contains("LOWER_UP"));
     return block + (up ? "Status: Active\n\n" : "Status: Inactive\n\n");
 }
 
 qint64 figure(const QByteArray &report, const char *label)
 {
-    const QRegularExpression line(text("^%1: (\\d+)").arg(text(label)),
+    const QRegularExpression line(QString("^%1: (\\d+)").arg(label),
                                   QRegularExpression::MultilineOption);
     return line.match(QString::fromUtf8(report)).captured(1).toLongLong();
 }
@@ -94,18 +92,18 @@ void ThisMachine::initTestCase()
 
 void ThisMachine::adaptersAreThoseOfIp()
 {
-    QVERIFY(contents.contains(text("NICInfo.txt")));
-    QVERIFY2(exists(text("ip")), "iproute2 is missing");
-    const Run ip = run(text("ip"), {text("-j"), text("address")});
+    QVERIFY(contents.contains("NICInfo.txt"));
+    QVERIFY2(exists("ip"), "iproute2 is missing");
+    const Run ip = run("ip", {"-j", "address"});
     QVERIFY(ip.done);
     QStringList expected;
     for (const QJsonValue &link : QJsonDocument::fromJson(ip.output).array())
         expected.append(QString::fromUtf8(blockOf(link.toObject())));
-    QString report = QString::fromUtf8(contents[text("NICInfo.txt")]);
-    report.remove(QRegularExpression(text("(Transmit|Receive)LinkSpeed: \\d+ Mbps\n")));
-    QStringList blocks = report.split(text("\n\n"), Qt::SkipEmptyParts);
+    QString report = QString::fromUtf8(contents["NICInfo.txt"]);
+    report.remove(QRegularExpression("(Transmit|Receive)LinkSpeed: \\d+ Mbps\n"));
+    QStringList blocks = report.split("\n\n", Qt::SkipEmptyParts);
     for (QString &block : blocks)
-        block += text("\n\n");
+        block += "\n\n";
     expected.sort();
     blocks.sort();
     QCOMPARE(blocks, expected);
@@ -113,9 +111,9 @@ void ThisMachine::adaptersAreThoseOfIp()
 
 void ThisMachine::memoryIsThatOfFree()
 {
-    const QByteArray report = contents[text("SystemInfo.txt")];
-    QVERIFY2(exists(text("free")), "procps is missing");
-    const Run free = run(text("free"), {text("--mebi")});
+    const QByteArray report = contents["SystemInfo.txt"];
+    QVERIFY2(exists("free"), "procps is missing");
+    const Run free = run("free", {"--mebi"});
     QVERIFY(free.done);
     const QList<QByteArray> row = free.output.split('\n').value(1).simplified().split(' ');
     QCOMPARE(figure(report, "Total Physical Memory"), row.value(1).toLongLong());
@@ -130,16 +128,17 @@ void ThisMachine::eventsAreThoseOfTheJournal_data()
 {
     QTest::addColumn<QString>("side");
     QTest::addColumn<QString>("entry");
-    QTest::newRow("user's") << text("--user") << text("ApplicationEvents.evtx");
-    QTest::newRow("system's") << text("--system") << text("SystemEvents.evtx");
+    QTest::newRow("user's") << "--user"
+                            << "ApplicationEvents.evtx";
+    QTest::newRow("system's") << "--system"
+                              << "SystemEvents.evtx";
 }
 
 void ThisMachine::eventsAreThoseOfTheJournal()
 {
     QFETCH(QString, side);
     QFETCH(QString, entry);
-    const Run journal =
-        run(text("journalctl"), {side, text("-o"), text("export"), text("--no-pager")});
+    const Run journal = run("journalctl", {side, "-o", "export", "--no-pager"});
     if (!journal.done || journal.output.isEmpty()) {
         QVERIFY(!contents.contains(entry));
         QSKIP("no such events here, and none in the zip");
@@ -151,15 +150,14 @@ void ThisMachine::eventsAreThoseOfTheJournal()
 
 void ThisMachine::theZipIsTestedAndListedByUnzip()
 {
-    QVERIFY2(exists(text("unzip")), "unzip is missing");
-    QVERIFY(run(text("unzip"), {text("-tqq"), fixture->zip()}).done);
-    const Run list = run(text("unzip"), {text("-Z1"), fixture->zip()});
+    QVERIFY2(exists("unzip"), "unzip is missing");
+    QVERIFY(run("unzip", {"-tqq", fixture->zip()}).done);
+    const Run list = run("unzip", {"-Z1", fixture->zip()});
     QVERIFY(list.done);
-    const QStringList listed =
-        QString::fromUtf8(list.output).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QStringList listed = QString::fromUtf8(list.output).split('\n', Qt::SkipEmptyParts);
     QCOMPARE(listed, zipEntryNames(fixture->zip()));
     for (const char *always : {"ClientDump.zip", "NICInfo.txt", "SystemDmp.zip", "SystemInfo.txt"})
-        QVERIFY2(listed.contains(text(always)), always);
+        QVERIFY2(listed.contains(always), always);
 }
 
 void ThisMachine::cleanupTestCase()

@@ -4,7 +4,6 @@
 #include "Machine.h"
 #include "Noise.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 #include "ZipArchive.h"
 #include "ZipContents.h"
 #include "ZipTools.h"
@@ -52,7 +51,7 @@ using Contents = QMap<QString, QByteArray>;
 bool isLarge(const ScratchFolder &scratch)
 {
     constexpr char zip64 = 45;
-    return scratch.read(text("a.zip")).at(4) == zip64;
+    return scratch.read("a.zip").at(4) == zip64;
 }
 
 } // namespace
@@ -61,21 +60,20 @@ void ZipArchiveTest::holdsWhatWasAdded()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
+    const QString zip = scratch.path("a.zip");
     const DebugCapture output;
     ZipArchive archive(zip, {}, limits);
-    archive.addFile(text("b/first"), scratch.file(text("1"), "one"));
-    archive.addFile(text("a/second"), scratch.file(text("2"), noise(70'000)));
-    archive.addFile(text("a/text"), scratch.file(text("3"), QByteArray(300'000, 'x')));
-    archive.addFile(text("empty"), scratch.file(text("4")));
+    archive.addFile("b/first", scratch.file("1", "one"));
+    archive.addFile("a/second", scratch.file("2", noise(70'000)));
+    archive.addFile("a/text", scratch.file("3", QByteArray(300'000, 'x')));
+    archive.addFile("empty", scratch.file("4"));
     QVERIFY(archive.close());
 
-    QCOMPARE(zipEntryNames(zip),
-             QStringList({text("b/first"), text("a/second"), text("a/text"), text("empty")}));
-    QCOMPARE(zipContents(zip), (Contents{{text("b/first"), "one"},
-                                         {text("a/second"), noise(70'000)},
-                                         {text("a/text"), QByteArray(300'000, 'x')},
-                                         {text("empty"), QByteArray()}}));
+    QCOMPARE(zipEntryNames(zip), QStringList({"b/first", "a/second", "a/text", "empty"}));
+    QCOMPARE(zipContents(zip), (Contents{{"b/first", "one"},
+                                         {"a/second", noise(70'000)},
+                                         {"a/text", QByteArray(300'000, 'x')},
+                                         {"empty", QByteArray()}}));
     QVERIFY(QFileInfo(zip).size() < 80'000);
     QCOMPARE(output.lines(), QStringList());
 }
@@ -87,12 +85,12 @@ void ZipArchiveTest::holdsTheSameForOtherTools()
     ScratchFolder scratch;
     QStringList zips;
     for (const ZipLimits &limits : {ZipLimits(), nothingFits()}) {
-        zips.append(scratch.path(text("%1.zip").arg(zips.size())));
+        zips.append(scratch.path(QString("%1.zip").arg(zips.size())));
         ZipArchive archive(zips.last(), {}, limits);
-        archive.addFile(text("SDKLOG/a.log"), scratch.file(text("1"), noise(5000)));
-        archive.addFile(text("SDKLOG/日志.log"), scratch.file(text("2"), "text"));
-        archive.addFile(text("empty.txt"), scratch.file(text("3")));
-        archive.addFile(text("gone.txt"), scratch.path(text("gone")));
+        archive.addFile("SDKLOG/a.log", scratch.file("1", noise(5000)));
+        archive.addFile("SDKLOG/日志.log", scratch.file("2", "text"));
+        archive.addFile("empty.txt", scratch.file("3"));
+        archive.addFile("gone.txt", scratch.path("gone"));
     }
     QCOMPARE(zipToolsComplaint(zips), QString());
 }
@@ -101,24 +99,24 @@ void ZipArchiveTest::isWhatTheBareWriterMakes()
 {
     ScratchFolder scratch;
     const auto pack = [&] {
-        ZipArchive archive(scratch.path(text("a.zip")));
+        ZipArchive archive(scratch.path("a.zip"));
         for (const char *name : {"1", "2", "3"})
-            archive.addFile(text(name), scratch.path(text(name)));
+            archive.addFile(name, scratch.path(name));
     };
     const auto packBare = [&] {
-        QZipWriter bare(scratch.path(text("bare.zip")));
+        QZipWriter bare(scratch.path("bare.zip"));
         for (const char *name : {"1", "2", "3"})
-            bare.addFile(text(name), scratch.read(text(name)));
+            bare.addFile(name, scratch.read(name));
     };
-    scratch.file(text("1"), "one");
-    scratch.file(text("2"), noise(70'000));
-    scratch.file(text("3"));
+    scratch.file("1", "one");
+    scratch.file("2", noise(70'000));
+    scratch.file("3");
     // Entries contain the time of day, so both must be written at the same moment.
     bool equal = false;
     for (int attempt = 0; attempt < 5 && !equal; ++attempt) {
         pack();
         packBare();
-        equal = scratch.read(text("a.zip")) == scratch.read(text("bare.zip"));
+        equal = scratch.read("a.zip") == scratch.read("bare.zip");
     }
     QVERIFY(equal);
 }
@@ -126,22 +124,22 @@ void ZipArchiveTest::isWhatTheBareWriterMakes()
 void ZipArchiveTest::isAValidZipWithoutEntries()
 {
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
+    const QString zip = scratch.path("a.zip");
     QVERIFY(ZipArchive(zip).close());
     // Only the end record of an empty directory.
-    QCOMPARE(scratch.read(text("a.zip")), QByteArray("PK\5\6") + QByteArray(18, '\0'));
+    QCOMPARE(scratch.read("a.zip"), QByteArray("PK\5\6") + QByteArray(18, '\0'));
 }
 
 void ZipArchiveTest::replacesAFileThatIsThere()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.file(text("a.zip"), noise(100'000));
+    const QString zip = scratch.file("a.zip", noise(100'000));
     {
         ZipArchive archive(zip, {}, limits);
-        archive.addFile(text("x"), scratch.file(text("x"), "new"));
+        archive.addFile("x", scratch.file("x", "new"));
     }
-    QCOMPARE(zipContents(zip), (Contents{{text("x"), "new"}}));
+    QCOMPARE(zipContents(zip), (Contents{{"x", "new"}}));
     QVERIFY(QFileInfo(zip).size() < 1000);
 }
 
@@ -149,13 +147,13 @@ void ZipArchiveTest::keepsNamesInUtf8()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
-    const QString name = text("日志/100% \"größe\" 📷.log");
+    const QString zip = scratch.path("a.zip");
+    const QString name = "日志/100% \"größe\" 📷.log";
     ZipArchive archive(zip, {}, limits);
-    archive.addFile(name, scratch.file(text("x"), "x"));
+    archive.addFile(name, scratch.file("x", "x"));
     QVERIFY(archive.close());
     QCOMPARE(zipContents(zip), (Contents{{name, "x"}}));
-    QVERIFY(scratch.read(text("a.zip")).contains(name.toUtf8()));
+    QVERIFY(scratch.read("a.zip").contains(name.toUtf8()));
 }
 
 void ZipArchiveTest::isLargeBeyondAnyOfTheLimits_data()
@@ -182,10 +180,10 @@ void ZipArchiveTest::isLargeBeyondAnyOfTheLimits()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    ZipArchive archive(scratch.path(text("a.zip")), {}, limits);
-    archive.addFile(text("1"), scratch.file(text("1"), noise(900)));
-    archive.addFile(text("2"), scratch.file(text("2"), noise(1000)));
-    archive.addFile(text("3"), scratch.file(text("3"), noise(900)));
+    ZipArchive archive(scratch.path("a.zip"), {}, limits);
+    archive.addFile("1", scratch.file("1", noise(900)));
+    archive.addFile("2", scratch.file("2", noise(1000)));
+    archive.addFile("3", scratch.file("3", noise(900)));
     QVERIFY(archive.close());
     QTEST(isLarge(scratch), "large");
 }
@@ -197,12 +195,12 @@ void ZipArchiveTest::reportsHowManyBytesItPacks()
     QVector<qint64> expected;
     qint64 packed = 0;
     ZipArchive archive(
-        scratch.path(text("a.zip")),
+        scratch.path("a.zip"),
         {[&](qint64 bytes) { expected.append(bytes); }, [&](qint64 bytes) { packed += bytes; }},
         limits);
-    archive.addFile(text("a"), scratch.file(text("1"), noise(70'000)));
-    archive.addFile(text("b"), scratch.file(text("2"), noise(1000)));
-    archive.addFile(text("empty"), scratch.file(text("3")));
+    archive.addFile("a", scratch.file("1", noise(70'000)));
+    archive.addFile("b", scratch.file("2", noise(1000)));
+    archive.addFile("empty", scratch.file("3"));
     QCOMPARE(packed, qint64(0));
     archive.write();
     QCOMPARE(expected, QVector<qint64>(1, 71'000));
@@ -215,11 +213,11 @@ void ZipArchiveTest::callsBackOnceAFileIsPacked()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
+    const QString zip = scratch.path("a.zip");
     QVector<qint64> sizes;
     ZipArchive archive(zip, {}, limits);
     for (const char *name : {"a", "b"})
-        archive.addFile(text(name), scratch.file(text(name), noise(5000)),
+        archive.addFile(name, scratch.file(name, noise(5000)),
                         [&] { sizes.append(QFileInfo(zip).size()); });
     archive.write();
     QCOMPARE(sizes.size(), 2);
@@ -234,14 +232,14 @@ void ZipArchiveTest::isPrivateFromTheFirstByte()
         QSKIP("the folder decides who may read a file there");
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString file = scratch.file(text("x"), noise(50'000));
-    const QString there = scratch.file(text("there.zip"), "old");
+    const QString file = scratch.file("x", noise(50'000));
+    const QString there = scratch.file("there.zip", "old");
     QVERIFY(QFile::setPermissions(there, Everybody::mayReadAndWrite));
-    for (const QString &zip : {there, scratch.path(text("new.zip"))}) {
+    for (const QString &zip : {there, scratch.path("new.zip")}) {
         QFile::Permissions seen = {};
         ZipArchive archive(zip, {{}, [&](qint64) { seen |= QFile::permissions(zip); }}, limits);
         seen |= QFile::permissions(zip);
-        archive.addFile(text("x"), file);
+        archive.addFile("x", file);
         QVERIFY(archive.close());
         seen |= QFile::permissions(zip);
         QCOMPARE(seen & QFile::Permissions(0x7077), QFile::ReadOwner | QFile::WriteOwner);
@@ -255,12 +253,12 @@ void ZipArchiveTest::closesOnlyOnce()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
+    const QString zip = scratch.path("a.zip");
     ZipArchive archive(zip, {}, limits);
-    archive.addFile(text("x"), scratch.file(text("x"), "x"));
+    archive.addFile("x", scratch.file("x", "x"));
     QVERIFY(archive.close());
     QVERIFY(!archive.close());
-    QCOMPARE(zipContents(zip), (Contents{{text("x"), "x"}}));
+    QCOMPARE(zipContents(zip), (Contents{{"x", "x"}}));
 }
 
 QTEST_GUILESS_MAIN(ZipArchiveTest)

@@ -4,7 +4,6 @@
 #include "Faults.h"
 #include "Noise.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 #include "ZipContents.h"
 #include "ZipWriters.h"
 
@@ -46,46 +45,47 @@ void ZipFaults::treatsAVanishedFileAsEmptyAndLogsIt()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
-    const QString gone = scratch.file(text("gone"), "soon");
+    const QString zip = scratch.path("a.zip");
+    const QString gone = scratch.file("gone", "soon");
     const DebugCapture output;
     ZipArchive archive(zip, {}, limits);
-    archive.addFile(text("gone"), gone);
-    archive.addFile(text("there"), scratch.file(text("there"), "there"));
+    archive.addFile("gone", gone);
+    archive.addFile("there", scratch.file("there", "there"));
     QVERIFY(QFile::remove(gone));
     QVERIFY(archive.close());
-    QCOMPARE(zipContents(zip), (Contents{{text("gone"), {}}, {text("there"), "there"}}));
+    QCOMPARE(zipContents(zip), (Contents{{"gone", {}}, {"there", "there"}}));
     QCOMPARE(output.lines().size(), 1);
-    QVERIFY(output.lines().constFirst().startsWith(text("cannot read \"%1\"").arg(gone)));
+    QVERIFY(output.lines().constFirst().startsWith(QString("cannot read \"%1\"").arg(gone)));
 }
 
 void ZipFaults::takesWhatThereIsOfAFileThatShrank()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
-    const QString path = scratch.file(text("x"), noise(50'000));
+    const QString zip = scratch.path("a.zip");
+    const QString path = scratch.file("x", noise(50'000));
     const DebugCapture output;
     ZipArchive archive(zip, {}, limits);
-    archive.addFile(text("x"), path);
-    scratch.file(text("x"), noise(20'000));
+    archive.addFile("x", path);
+    scratch.file("x", noise(20'000));
     QVERIFY(archive.close());
-    QCOMPARE(zipContents(zip), (Contents{{text("x"), noise(20'000)}}));
-    QCOMPARE(output.lines(), QStringList(text("read only 20000 of 50000 bytes: \"%1\"").arg(path)));
+    QCOMPARE(zipContents(zip), (Contents{{"x", noise(20'000)}}));
+    QCOMPARE(output.lines(),
+             QStringList(QString("read only 20000 of 50000 bytes: \"%1\"").arg(path)));
 }
 
 void ZipFaults::packsAGrowingFileAsLargeAsItWasWhenItWasAdded()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
-    const QString growing = scratch.file(text("growing"), "before");
+    const QString zip = scratch.path("a.zip");
+    const QString growing = scratch.file("growing", "before");
     const DebugCapture output;
     ZipArchive archive(zip, {}, limits);
-    archive.addFile(text("growing"), growing);
-    scratch.file(text("growing"), "before and after");
+    archive.addFile("growing", growing);
+    scratch.file("growing", "before and after");
     QVERIFY(archive.close());
-    QCOMPARE(zipContents(zip), (Contents{{text("growing"), "before"}}));
+    QCOMPARE(zipContents(zip), (Contents{{"growing", "before"}}));
     QCOMPARE(output.lines(), QStringList());
 }
 
@@ -93,16 +93,16 @@ void ZipFaults::logsThatItCannotBeWritten()
 {
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("no such folder/a.zip"));
+    const QString zip = scratch.path("no such folder/a.zip");
     const DebugCapture output;
     int packed = 0;
     ZipArchive archive(zip, {}, limits);
-    archive.addFile(text("x"), scratch.file(text("x"), "x"), [&] { ++packed; });
+    archive.addFile("x", scratch.file("x", "x"), [&] { ++packed; });
     QVERIFY(!archive.close());
     QVERIFY(!QFileInfo::exists(zip));
     QCOMPARE(packed, 1);
     QCOMPARE(output.lines().size(), 1);
-    QVERIFY(output.lines().constFirst().startsWith(text("cannot write zip \"%1\"").arg(zip)));
+    QVERIFY(output.lines().constFirst().startsWith(QString("cannot write zip \"%1\"").arg(zip)));
 }
 
 void ZipFaults::leavesNoHalfZipOnAFullDisk_data()
@@ -124,15 +124,15 @@ void ZipFaults::leavesNoHalfZipOnAFullDisk()
     QFETCH(ZipLimits, limits);
     QFETCH(int, room);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
-    const QString first = scratch.file(text("1"), noise(20'000));
-    const QString second = scratch.file(text("2"), noise(20'000));
+    const QString zip = scratch.path("a.zip");
+    const QString first = scratch.file("1", noise(20'000));
+    const QString second = scratch.file("2", noise(20'000));
     int packed = 0;
     const auto pack = [&] {
         packed = 0;
         ZipArchive archive(zip, {}, limits);
-        archive.addFile(text("first"), first, [&] { ++packed; });
-        archive.addFile(text("second"), second, [&] { ++packed; });
+        archive.addFile("first", first, [&] { ++packed; });
+        archive.addFile("second", second, [&] { ++packed; });
         return archive.close();
     };
     QVERIFY(pack());
@@ -142,37 +142,38 @@ void ZipFaults::leavesNoHalfZipOnAFullDisk()
         QVERIFY(!pack());
     }
     QCOMPARE(packed, 2);
-    QCOMPARE(QDir(scratch.path()).entryList(QDir::Files), QStringList({text("1"), text("2")}));
-    QCOMPARE(output.lines(),
-             QStringList(text("zip not written: \"%1\" \"%2\"").arg(zip, qt_error_string(EFBIG))));
+    QCOMPARE(QDir(scratch.path()).entryList(QDir::Files), QStringList({"1", "2"}));
+    QCOMPARE(
+        output.lines(),
+        QStringList(QString("zip not written: \"%1\" \"%2\"").arg(zip, qt_error_string(EFBIG))));
 }
 
 void ZipFaults::leavesNoHalfZipWhenMemoryRunsOutInALargeOne()
 {
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
+    const QString zip = scratch.path("a.zip");
     const DebugCapture output;
     ZipArchive archive(zip, {{}, [](qint64) { throw std::bad_alloc(); }}, nothingFits());
-    archive.addFile(text("x"), scratch.file(text("x"), "x"));
+    archive.addFile("x", scratch.file("x", "x"));
     QVERIFY(!archive.close());
     QVERIFY(!QFileInfo::exists(zip));
     QCOMPARE(output.lines().size(), 1);
-    QVERIFY(output.lines().constFirst().startsWith(text("zip not written: \"%1\"").arg(zip)));
+    QVERIFY(output.lines().constFirst().startsWith(QString("zip not written: \"%1\"").arg(zip)));
 }
 
 void ZipFaults::leavesOutASecondEntryOfANameInALargeOne()
 {
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
+    const QString zip = scratch.path("a.zip");
     const DebugCapture output;
     ZipArchive archive(zip, {}, nothingFits());
-    archive.addFile(text("x"), scratch.file(text("1"), "first"));
-    archive.addFile(text("x"), scratch.file(text("2"), "second"));
+    archive.addFile("x", scratch.file("1", "first"));
+    archive.addFile("x", scratch.file("2", "second"));
     QVERIFY(archive.close());
-    QCOMPARE(zipContents(zip), (Contents{{text("x"), "first"}}));
+    QCOMPARE(zipContents(zip), (Contents{{"x", "first"}}));
     QCOMPARE(output.lines().size(), 1);
     QVERIFY(output.lines().constFirst().startsWith(
-        text("left out of the zip: \"%1\"").arg(scratch.path(text("2")))));
+        QString("left out of the zip: \"%1\"").arg(scratch.path("2"))));
 }
 
 void ZipFaults::isRemovedWhenItsEndFails()
@@ -181,18 +182,19 @@ void ZipFaults::isRemovedWhenItsEndFails()
         QSKIP("this system has no means to let the close of a file fail");
     QFETCH(ZipLimits, limits);
     ScratchFolder scratch;
-    const QString zip = scratch.path(text("a.zip"));
-    const QString file = scratch.file(text("x"), noise(50'000));
+    const QString zip = scratch.path("a.zip");
+    const QString file = scratch.file("x", noise(50'000));
     const DebugCapture output;
     {
         const FailingClose disk;
         ZipArchive archive(zip, {}, limits);
-        archive.addFile(text("x"), file);
+        archive.addFile("x", file);
         QVERIFY(!archive.close());
     }
     QVERIFY(!QFileInfo::exists(zip));
-    QCOMPARE(output.lines(),
-             QStringList(text("zip not written: \"%1\" \"%2\"").arg(zip, qt_error_string(ENOSPC))));
+    QCOMPARE(
+        output.lines(),
+        QStringList(QString("zip not written: \"%1\" \"%2\"").arg(zip, qt_error_string(ENOSPC))));
 }
 
 QTEST_GUILESS_MAIN(ZipFaults)

@@ -172,7 +172,7 @@ void LineBlockReaderTest::distinguishesAFailedReadFromTheEnd()
 void LineBlockReaderTest::logsProblemsOnceAFile()
 {
     const int limit = int(LineBlockReader::blockBytes);
-    const QString path = QStringLiteral("a.log");
+    const QString path = "a.log";
     DebugCapture output;
     Trickle fitting(QByteArray(limit, 'x') + '\n', 100'000);
     LineBlockReader whole(fitting, std::size_t(limit));
@@ -190,11 +190,10 @@ void LineBlockReaderTest::logsProblemsOnceAFile()
     QVERIFY(blocks.hasTruncatedLines());
     blocks.logProblems(path);
     QCOMPARE(output.take(), QStringList());
-    const Diagnostics diagnostics(QStringLiteral("vantrel.findstr"));
+    const Diagnostics diagnostics("vantrel.findstr");
     blocks.logProblems(path);
     QCOMPARE(output.take(),
-             QStringList({QStringLiteral("read failed: a.log"),
-                          QStringLiteral("line longer than 262144 bytes truncated: a.log")}));
+             QStringList({"read failed: a.log", "line longer than 262144 bytes truncated: a.log"}));
 }
 
 void LineBlockReaderTest::isEmptyForAnEmptyText()

@@ -27,10 +27,9 @@ struct MainWindowFixture
     {
         resetHub();
         environment.homeFolder = home.path();
-        environment.client.iconPath =
-            home.file(QStringLiteral("Client/QZviewer.exe")) + QStringLiteral(",0");
-        environment.client.pathSeparators = QStringLiteral("\\/");
-        home.file(QStringLiteral("Client/SDKLOG_default.properties"), infoFile);
+        environment.client.iconPath = home.file("Client/QZviewer.exe") + ",0";
+        environment.client.pathSeparators = "\\/";
+        home.file("Client/SDKLOG_default.properties", infoFile);
         useLanguage("1");
     }
     ~MainWindowFixture() { ModalDialog::setRunner({}); }
@@ -40,14 +39,13 @@ struct MainWindowFixture
     /// Sets the language in the client's file: "1" is English.
     void useLanguage(const QByteArray &lang)
     {
-        home.file(QStringLiteral("AppData/Roaming/QZviewer/language.ini"),
-                  "[language]\nlang=" + lang + '\n');
+        home.file("AppData/Roaming/QZviewer/language.ini", "[language]\nlang=" + lang + '\n');
     }
 
     QString log(const QString &sourceAndName, const QByteArray &contents = "line\n",
                 const QDateTime &modified = QDateTime::currentDateTime())
     {
-        return home.file(QStringLiteral("QZSDK/") + sourceAndName, contents, modified);
+        return home.file("QZSDK/" + sourceAndName, contents, modified);
     }
 
     void open() { window = std::make_unique<Vantrel>(nullptr, environment); }

@@ -42,9 +42,9 @@ constexpr double enoughForText = 4.5;
 constexpr double enoughForShapes = 3.0;
 constexpr int scale = 4; // so that strokes reach their full colour
 
-const QColor windowColour(QStringLiteral("#F6F8FA"));
-const QColor titleBarColour(QStringLiteral("#1F2A37"));
-const QColor noticeColour(QStringLiteral("#383838")); // 78 % black over white
+const QColor windowColour("#F6F8FA");
+const QColor titleBarColour("#1F2A37");
+const QColor noticeColour("#383838"); // 78 % black over white
 
 double luminance(const QColor &colour)
 {
@@ -65,7 +65,7 @@ double contrast(const QColor &a, const QColor &b)
 const StyleSheetRules &rules()
 {
     static const StyleSheetRules read = [] {
-        QFile file(QStringLiteral("Skins/Default/Vantrel/style.qss"));
+        QFile file("Skins/Default/Vantrel/style.qss");
         if (!file.open(QIODevice::ReadOnly))
             qFatal("no skin here");
         return styleSheetRules(QString::fromUtf8(file.readAll()));
@@ -76,19 +76,18 @@ const StyleSheetRules &rules()
 /// Parses "#2563EB", "rgb(255,255,255)" and "1px solid #2563EB"; otherwise invalid.
 QColor parsed(const QString &value)
 {
-    static const QRegularExpression parts(
-        QStringLiteral("^rgb\\((\\d+),\\s*(\\d+),\\s*(\\d+)\\)$"));
+    static const QRegularExpression parts("^rgb\\((\\d+),\\s*(\\d+),\\s*(\\d+)\\)$");
     const QRegularExpressionMatch match = parts.match(value);
     if (match.hasMatch())
         return {match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toInt()};
-    const QColor colour(value.section(QLatin1Char(' '), -1));
+    const QColor colour(value.section(' ', -1));
     return colour.alpha() == 255 ? colour : QColor();
 }
 
 /// @p selector without its last state, such as ":focus"; unchanged if it has none.
 QString withoutLastState(const QString &selector)
 {
-    static const QRegularExpression state(QStringLiteral("(?<!:):\\w+$"));
+    static const QRegularExpression state("(?<!:):\\w+$");
     return QString(selector).remove(state);
 }
 
@@ -117,22 +116,21 @@ QColor colourOf(QString selector, const QString &property)
 /// The background of an element without its own.
 QColor behind(const QString &selector)
 {
-    if (selector.contains(QLatin1String("lbTitle")) ||
-        selector.startsWith(QLatin1String("CommonTitleBar")))
+    if (selector.contains("lbTitle") || selector.startsWith("CommonTitleBar"))
         return titleBarColour;
-    return selector.startsWith(QLatin1String("ExportInfoDlg")) ? noticeColour : windowColour;
+    return selector.startsWith("ExportInfoDlg") ? noticeColour : windowColour;
 }
 
 QColor backgroundOf(const QString &selector)
 {
-    const QColor own = colourOf(selector, QStringLiteral("background-color"));
+    const QColor own = colourOf(selector, "background-color");
     return own.isValid() ? own : behind(selector);
 }
 
 /// Disabled elements are exempt. The notice's colours are fixed; its link is underlined and large.
 bool isExempt(const QString &selector)
 {
-    return selector.contains(QLatin1String(":disabled"));
+    return selector.contains(":disabled");
 }
 
 void addRows(const QString &property, const QString &part)
@@ -146,10 +144,7 @@ void addRows(const QString &property, const QString &part)
 
 QByteArray report(const QColor &a, const QColor &b)
 {
-    return QStringLiteral("%1 on %2: %3")
-        .arg(a.name(), b.name())
-        .arg(contrast(a, b), 0, 'f', 2)
-        .toUtf8();
+    return QString("%1 on %2: %3").arg(a.name(), b.name()).arg(contrast(a, b), 0, 'f', 2).toUtf8();
 }
 
 QImage drawn(QWidget &widget)
@@ -215,8 +210,7 @@ int checkTexts(QWidget &window)
         const QPoint corner = widget->mapTo(&window, textArea(*widget).topLeft());
         const auto [ground, text] =
             groundAndText(picture.copy(QRect(corner * scale, textArea(*widget).size() * scale)));
-        const double enough =
-            widget->objectName() == QLatin1String("btnView") ? enoughForShapes : enoughForText;
+        const double enough = widget->objectName() == "btnView" ? enoughForShapes : enoughForText;
         if (contrast(ground, text) < enough)
             qWarning() << widget->objectName() << textOf(*widget) << report(text, ground);
         else
@@ -238,53 +232,50 @@ void Contrast::isComputedAsTheGuidelinesSay()
 
 void Contrast::isEnoughForEveryTextColourOfTheSheet_data()
 {
-    addRows(QStringLiteral("color"), QString());
+    addRows("color", QString());
 }
 
 void Contrast::isEnoughForEveryTextColourOfTheSheet()
 {
     QFETCH(QString, selector);
-    const QColor text = colourOf(selector, QStringLiteral("color"));
+    const QColor text = colourOf(selector, "color");
     QVERIFY2(text.isValid(), qPrintable(selector));
-    const double enough =
-        selector.contains(QLatin1String("btnView")) ? enoughForShapes : enoughForText;
+    const double enough = selector.contains("btnView") ? enoughForShapes : enoughForText;
     // Also on the background of each of its states.
     for (auto rule = rules().cbegin(); rule != rules().cend(); ++rule) {
         if (isExempt(rule.key()) || atRest(rule.key()) != atRest(selector))
             continue;
         const QColor ground = backgroundOf(rule.key());
-        const QColor shown = rule->contains(QStringLiteral("color"))
-                                 ? colourOf(rule.key(), QStringLiteral("color"))
-                                 : text;
+        const QColor shown = rule->contains("color") ? colourOf(rule.key(), "color") : text;
         QVERIFY2(contrast(shown, ground) >= enough, report(shown, ground));
     }
-    const QColor chosen = colourOf(selector, QStringLiteral("selection-background-color"));
+    const QColor chosen = colourOf(selector, "selection-background-color");
     if (chosen.isValid()) {
-        const QColor chosenText = colourOf(selector, QStringLiteral("selection-color"));
+        const QColor chosenText = colourOf(selector, "selection-color");
         QVERIFY2(contrast(chosenText, chosen) >= enough, report(chosenText, chosen));
     }
 }
 
 void Contrast::isEnoughForEveryFocusRing_data()
 {
-    addRows(QStringLiteral("border"), QStringLiteral(":focus"));
+    addRows("border", ":focus");
 }
 
 void Contrast::isEnoughForEveryOutlineOfAFocus_data()
 {
-    addRows(QStringLiteral("outline"), QStringLiteral(":focus"));
+    addRows("outline", ":focus");
 }
 
 void Contrast::isEnoughForEveryOutlineOfAFocus()
 {
     QFETCH(QString, selector);
-    if (rules()[selector][QStringLiteral("outline")] == QLatin1String("none")) {
+    if (rules()[selector]["outline"] == "none") {
         // A border shows the focus instead, for radio buttons around the indicator.
-        QVERIFY(colourOf(selector, QStringLiteral("border")).isValid() ||
-                rules().contains(QStringLiteral("QRadioButton::indicator:focus")));
+        QVERIFY(colourOf(selector, "border").isValid() ||
+                rules().contains("QRadioButton::indicator:focus"));
         return;
     }
-    const QColor outline = colourOf(selector, QStringLiteral("outline"));
+    const QColor outline = colourOf(selector, "outline");
     QVERIFY(outline.isValid());
     QVERIFY2(contrast(outline, behind(selector)) >= enoughForShapes,
              report(outline, behind(selector)));
@@ -292,15 +283,14 @@ void Contrast::isEnoughForEveryOutlineOfAFocus()
 
 void Contrast::isEnoughForEveryLineAroundTheChosenItem_data()
 {
-    addRows(QStringLiteral("background-color"), QStringLiteral("::item:selected"));
+    addRows("background-color", "::item:selected");
 }
 
 void Contrast::isEnoughForEveryLineAroundTheChosenItem()
 {
     QFETCH(QString, selector);
-    const bool isRow = selector.startsWith(QLatin1String("QTableWidget"));
-    const QColor line =
-        colourOf(selector, isRow ? QStringLiteral("border-bottom") : QStringLiteral("border"));
+    const bool isRow = selector.startsWith("QTableWidget");
+    const QColor line = colourOf(selector, isRow ? "border-bottom" : "border");
     QVERIFY(line.isValid());
     for (const QColor &beside : {backgroundOf(selector), QColor(Qt::white), windowColour})
         QVERIFY2(contrast(line, beside) >= enoughForShapes, report(line, beside));
@@ -309,11 +299,11 @@ void Contrast::isEnoughForEveryLineAroundTheChosenItem()
 void Contrast::isEnoughForEveryFocusRing()
 {
     QFETCH(QString, selector);
-    if (rules()[selector][QStringLiteral("border")] == QLatin1String("none")) {
-        QVERIFY(colourOf(selector, QStringLiteral("outline")).isValid());
+    if (rules()[selector]["border"] == "none") {
+        QVERIFY(colourOf(selector, "outline").isValid());
         return;
     }
-    const QColor ring = colourOf(selector, QStringLiteral("border"));
+    const QColor ring = colourOf(selector, "border");
     QVERIFY2(ring.isValid(), qPrintable(selector));
     for (const QColor &beside : {backgroundOf(selector), behind(selector)})
         QVERIFY2(contrast(ring, beside) >= enoughForShapes, report(ring, beside));
@@ -331,7 +321,7 @@ void Contrast::isEnoughForEveryOutline_data()
 void Contrast::isEnoughForEveryOutline()
 {
     QFETCH(QString, selector);
-    const QColor outline = colourOf(selector, QStringLiteral("border"));
+    const QColor outline = colourOf(selector, "border");
     QVERIFY(outline.isValid());
     for (const QColor &beside : {backgroundOf(selector), behind(selector)})
         QVERIFY2(contrast(outline, beside) >= enoughForShapes, report(outline, beside));
@@ -349,14 +339,14 @@ void Contrast::isEnoughForTextAsItIsDrawn()
     QFETCH(QByteArray, language);
     MainWindowFixture f;
     f.useLanguage(language);
-    f.log(QStringLiteral("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
     const int warnings = f.output.lines().size();
     auto *notice = f.find<ExportInfoDlg>("ExportInfoDlg");
     notice->setMode(1);
     CWaitDialog wait(nullptr);
-    wait.setTitle(QStringLiteral("Export"));
-    CommonMessageBox question(QStringLiteral("Really?"), QMessageBox::Yes | QMessageBox::No);
+    wait.setTitle("Export");
+    CommonMessageBox question("Really?", QMessageBox::Yes | QMessageBox::No);
 
     // Title, three labels, log source, six check boxes, path, button.
     QCOMPARE(checkTexts(*f.window), 13);
@@ -365,8 +355,7 @@ void Contrast::isEnoughForTextAsItIsDrawn()
     QCOMPARE(checkTexts(wait), 2);
     QCOMPARE(checkTexts(question), 4);
     QCOMPARE(checkTexts(*notice), 2);
-    QVERIFY2(f.output.lines().size() == warnings,
-             qPrintable(f.output.lines().join(QLatin1Char('\n'))));
+    QVERIFY2(f.output.lines().size() == warnings, qPrintable(f.output.lines().join('\n')));
 }
 
 QTEST_MAIN(Contrast)

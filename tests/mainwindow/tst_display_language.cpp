@@ -1,6 +1,5 @@
 #include "DisplayLanguage.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 
 #include <QFileInfo>
 #include <QtTest>
@@ -25,24 +24,24 @@ private slots:
 
 namespace {
 
-const QString backslash = QStringLiteral("\\");
-const QString both = QStringLiteral("\\/");
+const QString backslash = "\\";
+const QString both = "\\/";
 
 /// A path with an executable name of @p length letters.
 QString longPath(int length)
 {
-    return text("D:\\Dir\\") + QString(length, QLatin1Char('n')) + text(".exe,0");
+    return "D:\\Dir\\" + QString(length, 'n') + ".exe,0";
 }
 
 /// The language file of client @p name, relative to the home folder.
-QString languageFile(const QString &name = text("QZviewer"))
+QString languageFile(const QString &name = QString("QZviewer"))
 {
-    return text("AppData/Roaming/") + name + text("/language.ini");
+    return "AppData/Roaming/" + name + "/language.ini";
 }
 
 /// A user with @p home whose client has registered @p icon.
 UserEnvironment user(const ScratchFolder &home,
-                     const QString &icon = text("D:\\Dir\\QZviewer.exe,0"))
+                     const QString &icon = QString("D:\\Dir\\QZviewer.exe,0"))
 {
     return {home.path(), {icon, backslash}};
 }
@@ -61,33 +60,32 @@ void DisplayLanguageTest::takesTheClientsNameFromItsIcon_data()
                         const QString &separators = backslash) {
         QTest::newRow(title) << icon << separators << name;
     };
-    const QString viewer = text("QZviewer");
-    row("with an icon number", text("D:\\Dir\\QZviewer.exe,0"), viewer);
-    row("without one", text("D:\\Dir\\QZviewer.exe"), viewer);
-    row("in quotes", text("\"D:\\Dir\\QZviewer.exe\",0"), viewer);
-    row("name with blanks and dots", text("D:\\Dir\\QZ viewer 2.1.exe,0"), text("QZ viewer 2.1"));
-    row("name beyond ASCII", text("D:\\目录\\相机客户端.exe,0"), text("相机客户端"));
-    row("last ending counts", text("D:\\a.exe\\b.exe.exe,0"), text("b.exe"));
-    row("folder named like a program", text("D:\\a.exe\\QZviewer.exe,0"), viewer);
+    const QString viewer = "QZviewer";
+    row("with an icon number", "D:\\Dir\\QZviewer.exe,0", viewer);
+    row("without one", "D:\\Dir\\QZviewer.exe", viewer);
+    row("in quotes", "\"D:\\Dir\\QZviewer.exe\",0", viewer);
+    row("name with blanks and dots", "D:\\Dir\\QZ viewer 2.1.exe,0", "QZ viewer 2.1");
+    row("name beyond ASCII", "D:\\目录\\相机客户端.exe,0", "相机客户端");
+    row("last ending counts", "D:\\a.exe\\b.exe.exe,0", "b.exe");
+    row("folder named like a program", "D:\\a.exe\\QZviewer.exe,0", viewer);
     row("empty", {}, {});
-    row("no ending", text("D:\\Dir\\QZviewer.ico,0"), {});
-    row("no dot", text("D:\\Dir\\QZviewerexe"), {});
-    row("ending in capitals", text("D:\\Dir\\QZviewer.EXE,0"), {});
-    row("no separator", text("QZviewer.exe,0"), {});
-    row("separator behind the ending", text("D:\\QZviewer.exe\\icon"), {});
-    row("separator in the icon's number", text("QZviewer.exe,\\0"), {});
-    row("nothing between the two", text("D:\\Dir\\.exe,0"), {});
-    row("slash alone does not separate", text("D:/Dir/QZviewer.exe,0"), {});
-    row("slash is part of the name there", text("D:\\Dir/QZviewer.exe,0"), text("Dir/QZviewer"));
-    row("slash where it separates", text("/opt/qz/QZviewer.exe,0"), viewer, both);
-    row("backslash there too", text("D:\\Dir\\QZviewer.exe,0"), viewer, both);
-    row("the last of either kind", text("D:\\Dir/QZviewer.exe,0"), viewer, both);
-    row("259 bytes", longPath(259), QString(259, QLatin1Char('n')));
+    row("no ending", "D:\\Dir\\QZviewer.ico,0", {});
+    row("no dot", "D:\\Dir\\QZviewerexe", {});
+    row("ending in capitals", "D:\\Dir\\QZviewer.EXE,0", {});
+    row("no separator", "QZviewer.exe,0", {});
+    row("separator behind the ending", "D:\\QZviewer.exe\\icon", {});
+    row("separator in the icon's number", "QZviewer.exe,\\0", {});
+    row("nothing between the two", "D:\\Dir\\.exe,0", {});
+    row("slash alone does not separate", "D:/Dir/QZviewer.exe,0", {});
+    row("slash is part of the name there", "D:\\Dir/QZviewer.exe,0", "Dir/QZviewer");
+    row("slash where it separates", "/opt/qz/QZviewer.exe,0", viewer, both);
+    row("backslash there too", "D:\\Dir\\QZviewer.exe,0", viewer, both);
+    row("the last of either kind", "D:\\Dir/QZviewer.exe,0", viewer, both);
+    row("259 bytes", longPath(259), QString(259, 'n'));
     row("260 bytes", longPath(260), {});
-    row("259 bytes of three a letter", text("D:\\") + QString(86, QChar(0x76f8)) + text("n.exe"),
-        QString(86, QChar(0x76f8)) + text("n"));
-    row("261 bytes of three a letter", text("D:\\") + QString(87, QChar(0x76f8)) + text(".exe"),
-        {});
+    row("259 bytes of three a letter", "D:\\" + QString(86, QChar(0x76f8)) + "n.exe",
+        QString(86, QChar(0x76f8)) + "n");
+    row("261 bytes of three a letter", "D:\\" + QString(87, QChar(0x76f8)) + ".exe", {});
 }
 
 void DisplayLanguageTest::takesTheClientsNameFromItsIcon()
@@ -101,9 +99,9 @@ void DisplayLanguageTest::speaksEnglishWithoutAUsableClient_data()
 {
     QTest::addColumn<QString>("icon");
     QTest::newRow("none registered") << QString();
-    QTest::newRow("no ending") << text("D:\\Dir\\QZviewer.ico");
-    QTest::newRow("no separator") << text("QZviewer.exe,0");
-    QTest::newRow("nothing between the two") << text("D:\\Dir\\.exe,0");
+    QTest::newRow("no ending") << "D:\\Dir\\QZviewer.ico";
+    QTest::newRow("no separator") << "QZviewer.exe,0";
+    QTest::newRow("nothing between the two") << "D:\\Dir\\.exe,0";
     QTest::newRow("name too long") << longPath(260);
 }
 
@@ -112,7 +110,7 @@ void DisplayLanguageTest::speaksEnglishWithoutAUsableClient()
     QFETCH(QString, icon);
     ScratchFolder home;
     home.file(languageFile(), "[language]\nlang=0\n");
-    home.file(text("AppData/Roaming/language.ini"), "[language]\nlang=0\n");
+    home.file("AppData/Roaming/language.ini", "[language]\nlang=0\n");
     QCOMPARE(chooseLanguage(user(home, icon)), DisplayLanguage::English);
 }
 
@@ -165,24 +163,23 @@ void DisplayLanguageTest::speaksChineseWithoutTheFile()
 void DisplayLanguageTest::readsTheFileOfTheNamedClientOnly()
 {
     ScratchFolder home;
-    home.file(languageFile(text("Other")), "[language]\nlang=1\n");
+    home.file(languageFile("Other"), "[language]\nlang=1\n");
     QCOMPARE(chooseLanguage(user(home)), DisplayLanguage::Chinese);
-    QCOMPARE(chooseLanguage(user(home, text("D:\\Other.exe"))), DisplayLanguage::English);
+    QCOMPARE(chooseLanguage(user(home, "D:\\Other.exe")), DisplayLanguage::English);
 }
 
 void DisplayLanguageTest::readsTheFileOfAClientWithANameBeyondAscii()
 {
     ScratchFolder home;
-    home.file(languageFile(text("相机客户端")), "[language]\nlang=1\n");
-    QCOMPARE(chooseLanguage(user(home, text("D:\\目录\\相机客户端.exe,0"))),
-             DisplayLanguage::English);
+    home.file(languageFile("相机客户端"), "[language]\nlang=1\n");
+    QCOMPARE(chooseLanguage(user(home, "D:\\目录\\相机客户端.exe,0")), DisplayLanguage::English);
 }
 
 void DisplayLanguageTest::writesNothing()
 {
     ScratchFolder home;
     (void)chooseLanguage(user(home));
-    QVERIFY(!QFileInfo::exists(home.path(text("AppData"))));
+    QVERIFY(!QFileInfo::exists(home.path("AppData")));
     home.file(languageFile(), "[language]\nlang=1\nother=x\n");
     (void)chooseLanguage(user(home));
     QCOMPARE(home.read(languageFile()), QByteArray("[language]\nlang=1\nother=x\n"));

@@ -5,7 +5,6 @@
 #include "MainWindowFixture.h"
 #include "Noise.h"
 #include "OpenedUrls.h"
-#include "Text.h"
 #include "ZipTools.h"
 
 #include <QAction>
@@ -67,11 +66,11 @@ class SlowJournal
 {
 public:
     explicit SlowJournal(ScratchFolder &home)
-        : go(home.path(text("go")))
+        : go(home.path("go"))
     {
         const QString program =
-            home.file(text("bin/journalctl"), "#!/bin/sh\nuntil [ -e '" + QFile::encodeName(go) +
-                                                  "' ]; do sleep 0.01; done\necho event\n");
+            home.file("bin/journalctl", "#!/bin/sh\nuntil [ -e '" + QFile::encodeName(go) +
+                                            "' ]; do sleep 0.01; done\necho event\n");
         QFile::setPermissions(program, Everybody::mayReadAndEnter);
         qputenv("PATH", QFile::encodeName(QFileInfo(program).path()) + ':' + path);
     }
@@ -97,7 +96,7 @@ ExportInfoDlg *notice(const MainWindowFixture &f)
 
 QString noticeText(const MainWindowFixture &f)
 {
-    return notice(f)->findChild<QLabel *>(text("label_text"))->text();
+    return notice(f)->findChild<QLabel *>("label_text")->text();
 }
 
 } // namespace
@@ -106,42 +105,42 @@ void ExportFlow::exportsTheCheckedRowsIntoTheZip()
 {
     MainWindowFixture f;
     const QDateTime now = QDateTime::currentDateTime();
-    f.log(text("QZviewer/a.log"), "a\n", now);
-    f.log(text("QZviewer/b.log"), "b\n", now.addSecs(-1));
-    f.log(text("QZviewer/c.log"), "c\n", now.addSecs(-2));
-    f.log(text("QZviewer/gentl_cxp_log/g.txt"), "g\n");
+    f.log("QZviewer/a.log", "a\n", now);
+    f.log("QZviewer/b.log", "b\n", now.addSecs(-1));
+    f.log("QZviewer/c.log", "c\n", now.addSecs(-2));
+    f.log("QZviewer/gentl_cxp_log/g.txt", "g\n");
     f.open();
     f.window->show();
     f.box(1)->click();
     pressExport(f);
-    QCOMPARE(verifiedZipContents(f.home.path(text("QZSDK/UserLogInfo.zip"))),
-             (QMap<QString, QByteArray>{{text("SDKLOG/a.log"), "a\n"},
-                                        {text("SDKLOG/c.log"), "c\n"},
-                                        {text("SDKLOG/gentl_cxp_log/g.txt"), "g\n"}}));
-    QVERIFY(!QFileInfo::exists(f.home.path(text("QZSDK/LogInfo"))));
+    QCOMPARE(verifiedZipContents(f.home.path("QZSDK/UserLogInfo.zip")),
+             (QMap<QString, QByteArray>{{"SDKLOG/a.log", "a\n"},
+                                        {"SDKLOG/c.log", "c\n"},
+                                        {"SDKLOG/gentl_cxp_log/g.txt", "g\n"}}));
+    QVERIFY(!QFileInfo::exists(f.home.path("QZSDK/LogInfo")));
 }
 
 void ExportFlow::waitsAndThenNotifiesEvenWithNothingTicked()
 {
     MainWindowFixture f;
-    f.home.folder(text("QZSDK/QZviewer"));
+    f.home.folder("QZSDK/QZviewer");
     f.open();
     f.window->show();
     f.find<QCheckBox>("checkBoxSDKLog")->click();
     const Waiting seen = pressExport(f);
     QVERIFY(seen.shown);
-    QCOMPARE(seen.title, text("Export"));
-    QCOMPARE(seen.message, text("Exporting information..."));
+    QCOMPARE(seen.title, "Export");
+    QCOMPARE(seen.message, "Exporting information...");
     QVERIFY(!MainWindowFixture::waitDialog().isVisible());
     QVERIFY(notice(f)->isVisible());
-    QCOMPARE(noticeText(f), text("Export info finished !"));
+    QCOMPARE(noticeText(f), "Export info finished !");
     QVERIFY(QFileInfo::exists(hub().exportPath));
 }
 
 void ExportFlow::doesNothingForAnEmptyExportPath()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
     f.window->show();
     hub().clientDump = true;
@@ -150,10 +149,10 @@ void ExportFlow::doesNothingForAnEmptyExportPath()
     f.find<QPushButton>("btnExport")->click();
     QCOMPARE(asked.count(), 0);
     // If it were queued, it would precede this one and leave the client dumps for its zip.
-    hub().exportPath = f.home.path(text("second.zip"));
+    hub().exportPath = f.home.path("second.zip");
     f.find<QAction>("actionExportAll")->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
-    QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList(text("SDKLOG/a.log")));
+    QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList("SDKLOG/a.log"));
 }
 
 void ExportFlow::closesTheWaitDialogWithoutANoticeForAnEmptyExportPath()
@@ -175,8 +174,8 @@ void ExportFlow::closesTheWaitDialogWithoutANoticeForAnEmptyExportPath()
 void ExportFlow::exportsAllListedLogsByTheMenuWithoutAWaitDialog()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.log(text("QZviewer/b.log"));
+    f.log("QZviewer/a.log");
+    f.log("QZviewer/b.log");
     f.open();
     f.window->show();
     hub().clientDump = true; // ignored by the menu's exports
@@ -187,9 +186,9 @@ void ExportFlow::exportsAllListedLogsByTheMenuWithoutAWaitDialog()
     QCOMPARE(asked.count(), 0);
     QVERIFY(!MainWindowFixture::waitDialog().isVisible());
     QStringList names = verifiedZipContents(hub().exportPath).keys();
-    QCOMPARE(names, QStringList({text("SDKLOG/a.log"), text("SDKLOG/b.log")}));
+    QCOMPARE(names, QStringList({"SDKLOG/a.log", "SDKLOG/b.log"}));
     // The same text as for the button.
-    QCOMPARE(noticeText(f), text("Export info finished !"));
+    QCOMPARE(noticeText(f), "Export info finished !");
 }
 
 void ExportFlow::exportsNoMoreThanTheFiftyListedLogs()
@@ -197,22 +196,22 @@ void ExportFlow::exportsNoMoreThanTheFiftyListedLogs()
     MainWindowFixture f;
     const QDateTime now = QDateTime::currentDateTime();
     for (int i = 0; i < 60; ++i)
-        f.log(text("QZviewer/%1.log").arg(i), "x", now.addSecs(-i));
+        f.log(QString("QZviewer/%1.log").arg(i), "x", now.addSecs(-i));
     f.open();
     f.find<QAction>("actionExportAll")->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(!notice(f)->isHidden(), patience);
     const QStringList names = verifiedZipContents(hub().exportPath).keys();
     QCOMPARE(names.size(), 50);
-    QVERIFY(names.contains(text("SDKLOG/49.log")));
-    QVERIFY(!names.contains(text("SDKLOG/50.log")));
+    QVERIFY(names.contains("SDKLOG/49.log"));
+    QVERIFY(!names.contains("SDKLOG/50.log"));
 }
 
 void ExportFlow::exportsTheCheckedLogsByTheMenu()
 {
     MainWindowFixture f;
     const QDateTime now = QDateTime::currentDateTime();
-    f.log(text("QZviewer/a.log"), "a", now);
-    f.log(text("QZviewer/b.log"), "b", now.addSecs(-1));
+    f.log("QZviewer/a.log", "a", now);
+    f.log("QZviewer/b.log", "b", now.addSecs(-1));
     f.open();
     f.window->show();
     QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
@@ -222,46 +221,46 @@ void ExportFlow::exportsTheCheckedLogsByTheMenu()
         f.table()->visualItemRect(f.table()->item(0, 1)).center());
     f.find<QAction>("actionExportSelected")->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
-    QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList(text("SDKLOG/b.log")));
+    QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList("SDKLOG/b.log"));
 }
 
 void ExportFlow::exportsNoSelectionBeforeAnItemWasClicked()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
     f.find<QAction>("actionExportSelected")->trigger();
     // If it were queued, it would precede this one and write its own zip.
-    hub().exportPath = f.home.path(text("second.zip"));
+    hub().exportPath = f.home.path("second.zip");
     f.find<QAction>("actionExportAll")->trigger();
-    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(f.home.path(text("second.zip"))), patience);
-    QVERIFY(!QFileInfo::exists(f.home.path(text("QZSDK/UserLogInfo.zip"))));
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(f.home.path("second.zip")), patience);
+    QVERIFY(!QFileInfo::exists(f.home.path("QZSDK/UserLogInfo.zip")));
 }
 
 void ExportFlow::exportsTheSelectionAfterADoubleClick()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
     f.window->show();
     emit f.table()->itemDoubleClicked(f.table()->item(0, 1));
     f.find<QAction>("actionExportSelected")->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
-    QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList(text("SDKLOG/a.log")));
+    QCOMPARE(verifiedZipContents(hub().exportPath).keys(), QStringList("SDKLOG/a.log"));
 }
 
 void ExportFlow::opensTheZipsFolderFromTheNotice()
 {
     MainWindowFixture f;
     f.open();
-    hub().exportPath = f.home.path(text("zips/a.zip"));
+    hub().exportPath = f.home.path("zips/a.zip");
     f.call("onCloseWaitDlg");
-    QVERIFY(!QFileInfo::exists(f.home.path(text("zips"))));
+    QVERIFY(!QFileInfo::exists(f.home.path("zips")));
     OpenedUrls spy;
     QVERIFY(QMetaObject::invokeMethod(notice(f), "on_btnView_clicked"));
     QCOMPARE(spy.opened.size(), 1);
-    QCOMPARE(QDir::cleanPath(spy.opened.constFirst().toLocalFile()), f.home.path(text("zips")));
-    QVERIFY(QFileInfo::exists(f.home.path(text("zips"))));
+    QCOMPARE(QDir::cleanPath(spy.opened.constFirst().toLocalFile()), f.home.path("zips"));
+    QVERIFY(QFileInfo::exists(f.home.path("zips")));
 }
 
 void ExportFlow::centresTheNoticeBelowTheUpperEdge()
@@ -279,7 +278,7 @@ void ExportFlow::showsTheProgressOfALongExport()
     if (onWindows())
         QSKIP("its event log is no program that could be made slow");
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"), noise(1 << 20));
+    f.log("QZviewer/a.log", noise(1 << 20));
     const SlowJournal journal(f.home);
     f.open();
     f.window->show();
@@ -294,7 +293,7 @@ void ExportFlow::showsTheProgressOfALongExport()
     QVERIFY(seen);
     QVERIFY(bar.value() > 0); // at least the log is copied
     QVERIFY(bar.value() < bar.maximum());
-    QVERIFY(verifiedZipContents(hub().exportPath).contains(text("SystemEvents.evtx")));
+    QVERIFY(verifiedZipContents(hub().exportPath).contains("SystemEvents.evtx"));
 }
 
 void ExportFlow::staysWaitingWhenTheRequestWasDropped()
@@ -304,7 +303,7 @@ void ExportFlow::staysWaitingWhenTheRequestWasDropped()
     f.window->show();
     QTimer watch;
     connect(&watch, &QTimer::timeout, f.window.get(), [&f] {
-        if (!f.output.contains(text("mkdir failed")))
+        if (!f.output.contains("mkdir failed"))
             return;
         QCoreApplication::processEvents();
         CWaitDialog &dialog = MainWindowFixture::waitDialog();
@@ -320,7 +319,7 @@ void ExportFlow::waitsForAnExportWhenTheWindowIsDestroyed()
 {
     MainWindowFixture f;
     const QByteArray log = noise(8 << 20); // incompressible data takes the longest to pack
-    f.log(text("QZviewer/a.log"), log);
+    f.log("QZviewer/a.log", log);
     f.open();
     // On a busy machine an export may finish before it is noticed; then another one follows.
     auto *all = f.find<QAction>("actionExportAll");
@@ -331,21 +330,21 @@ void ExportFlow::waitsForAnExportWhenTheWindowIsDestroyed()
                 notice(f)->hide();
                 all->trigger();
             }
-            return QFileInfo::exists(f.home.path(text("QZSDK/LogInfo")));
+            return QFileInfo::exists(f.home.path("QZSDK/LogInfo"));
         },
         60000));
     f.window.reset();
-    const auto contents = verifiedZipContents(f.home.path(text("QZSDK/UserLogInfo.zip")));
-    QVERIFY(contents.value(text("SDKLOG/a.log")) == log);
-    QVERIFY(!QFileInfo::exists(f.home.path(text("QZSDK/LogInfo"))));
+    const auto contents = verifiedZipContents(f.home.path("QZSDK/UserLogInfo.zip"));
+    QVERIFY(contents.value("SDKLOG/a.log") == log);
+    QVERIFY(!QFileInfo::exists(f.home.path("QZSDK/LogInfo")));
 }
 
 void ExportFlow::survivesChangesOfTheSourceDuringAnExport()
 {
     MainWindowFixture f;
     for (int i = 0; i < 50; ++i) {
-        f.log(text("QZviewer/%1.log").arg(i), QByteArray(10000, 'x'));
-        f.log(text("other/%1.log").arg(i));
+        f.log(QString("QZviewer/%1.log").arg(i), QByteArray(10000, 'x'));
+        f.log(QString("other/%1.log").arg(i));
     }
     f.open();
     f.window->show();
@@ -353,7 +352,7 @@ void ExportFlow::survivesChangesOfTheSourceDuringAnExport()
     const EventCount shows(*notice(f), QEvent::Show); // it may be hidden again soon
     f.find<QAction>("actionExportAll")->trigger();
     for (int i = 0; i < 20; ++i) {
-        combo->setCurrentText(i % 2 == 0 ? text("other") : text("QZviewer"));
+        combo->setCurrentText(i % 2 == 0 ? "other" : "QZviewer");
         QCoreApplication::processEvents();
     }
     QTRY_VERIFY_WITH_TIMEOUT(shows.count > 0, patience);

@@ -1,5 +1,4 @@
 #include "MainWindowFixture.h"
-#include "Text.h"
 
 #include <QFileDialog>
 #include <QLineEdit>
@@ -61,7 +60,7 @@ void ExportPanel::startsWithTheDefaultsWhateverThePreviousRunChose()
                                     "checkBoxSystemDump", "checkBoxClientDump"};
     for (const char *name : boxes)
         f.find<QCheckBox>(name)->click();
-    hub().exportPath = text("/elsewhere/else.zip");
+    hub().exportPath = "/elsewhere/else.zip";
     f.window.reset();
 
     // Like a new process: the same home folder, a new hub.
@@ -70,14 +69,14 @@ void ExportPanel::startsWithTheDefaultsWhateverThePreviousRunChose()
     for (const char *name : boxes)
         QCOMPARE(f.find<QCheckBox>(name)->isChecked(), name == boxes.first());
     QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), hub().exportPath);
-    QCOMPARE(hub().exportPath, f.home.path(text("QZSDK/UserLogInfo.zip")));
+    QCOMPARE(hub().exportPath, f.home.path("QZSDK/UserLogInfo.zip"));
 }
 
 void ExportPanel::setsEveryRowBySdkLog()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.log(text("QZviewer/b.log"));
+    f.log("QZviewer/a.log");
+    f.log("QZviewer/b.log");
     f.open();
     auto *sdkLog = f.find<QCheckBox>("checkBoxSDKLog");
     sdkLog->click();
@@ -97,8 +96,8 @@ void ExportPanel::proposesUserLogInfoInTheWorkingDirectoryFirst()
         [&] {
             QVERIFY(files != nullptr);
             QCOMPARE(files->parentWidget(), nullptr);
-            QCOMPARE(files->windowTitle(), text("Save ZIP File"));
-            QCOMPARE(files->nameFilters(), QStringList(text("*.zip")));
+            QCOMPARE(files->windowTitle(), "Save ZIP File");
+            QCOMPARE(files->nameFilters(), QStringList("*.zip"));
             QCOMPARE(files->acceptMode(), QFileDialog::AcceptSave);
             QCOMPARE(files->viewMode(), QFileDialog::List);
             // Qt adds the title and the system menu that come with a close button.
@@ -106,7 +105,7 @@ void ExportPanel::proposesUserLogInfoInTheWorkingDirectoryFirst()
                      int(Qt::Dialog | Qt::WindowCloseButtonHint | Qt::WindowTitleHint |
                          Qt::WindowSystemMenuHint));
             QCOMPARE(files->directory().absolutePath(), QDir::currentPath());
-            QCOMPARE(part<QLineEdit>(*files, "fileNameEdit").text(), text("UserLogInfo"));
+            QCOMPARE(part<QLineEdit>(*files, "fileNameEdit").text(), "UserLogInfo");
         }();
         return int(QDialog::Rejected);
     });
@@ -120,7 +119,7 @@ void ExportPanel::keepsThePathWhenTheSaveDialogIsCancelled()
     f.open();
     const QString before = hub().exportPath;
     ModalDialog::setRunner([&f](QDialog &dialog) {
-        qobject_cast<QFileDialog *>(&dialog)->selectFile(f.home.path(text("not this.zip")));
+        qobject_cast<QFileDialog *>(&dialog)->selectFile(f.home.path("not this.zip"));
         return int(QDialog::Rejected);
     });
     f.find<QPushButton>("btnSetExportPath")->click();
@@ -146,7 +145,7 @@ void ExportPanel::takesThePathThatWasChosen()
 {
     MainWindowFixture f;
     f.open();
-    const QString chosen = f.home.path(text("mine.zip"));
+    const QString chosen = f.home.path("mine.zip");
     ModalDialog::setRunner([&chosen](QDialog &dialog) {
         qobject_cast<QFileDialog *>(&dialog)->selectFile(chosen);
         return int(QDialog::Accepted);
@@ -160,10 +159,13 @@ void ExportPanel::endsTheNameInZipUnlessItHasAnEnding_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("file");
-    QTest::newRow("as proposed") << QString() << text("UserLogInfo.zip");
-    QTest::newRow("without an ending") << text("camera 7") << text("camera 7.zip");
-    QTest::newRow("with the ending") << text("mine.zip") << text("mine.zip");
-    QTest::newRow("with another ending") << text("mine.backup") << text("mine.backup");
+    QTest::newRow("as proposed") << QString() << "UserLogInfo.zip";
+    QTest::newRow("without an ending") << "camera 7"
+                                       << "camera 7.zip";
+    QTest::newRow("with the ending") << "mine.zip"
+                                     << "mine.zip";
+    QTest::newRow("with another ending") << "mine.backup"
+                                         << "mine.backup";
 }
 
 void ExportPanel::endsTheNameInZipUnlessItHasAnEnding()
@@ -187,7 +189,7 @@ void ExportPanel::opensTheSaveDialogWhereTheLastOneEnded()
 {
     MainWindowFixture f;
     f.open();
-    const QString chosen = f.home.folder(text("deep/er")) + text("/mine.zip");
+    const QString chosen = f.home.folder("deep/er") + "/mine.zip";
     QStringList proposals;
     ModalDialog::setRunner([&](QDialog &dialog) {
         auto *files = qobject_cast<QFileDialog *>(&dialog);
@@ -196,7 +198,7 @@ void ExportPanel::opensTheSaveDialogWhereTheLastOneEnded()
         return int(QDialog::Accepted);
     });
     f.find<QPushButton>("btnSetExportPath")->click();
-    hub().exportPath = text("changed meanwhile");
+    hub().exportPath = "changed meanwhile";
     f.find<QPushButton>("btnSetExportPath")->click();
     QCOMPARE(proposals.at(1), chosen);
     // The same file again: the field is unchanged and stored again.

@@ -36,7 +36,7 @@ private slots:
 
 namespace {
 
-const QString longName = QStringLiteral("a_camera_client_with_a_name_that_nobody_would_give_to_it");
+const QString longName = "a_camera_client_with_a_name_that_nobody_would_give_to_it";
 
 void addLanguages()
 {
@@ -75,7 +75,7 @@ QStringList cutTexts(QWidget &window)
             widget->inherits("QCheckBox") || widget->inherits("QRadioButton") ? 20 : 0;
         if (widget->width() < widget->fontMetrics().horizontalAdvance(text) + frame ||
             widget->height() < widget->fontMetrics().tightBoundingRect(text).height())
-            cut.append(widget->objectName() + QLatin1Char(' ') + text);
+            cut.append(widget->objectName() + ' ' + text);
     }
     window.hide();
     return cut;
@@ -98,9 +98,9 @@ void Look::cutsNoText()
     QCOMPARE(cutTexts(*f.find<LogViewer>("LogViewer")), QStringList());
     QCOMPARE(cutTexts(*f.find<LogSettingsDlg>("LogSettingsDlg")), QStringList());
     CWaitDialog wait(nullptr);
-    wait.setTitle(QStringLiteral("Export"));
+    wait.setTitle("Export");
     QCOMPARE(cutTexts(wait), QStringList());
-    CommonMessageBox question(QStringLiteral("Really?"), QMessageBox::Yes | QMessageBox::No);
+    CommonMessageBox question("Really?", QMessageBox::Yes | QMessageBox::No);
     QCOMPARE(cutTexts(question), QStringList());
     layOut(*f.window);
     auto *notice = f.find<ExportInfoDlg>("ExportInfoDlg");
@@ -152,9 +152,9 @@ void Look::showsLongSourcesWhole()
 {
     QFETCH(int, others);
     MainWindowFixture f;
-    f.log(longName + QStringLiteral("/a.log"));
+    f.log(longName + "/a.log");
     for (int i = 0; i < others; ++i)
-        f.log(QStringLiteral("source %1/a.log").arg(i));
+        f.log(QString("source %1/a.log").arg(i));
     f.open();
     layOut(*f.window);
     auto *box = f.find<CComboBoxEx>("comboSource");
@@ -169,16 +169,16 @@ void Look::showsLongSourcesWhole()
 void Look::showsTheWholeSourceAndPathInToolTips()
 {
     MainWindowFixture f;
-    f.log(longName + QStringLiteral("/a.log"));
-    f.log(QStringLiteral("QZviewer/a.log"));
+    f.log(longName + "/a.log");
+    f.log("QZviewer/a.log");
     f.open();
     auto *box = f.find<CComboBoxEx>("comboSource");
-    QCOMPARE(box->toolTip(), QStringLiteral("QZviewer"));
+    QCOMPARE(box->toolTip(), "QZviewer");
     box->setCurrentText(longName);
     QCOMPARE(box->toolTip(), longName);
     auto *path = f.find<QLineEdit>("lineEditPath");
     QCOMPARE(path->toolTip(), path->text());
-    path->setText(QStringLiteral("/elsewhere.zip"));
+    path->setText("/elsewhere.zip");
     QCOMPARE(path->toolTip(), path->text());
 }
 
@@ -191,10 +191,8 @@ void Look::hasToolTipsInTheLanguage()
         return QStringList{f.find<QPushButton>("btnSettings")->toolTip(),
                            f.find<QPushButton>("btnSetExportPath")->toolTip()};
     };
-    QCOMPARE(toolTips("1"),
-             QStringList({QStringLiteral("Log Level Setting"), QStringLiteral("Save ZIP File")}));
-    QCOMPARE(toolTips("0"),
-             QStringList({QString::fromUtf8("日志等级"), QString::fromUtf8("保存ZIP压缩包")}));
+    QCOMPARE(toolTips("1"), QStringList({"Log Level Setting", "Save ZIP File"}));
+    QCOMPARE(toolTips("0"), QStringList({"日志等级", "保存ZIP压缩包"}));
 }
 
 void Look::leavesThePicturesOfTheFolderButtonsTheirSize()
@@ -215,7 +213,7 @@ void Look::leavesThePicturesOfTheFolderButtonsTheirSize()
 void Look::putsTheHeadersBoxAboveTheRowsBoxes()
 {
     MainWindowFixture f;
-    f.log(QStringLiteral("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
     layOut(*f.window);
     f.window->grab(); // the header positions its check box when painted
@@ -250,15 +248,13 @@ void Look::startsTheScrollBarsBelowTheHeaders()
 
 void Look::hasTheToolkitsOwnTextsInTheLanguage()
 {
-    if (!QFile::exists(QLibraryInfo::location(QLibraryInfo::TranslationsPath) +
-                       QStringLiteral("/qtbase_zh_CN.qm")))
+    if (!QFile::exists(QLibraryInfo::location(QLibraryInfo::TranslationsPath) + "/qtbase_zh_CN.qm"))
         QSKIP("Qt's catalogues are not installed: this system has a file dialog of its own");
     for (const bool english : {true, false}) {
         MainWindowFixture f;
         f.useLanguage(english ? "1" : "0");
         f.open();
-        QCOMPARE(QFileDialog::tr("Look in:"),
-                 english ? QStringLiteral("Look in:") : QString::fromUtf8("查找范围："));
+        QCOMPARE(QFileDialog::tr("Look in:"), english ? "Look in:" : "查找范围：");
     }
 }
 

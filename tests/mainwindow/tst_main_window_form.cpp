@@ -2,7 +2,6 @@
 #include "CommonTitleBar.h"
 #include "MainWindowFixture.h"
 #include "Skin.h"
-#include "Text.h"
 #include "WorkingFolder.h"
 
 #include <QFileDialog>
@@ -59,7 +58,7 @@ void MainWindowForm::isAFramelessDialogOfItsSizeWithTheIcon()
     QCOMPARE(f.window->parentWidget(), nullptr);
     QCOMPARE(f.window->windowModality(), Qt::NonModal);
     QVERIFY(!f.window->windowIcon().isNull());
-    QCOMPARE(f.window->objectName(), text("Vantrel"));
+    QCOMPARE(f.window->objectName(), "Vantrel");
     QVERIFY(f.window->inherits("CommonDialog"));
 }
 
@@ -100,12 +99,12 @@ void MainWindowForm::hasTheCheckBoxesOfTheExportPanel_data()
     QTest::addColumn<bool>("checked");
     QTest::addColumn<int>("widest");
 
-    QTest::newRow("checkBoxSDKLog") << text("SDK Log") << true << 80;
-    QTest::newRow("checkBoxNICInfo") << text("NIC Information") << false << any;
-    QTest::newRow("checkBoxSystemLog") << text("System Log") << false << any;
-    QTest::newRow("checkBoxSystemInfo") << text("System Information") << false << any;
-    QTest::newRow("checkBoxSystemDump") << text("System Dump") << false << any;
-    QTest::newRow("checkBoxClientDump") << text("Client Dump") << false << any;
+    QTest::newRow("checkBoxSDKLog") << "SDK Log" << true << 80;
+    QTest::newRow("checkBoxNICInfo") << "NIC Information" << false << any;
+    QTest::newRow("checkBoxSystemLog") << "System Log" << false << any;
+    QTest::newRow("checkBoxSystemInfo") << "System Information" << false << any;
+    QTest::newRow("checkBoxSystemDump") << "System Dump" << false << any;
+    QTest::newRow("checkBoxClientDump") << "Client Dump" << false << any;
 }
 
 void MainWindowForm::hasTheCheckBoxesOfTheExportPanel()
@@ -126,7 +125,7 @@ void MainWindowForm::showsTheExportPathReadOnly()
     f.open();
     const auto *path = f.find<CQZLineEdit>("lineEditPath");
     QVERIFY(path->isReadOnly());
-    QCOMPARE(path->text(), f.home.path(text("QZSDK/UserLogInfo.zip")));
+    QCOMPARE(path->text(), f.home.path("QZSDK/UserLogInfo.zip"));
     QCOMPARE(hub().exportPath, path->text());
 }
 
@@ -136,7 +135,7 @@ void MainWindowForm::hidesTheWindowButtonsButClose()
     f.open();
     auto *bar = f.find<CommonTitleBar>("mainTitleBar");
     const auto hidden = [bar](const char *name) {
-        return bar->findChild<QToolButton *>(text(name))->isHidden();
+        return bar->findChild<QToolButton *>(name)->isHidden();
     };
     QVERIFY(hidden("btnMin"));
     QVERIFY(hidden("btnMax"));
@@ -151,7 +150,7 @@ void MainWindowForm::keepsTheHiddenDeleteButtonWithItsMissingIcon()
 {
     MainWindowFixture f;
     f.open();
-    const auto buttons = f.window->findChildren<QToolButton *>(text("btnDelete"));
+    const auto buttons = f.window->findChildren<QToolButton *>("btnDelete");
     QCOMPARE(buttons.size(), 1);
     QVERIFY(buttons.constFirst()->isHidden());
     QCOMPARE(buttons.constFirst()->minimumSize(), QSize(30, 30));
@@ -164,23 +163,21 @@ void MainWindowForm::givesTheFolderButtonItsFourPictures()
     MainWindowFixture f;
     f.open();
     const QString sheet = f.find<QPushButton>("btnSetExportPath")->styleSheet();
-    const QList<QPair<QString, QString>> states{{text(""), text("Normal")},
-                                                {text(":hover"), text("Hover")},
-                                                {text(":pressed"), text("Pressed")},
-                                                {text(":disabled"), text("Disable")}};
+    const QList<QPair<QString, QString>> states{
+        {"", "Normal"}, {":hover", "Hover"}, {":pressed", "Pressed"}, {":disabled", "Disable"}};
     QStringList rules;
     for (const auto &state : states)
-        rules.append(text("Vantrel QPushButton#btnSetExportPath%1 { background: none; image: "
-                          "url(Skins/Default/Vantrel/Btn_Common_Folder_%2.png); }")
+        rules.append(QString("Vantrel QPushButton#btnSetExportPath%1 { background: none; image: "
+                             "url(Skins/Default/Vantrel/Btn_Common_Folder_%2.png); }")
                          .arg(state.first, state.second));
-    QCOMPARE(sheet, rules.join(QLatin1Char('\n')));
+    QCOMPARE(sheet, rules.join('\n'));
 }
 
 void MainWindowForm::givesTheFolderButtonThePicturesBesideTheProgram()
 {
     const WorkingFolder withoutSkin;
     ScratchFolder program;
-    const QString normal = text("Skins/Default/Vantrel/Btn_Common_Folder_Normal.png");
+    const QString normal = "Skins/Default/Vantrel/Btn_Common_Folder_Normal.png";
     QImage picture(26, 26, QImage::Format_RGB32);
     picture.fill(Qt::red);
     program.file(normal);
@@ -198,29 +195,29 @@ void MainWindowForm::declaresItsSlots()
     QStringList signatures;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
         signatures.append(QString::fromLatin1(meta.method(i).methodSignature()));
-    QCOMPARE(signatures, QStringList({text("showWaitDlg()"),
-                                      text("on_comboSource_currentTextChanged(QString)"),
-                                      text("on_btnSettings_clicked()"),
-                                      text("on_tableWidget_itemClicked(QTableWidgetItem*)"),
-                                      text("on_tableWidget_itemDoubleClicked(QTableWidgetItem*)"),
-                                      text("on_tableWidget_itemEntered(QTableWidgetItem*)"),
-                                      text("on_tableWidget_customContextMenuRequested(QPoint)"),
-                                      text("onAllCheckStausChange(bool)"),
-                                      text("onCheckStateChange(int)"),
-                                      text("on_checkBoxSystemLog_clicked(bool)"),
-                                      text("on_checkBoxSDKLog_clicked(bool)"),
-                                      text("on_checkBoxNICInfo_clicked(bool)"),
-                                      text("on_checkBoxSystemInfo_clicked(bool)"),
-                                      text("on_checkBoxSystemDump_clicked(bool)"),
-                                      text("onCheckBoxClientDumpClicked(bool)"),
-                                      text("on_btnSetExportPath_clicked()"),
-                                      text("on_btnExport_clicked()"),
-                                      text("on_lineEditPath_textChanged(QString)"),
-                                      text("onShowWaitDlg()"),
-                                      text("onCloseWaitDlg()"),
-                                      text("onShowExportInfoDlg(EN_IMAGE_MSG_MODE,QString)"),
-                                      text("onActionExportAllTriggered()"),
-                                      text("onActionExportSelectedTriggered()")}));
+    QCOMPARE(signatures, QStringList({"showWaitDlg()",
+                                      "on_comboSource_currentTextChanged(QString)",
+                                      "on_btnSettings_clicked()",
+                                      "on_tableWidget_itemClicked(QTableWidgetItem*)",
+                                      "on_tableWidget_itemDoubleClicked(QTableWidgetItem*)",
+                                      "on_tableWidget_itemEntered(QTableWidgetItem*)",
+                                      "on_tableWidget_customContextMenuRequested(QPoint)",
+                                      "onAllCheckStausChange(bool)",
+                                      "onCheckStateChange(int)",
+                                      "on_checkBoxSystemLog_clicked(bool)",
+                                      "on_checkBoxSDKLog_clicked(bool)",
+                                      "on_checkBoxNICInfo_clicked(bool)",
+                                      "on_checkBoxSystemInfo_clicked(bool)",
+                                      "on_checkBoxSystemDump_clicked(bool)",
+                                      "onCheckBoxClientDumpClicked(bool)",
+                                      "on_btnSetExportPath_clicked()",
+                                      "on_btnExport_clicked()",
+                                      "on_lineEditPath_textChanged(QString)",
+                                      "onShowWaitDlg()",
+                                      "onCloseWaitDlg()",
+                                      "onShowExportInfoDlg(EN_IMAGE_MSG_MODE,QString)",
+                                      "onActionExportAllTriggered()",
+                                      "onActionExportSelectedTriggered()"}));
     QCOMPARE(meta.method(meta.methodOffset()).methodType(), QMetaMethod::Signal);
 }
 
@@ -228,9 +225,8 @@ void MainWindowForm::connectsByNameWithoutAWarning()
 {
     MainWindowFixture f;
     f.open();
-    QVERIFY2(!f.output.contains(text("connectSlotsByName")),
-             qPrintable(f.output.lines().join(QLatin1Char('\n'))));
-    QVERIFY(!f.output.contains(text("No such")));
+    QVERIFY2(!f.output.contains("connectSlotsByName"), qPrintable(f.output.lines().join('\n')));
+    QVERIFY(!f.output.contains("No such"));
 }
 
 void MainWindowForm::ownsOneOfEachWindow()
@@ -246,28 +242,27 @@ void MainWindowForm::ownsOneOfEachWindow()
             QVERIFY(widget->isHidden());
         }
     }
-    QCOMPARE(windows,
-             QStringList({text("ExportInfoDlg"), text("LogSettingsDlg"), text("LogViewer")}));
+    QCOMPARE(windows, QStringList({"ExportInfoDlg", "LogSettingsDlg", "LogViewer"}));
 }
 
 void MainWindowForm::readsInEnglish()
 {
     MainWindowFixture f;
     f.open();
-    QCOMPARE(f.window->windowTitle(), text("Vantrel"));
-    QCOMPARE(f.find<QLabel>("lbTitle")->text(), text("Vantrel"));
-    QCOMPARE(f.find<QLabel>("lbSource")->text(), text("LogSource(Process Name)"));
-    QCOMPARE(f.find<QLabel>("lbNotifyType")->text(), text("Event Type"));
-    QCOMPARE(f.find<QLabel>("lbExport")->text(), text("Export to File"));
-    QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("Export"));
+    QCOMPARE(f.window->windowTitle(), "Vantrel");
+    QCOMPARE(f.find<QLabel>("lbTitle")->text(), "Vantrel");
+    QCOMPARE(f.find<QLabel>("lbSource")->text(), "LogSource(Process Name)");
+    QCOMPARE(f.find<QLabel>("lbNotifyType")->text(), "Event Type");
+    QCOMPARE(f.find<QLabel>("lbExport")->text(), "Export to File");
+    QCOMPARE(f.find<QPushButton>("btnExport")->text(), "Export");
     QCOMPARE(f.find<QPushButton>("btnSettings")->text(), QString());
     QCOMPARE(f.table()->horizontalHeaderItem(0)->text(), QString());
-    QCOMPARE(f.table()->horizontalHeaderItem(1)->text(), text("File Time"));
-    QCOMPARE(f.table()->horizontalHeaderItem(2)->text(), text("File Name"));
-    QCOMPARE(f.table()->horizontalHeaderItem(3)->text(), text("File Size"));
-    QCOMPARE(f.find<QAction>("actionExportAll")->text(), text("Export All SDK Log"));
-    QCOMPARE(f.find<QAction>("actionExportSelected")->text(), text("Export Selected SDK Log"));
-    QCOMPARE(f.find<QLabel>("label_text")->text(), text("Export info finished !")); // not shown yet
+    QCOMPARE(f.table()->horizontalHeaderItem(1)->text(), "File Time");
+    QCOMPARE(f.table()->horizontalHeaderItem(2)->text(), "File Name");
+    QCOMPARE(f.table()->horizontalHeaderItem(3)->text(), "File Size");
+    QCOMPARE(f.find<QAction>("actionExportAll")->text(), "Export All SDK Log");
+    QCOMPARE(f.find<QAction>("actionExportSelected")->text(), "Export Selected SDK Log");
+    QCOMPARE(f.find<QLabel>("label_text")->text(), "Export info finished !"); // not shown yet
 }
 
 void MainWindowForm::readsInChinese()
@@ -275,23 +270,23 @@ void MainWindowForm::readsInChinese()
     MainWindowFixture f;
     f.useLanguage("0");
     f.open();
-    QCOMPARE(f.find<QLabel>("lbTitle")->text(), text("Vantrel"));
-    QCOMPARE(f.find<QLabel>("lbSource")->text(), text("日志源（进程名）"));
-    QCOMPARE(f.find<QLabel>("lbNotifyType")->text(), text("导出选项"));
-    QCOMPARE(f.find<QCheckBox>("checkBoxSDKLog")->text(), text("SDK日志"));
-    QCOMPARE(f.find<QCheckBox>("checkBoxNICInfo")->text(), text("网卡信息"));
-    QCOMPARE(f.find<QCheckBox>("checkBoxSystemLog")->text(), text("系统日志"));
-    QCOMPARE(f.find<QCheckBox>("checkBoxSystemInfo")->text(), text("系统信息"));
-    QCOMPARE(f.find<QCheckBox>("checkBoxSystemDump")->text(), text("系统蓝屏日志"));
-    QCOMPARE(f.find<QCheckBox>("checkBoxClientDump")->text(), text("客户端Dump"));
-    QCOMPARE(f.find<QLabel>("lbExport")->text(), text("导出路径"));
-    QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("导出"));
-    QCOMPARE(f.table()->horizontalHeaderItem(1)->text(), text("文件时间"));
-    QCOMPARE(f.table()->horizontalHeaderItem(2)->text(), text("文件名称"));
-    QCOMPARE(f.table()->horizontalHeaderItem(3)->text(), text("文件大小"));
-    QCOMPARE(f.find<QAction>("actionExportAll")->text(), text("导出所有SDK日志"));
-    QCOMPARE(f.find<QAction>("actionExportSelected")->text(), text("导出选择SDK日志"));
-    QCOMPARE(f.find<QLabel>("label_text")->text(), text("导出信息结束！")); // not shown yet
+    QCOMPARE(f.find<QLabel>("lbTitle")->text(), "Vantrel");
+    QCOMPARE(f.find<QLabel>("lbSource")->text(), "日志源（进程名）");
+    QCOMPARE(f.find<QLabel>("lbNotifyType")->text(), "导出选项");
+    QCOMPARE(f.find<QCheckBox>("checkBoxSDKLog")->text(), "SDK日志");
+    QCOMPARE(f.find<QCheckBox>("checkBoxNICInfo")->text(), "网卡信息");
+    QCOMPARE(f.find<QCheckBox>("checkBoxSystemLog")->text(), "系统日志");
+    QCOMPARE(f.find<QCheckBox>("checkBoxSystemInfo")->text(), "系统信息");
+    QCOMPARE(f.find<QCheckBox>("checkBoxSystemDump")->text(), "系统蓝屏日志");
+    QCOMPARE(f.find<QCheckBox>("checkBoxClientDump")->text(), "客户端Dump");
+    QCOMPARE(f.find<QLabel>("lbExport")->text(), "导出路径");
+    QCOMPARE(f.find<QPushButton>("btnExport")->text(), "导出");
+    QCOMPARE(f.table()->horizontalHeaderItem(1)->text(), "文件时间");
+    QCOMPARE(f.table()->horizontalHeaderItem(2)->text(), "文件名称");
+    QCOMPARE(f.table()->horizontalHeaderItem(3)->text(), "文件大小");
+    QCOMPARE(f.find<QAction>("actionExportAll")->text(), "导出所有SDK日志");
+    QCOMPARE(f.find<QAction>("actionExportSelected")->text(), "导出选择SDK日志");
+    QCOMPARE(f.find<QLabel>("label_text")->text(), "导出信息结束！"); // not shown yet
 }
 
 void MainWindowForm::speaksChineseToScreenReaders()
@@ -299,11 +294,11 @@ void MainWindowForm::speaksChineseToScreenReaders()
     MainWindowFixture f;
     f.useLanguage("0");
     f.open();
-    QCOMPARE(f.find<QComboBox>("comboSource")->accessibleName(), text("日志源"));
-    QCOMPARE(f.find<QPushButton>("btnSetExportPath")->accessibleName(), text("选择ZIP文件"));
+    QCOMPARE(f.find<QComboBox>("comboSource")->accessibleName(), "日志源");
+    QCOMPARE(f.find<QPushButton>("btnSetExportPath")->accessibleName(), "选择ZIP文件");
     // The title bar and the header exist before the catalogue is loaded.
-    QTRY_COMPARE(f.find<QToolButton>("btnClose")->accessibleName(), text("关闭"));
-    QTRY_COMPARE(f.headerBox()->accessibleName(), text("所有行"));
+    QTRY_COMPARE(f.find<QToolButton>("btnClose")->accessibleName(), "关闭");
+    QTRY_COMPARE(f.headerBox()->accessibleName(), "所有行");
 }
 
 void MainWindowForm::speaksEnglishWithoutAClient()
@@ -313,7 +308,7 @@ void MainWindowForm::speaksEnglishWithoutAClient()
     ModalDialog::setRunner([](QDialog &) { return int(QDialog::Rejected); });
     f.useLanguage("0");
     f.open();
-    QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("Export"));
+    QCOMPARE(f.find<QPushButton>("btnExport")->text(), "Export");
 }
 
 void MainWindowForm::asksOnceForALogConfigFileWithoutAClient()
@@ -324,7 +319,7 @@ void MainWindowForm::asksOnceForALogConfigFileWithoutAClient()
     bool anythingVisible = false;
     ModalDialog::setRunner([&asked, &anythingVisible](QDialog &dialog) {
         asked.append(qobject_cast<QFileDialog *>(&dialog) != nullptr ? dialog.windowTitle()
-                                                                     : text("no file dialog"));
+                                                                     : "no file dialog");
         const QWidgetList windows = QApplication::topLevelWidgets();
         for (const QWidget *shown : windows)
             anythingVisible = anythingVisible || shown->isVisible();
@@ -332,7 +327,7 @@ void MainWindowForm::asksOnceForALogConfigFileWithoutAClient()
     });
     f.open();
     f.window->show();
-    QCOMPARE(asked, QStringList{text("Select Log Config File")});
+    QCOMPARE(asked, QStringList{"Select Log Config File"});
     QVERIFY2(!anythingVisible, "the question comes before the main window");
 }
 
@@ -340,11 +335,10 @@ void MainWindowForm::letsTheTabKeyFollowTheReadingOrder()
 {
     MainWindowFixture f;
     f.open();
-    const QStringList expected{
-        text("comboSource"),        text("btnSettings"),        text("tableWidget"),
-        text("checkBoxSDKLog"),     text("checkBoxNICInfo"),    text("checkBoxSystemLog"),
-        text("checkBoxSystemInfo"), text("checkBoxSystemDump"), text("checkBoxClientDump"),
-        text("lineEditPath"),       text("btnSetExportPath"),   text("btnExport")};
+    const QStringList expected{"comboSource",        "btnSettings",        "tableWidget",
+                               "checkBoxSDKLog",     "checkBoxNICInfo",    "checkBoxSystemLog",
+                               "checkBoxSystemInfo", "checkBoxSystemDump", "checkBoxClientDump",
+                               "lineEditPath",       "btnSetExportPath",   "btnExport"};
     QStringList order;
     const QWidget *widget = f.find<QWidget>("comboSource");
     for (int i = 0; i < 200 && order.size() < expected.size(); ++i) {
@@ -358,12 +352,12 @@ void MainWindowForm::letsTheTabKeyFollowTheReadingOrder()
 void MainWindowForm::namesEveryControlForAScreenReader()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
     for (const char *name :
          {"comboSource", "btnSettings", "tableWidget", "lineEditPath", "btnSetExportPath"})
         QVERIFY2(!f.find<QWidget>(name)->accessibleName().isEmpty(), name);
-    QCOMPARE(f.box(0)->accessibleName(), text("a.log"));
+    QCOMPARE(f.box(0)->accessibleName(), "a.log");
     QVERIFY(!f.headerBox()->accessibleName().isEmpty());
 }
 
@@ -375,7 +369,7 @@ void MainWindowForm::worksWithoutASkin()
     QVERIFY(f.window->styleSheet().isEmpty());
     f.window->show();
     QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
-    QCOMPARE(f.find<QPushButton>("btnExport")->text(), text("Export"));
+    QCOMPARE(f.find<QPushButton>("btnExport")->text(), "Export");
 }
 
 void MainWindowForm::everyWindowHasTheFontsOfTheLanguage_data()
@@ -383,8 +377,8 @@ void MainWindowForm::everyWindowHasTheFontsOfTheLanguage_data()
     QTest::addColumn<QByteArray>("language");
     QTest::addColumn<QString>("family");
 
-    QTest::newRow("English") << QByteArray("1") << text("Segoe UI");
-    QTest::newRow("Chinese") << QByteArray("0") << text("Microsoft YaHei UI");
+    QTest::newRow("English") << QByteArray("1") << "Segoe UI";
+    QTest::newRow("Chinese") << QByteArray("0") << "Microsoft YaHei UI";
 }
 
 void MainWindowForm::everyWindowHasTheFontsOfTheLanguage()

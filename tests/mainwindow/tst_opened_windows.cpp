@@ -1,7 +1,6 @@
 #include "LogSettingsDlg.h"
 #include "LogViewer.h"
 #include "MainWindowFixture.h"
-#include "Text.h"
 
 #include <QPushButton>
 
@@ -68,22 +67,22 @@ void goBackFrom(const QWidget &other, MainWindowFixture &f)
 void OpenedWindows::opensAFileInTheViewerByADoubleClick()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"), "one\ntwo\n");
+    f.log("QZviewer/a.log", "one\ntwo\n");
     f.open();
     f.window->show();
     f.output.take();
     emit f.table()->itemDoubleClicked(f.table()->item(0, 2));
-    QCOMPARE(f.output.lines().value(0), text("open logviewer"));
+    QCOMPARE(f.output.lines().value(0), "open logviewer");
     const auto *viewer = f.find<LogViewer>("LogViewer");
     QVERIFY(viewer->isVisible());
     const auto &shown = part<QTableWidget>(*viewer, "tableWidget");
-    QCOMPARE(shown.item(1, 3)->text(), text("two"));
+    QCOMPARE(shown.item(1, 3)->text(), "two");
 }
 
 void OpenedWindows::activatesAViewerThatIsOpenAlready()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     openActive(f);
     const auto *viewer = f.find<LogViewer>("LogViewer");
     emit f.table()->itemDoubleClicked(f.table()->item(0, 2));
@@ -95,7 +94,7 @@ void OpenedWindows::activatesAViewerThatIsOpenAlready()
 void OpenedWindows::doesNothingAtASingleClick()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"), "one\n");
+    f.log("QZviewer/a.log", "one\n");
     f.open();
     f.window->show();
     f.output.take();

@@ -104,9 +104,8 @@ QStringList missingSides(const QWidget &control, const QImage &picture)
         const double found = faintest(picture, outlined(control), side, colour(control));
         if (found < visible)
             missing +=
-                QStringLiteral("%1 of %2 %3 at %4,%5: %6")
-                    .arg(QLatin1String(names[side]),
-                         QLatin1String(control.metaObject()->className()), control.objectName())
+                QString("%1 of %2 %3 at %4,%5: %6")
+                    .arg(names[side], control.metaObject()->className(), control.objectName())
                     .arg(outlined(control).x())
                     .arg(outlined(control).y())
                     .arg(found);
@@ -117,8 +116,7 @@ QStringList missingSides(const QWidget &control, const QImage &picture)
 bool hasOutline(const QWidget &control)
 {
     // These two have pictures without outlines.
-    if (control.objectName() == QLatin1String("btnSettings") ||
-        control.objectName() == QLatin1String("btnSearch"))
+    if (control.objectName() == "btnSettings" || control.objectName() == "btnSearch")
         return false;
     for (const char *kind :
          {"QPushButton", "QLineEdit", "QComboBox", "QCheckBox", "QRadioButton", "QTableWidget"}) {
@@ -133,7 +131,7 @@ QStringList faults(QWidget &window)
 {
     window.show();
     if (!QTest::qWaitForWindowExposed(&window))
-        return {QStringLiteral("not shown")};
+        return {"not shown"};
     QCoreApplication::processEvents();
     const QImage picture = shown(window);
     QStringList wrong;
@@ -146,7 +144,7 @@ QStringList faults(QWidget &window)
         wrong += missingSides(*control, picture);
     }
     window.hide();
-    return seen > 0 ? wrong : QStringList{QStringLiteral("no control")};
+    return seen > 0 ? wrong : QStringList{"no control"};
 }
 
 /// Controls of one kind side by side, at positions with all subpixel offsets.
@@ -192,9 +190,9 @@ void Outlines::areClosedInEveryWindow()
     QFETCH(double, scale);
     QHighDpiScaling::setGlobalFactor(scale);
     MainWindowFixture f;
-    f.log(QStringLiteral("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
-    CommonMessageBox question(QStringLiteral("Really?"), QMessageBox::Yes | QMessageBox::No);
+    CommonMessageBox question("Really?", QMessageBox::Yes | QMessageBox::No);
     QCOMPARE(faults(*f.window), QStringList());
     QCOMPARE(faults(*f.find<LogViewer>("LogViewer")), QStringList());
     QCOMPARE(faults(*f.find<LogSettingsDlg>("LogSettingsDlg")), QStringList());
@@ -214,15 +212,13 @@ void Outlines::areClosedWhereverTheControlLies_data()
     row("push button", {80, 32}, [](QWidget *parent) { return new QPushButton(parent); });
     row("folder button", {26, 26}, [](QWidget *parent) {
         auto *button = new QPushButton(parent);
-        button->setObjectName(QStringLiteral("btnSetLogCfgPath"));
+        button->setObjectName("btnSetLogCfgPath");
         return button;
     });
     row("line edit", {100, 24}, [](QWidget *parent) { return new QLineEdit(parent); });
     row("combo box", {100, 26}, [](QWidget *parent) { return new QComboBox(parent); });
-    row("check box", {50, 16},
-        [](QWidget *parent) { return new QCheckBox(QStringLiteral("a"), parent); });
-    row("radio button", {50, 16},
-        [](QWidget *parent) { return new QRadioButton(QStringLiteral("a"), parent); });
+    row("check box", {50, 16}, [](QWidget *parent) { return new QCheckBox("a", parent); });
+    row("radio button", {50, 16}, [](QWidget *parent) { return new QRadioButton("a", parent); });
     row("table", {100, 60}, [](QWidget *parent) { return new QTableWidget(parent); });
 }
 
@@ -233,9 +229,9 @@ void Outlines::areClosedWhereverTheControlLies()
     for (const double scale : scales) {
         QHighDpiScaling::setGlobalFactor(scale);
         const QStringList found = faultsOfMany(make, size, scale);
-        QVERIFY2(found.isEmpty(),
-                 qPrintable(QStringLiteral("%1, %2 in all: ").arg(scale).arg(found.size()) +
-                            found.value(0)));
+        QVERIFY2(
+            found.isEmpty(),
+            qPrintable(QString("%1, %2 in all: ").arg(scale).arg(found.size()) + found.value(0)));
     }
 }
 

@@ -3,7 +3,6 @@
 #include "MainWindowFixture.h"
 #include "QUserCheckBox.h"
 #include "SdkLogFiles.h"
-#include "Text.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
@@ -95,15 +94,14 @@ void SdkLogTable::isSetUpAsAFileList()
 void SdkLogTable::listsTimeNameAndSizeNewestFirst()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/middle.log"), "x", noon.addSecs(-60));
-    f.log(text("QZviewer/oldest.log"), "x", noon.addDays(-1));
-    f.log(text("QZviewer/newest.log"), "x", noon);
+    f.log("QZviewer/middle.log", "x", noon.addSecs(-60));
+    f.log("QZviewer/oldest.log", "x", noon.addDays(-1));
+    f.log("QZviewer/newest.log", "x", noon);
     f.open();
-    QCOMPARE(f.listedNames(),
-             QStringList({text("newest.log"), text("middle.log"), text("oldest.log")}));
-    QCOMPARE(f.cell(0, 1), text("2026-03-05 12:00:07"));
-    QCOMPARE(f.cell(2, 1), text("2026-03-04 12:00:07"));
-    QCOMPARE(f.cell(0, 3), text("1 KB"));
+    QCOMPARE(f.listedNames(), QStringList({"newest.log", "middle.log", "oldest.log"}));
+    QCOMPARE(f.cell(0, 1), "2026-03-05 12:00:07");
+    QCOMPARE(f.cell(2, 1), "2026-03-04 12:00:07");
+    QCOMPARE(f.cell(0, 3), "1 KB");
     QCOMPARE(f.table()->item(0, 0), nullptr);
 }
 
@@ -113,9 +111,9 @@ void SdkLogTable::listsLogsOfEqualTimeByName()
     QStringList expected;
     for (int i = 0; i < 60; ++i) {
         // In another order than by name: 7 and 60 are coprime.
-        f.log(text("QZviewer/%1.log").arg(i * 7 % 60, 2, 10, QLatin1Char('0')), "x", noon);
+        f.log(QString("QZviewer/%1.log").arg(i * 7 % 60, 2, 10, QChar('0')), "x", noon);
         if (i < 50)
-            expected.append(text("%1.log").arg(i, 2, 10, QLatin1Char('0')));
+            expected.append(QString("%1.log").arg(i, 2, 10, QChar('0')));
     }
     f.open();
     QCOMPARE(f.listedNames(), expected);
@@ -124,21 +122,21 @@ void SdkLogTable::listsLogsOfEqualTimeByName()
 void SdkLogTable::sortsByMilliseconds()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"), "x", noon);
-    f.log(text("QZviewer/c.log"), "x", noon.addMSecs(2));
-    f.log(text("QZviewer/b.log"), "x", noon.addMSecs(1));
+    f.log("QZviewer/a.log", "x", noon);
+    f.log("QZviewer/c.log", "x", noon.addMSecs(2));
+    f.log("QZviewer/b.log", "x", noon.addMSecs(1));
     f.open();
-    QCOMPARE(f.listedNames(), QStringList({text("c.log"), text("b.log"), text("a.log")}));
+    QCOMPARE(f.listedNames(), QStringList({"c.log", "b.log", "a.log"}));
 }
 
 void SdkLogTable::carriesThePathAsToolTipOfEachItem()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
     for (int column = 1; column <= 3; ++column)
         QCOMPARE(QDir::cleanPath(f.table()->item(0, column)->toolTip()),
-                 f.home.path(text("QZSDK/QZviewer/a.log")));
+                 f.home.path("QZSDK/QZviewer/a.log"));
     QVERIFY(QFileInfo(f.table()->item(0, 1)->toolTip()).isAbsolute());
 }
 
@@ -146,17 +144,17 @@ void SdkLogTable::roundsSizesUpSoThatAnEmptyFileHasOneKilobyte_data()
 {
     QTest::addColumn<int>("bytes");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("empty") << 0 << text("1 KB");
-    QTest::newRow("one byte short of a kilobyte") << 1023 << text("1 KB");
-    QTest::newRow("a kilobyte exactly shows two") << 1024 << text("2 KB");
-    QTest::newRow("larger") << 102400 << text("101 KB");
+    QTest::newRow("empty") << 0 << "1 KB";
+    QTest::newRow("one byte short of a kilobyte") << 1023 << "1 KB";
+    QTest::newRow("a kilobyte exactly shows two") << 1024 << "2 KB";
+    QTest::newRow("larger") << 102400 << "101 KB";
 }
 
 void SdkLogTable::roundsSizesUpSoThatAnEmptyFileHasOneKilobyte()
 {
     QFETCH(int, bytes);
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"), QByteArray(bytes, 'x'));
+    f.log("QZviewer/a.log", QByteArray(bytes, 'x'));
     f.open();
     QTEST(f.cell(0, 3), "shown");
 }
@@ -167,24 +165,23 @@ void SdkLogTable::listsEveryNameThatContainsDotLog()
     int seconds = 0;
     for (const char *name :
          {"x.log", "x.log.bak", "a.log.1", ".log.txt", "upper.LOG", "xlog", "x.txt"})
-        f.log(text("QZviewer/") + text(name), "x", noon.addSecs(-seconds++));
+        f.log(QString("QZviewer/") + name, "x", noon.addSecs(-seconds++));
     f.open();
     // Names with a leading dot are hidden on some systems and not listed there.
     QStringList names = f.listedNames();
-    names.removeAll(text(".log.txt"));
-    QCOMPARE(names, QStringList({text("x.log"), text("x.log.bak"), text("a.log.1")}));
+    names.removeAll(".log.txt");
+    QCOMPARE(names, QStringList({"x.log", "x.log.bak", "a.log.1"}));
 }
 
 void SdkLogTable::listsNeitherFoldersNorLinks()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.log(text("QZviewer/folder.log/inside.log"));
-    if (!makeLink(f.home.path(text("QZSDK/QZviewer/a.log")),
-                  f.home.path(text("QZSDK/QZviewer/link.log"))))
+    f.log("QZviewer/a.log");
+    f.log("QZviewer/folder.log/inside.log");
+    if (!makeLink(f.home.path("QZSDK/QZviewer/a.log"), f.home.path("QZSDK/QZviewer/link.log")))
         QSKIP("this system makes no links for us");
     f.open();
-    QCOMPARE(f.listedNames(), QStringList(text("a.log")));
+    QCOMPARE(f.listedNames(), QStringList("a.log"));
 }
 
 void SdkLogTable::listsTheFiftyNewestOfSixty()
@@ -192,53 +189,53 @@ void SdkLogTable::listsTheFiftyNewestOfSixty()
     MainWindowFixture f;
     QStringList expected;
     for (int i = 0; i < 60; ++i) {
-        const QString name = text("%1.log").arg(i, 2, 10, QLatin1Char('0'));
-        f.log(text("QZviewer/") + name, "x", noon.addSecs(-i));
+        const QString name = QString("%1.log").arg(i, 2, 10, QChar('0'));
+        f.log("QZviewer/" + name, "x", noon.addSecs(-i));
         if (i < 50)
             expected.append(name);
     }
     f.open();
     QCOMPARE(f.listedNames(), expected);
     QCOMPARE(f.table()->rowCount(), 50);
-    QCOMPARE(newestSdkLogFiles(f.home.path(text("QZSDK/QZviewer")), 50).size(), 50);
+    QCOMPARE(newestSdkLogFiles(f.home.path("QZSDK/QZviewer"), 50).size(), 50);
 }
 
 void SdkLogTable::prefersTheClientsSource()
 {
     MainWindowFixture f;
-    f.log(text("another/other.log"));
-    f.log(text("QZviewer/a.log"));
-    f.log(text("zebra/z.log"));
+    f.log("another/other.log");
+    f.log("QZviewer/a.log");
+    f.log("zebra/z.log");
     f.open();
     const auto *combo = f.find<CComboBoxEx>("comboSource");
-    QCOMPARE(combo->currentText(), text("QZviewer"));
-    QCOMPARE(f.listedNames(), QStringList(text("a.log")));
+    QCOMPARE(combo->currentText(), "QZviewer");
+    QCOMPARE(f.listedNames(), QStringList("a.log"));
     QStringList offered;
     for (int i = 0; i < combo->count(); ++i)
         offered.append(combo->itemText(i));
-    QCOMPARE(offered, QDir(f.home.path(text("QZSDK")))
-                          .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort));
+    QCOMPARE(offered,
+             QDir(f.home.path("QZSDK")).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort));
 }
 
 void SdkLogTable::takesTheFirstSourceWithoutTheClients()
 {
     MainWindowFixture f;
-    f.log(text("qzviewer/other.log")); // names are case-sensitive
+    f.log("qzviewer/other.log"); // names are case-sensitive
     f.open();
-    QCOMPARE(f.find<CComboBoxEx>("comboSource")->currentText(), text("qzviewer"));
-    QCOMPARE(f.listedNames(), QStringList(text("other.log")));
+    QCOMPARE(f.find<CComboBoxEx>("comboSource")->currentText(), "qzviewer");
+    QCOMPARE(f.listedNames(), QStringList("other.log"));
 }
 
 void SdkLogTable::printsAndFillsWhenTheSourceChanges()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.log(text("other/b.log"));
+    f.log("QZviewer/a.log");
+    f.log("other/b.log");
     f.open();
     f.output.take();
-    f.find<CComboBoxEx>("comboSource")->setCurrentText(text("other"));
-    QCOMPARE(f.output.lines(), QStringList(text("\"other\"")));
-    QCOMPARE(f.listedNames(), QStringList(text("b.log")));
+    f.find<CComboBoxEx>("comboSource")->setCurrentText("other");
+    QCOMPARE(f.output.lines(), QStringList("\"other\""));
+    QCOMPARE(f.listedNames(), QStringList("b.log"));
     QVERIFY(f.box(0) != nullptr);
     QCOMPARE(f.box(1), nullptr);
 }
@@ -255,7 +252,7 @@ void SdkLogTable::staysEmptyWithoutAnSdkFolder()
 void SdkLogTable::staysEmptyWithAnSdkFolderWithoutSources()
 {
     MainWindowFixture f;
-    f.log(text("stray.log")); // in the SDK folder itself, not in a source
+    f.log("stray.log"); // in the SDK folder itself, not in a source
     f.open();
     QCOMPARE(f.find<CComboBoxEx>("comboSource")->count(), 0);
     QCOMPARE(f.listedNames(), QStringList());
@@ -264,11 +261,11 @@ void SdkLogTable::staysEmptyWithAnSdkFolderWithoutSources()
 void SdkLogTable::showsNothingForASourceThatVanished()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.log(text("other/b.log"));
+    f.log("QZviewer/a.log");
+    f.log("other/b.log");
     f.open();
-    QVERIFY(QDir(f.home.path(text("QZSDK/other"))).removeRecursively());
-    f.find<CComboBoxEx>("comboSource")->setCurrentText(text("other"));
+    QVERIFY(QDir(f.home.path("QZSDK/other")).removeRecursively());
+    f.find<CComboBoxEx>("comboSource")->setCurrentText("other");
     QCOMPARE(f.listedNames(), QStringList());
     QCOMPARE(f.box(0), nullptr);
 }
@@ -276,13 +273,13 @@ void SdkLogTable::showsNothingForASourceThatVanished()
 void SdkLogTable::checksRowsAndHeaderAsTheHubSays()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.log(text("other/b.log"));
+    f.log("QZviewer/a.log");
+    f.log("other/b.log");
     f.open();
     QVERIFY(f.headerBox()->isChecked());
     QVERIFY(f.box(0)->isChecked());
     hub().sdkLog = false;
-    f.find<CComboBoxEx>("comboSource")->setCurrentText(text("other"));
+    f.find<CComboBoxEx>("comboSource")->setCurrentText("other");
     QVERIFY(!f.headerBox()->isChecked());
     QVERIFY(!f.box(0)->isChecked());
 }
@@ -290,8 +287,8 @@ void SdkLogTable::checksRowsAndHeaderAsTheHubSays()
 void SdkLogTable::unchecksTheHeaderWhenARowIsUnchecked()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.log(text("QZviewer/b.log"));
+    f.log("QZviewer/a.log");
+    f.log("QZviewer/b.log");
     f.open();
     f.box(1)->click();
     QVERIFY(!f.headerBox()->isChecked());
@@ -301,7 +298,7 @@ void SdkLogTable::unchecksTheHeaderWhenARowIsUnchecked()
 void SdkLogTable::leavesTheHeaderUncheckedWhenEveryRowIsCheckedByHand()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
     f.box(0)->click();
     f.box(0)->click();
@@ -313,7 +310,7 @@ void SdkLogTable::setsEveryRowByTheHeader()
 {
     MainWindowFixture f;
     for (const char *name : {"QZviewer/a.log", "QZviewer/b.log", "QZviewer/c.log"})
-        f.log(text(name));
+        f.log(name);
     f.open();
     QSignalSpy changes(f.box(2), &QCheckBox::stateChanged);
     f.headerBox()->click();
@@ -329,8 +326,8 @@ void SdkLogTable::setsEveryRowByTheHeader()
 void SdkLogTable::putsTheRowBoxesInTheMiddleOfTheirCells()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.log(text("QZviewer/b.log"));
+    f.log("QZviewer/a.log");
+    f.log("QZviewer/b.log");
     f.open();
     for (int row = 0; row < 2; ++row) {
         const QWidget *cell = f.table()->cellWidget(row, 0);
@@ -348,7 +345,7 @@ void SdkLogTable::putsTheRowBoxesInTheMiddleOfTheirCells()
 void SdkLogTable::showsTheContextMenuForAnItemOnly()
 {
     MainWindowFixture f;
-    const QString path = f.log(text("QZviewer/a.log"));
+    const QString path = f.log("QZviewer/a.log");
     f.open();
     f.window->show();
     QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
@@ -366,8 +363,8 @@ void SdkLogTable::showsTheContextMenuForAnItemOnly()
         CConfiguration::fitOnScreen(f.table()->mapToGlobal(at), menu->sizeHint());
     emit f.table()->customContextMenuRequested(at);
     QVERIFY(menu->isVisible());
-    QVERIFY2(f.output.lines().size() == 1, qPrintable(f.output.lines().join(QLatin1Char('\n'))));
-    QVERIFY(f.output.lines().constFirst().endsWith(text("a.log\"")));
+    QVERIFY2(f.output.lines().size() == 1, qPrintable(f.output.lines().join('\n')));
+    QVERIFY(f.output.lines().constFirst().endsWith("a.log\""));
     // Including the frame, which some platforms add to all windows and QMenu::pos() excludes.
     QCOMPARE(menu->windowHandle()->framePosition(), expected);
 }
@@ -375,13 +372,13 @@ void SdkLogTable::showsTheContextMenuForAnItemOnly()
 void SdkLogTable::remembersTheEnteredItemAndReportsNone()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
+    f.log("QZviewer/a.log");
     f.open();
     f.output.take();
     emit f.table()->itemEntered(f.table()->item(0, 1));
     QVERIFY(f.output.lines().isEmpty());
     emit f.table()->itemEntered(nullptr);
-    QCOMPARE(f.output.lines(), QStringList(text("item is null.")));
+    QCOMPARE(f.output.lines(), QStringList("item is null."));
 }
 
 void SdkLogTable::movesToNoSpareRowByAnyKey_data()
@@ -403,7 +400,7 @@ void SdkLogTable::movesToNoSpareRowByAnyKey()
     QFETCH(int, modifiers);
     MainWindowFixture f;
     for (const char *name : {"QZviewer/a.log", "QZviewer/b.log", "QZviewer/c.log"})
-        f.log(text(name));
+        f.log(name);
     f.open();
     show(f);
     for (int key : keys)
@@ -415,7 +412,7 @@ void SdkLogTable::movesToNoSpareRowByAnyKey()
 void SdkLogTable::movesNowhereInAnEmptyList()
 {
     MainWindowFixture f;
-    f.home.folder(text("QZSDK/QZviewer"));
+    f.home.folder("QZSDK/QZviewer");
     f.open();
     show(f);
     for (int key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Home, Qt::Key_Return, Qt::Key_Space})
@@ -426,28 +423,28 @@ void SdkLogTable::movesNowhereInAnEmptyList()
 void SdkLogTable::reloadsTheListOfTheOnlySourceByF5()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"), "x", noon);
+    f.log("QZviewer/a.log", "x", noon);
     f.open();
     show(f);
     f.output.take();
-    f.log(text("QZviewer/b.log"), "x", noon.addSecs(1));
+    f.log("QZviewer/b.log", "x", noon.addSecs(1));
     QTest::keyClick(f.window.get(), Qt::Key_F5);
-    QCOMPARE(f.listedNames(), QStringList({text("b.log"), text("a.log")}));
+    QCOMPARE(f.listedNames(), QStringList({"b.log", "a.log"}));
     QCOMPARE(f.output.lines(), QStringList());
 }
 
 void SdkLogTable::keepsTheCursorOnItsFileWhenTheListIsReloaded()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"), "x", noon);
-    f.log(text("QZviewer/b.log"), "x", noon.addSecs(-1));
+    f.log("QZviewer/a.log", "x", noon);
+    f.log("QZviewer/b.log", "x", noon.addSecs(-1));
     f.open();
     show(f);
     f.table()->setCurrentCell(1, 2);
-    f.log(text("QZviewer/new.log"), "x", noon.addSecs(1));
+    f.log("QZviewer/new.log", "x", noon.addSecs(1));
     QTest::keyClick(f.window.get(), Qt::Key_F5);
     QVERIFY(f.table()->currentItem() != nullptr);
-    QCOMPARE(f.table()->currentItem()->text(), text("b.log"));
+    QCOMPARE(f.table()->currentItem()->text(), "b.log");
     QCOMPARE(f.table()->selectedItems().size(), 3);
     QVERIFY(f.table()->currentItem()->isSelected());
 }
@@ -457,11 +454,11 @@ void SdkLogTable::showsThatTheFolderHasNoLogs_data()
     QTest::addColumn<QString>("folder");
     QTest::addColumn<QByteArray>("lang");
     QTest::addColumn<QString>("hint");
-    const QString english = text("The folder %1 has no logs.");
-    const QString chinese = QString::fromUtf8("文件夹 %1 中没有日志。");
-    QTest::newRow("source") << text("QZSDK/QZviewer") << QByteArray("1") << english;
-    QTest::newRow("source, Chinese") << text("QZSDK/QZviewer") << QByteArray("0") << chinese;
-    QTest::newRow("no source") << text("QZSDK") << QByteArray("1") << english;
+    const QString english = "The folder %1 has no logs.";
+    const QString chinese = "文件夹 %1 中没有日志。";
+    QTest::newRow("source") << "QZSDK/QZviewer" << QByteArray("1") << english;
+    QTest::newRow("source, Chinese") << "QZSDK/QZviewer" << QByteArray("0") << chinese;
+    QTest::newRow("no source") << "QZSDK" << QByteArray("1") << english;
 }
 
 void SdkLogTable::showsThatTheFolderHasNoLogs()
@@ -481,8 +478,8 @@ void SdkLogTable::showsThatTheFolderHasNoLogs()
 void SdkLogTable::drawsTheHintInAnEmptyListOnly()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/a.log"));
-    f.home.folder(text("QZSDK/empty"));
+    f.log("QZviewer/a.log");
+    f.home.folder("QZSDK/empty");
     f.open();
     show(f);
     auto *table = f.find<FileTable>("tableWidget");
@@ -493,14 +490,14 @@ void SdkLogTable::drawsTheHintInAnEmptyListOnly()
     };
     QCOMPARE(table->accessibleDescription(), QString());
     QVERIFY(!drawsHint());
-    f.find<CComboBoxEx>("comboSource")->setCurrentText(text("empty"));
+    f.find<CComboBoxEx>("comboSource")->setCurrentText("empty");
     QVERIFY(drawsHint());
 }
 
 void SdkLogTable::showsNamesInToolTipsAsTheyAre()
 {
     MainWindowFixture f;
-    f.log(text("QZviewer/&amp;.log"));
+    f.log("QZviewer/&amp;.log");
     f.open();
     show(f);
     const QPoint at = f.table()->visualItemRect(f.table()->item(0, 2)).center();
@@ -508,7 +505,7 @@ void SdkLogTable::showsNamesInToolTipsAsTheyAre()
     QCoreApplication::sendEvent(f.table()->viewport(), &help);
     QTextDocument shown;
     shown.setHtml(QToolTip::text());
-    QVERIFY2(shown.toPlainText().remove(QChar::LineFeed).endsWith(text("&amp;.log")),
+    QVERIFY2(shown.toPlainText().remove(QChar::LineFeed).endsWith("&amp;.log"),
              qPrintable(shown.toPlainText()));
 }
 

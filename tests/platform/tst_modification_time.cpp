@@ -1,6 +1,5 @@
 #include "ModificationTime.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 
 #include <QFileInfo>
 #include <QtTest>
@@ -27,15 +26,14 @@ void ModificationTimeTest::isInMilliseconds()
 {
     QFETCH(qint64, time);
     ScratchFolder folder;
-    const QString file =
-        folder.file(QString::fromUtf8("日志 1.log"), "x", QDateTime::fromMSecsSinceEpoch(time));
+    const QString file = folder.file("日志 1.log", "x", QDateTime::fromMSecsSinceEpoch(time));
     QCOMPARE(modificationTime(QFileInfo(file)), time);
 }
 
 void ModificationTimeTest::isNullWithoutTheFile()
 {
     const ScratchFolder folder;
-    QCOMPARE(modificationTime(QFileInfo(folder.path(text("missing.log")))), 0);
+    QCOMPARE(modificationTime(QFileInfo(folder.path("missing.log"))), 0);
 }
 
 QTEST_GUILESS_MAIN(ModificationTimeTest)

@@ -24,14 +24,14 @@ private:
 
 void SharedFileTest::readsAFile()
 {
-    QFile file(scratch.file(QStringLiteral("a.log"), "one\r\ntwo\n"));
+    QFile file(scratch.file("a.log", "one\r\ntwo\n"));
     QVERIFY(openShared(file));
     QCOMPARE(file.readAll(), QByteArray("one\r\ntwo\n"));
 }
 
 void SharedFileTest::refusesAMissingFile()
 {
-    QFile file(scratch.path(QStringLiteral("missing.log")));
+    QFile file(scratch.path("missing.log"));
     QVERIFY(!openShared(file));
     QVERIFY(!file.isOpen());
     QFile nameless;
@@ -40,14 +40,14 @@ void SharedFileTest::refusesAMissingFile()
 
 void SharedFileTest::refusesAFolder()
 {
-    QFile file(scratch.folder(QStringLiteral("folder.log")));
+    QFile file(scratch.folder("folder.log"));
     QVERIFY(!openShared(file));
 }
 
 void SharedFileTest::refusesAPipeWithoutWaitingForItsWriter()
 {
-    QFile file(scratch.path(QStringLiteral("pipe.log")));
-    if (QProcess::execute(QStringLiteral("mkfifo"), {file.fileName()}) != 0)
+    QFile file(scratch.path("pipe.log"));
+    if (QProcess::execute("mkfifo", {file.fileName()}) != 0)
         QSKIP("no pipes among files here");
     QVERIFY(!openShared(file));
 }
@@ -62,14 +62,14 @@ void SharedFileTest::refusesADevice()
 
 void SharedFileTest::opensNamesBeyondAscii()
 {
-    QFile file(scratch.file(QString::fromUtf8("日志 ä.log"), "x"));
+    QFile file(scratch.file("日志 ä.log", "x"));
     QVERIFY(openShared(file));
     QCOMPARE(file.readAll(), QByteArray("x"));
 }
 
 void SharedFileTest::letsTheWriterGoOnAndDelete()
 {
-    const QString path = scratch.path(QStringLiteral("growing.log"));
+    const QString path = scratch.path("growing.log");
     QFile writer(path);
     QVERIFY(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     writer.write("one\n");
@@ -79,17 +79,17 @@ void SharedFileTest::letsTheWriterGoOnAndDelete()
     writer.write("two\n");
     QCOMPARE(file.readAll(), QByteArray("two\n"));
     writer.close();
-    QVERIFY(QFile::rename(path, path + QLatin1String(".1")));
-    QVERIFY(QFile::remove(path + QLatin1String(".1")));
+    QVERIFY(QFile::rename(path, path + ".1"));
+    QVERIFY(QFile::remove(path + ".1"));
 }
 
 void SharedFileTest::saysWhetherAFileIsReadable()
 {
-    QVERIFY(isReadable(scratch.file(QStringLiteral("a.log"), "a")));
-    QVERIFY(!isReadable(scratch.path(QStringLiteral("missing.log"))));
-    QVERIFY(!isReadable(scratch.folder(QStringLiteral("folder.log"))));
-    const QString pipe = scratch.path(QStringLiteral("another pipe.log"));
-    if (QProcess::execute(QStringLiteral("mkfifo"), {pipe}) == 0)
+    QVERIFY(isReadable(scratch.file("a.log", "a")));
+    QVERIFY(!isReadable(scratch.path("missing.log")));
+    QVERIFY(!isReadable(scratch.folder("folder.log")));
+    const QString pipe = scratch.path("another pipe.log");
+    if (QProcess::execute("mkfifo", {pipe}) == 0)
         QVERIFY(!isReadable(pipe));
 }
 

@@ -6,7 +6,6 @@
 #include "LogConfig.h"
 #include "Noise.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 #include "ZipContents.h"
 #include "ZipTools.h"
 
@@ -21,20 +20,20 @@ struct ProgramFixture
 {
     using Contents = QMap<QString, QByteArray>;
 
-    explicit ProgramFixture(const QString &homeName = QStringLiteral("home"))
+    explicit ProgramFixture(const QString &homeName = QString("home"))
         : home(scratch.folder(homeName))
-        , temporary(scratch.folder(QStringLiteral("tmp")))
-        , client(home + QStringLiteral("/.config"), home + QStringLiteral("/Client/QZviewer.exe,0"))
-        , traces(temporary, QStringLiteral("Pemberk Vantreldriven_program"))
+        , temporary(scratch.folder("tmp"))
+        , client(home + "/.config", home + "/Client/QZviewer.exe,0")
+        , traces(temporary, "Pemberk Vantreldriven_program")
     {
-        file(QStringLiteral("Client/SDKLOG_default.properties"), infoFile);
-        file(QStringLiteral("AppData/Roaming/QZviewer/language.ini"), "[language]\nlang=1\n");
+        file("Client/SDKLOG_default.properties", infoFile);
+        file("AppData/Roaming/QZviewer/language.ini", "[language]\nlang=1\n");
     }
 
-    [[nodiscard]] QString path(const QString &name) const { return home + QLatin1Char('/') + name; }
+    [[nodiscard]] QString path(const QString &name) const { return home + '/' + name; }
     QString file(const QString &name, const QByteArray &contents)
     {
-        return scratch.file(QFileInfo(home).fileName() + QLatin1Char('/') + name, contents);
+        return scratch.file(QFileInfo(home).fileName() + '/' + name, contents);
     }
 
     /// Creates @p count logs of @p size bytes each and their expected contents.
@@ -42,26 +41,26 @@ struct ProgramFixture
     {
         for (int i = 0; i < count; ++i) {
             const QByteArray contents = noise(size, quint32(i + 1));
-            const QString log = QStringLiteral("%1.log").arg(i);
-            const QString gentl = QStringLiteral("gentl_cxp_log/%1.txt").arg(i);
-            file(QStringLiteral("QZSDK/QZviewer/") + log, contents);
-            file(QStringLiteral("QZSDK/QZviewer/") + gentl, contents);
-            logs[QStringLiteral("SDKLOG/") + log] = contents;
-            logs[QStringLiteral("SDKLOG/") + gentl] = contents;
+            const QString log = QString("%1.log").arg(i);
+            const QString gentl = QString("gentl_cxp_log/%1.txt").arg(i);
+            file("QZSDK/QZviewer/" + log, contents);
+            file("QZSDK/QZviewer/" + gentl, contents);
+            logs["SDKLOG/" + log] = contents;
+            logs["SDKLOG/" + gentl] = contents;
         }
-        file(QStringLiteral("QZSDK/QZviewer/client.dmp"), "dump");
+        file("QZSDK/QZviewer/client.dmp", "dump");
     }
 
     /// Whether all logs and settings are unchanged.
     [[nodiscard]] bool nothingIsLost()
     {
         for (auto log = logs.begin(); log != logs.end(); ++log) {
-            const QString name = log.key().mid(QStringLiteral("SDKLOG/").size());
-            if (read(path(QStringLiteral("QZSDK/QZviewer/") + name)) != log.value())
+            const QString name = log.key().mid(QString("SDKLOG/").size());
+            if (read(path("QZSDK/QZviewer/" + name)) != log.value())
                 return false;
         }
-        return read(path(QStringLiteral("QZSDK/QZviewer/client.dmp"))) == "dump" &&
-               read(path(QStringLiteral("Client/SDKLOG_default.properties"))) == infoFile;
+        return read(path("QZSDK/QZviewer/client.dmp")) == "dump" &&
+               read(path("Client/SDKLOG_default.properties")) == infoFile;
     }
 
     [[nodiscard]] static QByteArray read(const QString &name)
@@ -73,15 +72,14 @@ struct ProgramFixture
     [[nodiscard]] std::unique_ptr<Copy> start(const QStringList &zips,
                                               const QMap<QString, QString> &more = {}) const
     {
-        QMap<QString, QString> variables{{text("HOME"), home},
-                                         {text("XDG_CONFIG_HOME"), home + text("/.config")},
-                                         {text("TMPDIR"), temporary},
-                                         {text("LC_ALL"), text("C.UTF-8")},
-                                         {text("ASAN_OPTIONS"), text("detect_leaks=0")}};
+        QMap<QString, QString> variables{{"HOME", home},
+                                         {"XDG_CONFIG_HOME", home + "/.config"},
+                                         {"TMPDIR", temporary},
+                                         {"LC_ALL", "C.UTF-8"},
+                                         {"ASAN_OPTIONS", "detect_leaks=0"}};
         for (auto variable = more.begin(); variable != more.end(); ++variable)
             variables[variable.key()] = variable.value();
-        return std::make_unique<Copy>(text(VANTREL_DRIVEN_PROGRAM), zips, variables,
-                                      text(VANTREL_BIN));
+        return std::make_unique<Copy>(VANTREL_DRIVEN_PROGRAM, zips, variables, VANTREL_BIN);
     }
 
     ScratchFolder scratch;
@@ -97,7 +95,7 @@ struct ProgramFixture
 {
     ProgramFixture::Contents logs;
     for (auto entry = contents.begin(); entry != contents.end(); ++entry) {
-        if (entry.key().startsWith(QLatin1String("SDKLOG/")))
+        if (entry.key().startsWith("SDKLOG/"))
             logs.insert(entry.key(), entry.value());
     }
     return logs;

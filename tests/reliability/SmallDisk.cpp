@@ -15,7 +15,7 @@ namespace {
 
 QString failure(const char *what)
 {
-    return QStringLiteral("%1: %2").arg(QLatin1String(what), QString::fromUtf8(strerror(errno)));
+    return QString("%1: %2").arg(what, QString::fromUtf8(strerror(errno)));
 }
 
 void insist(bool done, const char *what)
@@ -70,7 +70,7 @@ QString SmallDisk::prepare()
 
 SmallDisk::SmallDisk(qint64 bytes, int files)
     : temporaryBefore(qgetenv("TMPDIR"))
-    , options(QStringLiteral("size=%1,nr_inodes=%2,mode=1777").arg(bytes).arg(files))
+    , options(QString("size=%1,nr_inodes=%2,mode=1777").arg(bytes).arg(files))
 {
     const QByteArray path = QFile::encodeName(mountPoint.path());
     if (mount("none", path.constData(), "tmpfs", 0, options.toLatin1().constData()) != 0)
@@ -111,18 +111,18 @@ void SmallDisk::leaveBytes(qint64 bytes)
 
 void SmallDisk::leaveFiles(qint64 files)
 {
-    const QString folder = mountPoint.filePath(QStringLiteral("ballasts"));
+    const QString folder = mountPoint.filePath("ballasts");
     insist(QDir().mkpath(folder), "ballast folder");
     for (int i = 0; freeFiles() > files; ++i) {
-        QFile file(QStringLiteral("%1/%2").arg(folder).arg(i));
+        QFile file(QString("%1/%2").arg(folder).arg(i));
         insist(file.open(QIODevice::WriteOnly), "ballast file");
     }
 }
 
 void SmallDisk::makeRoom()
 {
-    QFile::remove(mountPoint.filePath(QStringLiteral("ballast")));
-    QDir(mountPoint.filePath(QStringLiteral("ballasts"))).removeRecursively();
+    QFile::remove(mountPoint.filePath("ballast"));
+    QDir(mountPoint.filePath("ballasts")).removeRecursively();
 }
 
 void SmallDisk::setReadOnly(bool on)

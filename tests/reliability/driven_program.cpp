@@ -42,7 +42,7 @@ void drive(Vantrel &window, const QStringList &zips)
 int main(int argc, char **argv)
 {
     configureQtBeforeStart();
-    SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
+    SingleApplication app(argc, argv, "Pemberk Vantrel");
     if (app.isRunning()) {
         tell("second");
         return 0;

@@ -2,7 +2,6 @@
 #include "Hub.h"
 #include "MainWindowFixture.h"
 #include "SeededRandom.h"
-#include "Text.h"
 #include "ViewerFixture.h"
 #include "ZipTools.h"
 
@@ -24,19 +23,19 @@ namespace {
 /// A zip is valid only after its last byte is written.
 bool isWholeZip(const QString &path)
 {
-    return QFileInfo::exists(path) && !zipContents(path).contains(text("not a zip"));
+    return QFileInfo::exists(path) && !zipContents(path).contains("not a zip");
 }
 
 /// The contents of a zip of all listed logs, requested now and processed after all earlier
 /// requests.
 QMap<QString, QByteArray> lastExport(MainWindowFixture &f)
 {
-    const QString zip = f.home.path(text("last.zip"));
+    const QString zip = f.home.path("last.zip");
     hub().exportPath = zip;
     f.find<QAction>("actionExportAll")->trigger();
     return QTest::qWaitFor([&] { return isWholeZip(zip); }, 60000)
                ? verifiedZipContents(zip)
-               : QMap<QString, QByteArray>{{text("no zip"), {}}};
+               : QMap<QString, QByteArray>{{"no zip", {}}};
 }
 
 } // namespace
@@ -46,9 +45,9 @@ void BusyWindows::theSourceIsSwitchedWhileExportsRun()
     MainWindowFixture f;
     const int sources = 5;
     for (int source = 0; source < sources; ++source) {
-        const QString folder = source == 0 ? text("QZviewer") : text("QZtool%1").arg(source);
+        const QString folder = source == 0 ? "QZviewer" : QString("QZtool%1").arg(source);
         for (int log = 0; log < 10; ++log)
-            f.log(text("%1/%2-%3.log").arg(folder).arg(source).arg(log),
+            f.log(QString("%1/%2-%3.log").arg(folder).arg(source).arg(log),
                   QByteArray(2000, char('a' + source)));
     }
     f.open();
@@ -62,7 +61,7 @@ void BusyWindows::theSourceIsSwitchedWhileExportsRun()
         combo->setCurrentIndex(i % sources);
         QCOMPARE(f.listedNames().size(), 10);
         if (i % 10 == 0) {
-            zips.append(f.home.path(text("%1.zip").arg(i)));
+            zips.append(f.home.path(QString("%1.zip").arg(i)));
             hub().exportPath = zips.last();
             f.find<QAction>("actionExportAll")->trigger();
         }
@@ -70,11 +69,11 @@ void BusyWindows::theSourceIsSwitchedWhileExportsRun()
     }
     // A request still queued would take the logs chosen for the last one.
     QVERIFY(QTest::qWaitFor([&] { return isWholeZip(zips.last()); }, 60000));
-    combo->setCurrentIndex(combo->findText(text("QZtool3")));
+    combo->setCurrentIndex(combo->findText("QZtool3"));
     const auto last = lastExport(f);
     QCOMPARE(last.size(), 10);
     for (int log = 0; log < 10; ++log)
-        QCOMPARE(last.value(text("SDKLOG/3-%1.log").arg(log)), QByteArray(2000, 'd'));
+        QCOMPARE(last.value(QString("SDKLOG/3-%1.log").arg(log)), QByteArray(2000, 'd'));
 
     for (const QString &zip : zips) {
         kept.keep(zip);
@@ -96,8 +95,8 @@ void BusyWindows::theViewerLoadsWhileTheFileIsRewritten()
     QByteArray whole;
     for (int i = 0; i < lines; ++i)
         whole += logLine(i % 2 == 0 ? "INFO" : "ERROR", QByteArray::number(i)) + '\n';
-    const QString path = f.folder.file(text("busy.log"), whole);
-    const QString other = f.folder.file(text("other.log"), logLine("INFO") + '\n');
+    const QString path = f.folder.file("busy.log", whole);
+    const QString other = f.folder.file("other.log", logLine("INFO") + '\n');
     {
         BackgroundLoop writer([&](int round) {
             QFile file(path);
@@ -111,8 +110,8 @@ void BusyWindows::theViewerLoadsWhileTheFileIsRewritten()
                     file.write(whole.left(5000));
                 break;
             case 2: // rolled over
-                QFile::rename(path, path + text(".%1").arg(round % 3));
-                QFile::remove(path + text(".%1").arg((round + 1) % 3));
+                QFile::rename(path, path + QString(".%1").arg(round % 3));
+                QFile::remove(path + QString(".%1").arg((round + 1) % 3));
                 break;
             default:
                 file.resize(round % whole.size());
@@ -120,40 +119,39 @@ void BusyWindows::theViewerLoadsWhileTheFileIsRewritten()
         });
         for (int i = times("VANTREL_LOADS", 150); i > 0; --i) {
             (void)f.open(path);
-            f.search(i % 2 == 0 ? text("ERROR.*1") : text("INFO"));
+            f.search(i % 2 == 0 ? "ERROR.*1" : "INFO");
             f.pressEnter(QString()); // reloads the file
             QVERIFY(f.filledRows() <= 100000);
             QVERIFY(f.open(other));
-            QCOMPARE(f.text(0, 3), text(" frame received"));
+            QCOMPARE(f.text(0, 3), " frame received");
         }
         QVERIFY(writer.roundsSoFar() > 0);
     }
-    f.folder.file(text("busy.log"), whole);
+    f.folder.file("busy.log", whole);
     QVERIFY(f.open(path));
     QCOMPARE(f.filledRows(), lines);
     for (int i = 0; i < lines; ++i)
-        QCOMPARE(f.text(i, 3), QLatin1Char(' ') + QString::number(i));
+        QCOMPARE(f.text(i, 3), ' ' + QString::number(i));
 }
 
 void BusyWindows::logsFromAnotherTimeAreListedAndExported()
 {
     MainWindowFixture f;
     const QDateTime now = QDateTime::currentDateTime();
-    f.log(text("QZviewer/now.log"), "now\n", now);
-    f.log(text("QZviewer/next year.log"), "next year\n", now.addYears(1));
-    f.log(text("QZviewer/2037.log"), "2037\n", QDateTime(QDate(2037, 12, 31), QTime(12, 0)));
-    f.log(text("QZviewer/1980.log"), "1980\n", QDateTime(QDate(1980, 1, 1), QTime(0, 0)));
-    f.log(text("QZviewer/1970.log"), "1970\n", QDateTime(QDate(1970, 1, 2), QTime(0, 0)));
+    f.log("QZviewer/now.log", "now\n", now);
+    f.log("QZviewer/next year.log", "next year\n", now.addYears(1));
+    f.log("QZviewer/2037.log", "2037\n", QDateTime(QDate(2037, 12, 31), QTime(12, 0)));
+    f.log("QZviewer/1980.log", "1980\n", QDateTime(QDate(1980, 1, 1), QTime(0, 0)));
+    f.log("QZviewer/1970.log", "1970\n", QDateTime(QDate(1970, 1, 2), QTime(0, 0)));
     f.open();
     f.window->show();
-    QCOMPARE(f.listedNames(), QStringList({text("2037.log"), text("next year.log"), text("now.log"),
-                                           text("1980.log"), text("1970.log")}));
-    QCOMPARE(lastExport(f),
-             (QMap<QString, QByteArray>{{text("SDKLOG/now.log"), "now\n"},
-                                        {text("SDKLOG/next year.log"), "next year\n"},
-                                        {text("SDKLOG/2037.log"), "2037\n"},
-                                        {text("SDKLOG/1980.log"), "1980\n"},
-                                        {text("SDKLOG/1970.log"), "1970\n"}}));
+    QCOMPARE(f.listedNames(),
+             QStringList({"2037.log", "next year.log", "now.log", "1980.log", "1970.log"}));
+    QCOMPARE(lastExport(f), (QMap<QString, QByteArray>{{"SDKLOG/now.log", "now\n"},
+                                                       {"SDKLOG/next year.log", "next year\n"},
+                                                       {"SDKLOG/2037.log", "2037\n"},
+                                                       {"SDKLOG/1980.log", "1980\n"},
+                                                       {"SDKLOG/1970.log", "1970\n"}}));
 }
 
 QTEST_MAIN(BusyWindows)

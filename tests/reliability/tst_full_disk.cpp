@@ -3,7 +3,6 @@
 #include "FullJob.h"
 #include "Noise.h"
 #include "SmallDisk.h"
-#include "Text.h"
 
 /// The disk becomes full at every point of an export with every item. At each point the worker
 /// continues, the user's files stay, there is no incomplete zip, and with free space the next
@@ -50,8 +49,7 @@ bool isPartOf(const Contents &found, const Contents &whole)
 {
     for (auto entry = found.begin(); entry != found.end(); ++entry) {
         const QByteArray wanted = whole.value(entry.key());
-        const bool mayBeCut =
-            entry.key().endsWith(text(".txt")) || entry.key().endsWith(text(".evtx"));
+        const bool mayBeCut = entry.key().endsWith(".txt") || entry.key().endsWith(".evtx");
         if (mayBeCut ? !wanted.startsWith(entry.value()) : wanted != entry.value())
             return false;
     }
@@ -75,10 +73,9 @@ void endsWell(FullJob &job, KeptZips &kept, const char *fault, qint64 room)
     const QByteArray where = QByteArray(fault) + " at " + QByteArray::number(room);
     if (QFileInfo::exists(job.f.zip())) {
         const Contents found = job.packed(&kept);
-        QVERIFY2(isPartOf(found, job.whole),
-                 where + ": " + found.keys().join(QLatin1Char(' ')).toUtf8());
+        QVERIFY2(isPartOf(found, job.whole), where + ": " + found.keys().join(' ').toUtf8());
         QVERIFY2(found == job.whole || job.f.output.lines().size() > job.printed({}).size() ||
-                     job.f.output.lines().contains(text("false")),
+                     job.f.output.lines().contains("false"),
                  where);
     } else {
         QVERIFY2(!job.f.output.lines().isEmpty(), where);
@@ -149,8 +146,8 @@ void FullDisk::thereAreNoMoreFilesFromSomePointOn()
             disk.leaveFiles(left);
             return qScopeGuard([&] { disk.makeRoom(); });
         }));
-        QCOMPARE(job.f.output.contains(text("mkdir failed")), left == 0);
-        QCOMPARE(job.f.output.contains(text("mkpath failed")), left == 1);
+        QCOMPARE(job.f.output.contains("mkdir failed"), left == 0);
+        QCOMPARE(job.f.output.contains("mkpath failed"), left == 1);
         endsWell(job, kept, "files", left);
         if (QTest::currentTestFailed())
             return;
@@ -170,7 +167,7 @@ void FullDisk::theDiskIsReadOnly()
         disk.setReadOnly(true);
         return qScopeGuard([&] { disk.setReadOnly(false); });
     }));
-    QVERIFY(job.f.output.contains(text("mkdir failed")));
+    QVERIFY(job.f.output.contains("mkdir failed"));
     QVERIFY(!QFileInfo::exists(job.f.zip()));
     isWholeAgain(job, kept);
     QCOMPARE(kept.complaint(), QString());

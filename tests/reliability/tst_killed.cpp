@@ -1,6 +1,5 @@
 #include "ProgramFixture.h"
 #include "SeededRandom.h"
-#include "Text.h"
 
 #include <QElapsedTimer>
 
@@ -21,7 +20,7 @@ namespace {
 QStringList unexpected(const ProgramFixture::Contents &contents, const QStringList &usual)
 {
     static const QRegularExpression left(
-        text(R"(/qt_temp\.\w+$|^(Application|System)Events(\(\d+\))?\.evtx$)"));
+        R"(/qt_temp\.\w+$|^(Application|System)Events(\(\d+\))?\.evtx$)");
     QStringList names;
     for (const QString &name : contents.keys()) {
         if (!usual.contains(name) && !left.match(name).hasMatch())
@@ -35,11 +34,11 @@ QStringList unexpected(const ProgramFixture::Contents &contents, const QStringLi
 void Killed::atRandomMomentsOfAnExport()
 {
     QRandomGenerator chance = seededRandom();
-    ProgramFixture f(text("Zoë's 家 home"));
+    ProgramFixture f("Zoë's 家 home");
     f.layOutLogs(8, 250'000);
     KeptZips kept;
-    const QString zip = f.path(text("QZSDK/UserLogInfo.zip"));
-    const QString second = f.path(text("QZSDK/second.zip"));
+    const QString zip = f.path("QZSDK/UserLogInfo.zip");
+    const QString second = f.path("QZSDK/second.zip");
 
     // The duration and contents of an undisturbed export.
     const auto undisturbed = f.start({zip});
@@ -62,7 +61,7 @@ void Killed::atRandomMomentsOfAnExport()
             if (!QTest::qWaitFor([&] { return killed->output().contains("exported"); }, moment))
                 killed->kill();
         }
-        inTheMidst += QFileInfo::exists(f.path(text("QZSDK/LogInfo"))) ? 1 : 0;
+        inTheMidst += QFileInfo::exists(f.path("QZSDK/LogInfo")) ? 1 : 0;
         QVERIFY(f.nothingIsLost());
 
         const auto next = f.start({zip, second});
@@ -70,9 +69,9 @@ void Killed::atRandomMomentsOfAnExport()
         QCOMPARE(next->output(),
                  (QByteArrayList{"exporting", "exported", "exporting", "exported"}));
         QVERIFY(f.nothingIsLost());
-        QVERIFY(!QFileInfo::exists(f.path(text("QZSDK/LogInfo"))));
+        QVERIFY(!QFileInfo::exists(f.path("QZSDK/LogInfo")));
         const auto contents = zipContents(zip);
-        QCOMPARE(unexpected(contents, usual).join(QLatin1Char(' ')), QString());
+        QCOMPARE(unexpected(contents, usual).join(' '), QString());
         for (const QString &name : usual)
             QVERIFY2(contents.contains(name), qPrintable(name));
         for (auto log = f.logs.begin(); log != f.logs.end(); ++log)
@@ -80,7 +79,7 @@ void Killed::atRandomMomentsOfAnExport()
         // The second export after the kill has no leftovers.
         QCOMPARE(zipEntryNames(second), usual);
         QCOMPARE(logsIn(zipContents(second)), f.logs);
-        QCOMPARE(zipContents(second).value(text("SystemInfo.txt")).count("Memory Load"), 1);
+        QCOMPARE(zipContents(second).value("SystemInfo.txt").count("Memory Load"), 1);
         kept.keep(zip);
         kept.keep(second);
     }

@@ -28,7 +28,7 @@ class MemoryLimit
 public:
     explicit MemoryLimit(qint64 more)
     {
-        QFile status(QStringLiteral("/proc/self/statm"));
+        QFile status("/proc/self/statm");
         if (!status.open(QIODevice::ReadOnly))
             qFatal("cannot read how much memory there is in use");
         const qint64 pages = status.readAll().split(' ').value(0).toLongLong();
@@ -81,7 +81,7 @@ void LowMemory::endsASearchThatRunsOutOfMemory()
     if (isSanitized())
         QSKIP(whySkipped);
     ScratchFolder scratch;
-    const QString log = scratch.sparseFile(QStringLiteral("one line.log"), 512 * megabyte);
+    const QString log = scratch.sparseFile("one line.log", 512 * megabyte);
     bool failed = false;
     {
         const MemoryLimit limit(32 * megabyte);
@@ -99,9 +99,9 @@ void LowMemory::showsTheLinesForWhichThereIsMemory()
     ScratchFolder scratch;
     const QByteArray line =
         "2024-03-02 12:00:00.250 INFO [1] [Camera] " + QByteArray(10 * megabyte, 'x') + '\n';
-    const QString log = scratch.file(QStringLiteral("long lines.log"), line.repeated(10));
+    const QString log = scratch.file("long lines.log", line.repeated(10));
     LogViewer viewer(nullptr);
-    auto *const table = viewer.findChild<QTableWidget *>(QStringLiteral("tableWidget"));
+    auto *const table = viewer.findChild<QTableWidget *>("tableWidget");
     const Diagnostics diagnostics;
     const DebugCapture output;
     {
@@ -115,7 +115,7 @@ void LowMemory::showsTheLinesForWhichThereIsMemory()
     QCOMPARE(table->item(shown - 1, 3)->toolTip().size(), line.size() - 1);
     QCOMPARE(table->rowCount(), shown + 5);
     QVERIFY(output.contains(
-        QStringLiteral("out of memory, left out from line %1 on: \"%2\"").arg(shown + 1).arg(log)));
+        QString("out of memory, left out from line %1 on: \"%2\"").arg(shown + 1).arg(log)));
 }
 
 void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
@@ -123,22 +123,21 @@ void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()
     if (isSanitized())
         QSKIP(whySkipped);
     ScratchFolder scratch;
-    const QString zip = scratch.path(QStringLiteral("a.zip"));
-    const QString small = scratch.file(QStringLiteral("small"), "small");
-    const QString large = scratch.sparseFile(QStringLiteral("large"), 1024 * megabyte);
+    const QString zip = scratch.path("a.zip");
+    const QString small = scratch.file("small", "small");
+    const QString large = scratch.sparseFile("large", 1024 * megabyte);
     const Diagnostics diagnostics;
     const DebugCapture output;
     {
         ZipArchive archive(zip);
         const MemoryLimit limit(256 * megabyte);
-        archive.addFile(QStringLiteral("before"), small);
-        archive.addFile(QStringLiteral("large"), large);
-        archive.addFile(QStringLiteral("behind"), small);
+        archive.addFile("before", small);
+        archive.addFile("large", large);
+        archive.addFile("behind", small);
         QVERIFY(archive.close());
     }
-    QCOMPARE(zipEntryNames(zip), QStringList({QStringLiteral("before"), QStringLiteral("behind")}));
-    QVERIFY(
-        output.contains(QStringLiteral("out of memory, left out of the zip: \"%1\"").arg(large)));
+    QCOMPARE(zipEntryNames(zip), QStringList({"before", "behind"}));
+    QVERIFY(output.contains(QString("out of memory, left out of the zip: \"%1\"").arg(large)));
 }
 
 void LowMemory::leavesAPropertiesFileAsItIs_data()
@@ -154,9 +153,9 @@ void LowMemory::leavesAPropertiesFileAsItIs()
         QSKIP(whySkipped);
     QFETCH(qint64, memory);
     ScratchFolder scratch;
-    const QString path = scratch.file(QStringLiteral("sdk.properties"), infoFile);
+    const QString path = scratch.file("sdk.properties", infoFile);
     QVERIFY(QFile::resize(path, 200 * megabyte));
-    const QByteArray before = scratch.read(QStringLiteral("sdk.properties"));
+    const QByteArray before = scratch.read("sdk.properties");
     LogLevelRewrite rewrite(path);
     const DebugCapture output;
     const Diagnostics diagnostics;
@@ -164,8 +163,8 @@ void LowMemory::leavesAPropertiesFileAsItIs()
         const MemoryLimit limit(memory);
         QCOMPARE(rewrite.apply(1), LogLevelRewrite::Outcome::Unreadable);
     }
-    QVERIFY(output.contains(QStringLiteral("log config too large for memory: ")));
-    QVERIFY(scratch.read(QStringLiteral("sdk.properties")) == before);
+    QVERIFY(output.contains("log config too large for memory: "));
+    QVERIFY(scratch.read("sdk.properties") == before);
 }
 
 QTEST_MAIN(LowMemory)

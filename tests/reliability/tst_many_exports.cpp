@@ -1,6 +1,5 @@
 #include "FullJob.h"
 #include "SeededRandom.h"
-#include "Text.h"
 
 #include <vector>
 
@@ -35,13 +34,13 @@ const std::vector<Flag> flags = [] {
 Flag flagOf(const QString &entry)
 {
     static const QMap<QString, Flag> brought{
-        {text("SDKLOG/"), &CConfiguration::sdkLog},
-        {text("ApplicationEvents.evtx"), &CConfiguration::systemLog},
-        {text("SystemEvents.evtx"), &CConfiguration::systemLog},
-        {text("SystemInfo.txt"), &CConfiguration::systemInfo},
-        {text("NICInfo.txt"), &CConfiguration::nicInfo},
-        {text("SystemDmp.zip"), &CConfiguration::systemDump},
-        {text("ClientDump.zip"), &CConfiguration::clientDump},
+        {"SDKLOG/", &CConfiguration::sdkLog},
+        {"ApplicationEvents.evtx", &CConfiguration::systemLog},
+        {"SystemEvents.evtx", &CConfiguration::systemLog},
+        {"SystemInfo.txt", &CConfiguration::systemInfo},
+        {"NICInfo.txt", &CConfiguration::nicInfo},
+        {"SystemDmp.zip", &CConfiguration::systemDump},
+        {"ClientDump.zip", &CConfiguration::clientDump},
     };
     for (auto flag = brought.begin(); flag != brought.end(); ++flag) {
         if (entry.startsWith(flag.key()))
@@ -77,7 +76,7 @@ struct Choice
         for (auto entry = whole.begin(); entry != whole.end(); ++entry) {
             const Flag flag = flagOf(entry.key());
             const bool isLog = flag == &CConfiguration::sdkLog;
-            const bool isChosenLog = entry.key() == text("SDKLOG/a.log");
+            const bool isChosenLog = entry.key() == "SDKLOG/a.log";
             const bool wanted = isLog ? copiesLogs() && (chosenLog || !isChosenLog)
                                       : hub().*flag && !(sdkLogOnly && copiesLogs());
             if (wanted)
@@ -97,7 +96,7 @@ void ManyExports::twoHundredAreQueuedAtOnce()
 {
     FullJob job;
     const int count = times("VANTREL_QUEUED", manyRequests);
-    const auto zip = [&](int i) { return job.f.scratch.path(text("%1.zip").arg(i)); };
+    const auto zip = [&](int i) { return job.f.scratch.path(QString("%1.zip").arg(i)); };
     job.f.choose({job.log});
     for (int i = 0; i < count; ++i)
         job.f.worker.enqueueExport(zip(i));
@@ -110,10 +109,10 @@ void ManyExports::twoHundredAreQueuedAtOnce()
         // The first request took the chosen log; everything else is in each zip.
         QStringList expected = names;
         if (i > 0)
-            expected.removeAll(text("SDKLOG/a.log"));
+            expected.removeAll("SDKLOG/a.log");
         QCOMPARE(zipEntryNames(zip(i)), expected);
     }
-    QVERIFY(names.contains(text("SDKLOG/a.log")));
+    QVERIFY(names.contains("SDKLOG/a.log"));
     QCOMPARE(kept.count(), count);
     QCOMPARE(kept.complaint(), QString());
     QVERIFY(!QFileInfo::exists(job.f.staging()));
@@ -124,7 +123,7 @@ void ManyExports::twoHundredAreQueuedAtOnce()
 void ManyExports::twoHundredAreQueuedWhileTheWorkerGoes()
 {
     ScratchFolder zips;
-    const auto zip = [&](int i) { return zips.path(text("%1.zip").arg(i)); };
+    const auto zip = [&](int i) { return zips.path(QString("%1.zip").arg(i)); };
     int dropped = 0;
     {
         FullJob job;
@@ -149,8 +148,8 @@ void ManyExports::twoHundredAreQueuedWhileTheWorkerGoes()
 void ManyExports::everyChoiceOfItems()
 {
     FullJob job;
-    job.f.log(text("gentl_cxp_log/g.txt"), "gentl");
-    job.whole[text("SDKLOG/gentl_cxp_log/g.txt")] = "gentl";
+    job.f.log("gentl_cxp_log/g.txt", "gentl");
+    job.whole["SDKLOG/gentl_cxp_log/g.txt"] = "gentl";
     // Only the dump archives are zips, which exist whenever their flag is set.
     KeptZips kept;
     for (std::size_t number = 0; number < Choice::count(); ++number) {

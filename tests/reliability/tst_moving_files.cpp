@@ -4,7 +4,6 @@
 #include "FullJob.h"
 #include "Noise.h"
 #include "SeededRandom.h"
-#include "Text.h"
 
 /// Other programs write, truncate, lock and remove files and folders during exports. Each zip is
 /// valid and contains every untouched file, and an undisturbed export is complete.
@@ -39,7 +38,7 @@ struct BusyJob : FullJob
 {
     BusyJob()
         : FullJob(filling)
-        , busy(f.log(text("busy.log"), contents))
+        , busy(f.log("busy.log", contents))
     {
     }
 
@@ -59,14 +58,14 @@ struct BusyJob : FullJob
     bool restIsWhole(QByteArray &ofBusy)
     {
         Contents found = packed(&kept);
-        ofBusy = found.take(text("SDKLOG/busy.log"));
-        found.remove(text("SDKLOG/busy.log"));
+        ofBusy = found.take("SDKLOG/busy.log");
+        found.remove("SDKLOG/busy.log");
         return found == whole;
     }
 
     void isWholeUndisturbed()
     {
-        f.scratch.file(text("QZSDK/QZviewer/busy.log"), contents);
+        f.scratch.file("QZSDK/QZviewer/busy.log", contents);
         QVERIFY(QFile::setPermissions(busy, Everybody::mayReadAndWrite));
         f.output.take();
         QVERIFY(runBoth());
@@ -106,8 +105,7 @@ void isWhole(FullJob &job, KeptZips &kept)
 
 void openToEverybody(const FullJob &job)
 {
-    for (const QString &folder :
-         {job.f.scratch.path(), job.f.base(), job.f.base() + text("QZviewer")})
+    for (const QString &folder : {job.f.scratch.path(), job.f.base(), job.f.base() + "QZviewer"})
         QVERIFY(QFile::setPermissions(folder, Everybody::mayDoAll));
 }
 
@@ -142,7 +140,7 @@ void MovingFiles::aLogIsReplacedAndRemovedWhileItIsCopied()
     BusyJob job;
     {
         BackgroundLoop other([&](int round) {
-            const QString next = job.busy + text(".next");
+            const QString next = job.busy + ".next";
             QFile file(next);
             if (file.open(QIODevice::WriteOnly))
                 file.write(job.contents);
@@ -171,7 +169,7 @@ void MovingFiles::theRightToReadComesAndGoes()
     QVERIFY(QFile::remove(job.busy));
     {
         const OrdinaryUser owner;
-        job.f.scratch.file(text("QZSDK/QZviewer/busy.log"), job.contents);
+        job.f.scratch.file("QZSDK/QZviewer/busy.log", job.contents);
     }
     {
         BackgroundLoop owner([&](int round) {
@@ -196,8 +194,8 @@ void MovingFiles::theSourceFolderComesAndGoes()
 {
     FullJob job(filling);
     KeptZips kept;
-    const QString source = job.f.base() + text("QZviewer");
-    const QString away = job.f.scratch.path(text("away"));
+    const QString source = job.f.base() + "QZviewer";
+    const QString away = job.f.scratch.path("away");
     {
         BackgroundLoop other([&](int) {
             QDir().rename(source, away);
@@ -208,7 +206,7 @@ void MovingFiles::theSourceFolderComesAndGoes()
             const Contents found = job.packed(&kept);
             for (auto entry = found.begin(); entry != found.end(); ++entry)
                 QVERIFY2(entry.value() == job.whole.value(entry.key()) ||
-                             entry.key() == text("ClientDump.zip/client.dmp"),
+                             entry.key() == "ClientDump.zip/client.dmp",
                          qPrintable(entry.key()));
         }
         QVERIFY(other.roundsSoFar() > 0);
@@ -230,7 +228,7 @@ void MovingFiles::theStagingFolderIsTakenAway()
         }
         QVERIFY(other.roundsSoFar() > 0);
     }
-    QVERIFY(job.f.scratch.read(text("QZSDK/QZviewer/a.log")) == "line\n" + filling);
+    QVERIFY(job.f.scratch.read("QZSDK/QZviewer/a.log") == "line\n" + filling);
     isWhole(job, kept);
 }
 
@@ -238,8 +236,8 @@ void MovingFiles::theSdkFolderIsTakenAway()
 {
     FullJob job(filling);
     KeptZips kept;
-    const QString sdk = job.f.scratch.path(text("QZSDK"));
-    const QString away = job.f.scratch.path(text("away"));
+    const QString sdk = job.f.scratch.path("QZSDK");
+    const QString away = job.f.scratch.path("away");
     for (int i = exportCount(); i > 0; --i) {
         job.f.output.take();
         job.request();
@@ -262,8 +260,8 @@ void MovingFiles::theFolderOfTheZipIsReadOnly()
     FullJob job(filling);
     KeptZips kept;
     openToEverybody(job);
-    const QString folder = job.f.scratch.folder(text("zips"));
-    const QString zip = folder + text("/a.zip");
+    const QString folder = job.f.scratch.folder("zips");
+    const QString zip = folder + "/a.zip";
     QVERIFY(QFile::setPermissions(folder, Everybody::mayReadAndEnter));
     {
         const OrdinaryUser user;
@@ -271,7 +269,7 @@ void MovingFiles::theFolderOfTheZipIsReadOnly()
         job.f.worker.enqueueExport(zip);
         QVERIFY(job.f.waitForExports());
     }
-    QVERIFY(job.f.output.contains(text("cannot write zip \"%1\"").arg(zip)));
+    QVERIFY(job.f.output.contains(QString("cannot write zip \"%1\"").arg(zip)));
     QVERIFY(!QFileInfo::exists(zip));
     QVERIFY(!QFileInfo::exists(job.f.staging()));
     isWhole(job, kept);
@@ -282,17 +280,17 @@ void MovingFiles::theStagingFolderOfAKilledRunIsReadOnly()
     FullJob job(filling);
     KeptZips kept;
     openToEverybody(job);
-    const QString staging = job.f.scratch.folder(text("QZSDK/LogInfo"));
-    job.f.scratch.file(text("QZSDK/LogInfo/left.txt"), "left");
+    const QString staging = job.f.scratch.folder("QZSDK/LogInfo");
+    job.f.scratch.file("QZSDK/LogInfo/left.txt", "left");
     QVERIFY(QFile::setPermissions(staging, Everybody::mayReadAndEnter));
     {
         const OrdinaryUser user;
         job.request();
         QVERIFY(job.settles()); // "mkpath failed": the request is dropped
     }
-    QCOMPARE(job.f.scratch.read(text("QZSDK/LogInfo/left.txt")), QByteArray("left"));
+    QCOMPARE(job.f.scratch.read("QZSDK/LogInfo/left.txt"), QByteArray("left"));
     QVERIFY(QFile::setPermissions(staging, Everybody::mayDoAll));
-    job.whole[text("left.txt")] = "left";
+    job.whole["left.txt"] = "left";
     isWhole(job, kept);
 }
 

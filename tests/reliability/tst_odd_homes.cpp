@@ -1,5 +1,4 @@
 #include "ProgramFixture.h"
-#include "Text.h"
 
 /// The program as a process with unusual home folders and clocks.
 class OddHomes : public QObject
@@ -27,13 +26,13 @@ QByteArray zipTime(const QString &zip)
 void OddHomes::exportsFromAHomeOfEveryName_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("blanks") << text("  a home  with blanks");
-    QTest::newRow("beyond ASCII") << text("Zoë Müller-Ångström");
-    QTest::newRow("Chinese") << text("用户 的 家");
-    QTest::newRow("beyond 16 bits") << text("🏠 home 📷");
-    QTest::newRow("quotes") << text("it's \"home\"");
-    QTest::newRow("percent signs") << text("100%20 %1 %s");
-    QTest::newRow("long") << QString(240, QLatin1Char('h'));
+    QTest::newRow("blanks") << "  a home  with blanks";
+    QTest::newRow("beyond ASCII") << "Zoë Müller-Ångström";
+    QTest::newRow("Chinese") << "用户 的 家";
+    QTest::newRow("beyond 16 bits") << "🏠 home 📷";
+    QTest::newRow("quotes") << "it's \"home\"";
+    QTest::newRow("percent signs") << "100%20 %1 %s";
+    QTest::newRow("long") << QString(240, 'h');
 }
 
 void OddHomes::exportsFromAHomeOfEveryName()
@@ -41,7 +40,7 @@ void OddHomes::exportsFromAHomeOfEveryName()
     QFETCH(QString, name);
     ProgramFixture f(name);
     f.layOutLogs(2, 5000);
-    const QString zip = f.path(text("QZSDK/UserLogInfo.zip"));
+    const QString zip = f.path("QZSDK/UserLogInfo.zip");
     const auto program = f.start({zip});
     QCOMPARE(program->exitCode(), 0);
     QCOMPARE(program->output(), (QByteArrayList{"exporting", "exported"}));
@@ -50,7 +49,7 @@ void OddHomes::exportsFromAHomeOfEveryName()
     QCOMPARE(logsIn(zipContents(zip)), f.logs);
     QCOMPARE(kept.complaint(), QString());
     QVERIFY(f.nothingIsLost());
-    QVERIFY(!QFileInfo::exists(f.path(text("QZSDK/LogInfo"))));
+    QVERIFY(!QFileInfo::exists(f.path("QZSDK/LogInfo")));
 }
 
 void OddHomes::exportsWhileTheClockIsSetBack_data()
@@ -65,7 +64,7 @@ void OddHomes::exportsWhileTheClockIsSetBack_data()
 
 void OddHomes::exportsWhileTheClockIsSetBack()
 {
-    const QString library = text(VANTREL_CLOCK_LIBRARY);
+    const QString library = VANTREL_CLOCK_LIBRARY;
     if (library.isEmpty())
         QSKIP("no clock that can be set for one program, or no room for it beside a sanitizer");
     QFETCH(QByteArray, clock);
@@ -73,15 +72,15 @@ void OddHomes::exportsWhileTheClockIsSetBack()
     f.layOutLogs(2, 5000);
     QStringList zips;
     for (int i = 0; i < 20; ++i)
-        zips.append(f.path(text("QZSDK/%1.zip").arg(i)));
-    const QString setting = f.scratch.file(text("clock"), "+0");
-    const auto program = f.start(zips, {{text("LD_PRELOAD"), library},
-                                        {text("FAKETIME_TIMESTAMP_FILE"), setting},
-                                        {text("FAKETIME_NO_CACHE"), text("1")},
-                                        {text("FAKETIME_DONT_FAKE_MONOTONIC"), text("1")},
-                                        {text("NO_FAKE_STAT"), text("1")}});
+        zips.append(f.path(QString("QZSDK/%1.zip").arg(i)));
+    const QString setting = f.scratch.file("clock", "+0");
+    const auto program = f.start(zips, {{"LD_PRELOAD", library},
+                                        {"FAKETIME_TIMESTAMP_FILE", setting},
+                                        {"FAKETIME_NO_CACHE", "1"},
+                                        {"FAKETIME_DONT_FAKE_MONOTONIC", "1"},
+                                        {"NO_FAKE_STAT", "1"}});
     QVERIFY(program->tells("exported"));
-    f.scratch.file(text("clock"), clock); // between or during exports
+    f.scratch.file("clock", clock); // between or during exports
     QCOMPARE(program->exitCode(), 0);
     QCOMPARE(program->output().count("exported"), zips.size());
     KeptZips kept;

@@ -4,7 +4,6 @@
 #include "Machine.h"
 #include "MainWindowFixture.h"
 #include "SeededRandom.h"
-#include "Text.h"
 
 #include <QAction>
 #include <QDir>
@@ -38,9 +37,7 @@ struct Usage
 
 int entriesOf(const char *folder)
 {
-    return QDir(text(folder))
-        .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)
-        .size();
+    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
 }
 
 Usage usage(const Vantrel &window)
@@ -48,7 +45,7 @@ Usage usage(const Vantrel &window)
     Usage now;
     const auto heap = mallinfo2();
     now.heap = qint64(heap.uordblks) + qint64(heap.hblkhd);
-    QFile status(text("/proc/self/statm"));
+    QFile status("/proc/self/statm");
     if (status.open(QIODevice::ReadOnly))
         now.resident = status.readAll().split(' ').value(1).toLongLong() * 4096;
     now.handles = entriesOf("/proc/self/fd");
@@ -91,10 +88,9 @@ bool exportOnce(MainWindowFixture &f, int number)
     else
         f.find<QAction>("actionExportAll")->trigger();
     const bool done = QTest::qWaitFor(
-        [&] { return QFileInfo::exists(zip) && !zipContents(zip).contains(text("not a zip")); },
-        60000);
+        [&] { return QFileInfo::exists(zip) && !zipContents(zip).contains("not a zip"); }, 60000);
     f.output.take();
-    return done && !QFileInfo::exists(f.home.path(text("QZSDK/LogInfo")));
+    return done && !QFileInfo::exists(f.home.path("QZSDK/LogInfo"));
 }
 
 } // namespace
@@ -106,10 +102,10 @@ void Soak::memoryAndHandlesStayFlat()
     MainWindowFixture f;
     for (const char *source : {"QZviewer", "QZcontrol", "QZgrabber"}) {
         for (int log = 0; log < 20; ++log)
-            f.log(text("%1/%2.log").arg(text(source)).arg(log), QByteArray(5000, 'x') + '\n');
-        f.log(text("%1/gentl_cxp_log/links.txt").arg(text(source)));
+            f.log(QString("%1/%2.log").arg(source).arg(log), QByteArray(5000, 'x') + '\n');
+        f.log(QString("%1/gentl_cxp_log/links.txt").arg(source));
     }
-    f.log(text("QZviewer/client.dmp"), QByteArray(50000, 'd'));
+    f.log("QZviewer/client.dmp", QByteArray(50000, 'd'));
     f.open();
     f.window->show();
     QVERIFY(paintWaitDialog());
@@ -130,17 +126,17 @@ void Soak::memoryAndHandlesStayFlat()
     }
     // The zip is complete shortly before the worker has released all resources.
     Usage end;
-    const auto complaint = [&] {
+    const auto complaint = [&]() -> QString {
         end = usage(*f.window);
         if (end.handles != start.handles || end.threads != start.threads)
-            return text("there are other files or threads");
+            return "there are other files or threads";
         if (end.objects != start.objects)
-            return text("there are other objects");
+            return "there are other objects";
         if (!isSanitized() && end.heap - start.heap >= 200'000)
-            return text("the heap grew");
+            return "the heap grew";
         if (!isSanitized() && end.resident - start.resident >= 8'000'000)
-            return text("the process grew");
-        return QString();
+            return "the process grew";
+        return {};
     };
     const bool flat = QTest::qWaitFor([&] { return complaint().isEmpty(); }, 10000);
     print(exports, double(time.elapsed()) / 1000, end);

@@ -22,8 +22,8 @@ private slots:
 
 namespace {
 
-const QString englishFile = QStringLiteral(":/Linguist_EN.qm");
-const QString chineseFile = QStringLiteral(":/Linguist_CN.qm");
+const QString englishFile = ":/Linguist_EN.qm";
+const QString chineseFile = ":/Linguist_CN.qm";
 
 /// A text of the program and its translations; null if there is none.
 struct Row
@@ -103,15 +103,14 @@ QByteArray section(const QString &catalogue, uchar tag)
 /// The number of translated messages in the source of a catalogue; -1 if it cannot be read.
 int messagesInSource(const QString &language)
 {
-    QFile file(QStringLiteral(VANTREL_CATALOGUE_SOURCES "/Linguist_%1.ts").arg(language));
+    QFile file(QString(VANTREL_CATALOGUE_SOURCES "/Linguist_%1.ts").arg(language));
     if (!file.open(QIODevice::ReadOnly))
         return -1;
     int messages = 0;
     for (QXmlStreamReader xml(&file); !xml.atEnd();) {
-        if (xml.readNext() != QXmlStreamReader::StartElement ||
-            xml.name() != QLatin1String("translation"))
+        if (xml.readNext() != QXmlStreamReader::StartElement || xml.name() != "translation")
             continue;
-        if (xml.attributes().hasAttribute(QLatin1String("type")))
+        if (xml.attributes().hasAttribute("type"))
             return -1; // unfinished or obsolete
         ++messages;
     }
@@ -152,8 +151,8 @@ void Catalogues::holdTheirNumberOfMessages_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("file");
     QTest::addColumn<int>("messages");
-    QTest::newRow("English") << QStringLiteral("EN") << englishFile << 35;
-    QTest::newRow("Chinese") << QStringLiteral("CN") << chineseFile << 43;
+    QTest::newRow("English") << "EN" << englishFile << 35;
+    QTest::newRow("Chinese") << "CN" << chineseFile << 43;
 }
 
 void Catalogues::holdTheirNumberOfMessages()
@@ -180,18 +179,18 @@ void Catalogues::leaveTheSourceTextWithoutAnEntry()
     QTranslator english;
     QVERIFY(english.load(englishFile));
     QVERIFY(QCoreApplication::installTranslator(&english));
-    QCOMPARE(shown("ExportInfoDlg", "View"), QStringLiteral("View"));
-    QCOMPARE(shown("LogViewer", "LogViewer"), QStringLiteral("LogViewer"));
-    QCOMPARE(shown("LogViewer", "More"), QStringLiteral("More"));
+    QCOMPARE(shown("ExportInfoDlg", "View"), "View");
+    QCOMPARE(shown("LogViewer", "LogViewer"), "LogViewer");
+    QCOMPARE(shown("LogViewer", "More"), "More");
     QVERIFY(QCoreApplication::removeTranslator(&english));
 
     QTranslator chinese;
     QVERIFY(chinese.load(chineseFile));
     QVERIFY(QCoreApplication::installTranslator(&chinese));
-    QCOMPARE(shown("Vantrel", "LogSource"), QStringLiteral("LogSource"));
-    QCOMPARE(shown("Vantrel", "LogSource(Process Name)"), QString::fromUtf8("日志源（进程名）"));
-    QCOMPARE(shown("CWaitDialog", "TextLabel"), QStringLiteral("TextLabel"));
-    QCOMPARE(shown("CWaitDialog", "Dialog"), QStringLiteral("Dialog"));
+    QCOMPARE(shown("Vantrel", "LogSource"), "LogSource");
+    QCOMPARE(shown("Vantrel", "LogSource(Process Name)"), "日志源（进程名）");
+    QCOMPARE(shown("CWaitDialog", "TextLabel"), "TextLabel");
+    QCOMPARE(shown("CWaitDialog", "Dialog"), "Dialog");
 }
 
 void Catalogues::keepTheLevelNamesInEveryLanguage()

@@ -36,12 +36,12 @@ QSet<Key> messages(const QString &path, bool translated)
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
-        if (xml.name() == QLatin1String("name"))
+        if (xml.name() == "name")
             context = xml.readElementText();
-        else if (xml.name() == QLatin1String("source"))
+        else if (xml.name() == "source")
             source = xml.readElementText();
-        else if (xml.name() == QLatin1String("translation")) {
-            if (translated && xml.attributes().hasAttribute(QStringLiteral("type")))
+        else if (xml.name() == "translation") {
+            if (translated && xml.attributes().hasAttribute("type"))
                 qFatal("unfinished: %s", qPrintable(source));
             keys.insert({context, source});
         }
@@ -51,26 +51,23 @@ QSet<Key> messages(const QString &path, bool translated)
 
 QSet<Key> catalogue(const char *name)
 {
-    return messages(QStringLiteral(VANTREL_CATALOGUES "/") + QLatin1String(name), true);
+    return messages(QString(VANTREL_CATALOGUES "/") + name, true);
 }
 
 /// The translatable texts in the sources.
 QSet<Key> textsOfTheProgram()
 {
     const QTemporaryDir scratch;
-    const QString found = scratch.filePath(QStringLiteral("all.ts"));
+    const QString found = scratch.filePath("all.ts");
     QProcess lupdate;
-    lupdate.start(QStringLiteral(VANTREL_LUPDATE),
-                  {QStringLiteral("-silent"), QStringLiteral("-recursive"),
-                   QStringLiteral(VANTREL_SOURCES), QStringLiteral("-ts"), found});
+    lupdate.start(VANTREL_LUPDATE, {"-silent", "-recursive", VANTREL_SOURCES, "-ts", found});
     if (!lupdate.waitForFinished(60000) || lupdate.exitCode() != 0)
         qFatal("lupdate failed: %s", lupdate.readAllStandardError().constData());
     return messages(found, false);
 }
 
 /// Placeholders in the wait dialog's form, which are never shown.
-const QSet<Key> placeholders = {{QStringLiteral("CWaitDialog"), QStringLiteral("Dialog")},
-                                {QStringLiteral("CWaitDialog"), QStringLiteral("TextLabel")}};
+const QSet<Key> placeholders = {{"CWaitDialog", "Dialog"}, {"CWaitDialog", "TextLabel"}};
 
 QByteArray list(const QSet<Key> &keys)
 {
@@ -85,7 +82,7 @@ QByteArray list(const QSet<Key> &keys)
 void Hints::makeEveryTextOfTheProgramChinese()
 {
     const QSet<Key> texts = textsOfTheProgram();
-    QVERIFY(texts.contains({QStringLiteral("CommonTitleBar"), QStringLiteral("Close")}));
+    QVERIFY(texts.contains(Key("CommonTitleBar", "Close")));
     const QSet<Key> missing =
         texts - catalogue("Linguist_CN.ts") - catalogue("Hints_CN.ts") - placeholders;
     QVERIFY2(missing.isEmpty(), list(missing).constData());
@@ -107,10 +104,10 @@ void Hints::holdNoTextOfTheFixedCatalogue()
 void Hints::areCompiledIn()
 {
     QTranslator english;
-    QVERIFY(english.load(QStringLiteral(":/Hints_EN.qm")));
+    QVERIFY(english.load(":/Hints_EN.qm"));
     QTranslator chinese;
-    QVERIFY(chinese.load(QStringLiteral(":/Hints_CN.qm")));
-    QCOMPARE(chinese.translate("CommonTitleBar", "Close"), QString::fromUtf8("关闭"));
+    QVERIFY(chinese.load(":/Hints_CN.qm"));
+    QCOMPARE(chinese.translate("CommonTitleBar", "Close"), "关闭");
 }
 
 QTEST_GUILESS_MAIN(Hints)

@@ -17,7 +17,7 @@ private slots:
 };
 
 namespace {
-const QString file = QStringLiteral(":/Resources/log.ico");
+const QString file = ":/Resources/log.ico";
 }
 
 void Icon::isStoredCompressed()
@@ -62,8 +62,8 @@ void Icon::holdsNoEmptyPicture()
 
 void Icon::leavesTheDeleteButtonWithoutPictures()
 {
-    QVERIFY(!QFile::exists(QStringLiteral(":/Pic/Icon_Dialog_Delete_Normal.png")));
-    QVERIFY(!QFile::exists(QStringLiteral(":/Pic/Icon_Dialog_Delete_Hover.png")));
+    QVERIFY(!QFile::exists(":/Pic/Icon_Dialog_Delete_Normal.png"));
+    QVERIFY(!QFile::exists(":/Pic/Icon_Dialog_Delete_Hover.png"));
 }
 
 QTEST_MAIN(Icon)

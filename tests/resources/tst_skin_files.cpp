@@ -30,9 +30,8 @@ namespace {
 
 QStringList styleSheets()
 {
-    return {QStringLiteral("Skins/Default/Vantrel/style.qss"),
-            QStringLiteral("Skins/Default/Vantrel/style_chn_font.qss"),
-            QStringLiteral("Skins/Default/Vantrel/style_eng_font.qss")};
+    return {"Skins/Default/Vantrel/style.qss", "Skins/Default/Vantrel/style_chn_font.qss",
+            "Skins/Default/Vantrel/style_eng_font.qss"};
 }
 
 QString contents(const QString &path)
@@ -48,7 +47,7 @@ QStringList pictures()
     QStringList found;
     for (const char *folder : {"Skins/Default/Vantrel", "Skins/Default/Tarnwick"}) {
         const QDir dir(QString::fromLatin1(folder));
-        for (const QString &name : dir.entryList({QStringLiteral("*.png")}, QDir::Files))
+        for (const QString &name : dir.entryList({"*.png"}, QDir::Files))
             found.append(dir.filePath(name));
     }
     return found;
@@ -101,7 +100,7 @@ void SkinFiles::namePicturesThatAreThere()
 
 void SkinFiles::animateTheBusyIndicator()
 {
-    const QMovie movie(QStringLiteral("./Skins/Default/Vantrel/Icon_Common_Processing.gif"));
+    const QMovie movie("./Skins/Default/Vantrel/Icon_Common_Processing.gif");
     QVERIFY(movie.isValid());
     QVERIFY(movie.frameCount() > 1);
     QCOMPARE(movie.loopCount(), -1); // endless
@@ -119,10 +118,10 @@ void SkinFiles::drawEveryPicture()
 void SkinFiles::haveTwinsOfTwiceTheSize()
 {
     for (const QString &picture : pictures()) {
-        if (picture.endsWith(QLatin1String("@2x.png")))
+        if (picture.endsWith("@2x.png"))
             continue;
         QString twin = picture;
-        twin.replace(QLatin1String(".png"), QLatin1String("@2x.png"));
+        twin.replace(".png", "@2x.png");
         QVERIFY2(QFile::exists(twin), qPrintable(twin));
         QCOMPARE(QImageReader(twin).size(), QImageReader(picture).size() * 2);
     }
@@ -134,7 +133,7 @@ void SkinFiles::areAllNamedByASheet()
     for (const QString &sheet : styleSheets())
         named += styleSheetUrls(contents(sheet));
     for (QString picture : pictures()) {
-        picture.remove(QLatin1String("@2x"));
+        picture.remove("@2x");
         QVERIFY2(named.contains(picture), qPrintable(picture));
     }
 }
@@ -144,8 +143,8 @@ void SkinFiles::giveAllColumnHeadsOneWeight()
     const StyleSheetRules rules = styleSheetRules(contents(styleSheets().first()));
     QStringList weights;
     for (auto rule = rules.cbegin(); rule != rules.cend(); ++rule) {
-        if (rule.key().contains(QLatin1String("QHeaderView")))
-            weights += rule->value(QStringLiteral("font-weight"));
+        if (rule.key().contains("QHeaderView"))
+            weights += rule->value("font-weight");
     }
     weights.removeAll(QString());
     QCOMPARE(weights.size(), 1);

@@ -21,15 +21,15 @@ struct SettingsFixture
     SettingsFixture()
     {
         resetHub();
-        client.iconPath = scratch.path(QStringLiteral("Client/QZviewer.exe,0"));
-        client.pathSeparators = QStringLiteral("\\/");
+        client.iconPath = scratch.path("Client/QZviewer.exe,0");
+        client.pathSeparators = "\\/";
         ModalDialog::setRunner([this](QDialog &dialog) { return answer(dialog); });
     }
     ~SettingsFixture() { ModalDialog::setRunner({}); }
     SettingsFixture(const SettingsFixture &) = delete;
     SettingsFixture &operator=(const SettingsFixture &) = delete;
 
-    static QString defaultName() { return QStringLiteral("Client/SDKLOG_default.properties"); }
+    static QString defaultName() { return "Client/SDKLOG_default.properties"; }
 
     /// Creates the client's properties file with @p contents.
     QString properties(const QByteArray &contents) { return scratch.file(defaultName(), contents); }
@@ -59,7 +59,7 @@ struct SettingsFixture
             if (radio(name)->isChecked())
                 checked.append(QString::fromLatin1(name).mid(5));
         }
-        return checked.join(QLatin1Char(' '));
+        return checked.join(' ');
     }
 
     ScratchFolder scratch;

@@ -54,7 +54,7 @@ void HugeLogConfig::isReadAndRewrittenBeyondTwoGibibytes()
     QVERIFY(file.open(QIODevice::Append) && file.write(atEnd) == atEnd.size());
     file.close();
     f.open();
-    QCOMPARE(f.shownLevel(), QStringLiteral("DEBUG"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
     f.radio("radioFATAL")->click();
     QCOMPARE(hub().logLevel, 2U);
     QVERIFY(file.open(QIODevice::ReadOnly) && file.seek(2 * gibibyte));
@@ -75,7 +75,7 @@ void HugeLogConfig::leavesTheWindowsUsableWhileItIsRetried()
     clock.start(10);
     f.radio("radioDEBUG")->click();
     QVERIFY(ticks >= 100);
-    QCOMPARE(f.shownLevel(), QStringLiteral("INFO"));
+    QCOMPARE(f.shownLevel(), "INFO");
 }
 
 QTEST_MAIN(HugeLogConfig)

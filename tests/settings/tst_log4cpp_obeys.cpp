@@ -50,8 +50,7 @@ void Log4cppObeys::logsAtTheLevelThatIsClicked_data()
     QTest::addColumn<QByteArray>("lineEnd");
     QTest::addColumn<QStringList>("levels");
 
-    const QStringList debug{QStringLiteral("DEBUG"), QStringLiteral("INFO"), QStringLiteral("WARN"),
-                            QStringLiteral("ERROR"), QStringLiteral("FATAL")};
+    const QStringList debug{"DEBUG", "INFO", "WARN", "ERROR", "FATAL"};
     const QByteArray lf = "\n";
     const QByteArray crLf = "\r\n";
     QTest::newRow("DEBUG") << QByteArray("radioDEBUG") << lf << debug;
@@ -68,15 +67,15 @@ void Log4cppObeys::logsAtTheLevelThatIsClicked()
     QFETCH(QByteArray, lineEnd);
     QFETCH(QStringList, levels);
     SettingsFixture f;
-    const QString path = f.open(sdkFile(f.scratch.path(QStringLiteral("sdk.log")), lineEnd));
+    const QString path = f.open(sdkFile(f.scratch.path("sdk.log"), lineEnd));
     f.radio(button.constData())->click();
     QCOMPARE(QString::fromStdString(logEveryLevel(path.toStdString())), QString());
 
-    const QRegularExpression pattern(QStringLiteral(
+    const QRegularExpression pattern(
         "^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d,\\d{3} ([A-Z]+) \\[\\d+\\] \\[qzsdk\\] an? "
-        "([a-z]+) message$"));
-    const QStringList lines = QString::fromUtf8(f.scratch.read(QStringLiteral("sdk.log")))
-                                  .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        "([a-z]+) message$");
+    const QStringList lines =
+        QString::fromUtf8(f.scratch.read("sdk.log")).split('\n', Qt::SkipEmptyParts);
     QStringList logged;
     for (const QString &line : lines) {
         const auto match = pattern.match(line);
@@ -90,28 +89,24 @@ void Log4cppObeys::logsAtTheLevelThatIsClicked()
 void Log4cppObeys::logsWhatTheViewerShowsInColumns()
 {
     SettingsFixture f;
-    const QString log = f.scratch.path(QStringLiteral("sdk.log"));
+    const QString log = f.scratch.path("sdk.log");
     const QString path = f.open(sdkFile(log, "\n"));
     f.radio("radioDEBUG")->click();
     QCOMPARE(QString::fromStdString(logEveryLevel(path.toStdString())), QString());
 
     LogViewer viewer(nullptr);
     QVERIFY(viewer.openLogFile(log.toStdString()));
-    const auto *table = viewer.findChild<QTableWidget *>(QStringLiteral("tableWidget"));
+    const auto *table = viewer.findChild<QTableWidget *>("tableWidget");
     QVERIFY(table != nullptr);
-    const QStringList levels{QStringLiteral("DEBUG"), QStringLiteral("INFO"),
-                             QStringLiteral("WARN"), QStringLiteral("ERROR"),
-                             QStringLiteral("FATAL")};
+    const QStringList levels{"DEBUG", "INFO", "WARN", "ERROR", "FATAL"};
     for (int row = 0; row < levels.size(); ++row) {
         for (int column = 0; column < 4; ++column)
             QVERIFY(table->item(row, column) != nullptr);
-        QVERIFY(QDateTime::fromString(table->item(row, 0)->text(),
-                                      QStringLiteral("yyyy-MM-dd HH:mm:ss,zzz"))
+        QVERIFY(QDateTime::fromString(table->item(row, 0)->text(), "yyyy-MM-dd HH:mm:ss,zzz")
                     .isValid());
         QCOMPARE(table->item(row, 1)->text(), levels[row]);
-        QCOMPARE(table->item(row, 2)->text(), QStringLiteral("qzsdk"));
-        QVERIFY(table->item(row, 3)->text().endsWith(levels[row].toLower() +
-                                                     QStringLiteral(" message")));
+        QCOMPARE(table->item(row, 2)->text(), "qzsdk");
+        QVERIFY(table->item(row, 3)->text().endsWith(levels[row].toLower() + " message"));
     }
     QVERIFY(table->item(levels.size(), 3) == nullptr);
 }

@@ -42,7 +42,7 @@ struct Fixture
 {
     Fixture(const QByteArray &contents, int tornWrites)
         : failures(tornWrites)
-        , path(scratch.file(QStringLiteral("sdk.properties"), contents))
+        , path(scratch.file("sdk.properties", contents))
         , rewrite(std::make_unique<LogLevelRewrite>(
               path, PropertiesFile::Disk{[this](const QString &file) {
                                              return readable ? PropertiesFile::read(file)
@@ -60,14 +60,8 @@ struct Fixture
     Outcome setDebug() { return rewrite->apply(1); }
     void end() { rewrite.reset(); }
 
-    void write(const QByteArray &contents)
-    {
-        scratch.file(QStringLiteral("sdk.properties"), contents);
-    }
-    [[nodiscard]] QByteArray contents() const
-    {
-        return scratch.read(QStringLiteral("sdk.properties"));
-    }
+    void write(const QByteArray &contents) { scratch.file("sdk.properties", contents); }
+    [[nodiscard]] QByteArray contents() const { return scratch.read("sdk.properties"); }
 
     int failures; ///< number of writes that still fail
     bool readable = true;
@@ -214,8 +208,8 @@ void LogLevelPartialFile::logsOnceWhatWasNotWrittenAndNotRestored()
     QCOMPARE(f.setDebug(), Outcome::Failed);
     QCOMPARE(f.setDebug(), Outcome::Failed);
     f.end();
-    QCOMPARE(output.lines(), QStringList({QStringLiteral("log config not written: ") + f.path,
-                                          QStringLiteral("log config not restored: ") + f.path}));
+    QCOMPARE(output.lines(), QStringList({"log config not written: " + f.path,
+                                          "log config not restored: " + f.path}));
     QCOMPARE(f.contents(), infoFile.left(writtenBytes));
 }
 
@@ -226,7 +220,7 @@ void LogLevelPartialFile::doesNotLogARestoredTextAsNotRestored()
     Fixture f(infoFile, 1);
     QCOMPARE(f.setDebug(), Outcome::Failed);
     f.end();
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not written: ") + f.path});
+    QCOMPARE(output.lines(), QStringList{"log config not written: " + f.path});
     QCOMPARE(f.contents(), infoFile);
 }
 

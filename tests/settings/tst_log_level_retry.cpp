@@ -112,7 +112,7 @@ void RetriedLogLevel::setsTheStoredLevelInAFileThatAnotherProcessRepaired()
     hub().logLevel = 2;
     QProcess other;
     f.after(aFewRounds, [&] {
-        other.start(QCoreApplication::applicationFilePath(), {QLatin1String(mend), f.path});
+        other.start(QCoreApplication::applicationFilePath(), {mend, f.path});
     });
     QVERIFY(!f.write(1));
     QVERIFY(f.wasRunning);
@@ -127,7 +127,7 @@ void RetriedLogLevel::endsWhenTheFileBecomesUnreadable()
     f.after(aFewRounds, [&f] { QVERIFY(QFile::remove(f.path)); });
     QVERIFY(!f.write(1));
     QVERIFY(f.wasRunning);
-    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("open failed")});
+    QCOMPARE(f.output.lines(), QStringList{"open failed"});
     QVERIFY(!QFile::exists(f.path));
     QVERIFY(f.radio("radioINFO")->isEnabled());
 }
@@ -244,7 +244,7 @@ void RetriedLogLevel::doesNotStartAgainWhileTheLevelButtonsAreClicked()
     });
     f.radio("radioDEBUG")->click();
     QVERIFY(f.wasRunning);
-    QCOMPARE(f.shownLevel(), QStringLiteral("FATAL"));
+    QCOMPARE(f.shownLevel(), "FATAL");
     QCOMPARE(unixLines(f.written()), fatalFile);
 
     f.radio("radioDEBUG")->click();
@@ -317,12 +317,11 @@ void RetriedLogLevel::endsWithTheMainWindow()
     auto *settings = new LogSettingsDlg(main.get(), f.client);
     main->show();
     settings->show();
-    QTimer::singleShot(0, settings, [settings] {
-        settings->findChild<QRadioButton *>(QStringLiteral("radioDEBUG"))->click();
-    });
+    QTimer::singleShot(0, settings,
+                       [settings] { settings->findChild<QRadioButton *>("radioDEBUG")->click(); });
     bool wasRunning = false;
     QTimer::singleShot(aFewRounds, main.get(), [&] {
-        wasRunning = !settings->findChild<QRadioButton *>(QStringLiteral("radioINFO"))->isEnabled();
+        wasRunning = !settings->findChild<QRadioButton *>("radioINFO")->isEnabled();
         main->close();
     });
     QTimer::singleShot(20000, main.get(), [] { qFatal("the program did not end"); });

@@ -52,7 +52,7 @@ namespace {
 
 QString name()
 {
-    return QStringLiteral("sdk.properties");
+    return "sdk.properties";
 }
 
 /// Counts the writes to a file.
@@ -127,7 +127,7 @@ void LogLevelRewriting::keepsPermissionsAndLinks()
     QVERIFY(QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
                                             QFileDevice::ExeOther));
     const auto permissions = QFile::permissions(path);
-    const QString link = scratch.path(QStringLiteral("link"));
+    const QString link = scratch.path("link");
     QVERIFY(QFile::link(path, link));
     QCOMPARE(LogLevelRewrite(link).apply(1), Outcome::Done);
     QVERIFY(QFileInfo(link).isSymLink());
@@ -241,7 +241,7 @@ void LogLevelRewriting::failsOnAMissingFile()
     ScratchFolder scratch;
     DebugCapture output;
     QCOMPARE(LogLevelRewrite(scratch.path(name())).apply(0), Outcome::Unreadable);
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("open failed")});
+    QCOMPARE(output.lines(), QStringList{"open failed"});
     QVERIFY(!QFileInfo::exists(scratch.path(name())));
 }
 
@@ -250,14 +250,14 @@ void LogLevelRewriting::failsOnAFolder()
     ScratchFolder scratch;
     DebugCapture output;
     QCOMPARE(LogLevelRewrite(scratch.folder(name())).apply(0), Outcome::Unreadable);
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("open failed")});
+    QCOMPARE(output.lines(), QStringList{"open failed"});
 }
 
 void LogLevelRewriting::failsOnAnEmptyPath()
 {
     DebugCapture output;
     QCOMPARE(LogLevelRewrite(QString()).apply(0), Outcome::Unreadable);
-    QVERIFY(output.contains(QStringLiteral("open failed")));
+    QVERIFY(output.contains("open failed"));
 }
 
 void LogLevelRewriting::failsOnAFileThatMayNotBeRead()
@@ -272,20 +272,20 @@ void LogLevelRewriting::failsOnAFileThatMayNotBeRead()
         QVERIFY(QFileInfo::exists(path));
         QCOMPARE(LogLevelRewrite(path).apply(1), Outcome::Unreadable);
     }
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("open failed")});
+    QCOMPARE(output.lines(), QStringList{"open failed"});
     QCOMPARE(scratch.read(name()), infoFile);
 }
 
 void LogLevelRewriting::failsOnAFileThatCannotBeReadAnyFurther()
 {
-    const QString path = QStringLiteral("/proc/self/mem"); // opens, but cannot be read
+    const QString path = "/proc/self/mem"; // opens, but cannot be read
     if (!QFileInfo::exists(path))
         QSKIP("there is no such file here");
     const DebugCapture output;
     const Diagnostics diagnostics;
     QVERIFY(!PropertiesFile::read(path));
     QCOMPARE(output.lines().size(), 1);
-    QVERIFY(output.contains(QStringLiteral("log config not readable: ")));
+    QVERIFY(output.contains("log config not readable: "));
 }
 
 void LogLevelRewriting::failsOnAFileThatMayNotBeWritten()
@@ -341,7 +341,7 @@ void LogLevelRewriting::logsOnceThatLinesAreMissing()
 {
     ScratchFolder scratch;
     const QString path = scratch.file(name(), "log4cpp.rootCategory = WARN\n");
-    const QStringList once{QStringLiteral("log level lines missing: ") + path};
+    const QStringList once{"log level lines missing: " + path};
     DebugCapture output;
     const Diagnostics diagnostics;
     LogLevelRewrite rewrite(path);
@@ -366,7 +366,7 @@ void LogLevelRewriting::logsOnceThatTheFileIsNotWritable()
     QCOMPARE(rewrite.apply(1), Outcome::Failed);
     QCOMPARE(rewrite.apply(0), Outcome::Failed);
     QCOMPARE(rewrite.problem(), LogLevelRewrite::Problem::NotWritable);
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("log config not writable: ") + path});
+    QCOMPARE(output.lines(), QStringList{"log config not writable: " + path});
 }
 
 void LogLevelRewriting::logsOnlyWhenSwitchedOn()

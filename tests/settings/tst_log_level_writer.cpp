@@ -39,9 +39,9 @@ struct Fixture
 
     ScratchFolder scratch;
     LogLevelWriter writer;
-    QString wrong = file(QStringLiteral("wrong"), "no level here\n");
-    QString right = file(QStringLiteral("right"), infoFile);
-    QString missing = scratch.path(QStringLiteral("missing"));
+    QString wrong = file("wrong", "no level here\n");
+    QString right = file("right", infoFile);
+    QString missing = scratch.path("missing");
 };
 
 } // namespace
@@ -60,12 +60,12 @@ void LogLevelWriting::retriesOnlyReadableFiles()
 void LogLevelWriting::retriesEachFileByItself()
 {
     Fixture f;
-    const QString other = f.file(QStringLiteral("other"), "nor here\n");
+    const QString other = f.file("other", "nor here\n");
     QVERIFY(!f.writer.write(f.wrong, 1));
     QVERIFY(!f.writer.write(other, 1));
-    f.file(QStringLiteral("wrong"), debugFile);
+    f.file("wrong", debugFile);
     f.writer.waitForRetry(f.wrong);
-    QCOMPARE(unixLines(f.scratch.read(QStringLiteral("wrong"))), infoFile);
+    QCOMPARE(unixLines(f.scratch.read("wrong")), infoFile);
     QCOMPARE(f.writer.retriedFor(f.wrong), std::nullopt);
     QCOMPARE(f.writer.retriedFor(other), Problem::LinesMissing);
 }
@@ -82,12 +82,12 @@ void LogLevelWriting::setsTheLevelInARetriedFileAtOnce()
 {
     Fixture f;
     QVERIFY(!f.writer.write(f.wrong, 1));
-    f.file(QStringLiteral("wrong"), infoFile);
+    f.file("wrong", infoFile);
     QVERIFY(f.writer.write(f.wrong, 2));
-    QCOMPARE(unixLines(f.scratch.read(QStringLiteral("wrong"))), fatalFile);
+    QCOMPARE(unixLines(f.scratch.read("wrong")), fatalFile);
     hub().logLevel = 2; // as the window does; the last round writes it again
     f.writer.waitForRetry(f.wrong);
-    QCOMPARE(unixLines(f.scratch.read(QStringLiteral("wrong"))), fatalFile);
+    QCOMPARE(unixLines(f.scratch.read("wrong")), fatalFile);
 }
 
 void LogLevelWriting::doesNotWaitWhereNothingIsRetried()
@@ -117,9 +117,9 @@ void LogLevelWriting::signalsWhenARetryStartsMeetsAnotherProblemAndEnds()
         QCOMPARE(problems, {Problem::NotWritable});
     }
     QVERIFY(QFile::setPermissions(f.right, Everybody::mayReadAndWrite));
-    f.file(QStringLiteral("right"), "no level any more\n");
+    f.file("right", "no level any more\n");
     QTRY_COMPARE(problems.size(), 2);
-    f.file(QStringLiteral("right"), infoFile);
+    f.file("right", infoFile);
     f.writer.waitForRetry(f.right);
     const QVector<std::optional<Problem>> expected{Problem::NotWritable, Problem::LinesMissing,
                                                    std::nullopt};

@@ -2,7 +2,6 @@
 #include "CommonTitleBar.h"
 #include "LogConfig.h"
 #include "SettingsFixture.h"
-#include "Text.h"
 
 #include <QFrame>
 #include <QLabel>
@@ -58,19 +57,19 @@ void LogSettingsDialog::hasTheNamedWidgets_data()
 {
     QTest::addColumn<QByteArray>("type");
     QTest::addColumn<QString>("name");
-    QTest::newRow("title bar") << QByteArray("CommonTitleBar") << text("mainTitleBar");
-    QTest::newRow("line") << QByteArray("QFrame") << text("line");
-    QTest::newRow("level label") << QByteArray("QLabel") << text("lbLogSetting");
-    QTest::newRow("INFO") << QByteArray("QRadioButton") << text("radioINFO");
-    QTest::newRow("DEBUG") << QByteArray("QRadioButton") << text("radioDEBUG");
-    QTest::newRow("FATAL") << QByteArray("QRadioButton") << text("radioFATAL");
-    QTest::newRow("path") << QByteArray("CQZLineEdit") << text("lineEditPath");
-    QTest::newRow("folder") << QByteArray("QPushButton") << text("btnSetLogCfgPath");
-    QTest::newRow("container") << QByteArray("QWidget") << text("widget");
-    QTest::newRow("interval label") << QByteArray("QLabel") << text("lbUpdateTime");
-    QTest::newRow("interval") << QByteArray("QSpinBox") << text("updateTimeSpinBox");
-    QTest::newRow("maximum label") << QByteArray("QLabel") << text("lbMaxDisplay");
-    QTest::newRow("maximum") << QByteArray("QSpinBox") << text("maxDisplaySpinBox");
+    QTest::newRow("title bar") << QByteArray("CommonTitleBar") << "mainTitleBar";
+    QTest::newRow("line") << QByteArray("QFrame") << "line";
+    QTest::newRow("level label") << QByteArray("QLabel") << "lbLogSetting";
+    QTest::newRow("INFO") << QByteArray("QRadioButton") << "radioINFO";
+    QTest::newRow("DEBUG") << QByteArray("QRadioButton") << "radioDEBUG";
+    QTest::newRow("FATAL") << QByteArray("QRadioButton") << "radioFATAL";
+    QTest::newRow("path") << QByteArray("CQZLineEdit") << "lineEditPath";
+    QTest::newRow("folder") << QByteArray("QPushButton") << "btnSetLogCfgPath";
+    QTest::newRow("container") << QByteArray("QWidget") << "widget";
+    QTest::newRow("interval label") << QByteArray("QLabel") << "lbUpdateTime";
+    QTest::newRow("interval") << QByteArray("QSpinBox") << "updateTimeSpinBox";
+    QTest::newRow("maximum label") << QByteArray("QLabel") << "lbMaxDisplay";
+    QTest::newRow("maximum") << QByteArray("QSpinBox") << "maxDisplaySpinBox";
 }
 
 void LogSettingsDialog::hasTheNamedWidgets()
@@ -116,10 +115,9 @@ void LogSettingsDialog::declaresItsSignalAndSlots()
     QStringList methods;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
         methods.append(QString::fromLatin1(meta.method(i).methodSignature()));
-    QCOMPARE(methods,
-             QStringList({text("closeWnd()"), text("on_radioINFO_clicked()"),
-                          text("on_radioDEBUG_clicked()"), text("on_radioFATAL_clicked()"),
-                          text("on_btnSetLogCfgPath_clicked()"), text("OnAutoUpdateTimer()")}));
+    QCOMPARE(methods, QStringList({"closeWnd()", "on_radioINFO_clicked()",
+                                   "on_radioDEBUG_clicked()", "on_radioFATAL_clicked()",
+                                   "on_btnSetLogCfgPath_clicked()", "OnAutoUpdateTimer()"}));
 }
 
 void LogSettingsDialog::connectsByNameWithoutAWarning()
@@ -153,12 +151,18 @@ void LogSettingsDialog::readsInBothLanguages_data()
     QTest::addColumn<QString>("interval");
     QTest::addColumn<QString>("maximum");
     QTest::addColumn<QString>("question");
-    QTest::newRow("English") << text(":/Linguist_EN.qm") << text("LogSettingsDlg")
-                             << text("Log Level Setting") << text("Interval for update(ms)")
-                             << text("Max.Displayed Logs") << text("Select Log Config File");
-    QTest::newRow("Chinese") << text(":/Linguist_CN.qm") << text("日志配置") << text("日志等级")
-                             << text("刷新时间") << text("最大显示行数")
-                             << text("选择日志配置文件");
+    QTest::newRow("English") << ":/Linguist_EN.qm"
+                             << "LogSettingsDlg"
+                             << "Log Level Setting"
+                             << "Interval for update(ms)"
+                             << "Max.Displayed Logs"
+                             << "Select Log Config File";
+    QTest::newRow("Chinese") << ":/Linguist_CN.qm"
+                             << "日志配置"
+                             << "日志等级"
+                             << "刷新时间"
+                             << "最大显示行数"
+                             << "选择日志配置文件";
 }
 
 void LogSettingsDialog::readsInBothLanguages()
@@ -175,9 +179,9 @@ void LogSettingsDialog::readsInBothLanguages()
     QTEST(f.find<QLabel>("lbLogSetting")->text(), "levels");
     QTEST(f.find<QLabel>("lbUpdateTime")->text(), "interval");
     QTEST(f.find<QLabel>("lbMaxDisplay")->text(), "maximum");
-    QCOMPARE(f.radio("radioINFO")->text(), text("INFO"));
-    QCOMPARE(f.radio("radioDEBUG")->text(), text("DEBUG"));
-    QCOMPARE(f.radio("radioFATAL")->text(), text("FATAL"));
+    QCOMPARE(f.radio("radioINFO")->text(), "INFO");
+    QCOMPARE(f.radio("radioDEBUG")->text(), "DEBUG");
+    QCOMPARE(f.radio("radioFATAL")->text(), "FATAL");
     QString caption;
     f.onAsked = [&caption](const QFileDialog &dialog) { caption = dialog.windowTitle(); };
     f.find<QPushButton>("btnSetLogCfgPath")->click();
@@ -257,7 +261,7 @@ void LogSettingsDialog::hidesAndComesBack()
     f.properties(infoFile); // written by another program: showing does not reload it
     f.window->show();
     QVERIFY(f.window->isVisible());
-    QCOMPARE(f.shownLevel(), text("FATAL"));
+    QCOMPARE(f.shownLevel(), "FATAL");
 }
 
 QTEST_MAIN(LogSettingsDialog)

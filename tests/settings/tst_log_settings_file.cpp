@@ -2,7 +2,6 @@
 #include "LogConfig.h"
 #include "Machine.h"
 #include "SettingsFixture.h"
-#include "Text.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -39,11 +38,16 @@ void LogSettingsFile::findsTheFileBesideTheIcon_data()
 {
     QTest::addColumn<QString>("icon"); // relative to the client's folder
     QTest::addColumn<QString>("separators");
-    QTest::newRow("with an index") << text("/QZviewer.exe,0") << text("/");
-    QTest::newRow("plain") << text("/QZviewer.exe") << text("\\/");
-    QTest::newRow("backslash") << text("\\QZviewer.exe,0") << text("\\");
-    QTest::newRow("name with blanks") << text("/the viewer, new.exe,-101") << text("/");
-    QTest::newRow("only the folder") << text("/") << text("/");
+    QTest::newRow("with an index") << "/QZviewer.exe,0"
+                                   << "/";
+    QTest::newRow("plain") << "/QZviewer.exe"
+                           << "\\/";
+    QTest::newRow("backslash") << "\\QZviewer.exe,0"
+                               << "\\";
+    QTest::newRow("name with blanks") << "/the viewer, new.exe,-101"
+                                      << "/";
+    QTest::newRow("only the folder") << "/"
+                                     << "/";
 }
 
 void LogSettingsFile::findsTheFileBesideTheIcon()
@@ -52,7 +56,7 @@ void LogSettingsFile::findsTheFileBesideTheIcon()
     QFETCH(QString, separators);
     SettingsFixture f;
     const QString path = f.properties(debugFile);
-    f.client.iconPath = f.scratch.path(text("Client")) + icon;
+    f.client.iconPath = f.scratch.path("Client") + icon;
     f.client.pathSeparators = separators;
     f.open();
     QCOMPARE(f.window->findDefaultLogConfig(), path);
@@ -66,8 +70,8 @@ void LogSettingsFile::findsTheFileInAFolderWithABackslashInItsName()
     if (onWindows())
         QSKIP("a backslash is in no name here");
     SettingsFixture f;
-    const QString path = f.scratch.file(text("a\\b/SDKLOG_default.properties"), debugFile);
-    for (const QString &icon : {text("a\\b/QZviewer.exe,0"), text("a\\b\\QZviewer.exe,0")}) {
+    const QString path = f.scratch.file("a\\b/SDKLOG_default.properties", debugFile);
+    for (const char *icon : {"a\\b/QZviewer.exe,0", "a\\b\\QZviewer.exe,0"}) {
         f.client.iconPath = f.scratch.path(icon);
         f.open();
         QCOMPARE(f.window->findDefaultLogConfig(), path);
@@ -109,12 +113,12 @@ void LogSettingsFile::findsNoFileThatMayNotBeRead()
 void LogSettingsFile::asksForAFileAtStartWhenThereIsNone()
 {
     SettingsFixture f;
-    f.chooses = f.scratch.file(text("mine.properties"), debugFile);
+    f.chooses = f.scratch.file("mine.properties", debugFile);
     f.open();
     QCOMPARE(f.asked, 1);
     QCOMPARE(hub().logConfigPath, f.chooses);
     QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), f.chooses);
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
 }
 
 void LogSettingsFile::asksInTheAgreedWay()
@@ -123,8 +127,8 @@ void LogSettingsFile::asksInTheAgreedWay()
     bool seen = false;
     f.onAsked = [&seen](const QFileDialog &dialog) {
         QCOMPARE(dialog.parentWidget(), nullptr);
-        QCOMPARE(dialog.windowTitle(), text("Select Log Config File"));
-        QCOMPARE(dialog.nameFilters(), QStringList{text("*.properties")});
+        QCOMPARE(dialog.windowTitle(), "Select Log Config File");
+        QCOMPARE(dialog.nameFilters(), QStringList{"*.properties"});
         QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptOpen);
         QCOMPARE(dialog.viewMode(), QFileDialog::List);
         // Only a close button is requested; a title bar comes with it.
@@ -145,66 +149,65 @@ void LogSettingsFile::changesNothingWhenTheFileDialogIsCancelled()
     QCOMPARE(f.asked, 1);
     QCOMPARE(hub().logConfigPath, QString());
     QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), QString());
-    QCOMPARE(f.shownLevel(), text("INFO"));
+    QCOMPARE(f.shownLevel(), "INFO");
 
-    f.chooses = f.scratch.file(text("mine.properties"), debugFile);
+    f.chooses = f.scratch.file("mine.properties", debugFile);
     f.find<QPushButton>("btnSetLogCfgPath")->click();
     f.chooses.clear();
     f.find<QPushButton>("btnSetLogCfgPath")->click();
     QCOMPARE(f.asked, 3);
-    QCOMPARE(hub().logConfigPath, f.scratch.path(text("mine.properties")));
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QCOMPARE(hub().logConfigPath, f.scratch.path("mine.properties"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
 }
 
 void LogSettingsFile::takesTheChosenFile()
 {
     SettingsFixture f;
     const QString first = f.open(infoFile);
-    f.chooses = f.scratch.file(text("mine.properties"), debugFile);
+    f.chooses = f.scratch.file("mine.properties", debugFile);
     f.find<QPushButton>("btnSetLogCfgPath")->click();
     QCOMPARE(hub().logConfigPath, f.chooses);
     QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), f.chooses);
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
     f.radio("radioFATAL")->click();
-    QVERIFY(f.scratch.read(text("mine.properties")).contains("FATAL, a_qzsdk"));
+    QVERIFY(f.scratch.read("mine.properties").contains("FATAL, a_qzsdk"));
     QCOMPARE(f.written(), infoFile);
 }
 
 void LogSettingsFile::doesNotReadTheSameFileTwice()
 {
     SettingsFixture f;
-    f.chooses = f.scratch.file(text("mine.properties"), debugFile);
+    f.chooses = f.scratch.file("mine.properties", debugFile);
     f.open();
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
-    f.scratch.file(text("mine.properties"), infoFile);
+    QCOMPARE(f.shownLevel(), "DEBUG");
+    f.scratch.file("mine.properties", infoFile);
     f.find<QPushButton>("btnSetLogCfgPath")->click();
     QCOMPARE(f.asked, 2);
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
 }
 
 void LogSettingsFile::comparesChosenFilesCaseSensitively()
 {
     SettingsFixture f;
-    f.chooses = f.scratch.file(text("mine.properties"), infoFile);
+    f.chooses = f.scratch.file("mine.properties", infoFile);
     f.open();
-    f.chooses = f.scratch.file(text("Mine.properties"), debugFile);
+    f.chooses = f.scratch.file("Mine.properties", debugFile);
     f.find<QPushButton>("btnSetLogCfgPath")->click();
     QCOMPARE(hub().logConfigPath, f.chooses);
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
 }
 
 void LogSettingsFile::showsTheLevelOfTheFile_data()
 {
     QTest::addColumn<QByteArray>("contents");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("INFO") << infoFile << text("INFO");
-    QTest::newRow("DEBUG") << debugFile << text("DEBUG");
-    QTest::newRow("FATAL") << QByteArray("log4cpp.rootCategory = FATAL") << text("FATAL");
-    QTest::newRow("WARN leaves INFO") << QByteArray("log4cpp.rootCategory = WARN") << text("INFO");
-    QTest::newRow("ERROR leaves INFO")
-        << QByteArray("log4cpp.rootCategory = ERROR") << text("INFO");
-    QTest::newRow("no root line leaves INFO") << QByteArray("x") << text("INFO");
-    QTest::newRow("empty leaves INFO") << QByteArray() << text("INFO");
+    QTest::newRow("INFO") << infoFile << "INFO";
+    QTest::newRow("DEBUG") << debugFile << "DEBUG";
+    QTest::newRow("FATAL") << QByteArray("log4cpp.rootCategory = FATAL") << "FATAL";
+    QTest::newRow("WARN leaves INFO") << QByteArray("log4cpp.rootCategory = WARN") << "INFO";
+    QTest::newRow("ERROR leaves INFO") << QByteArray("log4cpp.rootCategory = ERROR") << "INFO";
+    QTest::newRow("no root line leaves INFO") << QByteArray("x") << "INFO";
+    QTest::newRow("empty leaves INFO") << QByteArray() << "INFO";
 }
 
 void LogSettingsFile::showsTheLevelOfTheFile()
@@ -221,22 +224,22 @@ void LogSettingsFile::keepsTheLevelShownWhenTheChosenFileNamesNone()
 {
     SettingsFixture f;
     f.open(debugFile);
-    f.chooses = f.scratch.file(text("warn.properties"), "log4cpp.rootCategory = WARN, a\n");
+    f.chooses = f.scratch.file("warn.properties", "log4cpp.rootCategory = WARN, a\n");
     f.find<QPushButton>("btnSetLogCfgPath")->click();
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
 }
 
 void LogSettingsFile::keepsTheLevelShownWhenTheChosenFileIsUnreadable()
 {
     SettingsFixture f;
     f.open(debugFile);
-    QVERIFY(!f.window->readLogLevel(f.scratch.path(text("none.properties"))));
+    QVERIFY(!f.window->readLogLevel(f.scratch.path("none.properties")));
     QVERIFY(!f.window->readLogLevel(f.scratch.path()));
-    QCOMPARE(f.output.lines(), QStringList({text("open failed"), text("open failed")}));
-    f.chooses = f.scratch.path(text("none.properties"));
+    QCOMPARE(f.output.lines(), QStringList({"open failed", "open failed"}));
+    f.chooses = f.scratch.path("none.properties");
     f.find<QPushButton>("btnSetLogCfgPath")->click();
     QCOMPARE(hub().logConfigPath, f.chooses);
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
 }
 
 void LogSettingsFile::setsTheLevelThatIsClicked_data()
@@ -270,27 +273,27 @@ void LogSettingsFile::fallsBackToTheStoredLevelWhenTheFileIsGone()
 {
     SettingsFixture f;
     const QString path = f.open(debugFile);
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
     QVERIFY(QFile::remove(path));
     f.radio("radioFATAL")->click();
-    QCOMPARE(f.shownLevel(), text("INFO"));
+    QCOMPARE(f.shownLevel(), "INFO");
     QCOMPARE(hub().logLevel, 0U);
-    QVERIFY(f.output.contains(text("open failed")));
+    QVERIFY(f.output.contains("open failed"));
 
     hub().logLevel = 7; // no such button
     f.radio("radioDEBUG")->click();
-    QCOMPARE(f.shownLevel(), text("DEBUG"));
+    QCOMPARE(f.shownLevel(), "DEBUG");
 }
 
 void LogSettingsFile::setsTheLevelInAFileWithANonAsciiName()
 {
     SettingsFixture f;
-    f.chooses = f.scratch.file(text("Größe 日志 配置/日志 ü.properties"), infoFile);
+    f.chooses = f.scratch.file("Größe 日志 配置/日志 ü.properties", infoFile);
     f.open();
     QCOMPARE(hub().logConfigPath, f.chooses);
     f.radio("radioDEBUG")->click();
     QCOMPARE(hub().logLevel, 1U);
-    QCOMPARE(unixLines(f.scratch.read(text("Größe 日志 配置/日志 ü.properties"))), debugFile);
+    QCOMPARE(unixLines(f.scratch.read("Größe 日志 配置/日志 ü.properties")), debugFile);
 }
 
 QTEST_MAIN(LogSettingsFile)

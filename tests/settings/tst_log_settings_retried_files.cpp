@@ -1,7 +1,6 @@
 #include "Faults.h"
 #include "LogConfig.h"
 #include "SettingsFixture.h"
-#include "Text.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -64,10 +63,10 @@ struct Fixture : SettingsFixture
     void mend(const QByteArray &contents = infoFile) { properties(contents); }
 
     QString wrong = scratch.path(defaultName());
-    QString other = scratch.file(QStringLiteral("other.properties"), fatalFile);
+    QString other = scratch.file("other.properties", fatalFile);
     [[nodiscard]] QByteArray otherWritten() const
     {
-        return unixLines(scratch.read(QStringLiteral("other.properties")));
+        return unixLines(scratch.read("other.properties"));
     }
 };
 
@@ -79,11 +78,11 @@ void RetriedFiles::showTheStoredLevelWhileTheyAreRetried()
     hub().logLevel = 2;
     f.clickDebug([&f] {
         QVERIFY(f.levelsRest());
-        QCOMPARE(f.shownLevel(), text("FATAL"));
+        QCOMPARE(f.shownLevel(), "FATAL");
         f.mend();
     });
     QVERIFY(!f.levelsRest());
-    QCOMPARE(f.shownLevel(), text("FATAL"));
+    QCOMPARE(f.shownLevel(), "FATAL");
     QCOMPARE(unixLines(f.written()), fatalFile);
 }
 
@@ -93,11 +92,11 @@ void RetriedFiles::leaveOtherFilesFree()
     f.clickDebug([&f] {
         f.choose(f.other);
         QVERIFY(!f.levelsRest());
-        QCOMPARE(f.shownLevel(), text("FATAL"));
+        QCOMPARE(f.shownLevel(), "FATAL");
         f.radio("radioDEBUG")->click(); // returns at once
         QCOMPARE(f.otherWritten(), debugFile);
         QCOMPARE(hub().logLevel, 1U);
-        QCOMPARE(f.shownLevel(), text("DEBUG"));
+        QCOMPARE(f.shownLevel(), "DEBUG");
         f.choose(f.wrong);
         QVERIFY(f.levelsRest());
         f.mend();
@@ -114,7 +113,7 @@ void RetriedFiles::leaveTheLevelOfAnotherFileShown()
         f.choose(f.other);
         f.mend();
     });
-    QCOMPARE(f.shownLevel(), text("FATAL"));
+    QCOMPARE(f.shownLevel(), "FATAL");
     QCOMPARE(hub().logLevel, 0U);
     QCOMPARE(unixLines(f.written()), infoFile);
     QCOMPARE(f.otherWritten(), fatalFile);
@@ -133,18 +132,18 @@ void RetriedFiles::showTheStoredLevelWhenTheyAreChosenAgain()
         f.choose(f.wrong);
         f.choose(f.other);
         QVERIFY(f.levelsRest());
-        QCOMPARE(f.shownLevel(), text("INFO")); // not FATAL, as in the file
+        QCOMPARE(f.shownLevel(), "INFO"); // not FATAL, as in the file
         user.reset();
         QVERIFY(QFile::setPermissions(f.other, Everybody::mayReadAndWrite));
     });
-    QCOMPARE(f.shownLevel(), text("INFO"));
+    QCOMPARE(f.shownLevel(), "INFO");
     QCOMPARE(f.otherWritten(), infoFile);
 }
 
 void RetriedFiles::areRetriedSeveralAtOnce()
 {
     Fixture f;
-    const QString second = f.scratch.file(text("second.properties"), "nor here\n");
+    const QString second = f.scratch.file("second.properties", "nor here\n");
     f.clickDebug([&] {
         f.choose(second);
         f.clickDebug([&] {
@@ -156,17 +155,17 @@ void RetriedFiles::areRetriedSeveralAtOnce()
             f.radio("radioFATAL")->click();
             QCOMPARE(hub().logLevel, 2U);
             QCOMPARE(unixLines(f.written()), fatalFile);
-            f.scratch.file(text("second.properties"), debugFile);
+            f.scratch.file("second.properties", debugFile);
         });
     });
-    QCOMPARE(unixLines(f.scratch.read(text("second.properties"))), fatalFile);
+    QCOMPARE(unixLines(f.scratch.read("second.properties")), fatalFile);
     QVERIFY(!f.levelsRest());
 }
 
 void RetriedFiles::doNotChangeTheLevelShownLongAfterTheirEnd()
 {
     Fixture f;
-    const QString second = f.scratch.file(text("second.properties"), "nor here\n");
+    const QString second = f.scratch.file("second.properties", "nor here\n");
     f.clickDebug([&] {
         f.choose(second);
         f.clickDebug([&] {
@@ -177,12 +176,12 @@ void RetriedFiles::doNotChangeTheLevelShownLongAfterTheirEnd()
             QCOMPARE(hub().logLevel, 1U);
             f.choose(f.wrong);
             QTRY_VERIFY(!f.levelsRest());
-            QCOMPARE(f.shownLevel(), text("INFO"));
+            QCOMPARE(f.shownLevel(), "INFO");
             QVERIFY(QFile::remove(second));
         });
     });
     // The first click, which failed first, returns last.
-    QCOMPARE(f.shownLevel(), text("INFO"));
+    QCOMPARE(f.shownLevel(), "INFO");
     QCOMPARE(unixLines(f.written()), infoFile);
 }
 
@@ -192,10 +191,10 @@ void RetriedFiles::sayWhyTheLevelsRest_data()
     QTest::addColumn<bool>("writable");
     QTest::addColumn<QString>("why");
     QTest::newRow("lines missing, English")
-        << text("EN") << true << text("lacks a line with log4cpp.rootCategory");
-    QTest::newRow("not writable, English") << text("EN") << false << text("cannot be written");
-    QTest::newRow("lines missing, Chinese") << text("CN") << true << text("该文件缺少包含");
-    QTest::newRow("not writable, Chinese") << text("CN") << false << text("该文件无法写入");
+        << "EN" << true << "lacks a line with log4cpp.rootCategory";
+    QTest::newRow("not writable, English") << "EN" << false << "cannot be written";
+    QTest::newRow("lines missing, Chinese") << "CN" << true << "该文件缺少包含";
+    QTest::newRow("not writable, Chinese") << "CN" << false << "该文件无法写入";
 }
 
 void RetriedFiles::sayWhyTheLevelsRest()
@@ -206,7 +205,7 @@ void RetriedFiles::sayWhyTheLevelsRest()
     if (!OrdinaryUser::available())
         QSKIP("no way to take a permission away here");
     QTranslator hints;
-    QVERIFY(hints.load(QStringLiteral(":/Hints_%1.qm").arg(language)));
+    QVERIFY(hints.load(QString(":/Hints_%1.qm").arg(language)));
     QCoreApplication::installTranslator(&hints);
     Fixture f;
     if (!writable)
@@ -238,10 +237,10 @@ void RetriedFiles::sayWhenAnotherReasonKeepsTheLevelsResting()
     QVERIFY(QFile::setPermissions(f.wrong, Everybody::mayRead));
     auto user = std::make_unique<OrdinaryUser>();
     f.clickDebug([&] {
-        QVERIFY(f.radio("radioINFO")->toolTip().contains(text("cannot be written")));
+        QVERIFY(f.radio("radioINFO")->toolTip().contains("cannot be written"));
         user.reset();
         QVERIFY(QFile::setPermissions(f.wrong, Everybody::mayReadAndWrite));
-        QTRY_VERIFY(f.radio("radioINFO")->toolTip().contains(text("lacks a line with")));
+        QTRY_VERIFY(f.radio("radioINFO")->toolTip().contains("lacks a line with"));
         QCOMPARE(f.radio("radioINFO")->accessibleDescription(), f.radio("radioINFO")->toolTip());
         f.mend();
     });

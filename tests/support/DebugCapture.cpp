@@ -14,7 +14,7 @@ QtMessageHandler previous = nullptr;
 void capture(QtMsgType /*type*/, const QMessageLogContext & /*context*/, const QString &message)
 {
     // Printed by the offscreen platform, not by the program.
-    if (message.startsWith(QLatin1String("This plugin does not support ")))
+    if (message.startsWith("This plugin does not support "))
         return;
     const QMutexLocker lock(&mutex);
     captured.append(message);

@@ -7,9 +7,9 @@
 class Diagnostics
 {
 public:
-    explicit Diagnostics(const QString &categories = QStringLiteral("vantrel.*"))
+    explicit Diagnostics(const QString &categories = QString("vantrel.*"))
     {
-        QLoggingCategory::setFilterRules(categories + QStringLiteral("=true"));
+        QLoggingCategory::setFilterRules(categories + "=true");
     }
     ~Diagnostics() { QLoggingCategory::setFilterRules(QString()); }
     Diagnostics(const Diagnostics &) = delete;

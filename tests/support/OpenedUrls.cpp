@@ -4,12 +4,12 @@
 
 OpenedUrls::OpenedUrls()
 {
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open");
+    QDesktopServices::setUrlHandler("file", this, "open");
 }
 
 OpenedUrls::~OpenedUrls()
 {
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    QDesktopServices::unsetUrlHandler("file");
 }
 
 void OpenedUrls::open(const QUrl &url)

@@ -21,7 +21,7 @@ ScratchFolder::ScratchFolder()
 
 QString ScratchFolder::path(const QString &name) const
 {
-    return name.isEmpty() ? dir.path() : dir.path() + QLatin1Char('/') + name;
+    return name.isEmpty() ? dir.path() : dir.path() + '/' + name;
 }
 
 QString ScratchFolder::folder(const QString &name)

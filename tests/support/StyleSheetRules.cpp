@@ -6,7 +6,7 @@ namespace {
 
 QString withoutComments(QString sheet)
 {
-    static const QRegularExpression comment(QStringLiteral("/\\*.*?\\*/"),
+    static const QRegularExpression comment("/\\*.*?\\*/",
                                             QRegularExpression::DotMatchesEverythingOption);
     return sheet.remove(comment);
 }
@@ -15,18 +15,17 @@ QString withoutComments(QString sheet)
 
 StyleSheetRules styleSheetRules(const QString &sheet)
 {
-    static const QRegularExpression rule(QStringLiteral("([^{}]+)\\{([^{}]*)\\}"));
+    static const QRegularExpression rule("([^{}]+)\\{([^{}]*)\\}");
     StyleSheetRules rules;
     for (auto found = rule.globalMatch(withoutComments(sheet)); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
-        const QStringList declarations =
-            match.captured(2).split(QLatin1Char(';'), Qt::SkipEmptyParts);
-        for (const QString &selector : match.captured(1).split(QLatin1Char(','))) {
+        const QStringList declarations = match.captured(2).split(';', Qt::SkipEmptyParts);
+        for (const QString &selector : match.captured(1).split(',')) {
             auto &properties = rules[selector.simplified()];
             for (const QString &declaration : declarations) {
-                const QString property = declaration.section(QLatin1Char(':'), 0, 0).simplified();
+                const QString property = declaration.section(':', 0, 0).simplified();
                 if (!property.isEmpty())
-                    properties[property] = declaration.section(QLatin1Char(':'), 1).simplified();
+                    properties[property] = declaration.section(':', 1).simplified();
             }
         }
     }
@@ -35,7 +34,7 @@ StyleSheetRules styleSheetRules(const QString &sheet)
 
 QStringList styleSheetUrls(const QString &sheet)
 {
-    static const QRegularExpression url(QStringLiteral("url\\(\\s*[\"']?([^\"')]*?)[\"']?\\s*\\)"));
+    static const QRegularExpression url("url\\(\\s*[\"']?([^\"')]*?)[\"']?\\s*\\)");
     QStringList urls;
     for (auto found = url.globalMatch(withoutComments(sheet)); found.hasNext();)
         urls.append(found.next().captured(1));

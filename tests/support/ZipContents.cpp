@@ -54,7 +54,7 @@ bool readLargeZip(const QString &path, const Take &take)
     return true;
 }
 
-const QMap<QString, QByteArray> noZip{{QStringLiteral("not a zip"), QByteArray()}};
+const QMap<QString, QByteArray> noZip{{"not a zip", QByteArray()}};
 
 } // namespace
 
@@ -80,7 +80,7 @@ QMap<QString, QByteArray> zipContents(const QString &path)
         const QString name = QString::fromLocal8Bit(entry.filePath.toUtf8());
         QByteArray data = reader.fileData(name);
         if (data.isEmpty())
-            data = reader.fileData(QLatin1Char('/') + name);
+            data = reader.fileData('/' + name);
         contents.insert(entry.filePath, data);
     }
     return contents;

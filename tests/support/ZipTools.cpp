@@ -1,7 +1,6 @@
 #include "ZipTools.h"
 
 #include "Machine.h"
-#include "Text.h"
 #include "ZipContents.h"
 
 #include <QDir>
@@ -55,7 +54,7 @@ quint32 checksumOf(const QByteArray &bytes)
 /// Absolute names begin with a slash, which some tools drop.
 QString relative(const QString &name)
 {
-    return name.startsWith(QLatin1Char('/')) ? name.mid(1) : name;
+    return name.startsWith('/') ? name.mid(1) : name;
 }
 
 /// A running tool; several run in parallel.
@@ -65,10 +64,10 @@ public:
     Tool(const char *program, const QStringList &arguments)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(text("LC_ALL"), text("C.UTF-8")); // for names beyond ASCII
-        environment.remove(text("LD_PRELOAD"));
+        environment.insert("LC_ALL", "C.UTF-8"); // for names beyond ASCII
+        environment.remove("LD_PRELOAD");
         process.setProcessEnvironment(environment);
-        process.start(text(program), arguments);
+        process.start(program, arguments);
     }
 
     /// Waits for its end; returns false if it failed or did not start.
@@ -84,7 +83,7 @@ public:
 
     [[nodiscard]] QString complaint(const char *what)
     {
-        return text(what) + text(": ") + QString::fromUtf8(errors) +
+        return QString(what) + ": " + QString::fromUtf8(errors) +
                QString::fromUtf8(output).right(1000) + process.errorString();
     }
 
@@ -117,9 +116,9 @@ struct Expected
 QVector<Entry> listedByUnzip(const Tool &tool)
 {
     static const QRegularExpression line(
-        text(R"(^ *(\d+) +\S+ +\d+ +-?\d+% +\S+ +\S+ +([0-9a-f]{8}) +(.+)$)"));
+        R"(^ *(\d+) +\S+ +\d+ +-?\d+% +\S+ +\S+ +([0-9a-f]{8}) +(.+)$)");
     QVector<Entry> entries;
-    for (const QString &row : QString::fromUtf8(tool.output).split(QLatin1Char('\n'))) {
+    for (const QString &row : QString::fromUtf8(tool.output).split('\n')) {
         const auto match = line.match(row);
         if (match.hasMatch())
             entries.append({relative(match.captured(3)), match.captured(1).toLongLong(),
@@ -131,12 +130,12 @@ QVector<Entry> listedByUnzip(const Tool &tool)
 QVector<Entry> listedBy7z(const Tool &tool)
 {
     QVector<Entry> entries;
-    for (const QString &row : QString::fromUtf8(tool.output).split(QLatin1Char('\n'))) {
-        if (row.startsWith(text("Path = ")))
+    for (const QString &row : QString::fromUtf8(tool.output).split('\n')) {
+        if (row.startsWith("Path = "))
             entries.append({relative(row.mid(7))});
-        else if (row.startsWith(text("Size = ")) && !entries.isEmpty())
+        else if (row.startsWith("Size = ") && !entries.isEmpty())
             entries.last().size = row.mid(7).toLongLong();
-        else if (row.startsWith(text("CRC = ")) && !entries.isEmpty())
+        else if (row.startsWith("CRC = ") && !entries.isEmpty())
             entries.last().checksum = row.mid(6).toUInt(nullptr, 16); // none for an empty file
     }
     return entries;
@@ -145,10 +144,10 @@ QVector<Entry> listedBy7z(const Tool &tool)
 QVector<Entry> listedByPython(const Tool &tool)
 {
     QVector<Entry> entries;
-    for (const QString &row : QString::fromUtf8(tool.errors).split(QLatin1Char('\n'))) {
-        const QString name = row.section(QLatin1Char(' '), 2);
+    for (const QString &row : QString::fromUtf8(tool.errors).split('\n')) {
+        const QString name = row.section(' ', 2);
         if (!name.isEmpty())
-            entries.append({relative(name), row.section(QLatin1Char(' '), 1, 1).toLongLong(),
+            entries.append({relative(name), row.section(' ', 1, 1).toLongLong(),
                             row.left(8).toUInt(nullptr, 16)});
     }
     return entries;
@@ -176,13 +175,12 @@ const char *const eachZip =
 
 std::unique_ptr<Tool> forEach(const char *command, const QStringList &paths)
 {
-    return std::make_unique<Tool>(
-        "sh", QStringList{text("-c"), text(eachZip), text("sh"), text(command)} + paths);
+    return std::make_unique<Tool>("sh", QStringList{"-c", eachZip, "sh", command} + paths);
 }
 
 std::unique_ptr<Tool> python(const QStringList &paths)
 {
-    return std::make_unique<Tool>("python3", QStringList{text("-c"), text(pythonProgram)} + paths);
+    return std::make_unique<Tool>("python3", QStringList{"-c", pythonProgram} + paths);
 }
 
 /// Prints the expected directory entry of each file on standard error, from a list of names and
@@ -206,29 +204,28 @@ QString libraryComplaint(const QString &path, const QVector<PackedFile> &origina
 {
     constexpr int blockSize = 1 << 20;
     const QString kept = qEnvironmentVariable("VANTREL_KEPT_ZIPS");
-    if (!kept.isEmpty() &&
-        !QFile::copy(path, kept + QFileInfo(path).dir().dirName() + text(".zip")))
-        return text("cannot be kept");
+    if (!kept.isEmpty() && !QFile::copy(path, kept + QFileInfo(path).dir().dirName() + ".zip"))
+        return "cannot be kept";
     const std::unique_ptr<zip_t, decltype(&zip_discard)> archive(
         zip_open(path.toUtf8().constData(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr), &zip_discard);
     if (archive == nullptr || zip_get_num_entries(archive.get(), 0) != originals.size())
-        return text("no zip, or another number of entries");
+        return "no zip, or another number of entries";
     for (int i = 0; i < originals.size(); ++i) {
         const PackedFile &original = originals.at(i);
         if (zip_get_name(archive.get(), zip_uint64_t(i), ZIP_FL_ENC_RAW) != original.name.toUtf8())
-            return text("other names");
+            return "other names";
         const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> entry(
             zip_fopen_index(archive.get(), zip_uint64_t(i), 0), &zip_fclose);
         QFile file(original.path);
         if (entry == nullptr || !file.open(QIODevice::ReadOnly))
-            return text("cannot be opened: ") + original.name;
+            return "cannot be opened: " + original.name;
         QByteArray expected;
         do {
             QByteArray block(blockSize, Qt::Uninitialized);
             expected = file.read(blockSize);
             block.resize(int(zip_fread(entry.get(), block.data(), blockSize)));
             if (block != expected)
-                return text("other contents: ") + original.name;
+                return "other contents: " + original.name;
         } while (!expected.isEmpty());
     }
     return {};
@@ -276,14 +273,14 @@ QString zipToolsComplaint(const QString &zip, const QVector<PackedFile> &origina
     QByteArray list;
     for (const PackedFile &original : originals)
         list += original.name.toUtf8() + '\0' + QFile::encodeName(original.path) + '\0';
-    const QString listPath = scratch.file(text("originals"), list);
-    Tool described("python3", {text("-c"), text(describingProgram), listPath});
-    Tool testedBy7z("7z", {text("t"), zip});
-    Tool testedByUnzip("unzip", {text("-tqq"), zip});
-    Tool testedByPython("python3", {text("-m"), text("zipfile"), text("-t"), zip});
-    Tool by7z("7z", {text("l"), text("-slt"), text("-ba"), zip});
-    Tool byUnzip("unzip", {text("-v"), zip});
-    Tool byPython("python3", {text("-c"), text(listingProgram), zip});
+    const QString listPath = scratch.file("originals", list);
+    Tool described("python3", {"-c", describingProgram, listPath});
+    Tool testedBy7z("7z", {"t", zip});
+    Tool testedByUnzip("unzip", {"-tqq", zip});
+    Tool testedByPython("python3", {"-m", "zipfile", "-t", zip});
+    Tool by7z("7z", {"l", "-slt", "-ba", zip});
+    Tool byUnzip("unzip", {"-v", zip});
+    Tool byPython("python3", {"-c", listingProgram, zip});
     for (Tool *tool :
          {&described, &by7z, &byUnzip, &byPython, &testedBy7z, &testedByUnzip, &testedByPython}) {
         if (!tool->succeeds())
@@ -293,7 +290,7 @@ QString zipToolsComplaint(const QString &zip, const QVector<PackedFile> &origina
     return listedBy7z(by7z) == expected && listedByUnzip(byUnzip) == expected &&
                    listedByPython(byPython) == expected
                ? QString()
-               : text("names, sizes or checksums differ");
+               : "names, sizes or checksums differ";
 }
 
 QMap<QString, QByteArray> verifiedZipContents(const QString &path)
@@ -307,7 +304,7 @@ void KeptZips::keep(const QString &path)
 {
     if (!QFile::exists(path))
         return;
-    const QString copy = folder.path(QString::number(paths.size()) + text(".zip"));
+    const QString copy = folder.path(QString::number(paths.size()) + ".zip");
     if (!QFile::copy(path, copy))
         qFatal("cannot keep %s", qPrintable(path));
     paths.append(copy);

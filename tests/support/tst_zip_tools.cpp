@@ -1,5 +1,4 @@
 #include "ScratchFolder.h"
-#include "Text.h"
 #include "ZipTools.h"
 
 #include <QtTest>
@@ -26,12 +25,12 @@ namespace {
 
 QString goodZip(ScratchFolder &scratch)
 {
-    const QString path = scratch.path(text("good zip.zip"));
+    const QString path = scratch.path("good zip.zip");
     QZipWriter writer(path);
-    writer.addFile(text("SDKLOG/日志 1.log"), QByteArray(10000, 'x'));
-    writer.addFile(text("empty"), QByteArray());
-    writer.addFile(text("100% sure.txt"), QByteArray("line\r\n\0\xff", 8));
-    writer.addFile(text("/outside/dump.dmp"), "dump");
+    writer.addFile("SDKLOG/日志 1.log", QByteArray(10000, 'x'));
+    writer.addFile("empty", QByteArray());
+    writer.addFile("100% sure.txt", QByteArray("line\r\n\0\xff", 8));
+    writer.addFile("/outside/dump.dmp", "dump");
     return path;
 }
 
@@ -41,16 +40,16 @@ void ZipToolsTest::agreeOnAGoodZip()
 {
     ScratchFolder scratch;
     QCOMPARE(verifiedZipContents(goodZip(scratch)),
-             (QMap<QString, QByteArray>{{text("SDKLOG/日志 1.log"), QByteArray(10000, 'x')},
-                                        {text("empty"), QByteArray()},
-                                        {text("100% sure.txt"), QByteArray("line\r\n\0\xff", 8)},
-                                        {text("outside/dump.dmp"), "dump"}}));
+             (QMap<QString, QByteArray>{{"SDKLOG/日志 1.log", QByteArray(10000, 'x')},
+                                        {"empty", QByteArray()},
+                                        {"100% sure.txt", QByteArray("line\r\n\0\xff", 8)},
+                                        {"outside/dump.dmp", "dump"}}));
 }
 
 void ZipToolsTest::agreeOnAZipWithoutEntries()
 {
     ScratchFolder scratch;
-    const QString path = scratch.path(text("a.zip"));
+    const QString path = scratch.path("a.zip");
     QZipWriter(path).close();
     QCOMPARE(zipToolsComplaint({path}), QString());
 }
@@ -69,18 +68,18 @@ void ZipToolsTest::complainOfAByteThatChanged()
     QFETCH(QByteArray, before);
     QFETCH(QByteArray, after);
     ScratchFolder scratch;
-    const QString path = scratch.path(text("a.zip"));
+    const QString path = scratch.path("a.zip");
     {
         QZipWriter writer(path);
         writer.setCompressionPolicy(QZipWriter::NeverCompress);
-        writer.addFile(text("empty"), QByteArray());
-        writer.addFile(text("last"), "dump");
+        writer.addFile("empty", QByteArray());
+        writer.addFile("last", "dump");
     }
     QCOMPARE(zipToolsComplaint({path}), QString());
-    QByteArray bytes = scratch.read(text("a.zip"));
+    QByteArray bytes = scratch.read("a.zip");
     const int place = bytes.indexOf(before);
     QVERIFY(place > 0);
-    scratch.file(text("a.zip"), bytes.replace(place, before.size(), after));
+    scratch.file("a.zip", bytes.replace(place, before.size(), after));
     QVERIFY(!zipToolsComplaint({path}).isEmpty());
 }
 
@@ -88,26 +87,26 @@ void ZipToolsTest::complainOfHalfAZip()
 {
     ScratchFolder scratch;
     goodZip(scratch);
-    const QByteArray bytes = scratch.read(text("good zip.zip"));
+    const QByteArray bytes = scratch.read("good zip.zip");
     for (const int size : {bytes.size() - 1, bytes.size() / 2, 10, 0})
-        QVERIFY(!zipToolsComplaint({scratch.file(text("half.zip"), bytes.left(size))}).isEmpty());
+        QVERIFY(!zipToolsComplaint({scratch.file("half.zip", bytes.left(size))}).isEmpty());
 }
 
 void ZipToolsTest::complainOfWhatIsNoZip()
 {
     ScratchFolder scratch;
-    QVERIFY(!zipToolsComplaint({scratch.file(text("a.zip"), "text")}).isEmpty());
-    QVERIFY(!zipToolsComplaint({scratch.path(text("missing.zip"))}).isEmpty());
+    QVERIFY(!zipToolsComplaint({scratch.file("a.zip", "text")}).isEmpty());
+    QVERIFY(!zipToolsComplaint({scratch.path("missing.zip")}).isEmpty());
 }
 
 void ZipToolsTest::lookAtAllThatWereKept()
 {
     ScratchFolder scratch;
     const QString path = goodZip(scratch);
-    const QString empty = scratch.path(text("empty.zip"));
+    const QString empty = scratch.path("empty.zip");
     QZipWriter(empty).close();
     KeptZips kept;
-    kept.keep(scratch.path(text("missing.zip")));
+    kept.keep(scratch.path("missing.zip"));
     QCOMPARE(kept.count(), 0);
     for (const QString &zip : {path, empty, path})
         kept.keep(zip);
@@ -125,20 +124,20 @@ void ZipToolsTest::holdAZipAgainstItsOriginals()
     ScratchFolder scratch;
     const QString zip = goodZip(scratch);
     const QVector<PackedFile> originals{
-        {text("SDKLOG/日志 1.log"), scratch.file(text("日志"), QByteArray(10000, 'x'))},
-        {text("empty"), scratch.file(text("empty"))},
-        {text("100% sure.txt"), scratch.file(text("sure"), QByteArray("line\r\n\0\xff", 8))},
-        {text("/outside/dump.dmp"), scratch.file(text("dump"), "dump")}};
+        {"SDKLOG/日志 1.log", scratch.file("日志", QByteArray(10000, 'x'))},
+        {"empty", scratch.file("empty")},
+        {"100% sure.txt", scratch.file("sure", QByteArray("line\r\n\0\xff", 8))},
+        {"/outside/dump.dmp", scratch.file("dump", "dump")}};
     QCOMPARE(zipToolsComplaint(zip, originals), QString());
 
     QVERIFY(!zipToolsComplaint(zip, originals.mid(1)).isEmpty());
     QVERIFY(!zipToolsComplaint(zip, originals + originals.mid(1, 1)).isEmpty());
     QVector<PackedFile> others = originals;
-    others[1].name = text("Empty");
+    others[1].name = "Empty";
     QVERIFY(!zipToolsComplaint(zip, others).isEmpty());
-    scratch.file(text("dump"), "Dump");
+    scratch.file("dump", "Dump");
     QVERIFY(!zipToolsComplaint(zip, originals).isEmpty());
-    scratch.file(text("dump"), "dump");
+    scratch.file("dump", "dump");
     QVERIFY(QFile::resize(zip, QFileInfo(zip).size() - 1));
     QVERIFY(!zipToolsComplaint(zip, originals).isEmpty());
 }

@@ -55,7 +55,7 @@ QMap<QString, QPair<QByteArray, QDateTime>> everything(const QString &folder)
     return found;
 }
 
-QStringList names(const QString &folder, const QString &pattern = QStringLiteral("*"))
+QStringList names(const QString &folder, const QString &pattern = QString("*"))
 {
     return QDir(folder).entryList({pattern}, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
 }
@@ -64,7 +64,7 @@ QStringList names(const QString &folder, const QString &pattern = QStringLiteral
 int runProgram(const QStringList &arguments, QString *said = nullptr)
 {
     QProcess process;
-    process.start(QStringLiteral(SAMPLE_HOME_PROGRAM), arguments);
+    process.start(SAMPLE_HOME_PROGRAM, arguments);
     process.waitForFinished();
     if (said)
         *said = QString::fromLocal8Bit(process.readAllStandardError());
@@ -76,7 +76,7 @@ int runProgram(const QStringList &arguments, QString *said = nullptr)
 void SampleHomeTest::isTheSameForTheSamePlan()
 {
     const ScratchFolder scratch;
-    const QString home = scratch.path(QStringLiteral("home"));
+    const QString home = scratch.path("home");
     QCOMPARE(layOutSampleHome(home, small()), QString());
     const auto first = everything(home);
     QVERIFY(first.size() > 10);
@@ -89,11 +89,10 @@ void SampleHomeTest::differsForAnotherSeed()
 {
     const ScratchFolder scratch;
     SampleHomePlan plan = small();
-    QCOMPARE(layOutSampleHome(scratch.path(QStringLiteral("a")), plan), QString());
+    QCOMPARE(layOutSampleHome(scratch.path("a"), plan), QString());
     plan.seed = 2;
-    QCOMPARE(layOutSampleHome(scratch.path(QStringLiteral("b")), plan), QString());
-    QVERIFY(everything(scratch.path(QStringLiteral("a/QZSDK"))) !=
-            everything(scratch.path(QStringLiteral("b/QZSDK"))));
+    QCOMPARE(layOutSampleHome(scratch.path("b"), plan), QString());
+    QVERIFY(everything(scratch.path("a/QZSDK")) != everything(scratch.path("b/QZSDK")));
 }
 
 void SampleHomeTest::hasLogSourcesWithLogs()
@@ -104,30 +103,29 @@ void SampleHomeTest::hasLogSourcesWithLogs()
     plan.logFiles = 4;
     plan.logLines = 100;
     QCOMPARE(layOutSampleHome(home.path(), plan), QString());
-    const QStringList sources = names(home.path(QStringLiteral("QZSDK")));
+    const QStringList sources = names(home.path("QZSDK"));
     QCOMPARE(sources.size(), 7);
-    QVERIFY(sources.contains(QStringLiteral("QZviewer")));
-    QVERIFY(sources.contains(QStringLiteral("QZcontrol")));
+    QVERIFY(sources.contains("QZviewer"));
+    QVERIFY(sources.contains("QZcontrol"));
     for (const QString &source : sources) {
-        const QString folder = home.path(QLatin1String("QZSDK/") + source);
-        const QStringList logs = names(folder, QStringLiteral("*.log*"));
+        const QString folder = home.path("QZSDK/" + source);
+        const QStringList logs = names(folder, "*.log*");
         QSet<qint64> sizes;
         for (const QString &log : logs)
-            sizes.insert(QFileInfo(folder + QLatin1Char('/') + log).size());
+            sizes.insert(QFileInfo(folder + '/' + log).size());
         QCOMPARE(logs.size(), 4);
         QVERIFY2(sizes.size() > 1, qPrintable(source));
     }
-    QCOMPARE(home.read(QStringLiteral("QZSDK/QZcontrol/qzcontrol.log")).count('\n'), 100);
-    QVERIFY(home.read(QStringLiteral("QZSDK/QZcontrol/qzcontrol.log.1")).count('\n') >= 50);
+    QCOMPARE(home.read("QZSDK/QZcontrol/qzcontrol.log").count('\n'), 100);
+    QVERIFY(home.read("QZSDK/QZcontrol/qzcontrol.log.1").count('\n') >= 50);
 }
 
 void SampleHomeTest::hasTransportLogsBelowTheClientsFolder()
 {
     const ScratchFolder home;
     QCOMPARE(layOutSampleHome(home.path(), small()), QString());
-    QCOMPARE(names(home.path(QStringLiteral("QZSDK/QZviewer/gentl_cxp_log"))),
-             QStringList({QStringLiteral("gentl_cxp_0.log"), QStringLiteral("gentl_cxp_1.log"),
-                          QStringLiteral("links.txt")}));
+    QCOMPARE(names(home.path("QZSDK/QZviewer/gentl_cxp_log")),
+             QStringList({"gentl_cxp_0.log", "gentl_cxp_1.log", "links.txt"}));
 }
 
 void SampleHomeTest::hasDumpsAndOneInASubFolder()
@@ -136,15 +134,15 @@ void SampleHomeTest::hasDumpsAndOneInASubFolder()
     SampleHomePlan plan = small();
     plan.dumps = 5;
     QCOMPARE(layOutSampleHome(home.path(), plan), QString());
-    const QString folder = home.path(QStringLiteral("QZSDK/QZviewer"));
-    const QStringList dumps = names(folder, QStringLiteral("*.dmp"));
+    const QString folder = home.path("QZSDK/QZviewer");
+    const QStringList dumps = names(folder, "*.dmp");
     QCOMPARE(dumps.size(), 5);
     for (const QString &dump : dumps) {
-        const QByteArray bytes = home.read(QLatin1String("QZSDK/QZviewer/") + dump);
+        const QByteArray bytes = home.read("QZSDK/QZviewer/" + dump);
         QVERIFY(bytes.startsWith("MDMP"));
         QVERIFY(bytes.contains('\0'));
     }
-    QCOMPARE(names(folder + QLatin1String("/sent"), QStringLiteral("*.dmp")).size(), 1);
+    QCOMPARE(names(folder + "/sent", "*.dmp").size(), 1);
 }
 
 void SampleHomeTest::spreadsModificationTimesOverDaysBeforeNow()
@@ -166,14 +164,12 @@ void SampleHomeTest::registersTheCameraClientInAFolderWithAComma()
 {
     const ScratchFolder scratch;
     // Windows does not allow quotation marks in names.
-    const QString quoted = onWindows() ? QStringLiteral("mine") : QStringLiteral("\"mine\"");
-    const QString home = scratch.path(
-        QStringLiteral("a home, 50%1 full; %2 \u76f8\u673a").arg(QStringLiteral("%"), quoted));
+    const QString quoted = onWindows() ? "mine" : "\"mine\"";
+    const QString home =
+        scratch.path(QString("a home, 50%1 full; %2 \u76f8\u673a").arg("%", quoted));
     QCOMPARE(layOutSampleHome(home, small()), QString());
-    const QSettings settings(home + QLatin1String("/.config/Pemberk/qzcfgfile.ini"),
-                             QSettings::IniFormat);
-    QCOMPARE(settings.value(QStringLiteral("DefaultIcon")).toString(),
-             home + QLatin1String("/Client/QZviewer.exe,0"));
+    const QSettings settings(home + "/.config/Pemberk/qzcfgfile.ini", QSettings::IniFormat);
+    QCOMPARE(settings.value("DefaultIcon").toString(), home + "/Client/QZviewer.exe,0");
 }
 
 void SampleHomeTest::setsTheClientsLanguage()
@@ -183,9 +179,9 @@ void SampleHomeTest::setsTheClientsLanguage()
         SampleHomePlan plan = small();
         plan.chinese = chinese;
         QCOMPARE(layOutSampleHome(home.path(), plan), QString());
-        const QSettings settings(home.path(QStringLiteral("AppData/Roaming/QZviewer/language.ini")),
+        const QSettings settings(home.path("AppData/Roaming/QZviewer/language.ini"),
                                  QSettings::IniFormat);
-        QCOMPARE(settings.value(QStringLiteral("language/lang"), -1).toInt(), chinese ? 0 : 1);
+        QCOMPARE(settings.value("language/lang", -1).toInt(), chinese ? 0 : 1);
     }
 }
 
@@ -193,7 +189,7 @@ void SampleHomeTest::configuresTheSdksLog()
 {
     const ScratchFolder home;
     QCOMPARE(layOutSampleHome(home.path(), small()), QString());
-    const QByteArray text = home.read(QStringLiteral("Client/SDKLOG_default.properties"));
+    const QByteArray text = home.read("Client/SDKLOG_default.properties");
     QCOMPARE(text.count("log4cpp.rootCategory = INFO\n"), 1);
     QCOMPARE(text.count("log4cpp.category.qzsdk = INFO, a_qzsdk\n"), 1);
     QVERIFY(text.contains("%d{%Y-%m-%d %H:%M:%S,%l} %p [%t] [%c] %m%n\n"));
@@ -205,25 +201,24 @@ void SampleHomeTest::canBeEmpty()
     SampleHomePlan plan = small();
     plan.sources = 0;
     QCOMPARE(layOutSampleHome(home.path(), plan), QString());
-    QCOMPARE(names(home.path(QStringLiteral("QZSDK"))), QStringList());
+    QCOMPARE(names(home.path("QZSDK")), QStringList());
     plan.sources = 1;
     plan.logFiles = 1;
     plan.logLines = 0;
     plan.dumps = 0;
     QVERIFY(QDir(home.path()).removeRecursively());
     QCOMPARE(layOutSampleHome(home.path(), plan), QString());
-    const QStringList log =
-        names(home.path(QStringLiteral("QZSDK/QZviewer")), QStringLiteral("*.log"));
+    const QStringList log = names(home.path("QZSDK/QZviewer"), "*.log");
     QCOMPARE(log.size(), 1);
-    QCOMPARE(home.read(QLatin1String("QZSDK/QZviewer/") + log.constFirst()), QByteArray());
-    QVERIFY(!QFileInfo::exists(home.path(QStringLiteral("QZSDK/QZviewer/sent"))));
+    QCOMPARE(home.read("QZSDK/QZviewer/" + log.constFirst()), QByteArray());
+    QVERIFY(!QFileInfo::exists(home.path("QZSDK/QZviewer/sent")));
 }
 
 void SampleHomeTest::leavesAHomeThatIsThereAlone_data()
 {
     QTest::addColumn<QString>("theirs");
-    QTest::newRow("SDK folder") << QStringLiteral("QZSDK/QZviewer/theirs.log");
-    QTest::newRow("registration") << QStringLiteral(".config/Pemberk/qzcfgfile.ini");
+    QTest::newRow("SDK folder") << "QZSDK/QZviewer/theirs.log";
+    QTest::newRow("registration") << ".config/Pemberk/qzcfgfile.ini";
 }
 
 void SampleHomeTest::leavesAHomeThatIsThereAlone()
@@ -233,14 +228,14 @@ void SampleHomeTest::leavesAHomeThatIsThereAlone()
     home.file(theirs, "mine");
     const auto before = everything(home.path());
     const QString said = layOutSampleHome(home.path(), {});
-    QVERIFY2(said.contains(QLatin1String("is there already")), qPrintable(said));
+    QVERIFY2(said.contains("is there already"), qPrintable(said));
     QCOMPARE(everything(home.path()), before);
 }
 
 void SampleHomeTest::saysThatAFolderCannotBeMade()
 {
     ScratchFolder scratch;
-    const QString blocked = scratch.file(QStringLiteral("a file")) + QLatin1String("/home");
+    const QString blocked = scratch.file("a file") + "/home";
     const QString said = layOutSampleHome(blocked, {});
     QVERIFY2(said.contains(blocked), qPrintable(said));
 }
@@ -248,11 +243,11 @@ void SampleHomeTest::saysThatAFolderCannotBeMade()
 void SampleHomeTest::programTakesItsSizesFromTheCommandLine()
 {
     const ScratchFolder scratch;
-    const QString home = scratch.path(QStringLiteral("home"));
-    const QString arguments = QStringLiteral("--seed 5 --log-files 2 --log-lines 30 --sources 2 "
-                                             "--dumps 1 --language chinese "
-                                             "--now 2024-02-29T08:00:00");
-    QCOMPARE(runProgram(arguments.split(QLatin1Char(' ')) << home), 0);
+    const QString home = scratch.path("home");
+    const QString arguments = "--seed 5 --log-files 2 --log-lines 30 --sources 2 "
+                              "--dumps 1 --language chinese "
+                              "--now 2024-02-29T08:00:00";
+    QCOMPARE(runProgram(arguments.split(' ') << home), 0);
     const auto made = everything(home);
 
     SampleHomePlan plan = small();
@@ -271,15 +266,15 @@ void SampleHomeTest::programTakesItsSizesFromTheCommandLine()
 void SampleHomeTest::programRefusesWhatItDoesNotUnderstand_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    const QString folder = QStringLiteral("never-made");
+    const QString folder = "never-made";
     QTest::newRow("no folder") << QStringList();
     QTest::newRow("two folders") << QStringList{folder, folder};
-    QTest::newRow("no number") << QStringList{QStringLiteral("--log-files=many"), folder};
-    QTest::newRow("negative") << QStringList{QStringLiteral("--dumps=-1"), folder};
-    QTest::newRow("seed") << QStringList{QStringLiteral("--seed=-1"), folder};
-    QTest::newRow("no time") << QStringList{QStringLiteral("--now=yesterday"), folder};
-    QTest::newRow("language") << QStringList{QStringLiteral("--language=latin"), folder};
-    QTest::newRow("no option") << QStringList{QStringLiteral("--colour=red"), folder};
+    QTest::newRow("no number") << QStringList{"--log-files=many", folder};
+    QTest::newRow("negative") << QStringList{"--dumps=-1", folder};
+    QTest::newRow("seed") << QStringList{"--seed=-1", folder};
+    QTest::newRow("no time") << QStringList{"--now=yesterday", folder};
+    QTest::newRow("language") << QStringList{"--language=latin", folder};
+    QTest::newRow("no option") << QStringList{"--colour=red", folder};
 }
 
 void SampleHomeTest::programRefusesWhatItDoesNotUnderstand()
@@ -288,7 +283,7 @@ void SampleHomeTest::programRefusesWhatItDoesNotUnderstand()
     QString said;
     QCOMPARE(runProgram(arguments, &said), 1);
     QVERIFY(!said.isEmpty());
-    QVERIFY(!QFileInfo::exists(QStringLiteral("never-made")));
+    QVERIFY(!QFileInfo::exists("never-made"));
 }
 
 QTEST_GUILESS_MAIN(SampleHomeTest)

@@ -31,8 +31,8 @@ QByteArray log(int lines, quint32 seed = 7)
 QRegularExpression usualShape()
 {
     return QRegularExpression(
-        QStringLiteral(R"(^(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d,\d{3}) (INFO|DEBUG|WARN|ERROR|FATAL) )"
-                       R"(\[\d+\] \[([a-z.]+)\] .+$)"));
+        R"(^(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d,\d{3}) (INFO|DEBUG|WARN|ERROR|FATAL) )"
+        R"(\[\d+\] \[([a-z.]+)\] .+$)");
 }
 
 } // namespace
@@ -79,11 +79,11 @@ void SampleLogTest::hasLinesWithoutTheUsualShape()
     int usual = 0;
     int traces = 0;
     int others = 0;
-    const QStringList lines = QString::fromUtf8(log(5000)).split(QLatin1Char('\n'));
+    const QStringList lines = QString::fromUtf8(log(5000)).split('\n');
     for (const QString &line : lines) {
         if (shape.match(line).hasMatch())
             ++usual;
-        else if (line.startsWith(QLatin1String("    #")))
+        else if (line.startsWith("    #"))
             ++traces;
         else
             ++others;
@@ -95,16 +95,16 @@ void SampleLogTest::hasLinesWithoutTheUsualShape()
 
 void SampleLogTest::hasTimesThatRiseAndStayBeforeTheEnd()
 {
-    QString last = end.addMSecs(-sampleLogSpan).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss,zzz"));
+    QString last = end.addMSecs(-sampleLogSpan).toString("yyyy-MM-dd HH:mm:ss,zzz");
     auto matches = QRegularExpression(usualShape().pattern(), QRegularExpression::MultilineOption)
                        .globalMatch(QString::fromUtf8(log(2000)));
     QVERIFY(matches.hasNext());
     while (matches.hasNext()) {
         const QString time = matches.next().captured(1);
-        QVERIFY2(time >= last, qPrintable(time + QLatin1String(" after ") + last));
+        QVERIFY2(time >= last, qPrintable(time + " after " + last));
         last = time;
     }
-    QVERIFY(last < end.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss,zzz")));
+    QVERIFY(last < end.toString("yyyy-MM-dd HH:mm:ss,zzz"));
 }
 
 void SampleLogTest::isValidUtf8()

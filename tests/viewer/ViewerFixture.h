@@ -54,20 +54,20 @@ public:
     /// Opens a new file with these lines, each followed by a line feed.
     bool openLines(const QByteArrayList &lines)
     {
-        return open(folder.file(QStringLiteral("%1.log").arg(++opened),
+        return open(folder.file(QString("%1.log").arg(++opened),
                                 lines.isEmpty() ? QByteArray() : lines.join('\n') + '\n'));
     }
 
     /// Opens this file of the test data.
     bool openData(const char *name)
     {
-        return open(QFINDTESTDATA(QLatin1String("../data/viewer/") + QLatin1String(name)));
+        return open(QFINDTESTDATA(QString("../data/viewer/") + name));
     }
 
     [[nodiscard]] QString text(int row, int column) const
     {
         const QTableWidgetItem *const item = table().item(row, column);
-        return item != nullptr ? item->text() : QStringLiteral("no item");
+        return item != nullptr ? item->text() : "no item";
     }
 
     [[nodiscard]] QStringList row(int row) const
@@ -81,7 +81,7 @@ public:
     [[nodiscard]] QString tip(int row, int column) const
     {
         const QTableWidgetItem *const item = table().item(row, column);
-        return item != nullptr ? item->toolTip() : QStringLiteral("no item");
+        return item != nullptr ? item->toolTip() : "no item";
     }
 
     [[nodiscard]] int filledRows() const
@@ -132,7 +132,7 @@ private:
 /// The texts of a row with only a message.
 inline QStringList messageOnly(const QString &message)
 {
-    const QString none = QStringLiteral("no item");
+    const QString none = "no item";
     return {none, none, none, message};
 }
 

@@ -27,7 +27,7 @@ void closeWhileSearching(LogViewer &viewer, const QString &path,
                          const std::function<bool()> &goesOn)
 {
     viewer.openLogFile(path.toStdString());
-    viewer.findChild<QLineEdit *>(QStringLiteral("lineEdit"))->setText(QStringLiteral("x"));
+    viewer.findChild<QLineEdit *>("lineEdit")->setText("x");
     viewer.show();
     QTimer closer;
     closer.callOnTimeout(&viewer, [&] {

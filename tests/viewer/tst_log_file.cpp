@@ -62,26 +62,25 @@ void LogFileTest::handsOutLines_data()
 void LogFileTest::handsOutLines()
 {
     QFETCH(QByteArray, contents);
-    QTEST(linesOf(scratch.file(QStringLiteral("a.log"), contents)), "lines");
+    QTEST(linesOf(scratch.file("a.log", contents)), "lines");
 }
 
 void LogFileTest::stopsAtTheLimit()
 {
-    const QString path = scratch.file(QStringLiteral("a.log"), QByteArray("x\n").repeated(10));
+    const QString path = scratch.file("a.log", QByteArray("x\n").repeated(10));
     QCOMPARE(linesOf(path, 9).size(), 9);
     QCOMPARE(linesOf(path, 10).size(), 10);
     QCOMPARE(linesOf(path, 11).size(), 10);
     QCOMPARE(linesOf(path, 0).size(), 0);
     // The limit can be reached in the middle of a long text, not only at its end.
-    const QString large =
-        scratch.file(QStringLiteral("large.log"), QByteArray("x\n").repeated(500'000));
+    const QString large = scratch.file("large.log", QByteArray("x\n").repeated(500'000));
     QCOMPARE(linesOf(large, 300'000).size(), 300'000);
 }
 
 void LogFileTest::countsLinesFromZero()
 {
     QList<int> numbers;
-    const QString path = scratch.file(QStringLiteral("a.log"), "a\nb\n");
+    const QString path = scratch.file("a.log", "a\nb\n");
     QVERIFY(readLogFile(path, 10, [&numbers](std::string_view, int n) { numbers.append(n); }));
     QCOMPARE(numbers, QList<int>({0, 1}));
 }
@@ -89,14 +88,14 @@ void LogFileTest::countsLinesFromZero()
 void LogFileTest::handsOutALineOfTenMegabytes()
 {
     const QByteArray line(10'000'000, 'x');
-    const QString path = scratch.file(QStringLiteral("long.log"), "a\n" + line + "\nb\n");
+    const QString path = scratch.file("long.log", "a\n" + line + "\nb\n");
     const QByteArrayList expected{"a", line, "b"};
     QVERIFY(linesOf(path) == expected);
 }
 
 void LogFileTest::seesWhatIsWrittenMeanwhile()
 {
-    const QString path = scratch.file(QStringLiteral("growing.log"), QByteArray("x\n").repeated(9));
+    const QString path = scratch.file("growing.log", QByteArray("x\n").repeated(9));
     QFile writer(path);
     QVERIFY(writer.open(QIODevice::Append | QIODevice::Unbuffered));
     const auto count = readLogFile(path, 1000, [&writer](std::string_view line, int number) {
@@ -110,8 +109,7 @@ void LogFileTest::seesWhatIsWrittenMeanwhile()
 
 void LogFileTest::endsWhereAFileWasCutMeanwhile()
 {
-    const QString path =
-        scratch.file(QStringLiteral("shrinking.log"), QByteArray("x\n").repeated(1'000'000));
+    const QString path = scratch.file("shrinking.log", QByteArray("x\n").repeated(1'000'000));
     const auto count = readLogFile(path, 2'000'000, [&path](std::string_view, int number) {
         if (number == 0)
             QVERIFY(QFile::resize(path, 0));
@@ -122,24 +120,24 @@ void LogFileTest::endsWhereAFileWasCutMeanwhile()
 
 void LogFileTest::saysWhenAFileCannotBeReadAnyFurther()
 {
-    const QString path = QStringLiteral("/proc/self/mem"); // opens, but cannot be read
+    const QString path = "/proc/self/mem"; // opens, but cannot be read
     if (!QFile::exists(path))
         QSKIP("no such file here");
-    const Diagnostics diagnostics(QStringLiteral("vantrel.findstr"));
+    const Diagnostics diagnostics("vantrel.findstr");
     const DebugCapture output;
     QCOMPARE(readLogFile(path, 10, [](std::string_view, int) { QFAIL("a line"); }).value_or(-1), 0);
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("read failed: ") + path});
+    QCOMPARE(output.lines(), QStringList{"read failed: " + path});
 }
 
 void LogFileTest::cannotOpen_data()
 {
     QTest::addColumn<QString>("path");
 
-    QTest::newRow("missing") << scratch.path(QStringLiteral("missing.log"));
-    QTest::newRow("folder") << scratch.folder(QStringLiteral("folder.log"));
+    QTest::newRow("missing") << scratch.path("missing.log");
+    QTest::newRow("folder") << scratch.folder("folder.log");
     QTest::newRow("no name") << QString();
-    const QString pipe = scratch.path(QStringLiteral("pipe.log"));
-    if (QProcess::execute(QStringLiteral("mkfifo"), {pipe}) == 0)
+    const QString pipe = scratch.path("pipe.log");
+    if (QProcess::execute("mkfifo", {pipe}) == 0)
         QTest::newRow("pipe") << pipe;
 }
 
@@ -153,7 +151,7 @@ void LogFileTest::cannotOpenWithoutPermission()
 {
     if (!OrdinaryUser::available())
         QSKIP("permissions cannot be tested here");
-    const QString path = scratch.file(QStringLiteral("locked.log"), "a\n");
+    const QString path = scratch.file("locked.log", "a\n");
     QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions()));
     const OrdinaryUser user;
     QVERIFY(!readLogFile(path, 10, [](std::string_view, int) { QFAIL("a line"); }));

@@ -16,22 +16,22 @@ private slots:
 void LogItemDelegateTest::showsAnOrdinaryTextAsItIs()
 {
     const LogItemDelegate delegate;
-    const QString text = QStringLiteral(" frame <b>received</b> ");
+    const QString text = " frame <b>received</b> ";
     QCOMPARE(delegate.displayText(text, QLocale::c()), text);
 }
 
 void LogItemDelegateTest::showsNoMoreOfALongTextThanCanBeSeen()
 {
     const LogItemDelegate delegate;
-    const QString text(10'000'000, QLatin1Char('x'));
+    const QString text(10'000'000, 'x');
     QVERIFY(delegate.displayText(text, QLocale::c()).size() < 5000);
 }
 
 void LogItemDelegateTest::cutsNoCharacterInHalves()
 {
     const LogItemDelegate delegate;
-    const QString faces = QString::fromUtf8("😀").repeated(5000);
-    for (const QString &before : {QString(), QStringLiteral("x")}) {
+    const QString faces = QString("😀").repeated(5000);
+    for (const char *before : {"", "x"}) {
         const QString shown = delegate.displayText(before + faces, QLocale::c());
         QVERIFY(!shown.at(shown.size() - 2).isHighSurrogate()); // before the ellipsis
     }
@@ -40,8 +40,7 @@ void LogItemDelegateTest::cutsNoCharacterInHalves()
 void LogItemDelegateTest::showsNoSecondLineForATrailingLineFeed()
 {
     const LogItemDelegate delegate;
-    QCOMPARE(delegate.displayText(QStringLiteral("found\n"), QLocale::c()),
-             QStringLiteral("found"));
+    QCOMPARE(delegate.displayText("found\n", QLocale::c()), "found");
 }
 
 QTEST_MAIN(LogItemDelegateTest)

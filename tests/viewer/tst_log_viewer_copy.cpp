@@ -45,7 +45,7 @@ private slots:
 
 void LogViewerCopy::init()
 {
-    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    QGuiApplication::clipboard()->setText("before");
 }
 
 void LogViewerCopy::copiesAllUpToTheFirstUnstructuredLine()
@@ -53,7 +53,7 @@ void LogViewerCopy::copiesAllUpToTheFirstUnstructuredLine()
     ViewerFixture f;
     QVERIFY(f.openData("third_line_unstructured.log"));
     f.find<QAction>("actionCopyAll")->trigger();
-    QCOMPARE(f.clipboard(), f.tip(0, 0) + QLatin1Char('\n') + f.tip(1, 0));
+    QCOMPARE(f.clipboard(), f.tip(0, 0) + '\n' + f.tip(1, 0));
 }
 
 void LogViewerCopy::copiesHiddenRowsToo()
@@ -62,8 +62,8 @@ void LogViewerCopy::copiesHiddenRowsToo()
     QVERIFY(f.openData("every_level.log"));
     f.find<QCheckBox>("checkBoxINFO")->click();
     f.find<QAction>("actionCopyAll")->trigger();
-    QCOMPARE(f.clipboard().count(QLatin1Char('\n')), 4);
-    QVERIFY(f.clipboard().contains(QStringLiteral(" INFO ")));
+    QCOMPARE(f.clipboard().count('\n'), 4);
+    QVERIFY(f.clipboard().contains(" INFO "));
 }
 
 void LogViewerCopy::copiesNothingOfAnEmptyTable()
@@ -80,7 +80,7 @@ void LogViewerCopy::copiesWholeLinesNotCells()
 {
     ViewerFixture f;
     QVERIFY(f.openLines({logLine("INFO")}));
-    f.table().item(0, 3)->setText(QStringLiteral("changed"));
+    f.table().item(0, 3)->setText("changed");
     f.find<QAction>("actionCopyAll")->trigger();
     QCOMPARE(f.clipboard(), lines({logLine("INFO")}));
 }
@@ -140,7 +140,7 @@ void LogViewerCopy::doublesLineFeedsOfLinesThatWereFoundBySearching()
     ViewerFixture f;
     const QByteArrayList all = numberedLines(2);
     QVERIFY(f.openLines(all));
-    f.search(QStringLiteral("INFO"));
+    f.search("INFO");
     f.find<QAction>("actionCopyAll")->trigger();
     QCOMPARE(f.clipboard(), lines({all.at(0), "", all.at(1), ""}));
 }
@@ -164,10 +164,10 @@ void LogViewerCopy::copyKeyLeavesTheClipboardAloneWithoutLinesToCopy()
     QVERIFY(f.activate());
     f.table().setFocus();
     QTest::keySequence(&f.table(), QKeySequence::Copy);
-    QCOMPARE(f.clipboard(), QStringLiteral("before"));
+    QCOMPARE(f.clipboard(), "before");
     QTest::keyClick(&f.table(), Qt::Key_End);
     QTest::keySequence(&f.table(), QKeySequence::Copy);
-    QCOMPARE(f.clipboard(), QStringLiteral("before"));
+    QCOMPARE(f.clipboard(), "before");
     f.find<QAction>("actionCopySelected")->trigger();
     QCOMPARE(f.clipboard(), QString());
 }
@@ -179,11 +179,11 @@ void LogViewerCopy::leavesTheCopyKeyToTheSearchField()
     QVERIFY(f.activate());
     selectRows(f.table(), 0, 0);
     auto *const field = f.find<QLineEdit>("lineEdit");
-    field->setText(QStringLiteral("keyword"));
+    field->setText("keyword");
     field->setFocus();
     field->selectAll();
     QTest::keySequence(field, QKeySequence::Copy);
-    QCOMPARE(f.clipboard(), QStringLiteral("keyword"));
+    QCOMPARE(f.clipboard(), "keyword");
 }
 
 QTEST_MAIN(LogViewerCopy)

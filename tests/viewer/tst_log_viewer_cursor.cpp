@@ -125,9 +125,7 @@ void LogViewerCursor::findsTheContextMenuOfEveryLineByKey()
         f.output.take();
         pressMenuKey(f.table());
         QVERIFY(menu->isVisible());
-        QCOMPARE(
-            f.output.take(),
-            QStringList{QLatin1Char('"') + QString::fromLatin1(lines.at(row)) + QLatin1Char('"')});
+        QCOMPARE(f.output.take(), QStringList{'"' + QString::fromLatin1(lines.at(row)) + '"'});
         menu->hide();
         QTest::keyClick(&f.table(), Qt::Key_Down);
     }

@@ -85,7 +85,7 @@ void LogViewerFilter::comparesTheLevelExactly()
 {
     ViewerFixture f;
     QVERIFY(f.openLines({logLine("INFO"), logLine("INFO")}));
-    f.table().item(1, 1)->setText(QStringLiteral("INFO "));
+    f.table().item(1, 1)->setText("INFO ");
     f.find<QCheckBox>("checkBoxINFO")->click();
     QCOMPARE(f.hiddenRows(), QList<int>{0});
 }

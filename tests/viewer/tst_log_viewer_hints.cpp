@@ -35,8 +35,8 @@ private slots:
 namespace {
 
 const QString nothingFound =
-    QStringLiteral("No line matches. Empty the field and press Enter to see the whole log.");
-const QString fileGoesOn = QStringLiteral("The first 100,000 lines; the file goes on.");
+    "No line matches. Empty the field and press Enter to see the whole log.";
+const QString fileGoesOn = "The first 100,000 lines; the file goes on.";
 
 /// Whether there is text in this part of the table.
 bool hasText(const QTableWidget &table, const QRect &part)
@@ -74,7 +74,7 @@ void LogViewerHints::saysThatNothingWasFound()
     QVERIFY(f.openLines(QByteArrayList{"one", "two", "three"}));
     QVERIFY(f.show());
     QCOMPARE(f.table().accessibleDescription(), QString());
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.table().accessibleDescription(), nothingFound);
     QVERIFY(hasText(f.table(), f.table().viewport()->rect()));
     QCOMPARE(f.filledRows(), 0);
@@ -88,7 +88,7 @@ void LogViewerHints::saysNothingOfASearchThatFailed()
     ViewerFixture f([](const auto &...) { return false; });
     QVERIFY(f.openLines({"one"}));
     QVERIFY(f.show());
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.table().accessibleDescription(), QString());
     QVERIFY(!hasText(f.table(), f.table().viewport()->rect()));
 }
@@ -96,8 +96,8 @@ void LogViewerHints::saysNothingOfASearchThatFailed()
 void LogViewerHints::saysThatTheFileGoesOn()
 {
     ViewerFixture f;
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), QByteArray("x\n").repeated(100'001))));
-    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("100000")});
+    QVERIFY(f.open(f.folder.file("a.log", QByteArray("x\n").repeated(100'001))));
+    QCOMPARE(f.output.lines(), QStringList{"100000"});
     QCOMPARE(f.table().accessibleDescription(), fileGoesOn);
     QVERIFY(f.show());
     f.table().scrollToBottom();
@@ -110,7 +110,7 @@ void LogViewerHints::saysThatTheFileGoesOn()
 void LogViewerHints::saysNothingBehindAFileOf100000Lines()
 {
     ViewerFixture f;
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), QByteArray("x\n").repeated(100'000))));
+    QVERIFY(f.open(f.folder.file("a.log", QByteArray("x\n").repeated(100'000))));
     QCOMPARE(f.table().accessibleDescription(), QString());
     QVERIFY(f.show());
     f.table().scrollToBottom();
@@ -124,9 +124,8 @@ void LogViewerHints::saysHowManyLinesFoundAreHidden()
     QVERIFY(f.show());
     f.find<QCheckBox>("checkBoxINFO")->click();
     QCOMPARE(f.table().accessibleDescription(), QString());
-    f.search(QStringLiteral("x"));
-    QCOMPARE(f.table().accessibleDescription(),
-             QStringLiteral("2 of the lines found are hidden by levels"));
+    f.search("x");
+    QCOMPARE(f.table().accessibleDescription(), "2 of the lines found are hidden by levels");
     QVERIFY(hasText(f.table(), placeOfRow(f.table(), 4))); // row 3 is hidden too
     QVERIFY(!hasText(f.table(), placeOfRow(f.table(), 5)));
 }
@@ -135,11 +134,10 @@ void LogViewerHints::countsHiddenLinesAnewWhenALevelIsTicked()
 {
     ViewerFixture f(finding({logLine("WARN"), logLine("INFO"), logLine("WARN")}));
     QVERIFY(f.openLines({"one"}));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.table().accessibleDescription(), QString());
     f.find<QCheckBox>("checkBoxWARN")->click();
-    QCOMPARE(f.table().accessibleDescription(),
-             QStringLiteral("2 of the lines found are hidden by levels"));
+    QCOMPARE(f.table().accessibleDescription(), "2 of the lines found are hidden by levels");
     f.find<QCheckBox>("checkBoxWARN")->click();
     QCOMPARE(f.table().accessibleDescription(), QString());
 }
@@ -147,38 +145,38 @@ void LogViewerHints::countsHiddenLinesAnewWhenALevelIsTicked()
 void LogViewerHints::saysItInChinese()
 {
     QTranslator translator;
-    QVERIFY(translator.load(QStringLiteral(":/Hints_CN.qm")));
+    QVERIFY(translator.load(":/Hints_CN.qm"));
     ViewerFixture f(finding({}));
     QVERIFY(f.openLines({"one"}));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QVERIFY(QCoreApplication::installTranslator(&translator));
     f.viewer.retranslate();
     QCOMPARE(f.table().accessibleDescription(),
-             QString::fromUtf8("没有匹配的日志行。清空搜索框并按回车键可查看全部日志。"));
+             "没有匹配的日志行。清空搜索框并按回车键可查看全部日志。");
     QCoreApplication::removeTranslator(&translator);
 }
 
 void LogViewerHints::namesTheFileInTheWindowTitle()
 {
     ViewerFixture f;
-    QCOMPARE(f.viewer.windowTitle(), QStringLiteral("LogViewer"));
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), "one\n")));
-    QCOMPARE(f.viewer.windowTitle(), QStringLiteral("a.log - Vantrel"));
-    QCOMPARE(f.find<QLabel>("lbTitle")->text(), QStringLiteral("LogViewer"));
-    QVERIFY(f.open(f.folder.file(QStringLiteral("b.log"), "one\n")));
-    QCOMPARE(f.viewer.windowTitle(), QStringLiteral("b.log - Vantrel"));
+    QCOMPARE(f.viewer.windowTitle(), "LogViewer");
+    QVERIFY(f.open(f.folder.file("a.log", "one\n")));
+    QCOMPARE(f.viewer.windowTitle(), "a.log - Vantrel");
+    QCOMPARE(f.find<QLabel>("lbTitle")->text(), "LogViewer");
+    QVERIFY(f.open(f.folder.file("b.log", "one\n")));
+    QCOMPARE(f.viewer.windowTitle(), "b.log - Vantrel");
 }
 
 void LogViewerHints::namesTheFileInEveryLanguage()
 {
     QTranslator translator;
-    QVERIFY(translator.load(QStringLiteral(":/Linguist_CN.qm")));
+    QVERIFY(translator.load(":/Linguist_CN.qm"));
     ViewerFixture f;
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), "one\n")));
+    QVERIFY(f.open(f.folder.file("a.log", "one\n")));
     QVERIFY(QCoreApplication::installTranslator(&translator));
     f.viewer.retranslate();
-    QCOMPARE(f.viewer.windowTitle(), QStringLiteral("a.log - Vantrel"));
-    QCOMPARE(f.find<QLabel>("lbTitle")->text(), QString::fromUtf8("日志浏览"));
+    QCOMPARE(f.viewer.windowTitle(), "a.log - Vantrel");
+    QCOMPARE(f.find<QLabel>("lbTitle")->text(), "日志浏览");
     QCoreApplication::removeTranslator(&translator);
 }
 
@@ -188,14 +186,14 @@ void LogViewerHints::keepsBracketsInTheNameOfAFile()
         QSKIP("no file can have such a name here");
     ViewerFixture f;
     QVERIFY(f.show());
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a[*].log"), "one\n")));
-    QCOMPARE(f.viewer.windowHandle()->title(), QStringLiteral("a[*].log - Vantrel"));
+    QVERIFY(f.open(f.folder.file("a[*].log", "one\n")));
+    QCOMPARE(f.viewer.windowHandle()->title(), "a[*].log - Vantrel");
 }
 
 void LogViewerHints::tellsThePathInTheTitleBarsToolTip()
 {
     ViewerFixture f;
-    const QString path = f.folder.file(QStringLiteral("a &amp; b.log"), "one\n");
+    const QString path = f.folder.file("a &amp; b.log", "one\n");
     QVERIFY(f.open(path));
     QVERIFY(f.show());
     auto *const bar = f.find<CommonTitleBar>("mainTitleBar");
@@ -204,7 +202,7 @@ void LogViewerHints::tellsThePathInTheTitleBarsToolTip()
     QCoreApplication::sendEvent(bar, &event);
     QTextDocument shown;
     shown.setHtml(QToolTip::text());
-    QCOMPARE(shown.toPlainText().remove(QLatin1Char('\n')), path);
+    QCOMPARE(shown.toPlainText().remove('\n'), path);
     QToolTip::hideText();
 }
 
@@ -224,22 +222,22 @@ void LogViewerHints::appearsBeforeALoadBegins()
     QVERIFY(f.openLines({"one"}));
     QVERIFY(painted > 0);
     QCOMPARE(pointer, Qt::BusyCursor);
-    QCOMPARE(title, QStringLiteral("1.log - Vantrel"));
+    QCOMPARE(title, "1.log - Vantrel");
     QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
 }
 
 void LogViewerHints::loadsTheFileThatIsOpenedWhileItAppears()
 {
     ViewerFixture f;
-    const QString second = f.folder.file(QStringLiteral("second.log"), "second\n");
+    const QString second = f.folder.file("second.log", "second\n");
     f.viewer.show();
     bool opened = false;
     QTimer::singleShot(0, &f.viewer, [&] { opened = f.open(second); });
     QVERIFY(!f.openLines({"first"}));
     QVERIFY(opened);
     QCOMPARE(f.filledRows(), 1);
-    QCOMPARE(f.text(0, 3), QStringLiteral("second"));
-    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("1")});
+    QCOMPARE(f.text(0, 3), "second");
+    QCOMPARE(f.output.lines(), QStringList{"1"});
 }
 
 QTEST_MAIN(LogViewerHints)

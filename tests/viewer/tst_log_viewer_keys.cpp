@@ -167,7 +167,7 @@ void LogViewerKeys::closesByKey()
     QTest::keySequence(widget, keys);
     QVERIFY(f.viewer.isHidden());
     QCOMPARE(closings.count, 1);
-    QCOMPARE(f.text(0, 3), QStringLiteral("one"));
+    QCOMPARE(f.text(0, 3), "one");
 }
 
 void LogViewerKeys::escapeClosesAnOpenMenuFirst()
@@ -192,11 +192,11 @@ void LogViewerKeys::readsTheLogAgainByKey()
 {
     QFETCH(bool, searched);
     ViewerFixture f([](const auto &...) { return true; });
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), "one\n")));
+    QVERIFY(f.open(f.folder.file("a.log", "one\n")));
     QVERIFY(f.activate());
     if (searched)
-        f.search(QStringLiteral("x"));
-    f.folder.file(QStringLiteral("a.log"), "one\ntwo\n");
+        f.search("x");
+    f.folder.file("a.log", "one\ntwo\n");
     f.output.take();
     QTest::keyClick(f.find<QLineEdit>("lineEdit"), Qt::Key_F5);
     QCOMPARE(f.filledRows(), 2);

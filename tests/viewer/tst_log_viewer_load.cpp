@@ -46,8 +46,7 @@ void LogViewerLoad::splitsALineIntoFourCells()
     ViewerFixture f;
     QVERIFY(f.openLines({"2024-03-02 12:00:00.250 INFO [00123] [CameraClient] frame received"}));
     QCOMPARE(f.row(0),
-             QStringList({QStringLiteral("2024-03-02 12:00:00.250"), QStringLiteral("INFO"),
-                          QStringLiteral("CameraClient"), QStringLiteral(" frame received")}));
+             QStringList({"2024-03-02 12:00:00.250", "INFO", "CameraClient", " frame received"}));
     QCOMPARE(f.table().rowCount(), 6);
 }
 
@@ -71,20 +70,19 @@ void LogViewerLoad::givesEveryCellTheWholeLineAsToolTip()
     QVERIFY(f.openLines({logLine("WARN"), "plain text"}));
     for (int column = 0; column < 4; ++column)
         QCOMPARE(f.tip(0, column), QString::fromLatin1(logLine("WARN")));
-    QCOMPARE(f.tip(1, 3), QStringLiteral("plain text"));
+    QCOMPARE(f.tip(1, 3), "plain text");
 }
 
 void LogViewerLoad::showsStructuredLinesWithMissingBrackets()
 {
     ViewerFixture f;
     QVERIFY(f.openData("brackets_missing.log"));
-    const QString time = QStringLiteral("2024-03-02 12:00:00.000");
-    const QString none = QStringLiteral("");
-    QCOMPARE(f.row(0), QStringList({time, QStringLiteral("INFO"), none, none}));
-    QCOMPARE(f.row(1), QStringList({time, QStringLiteral("WARN"), none, none}));
-    QCOMPARE(f.row(2),
-             QStringList({time, QStringLiteral("ERROR"), QStringLiteral("unfinished"), none}));
-    QCOMPARE(f.row(3), QStringList({time, QStringLiteral("FATAL"), none, none}));
+    const QString time = "2024-03-02 12:00:00.000";
+    const QString none = "";
+    QCOMPARE(f.row(0), QStringList({time, "INFO", none, none}));
+    QCOMPARE(f.row(1), QStringList({time, "WARN", none, none}));
+    QCOMPARE(f.row(2), QStringList({time, "ERROR", "unfinished", none}));
+    QCOMPARE(f.row(3), QStringList({time, "FATAL", none, none}));
 }
 
 void LogViewerLoad::keepsTheFirst100000LinesOfALongerFile()
@@ -93,18 +91,18 @@ void LogViewerLoad::keepsTheFirst100000LinesOfALongerFile()
     QByteArray text;
     for (int i = 0; i <= 100'000; ++i)
         text += "line " + QByteArray::number(i) + '\n';
-    QVERIFY(f.open(f.folder.file(QStringLiteral("long.log"), text)));
+    QVERIFY(f.open(f.folder.file("long.log", text)));
     QCOMPARE(f.table().rowCount(), 100'005);
     QCOMPARE(f.filledRows(), 100'000);
-    QCOMPARE(f.text(0, 3), QStringLiteral("line 0"));
-    QCOMPARE(f.text(99'999, 3), QStringLiteral("line 99999"));
-    QCOMPARE(f.text(100'000, 3), QStringLiteral("no item"));
+    QCOMPARE(f.text(0, 3), "line 0");
+    QCOMPARE(f.text(99'999, 3), "line 99999");
+    QCOMPARE(f.text(100'000, 3), "no item");
 }
 
 void LogViewerLoad::keepsAllOfExactly100000Lines()
 {
     ViewerFixture f;
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), QByteArray("x\n").repeated(100'000))));
+    QVERIFY(f.open(f.folder.file("a.log", QByteArray("x\n").repeated(100'000))));
     QCOMPARE(f.table().rowCount(), 100'005);
     QCOMPARE(f.filledRows(), 100'000);
 }
@@ -120,23 +118,23 @@ void LogViewerLoad::doesNotShowALastLineWithoutLineFeed()
 void LogViewerLoad::readsTheSamePathOnce()
 {
     ViewerFixture f;
-    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    const QString path = f.folder.file("a.log", "one\n");
     QVERIFY(f.open(path));
-    f.folder.file(QStringLiteral("a.log"), "two\n");
+    f.folder.file("a.log", "two\n");
     QVERIFY(!f.open(path));
-    QCOMPARE(f.text(0, 3), QStringLiteral("one"));
+    QCOMPARE(f.text(0, 3), "one");
 }
 
 void LogViewerLoad::readsAnotherPathAndThenTheFirstAgain()
 {
     ViewerFixture f;
-    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    const QString path = f.folder.file("a.log", "one\n");
     QVERIFY(f.open(path));
     QVERIFY(f.openLines({"b1", "b2"}));
     QCOMPARE(f.table().rowCount(), 7);
-    f.folder.file(QStringLiteral("a.log"), "two\n");
+    f.folder.file("a.log", "two\n");
     QVERIFY(f.open(path));
-    QCOMPARE(f.text(0, 3), QStringLiteral("two"));
+    QCOMPARE(f.text(0, 3), "two");
     QCOMPARE(f.filledRows(), 1);
 }
 
@@ -145,12 +143,12 @@ void LogViewerLoad::recordsAPathThatCannotBeOpened()
     ViewerFixture f;
     QVERIFY(f.openLines({"one"}));
     f.output.take();
-    const QString path = f.folder.path(QStringLiteral("late.log"));
+    const QString path = f.folder.path("late.log");
     QVERIFY(!f.open(path));
-    QCOMPARE(f.output.take(), QStringList{QStringLiteral("Failed to open file.")});
+    QCOMPARE(f.output.take(), QStringList{"Failed to open file."});
     QCOMPARE(f.table().rowCount(), 100'000);
     QCOMPARE(f.filledRows(), 0);
-    f.folder.file(QStringLiteral("late.log"), "here now\n");
+    f.folder.file("late.log", "here now\n");
     QVERIFY(!f.open(path));
     QCOMPARE(f.filledRows(), 0);
     QVERIFY(f.output.lines().isEmpty());
@@ -160,11 +158,11 @@ void LogViewerLoad::clearsTheTableForWhatCannotBeOpened_data()
 {
     QTest::addColumn<QString>("path");
 
-    QTest::newRow("folder") << scratch.folder(QStringLiteral("folder.log"));
-    const QString pipe = scratch.path(QStringLiteral("pipe.log"));
-    if (QProcess::execute(QStringLiteral("mkfifo"), {pipe}) == 0)
+    QTest::newRow("folder") << scratch.folder("folder.log");
+    const QString pipe = scratch.path("pipe.log");
+    if (QProcess::execute("mkfifo", {pipe}) == 0)
         QTest::newRow("pipe") << pipe;
-    const QString locked = scratch.file(QStringLiteral("locked.log"), "a\n");
+    const QString locked = scratch.file("locked.log", "a\n");
     if (OrdinaryUser::available() && QFile::setPermissions(locked, QFileDevice::Permissions()))
         QTest::newRow("no permission") << locked;
 }
@@ -179,7 +177,7 @@ void LogViewerLoad::clearsTheTableForWhatCannotBeOpened()
         const OrdinaryUser user;
         QVERIFY(!f.open(path));
     }
-    QCOMPARE(f.output.take(), QStringList{QStringLiteral("Failed to open file.")});
+    QCOMPARE(f.output.take(), QStringList{"Failed to open file."});
     QCOMPARE(f.table().rowCount(), 100'000);
     QCOMPARE(f.filledRows(), 0);
     QVERIFY2(!f.open(path), "the path is recorded, and tried once only");
@@ -190,11 +188,11 @@ void LogViewerLoad::showsTheFirstLineWhereverTheTableWasScrolled()
 {
     ViewerFixture f;
     const QByteArray lines = QByteArray("x\n").repeated(1000);
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), lines)));
+    QVERIFY(f.open(f.folder.file("a.log", lines)));
     f.viewer.show();
     f.table().scrollToBottom();
     QVERIFY(f.table().rowAt(0) > 0);
-    QVERIFY(f.open(f.folder.file(QStringLiteral("b.log"), lines)));
+    QVERIFY(f.open(f.folder.file("b.log", lines)));
     QCOMPARE(f.table().rowAt(0), 0);
 }
 
@@ -210,7 +208,7 @@ void LogViewerLoad::writesTheNumberOfLines()
 {
     ViewerFixture f;
     QVERIFY(f.openLines({"a", "b", "c"}));
-    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("3")});
+    QCOMPARE(f.output.lines(), QStringList{"3"});
 }
 
 void LogViewerLoad::writesTheNumberOfLinesBeforeTheSpareRowsGo()
@@ -221,12 +219,12 @@ void LogViewerLoad::writesTheNumberOfLinesBeforeTheSpareRowsGo()
     table = &f.table();
     const QtMessageHandler before =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) {
-            written.append(QStringLiteral("%1 of %2 rows").arg(text).arg(table->rowCount()));
+            written.append(QString("%1 of %2 rows").arg(text).arg(table->rowCount()));
         });
     const bool opened = f.openLines({"a", "b", "c"});
     qInstallMessageHandler(before);
     QVERIFY(opened);
-    QCOMPARE(written, QStringList{QStringLiteral("3 of 100000 rows")});
+    QCOMPARE(written, QStringList{"3 of 100000 rows"});
     QCOMPARE(f.table().rowCount(), 8);
 }
 
@@ -255,7 +253,7 @@ void LogViewerLoad::takesLinesForRowsThatAreThereOnly()
 {
     ViewerFixture f;
     f.viewer.parseLogLine(logLine("FATAL").constData(), 99'999);
-    QCOMPARE(f.text(99'999, 1), QStringLiteral("FATAL"));
+    QCOMPARE(f.text(99'999, 1), "FATAL");
     f.viewer.parseLogLine(logLine("FATAL").constData(), 100'000);
     f.viewer.parseLogLine(logLine("FATAL").constData(), -1);
     QCOMPARE(f.table().rowCount(), 100'000);
@@ -266,35 +264,35 @@ void LogViewerLoad::cutsALineAtItsFirstZeroByte()
 {
     ViewerFixture f;
     QVERIFY(f.openData("nul_bytes.log"));
-    QCOMPARE(f.text(0, 3), QStringLiteral(" before"));
+    QCOMPARE(f.text(0, 3), " before");
     QCOMPARE(f.row(1), messageOnly(QString()));
-    QCOMPARE(f.text(2, 3), QStringLiteral(" frame received"));
+    QCOMPARE(f.text(2, 3), " frame received");
 }
 
 void LogViewerLoad::readsUtf8()
 {
     ViewerFixture f;
     QVERIFY(f.openData("utf8_beyond_ascii.log"));
-    QCOMPARE(f.text(0, 2), QString::fromUtf8("相机"));
-    QCOMPARE(f.text(0, 3), QString::fromUtf8(" 打开失败 😀"));
+    QCOMPARE(f.text(0, 2), "相机");
+    QCOMPARE(f.text(0, 3), " 打开失败 😀");
 }
 
 void LogViewerLoad::replacesWhatIsNoUtf8()
 {
     ViewerFixture f;
     QVERIFY(f.openData("invalid_utf8.log"));
-    QCOMPARE(f.text(0, 3), QString::fromUtf8(" caf\xef\xbf\xbd \xef\xbf\xbd\xef\xbf\xbd "
-                                             "\xef\xbf\xbd\xef\xbf\xbd"));
-    QCOMPARE(f.text(1, 3), QString::fromUtf8(" ä"));
+    QCOMPARE(f.text(0, 3), " caf\xef\xbf\xbd \xef\xbf\xbd\xef\xbf\xbd "
+                           "\xef\xbf\xbd\xef\xbf\xbd");
+    QCOMPARE(f.text(1, 3), " ä");
 }
 
 void LogViewerLoad::doesNotShowAByteOrderMark()
 {
     ViewerFixture f;
     QVERIFY(f.openData("byte_order_mark.log"));
-    QCOMPARE(f.text(0, 0), QStringLiteral("2024-03-02 12:00:00.250"));
-    QCOMPARE(f.text(0, 1), QStringLiteral("INFO"));
-    QVERIFY(f.tip(0, 0).startsWith(QStringLiteral("2024")));
+    QCOMPARE(f.text(0, 0), "2024-03-02 12:00:00.250");
+    QCOMPARE(f.text(0, 1), "INFO");
+    QVERIFY(f.tip(0, 0).startsWith("2024"));
 }
 
 void LogViewerLoad::takesCrLfForALineEnd()
@@ -302,8 +300,8 @@ void LogViewerLoad::takesCrLfForALineEnd()
     ViewerFixture f;
     QVERIFY(f.openData("cr_lf_line_ends.log"));
     QCOMPARE(f.filledRows(), 2);
-    QCOMPARE(f.text(0, 3), QStringLiteral(" frame received"));
-    QVERIFY(!f.tip(0, 3).contains(QLatin1Char('\r')));
+    QCOMPARE(f.text(0, 3), " frame received");
+    QVERIFY(!f.tip(0, 3).contains('\r'));
 }
 
 void LogViewerLoad::showsALoneCrAsContent()
@@ -311,7 +309,7 @@ void LogViewerLoad::showsALoneCrAsContent()
     ViewerFixture f;
     QVERIFY(f.openData("lone_cr_inside_a_line.log"));
     QCOMPARE(f.filledRows(), 1);
-    QCOMPARE(f.text(0, 3), QStringLiteral(" 50%\r100%"));
+    QCOMPARE(f.text(0, 3), " 50%\r100%");
 }
 
 void LogViewerLoad::survivesBinaryData()
@@ -332,7 +330,7 @@ void LogViewerLoad::showsALineOfTenMegabytes()
     const QByteArray message(10'000'000, 'x');
     QVERIFY(f.openLines({logLine("INFO", message), logLine("WARN")}));
     QCOMPARE(f.text(0, 3).size(), message.size() + 1);
-    QCOMPARE(f.text(1, 1), QStringLiteral("WARN"));
+    QCOMPARE(f.text(1, 1), "WARN");
     QVERIFY(f.show());
     QVERIFY(!f.viewer.grab().isNull());
 }

@@ -74,7 +74,7 @@ struct Fixture : SlowSearch, ViewerFixture
     /// Calls @p action once, from the event loop, as soon as the table shows @p line.
     void whenShown(const QString &line, const std::function<void()> &action)
     {
-        awaited = line + QLatin1Char('\n');
+        awaited = line + '\n';
         then = action;
         timer.start(0);
     }
@@ -96,9 +96,9 @@ private:
     QTimer timer;
 };
 
-const QString endless = QStringLiteral("endless");
-const QString deaf = QStringLiteral("deaf");
-const QString next = QStringLiteral("next");
+const QString endless = "endless";
+const QString deaf = "deaf";
+const QString next = "next";
 
 } // namespace
 
@@ -140,7 +140,7 @@ void LogViewerLongSearch::endsTheSearchWhenTheTableIsFull()
         return true;
     });
     QVERIFY(f.openLines({"one"}));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QVERIFY(*wasStopped);
     QCOMPARE(f.table().rowCount(), 6);
     QCOMPARE(f.filledRows(), 6);
@@ -177,7 +177,7 @@ void LogViewerLongSearch::keepsTheWindowAliveWhileManyLinesAreShown()
     QTimer timer;
     timer.callOnTimeout(&f.viewer, [&] { steps += *areFound ? 1 : 0; });
     timer.start(0);
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.filledRows(), lines);
     QVERIFY2(steps >= 3, QByteArray::number(steps).constData());
 }
@@ -190,8 +190,7 @@ void LogViewerLongSearch::keepsTheWindowAliveWhileAFullTableIsEmptied()
         ~SlowCell() override { QThread::msleep(1); } // as long as 1,000 cells on a fast machine
     };
     ViewerFixture f([](const auto &...) { return true; });
-    QVERIFY(
-        f.open(f.folder.file(QStringLiteral("a.log"), (logLine("INFO") + '\n').repeated(lines))));
+    QVERIFY(f.open(f.folder.file("a.log", (logLine("INFO") + '\n').repeated(lines))));
     for (int row = 0; row < lines; ++row)
         f.table().setItem(row, 3, new SlowCell);
     bool wasPartlyEmpty = false;
@@ -201,7 +200,7 @@ void LogViewerLongSearch::keepsTheWindowAliveWhileAFullTableIsEmptied()
             wasPartlyEmpty = true;
     });
     timer.start(0);
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.filledRows(), 0);
     QVERIFY(wasPartlyEmpty);
 }
@@ -228,7 +227,7 @@ void LogViewerLongSearch::aNewSearchTakesOver()
     f.search(endless);
     QTRY_COMPARE(int(f.state->stopped), 1);
     QCOMPARE(f.filledRows(), 1);
-    QCOMPARE(f.text(0, 3), QStringLiteral("next\n"));
+    QCOMPARE(f.text(0, 3), "next\n");
 }
 
 void LogViewerLongSearch::manyNewSearchesEndInTheLastOne()
@@ -246,7 +245,7 @@ void LogViewerLongSearch::manyNewSearchesEndInTheLastOne()
     QCOMPARE(startedMeanwhile, 1);
     QCOMPARE(int(f.state->started), 2);
     QCOMPARE(f.filledRows(), 1);
-    QCOMPARE(f.text(0, 3), QStringLiteral("next\n"));
+    QCOMPARE(f.text(0, 3), "next\n");
 }
 
 void LogViewerLongSearch::aSearchThatCannotBeStoppedKeepsNobodyWaiting()
@@ -257,7 +256,7 @@ void LogViewerLongSearch::aSearchThatCannotBeStoppedKeepsNobodyWaiting()
     f.search(deaf);
     QCOMPARE(int(f.state->started), 2);
     QTRY_COMPARE(int(f.state->ended), 1);
-    QCOMPARE(f.text(0, 3), QStringLiteral("next\n"));
+    QCOMPARE(f.text(0, 3), "next\n");
     f.state->isReleased = true;
     QTRY_COMPARE(int(f.state->ended), 2);
     QCOMPARE(f.filledRows(), 1);
@@ -273,8 +272,8 @@ void LogViewerLongSearch::openingAFileTakesOver()
     QVERIFY(opened);
     QTRY_COMPARE(int(f.state->stopped), 1);
     QCOMPARE(f.filledRows(), 2);
-    QCOMPARE(f.text(0, 3), QStringLiteral("three"));
-    QCOMPARE(f.text(1, 3), QStringLiteral("four"));
+    QCOMPARE(f.text(0, 3), "three");
+    QCOMPARE(f.text(1, 3), "four");
 }
 
 void LogViewerLongSearch::readingTheLogAgainTakesOver()
@@ -285,7 +284,7 @@ void LogViewerLongSearch::readingTheLogAgainTakesOver()
     f.search(endless);
     QTRY_COMPARE(int(f.state->stopped), 1);
     QCOMPARE(f.filledRows(), 2);
-    QCOMPARE(f.text(0, 3), QStringLiteral("one"));
+    QCOMPARE(f.text(0, 3), "one");
 }
 
 void LogViewerLongSearch::readingTheLogAgainLeadsToALineFoundSoFar()
@@ -314,18 +313,18 @@ void LogViewerLongSearch::searchingAgainAfterOpeningAFileTakesOver()
     QTRY_COMPARE(int(f.state->ended), 2);
     QCOMPARE(int(f.state->stopped), 1);
     QCOMPARE(f.filledRows(), 1);
-    QCOMPARE(f.text(0, 3), QStringLiteral("deaf\n"));
+    QCOMPARE(f.text(0, 3), "deaf\n");
 }
 
 void LogViewerLongSearch::openingTheShownFileChangesNothing()
 {
     Fixture f;
-    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    const QString path = f.folder.file("a.log", "one\n");
     QVERIFY(f.open(path));
     bool stillThere = false;
     f.whenShown(endless, [&] {
         const bool opened = f.open(path);
-        stillThere = !opened && f.text(0, 3) == QStringLiteral("endless\n");
+        stillThere = !opened && f.text(0, 3) == "endless\n";
         f.search(next);
     });
     f.search(endless);
@@ -350,7 +349,7 @@ void LogViewerLongSearch::closingTheWindowLetsTheSearchGoOn()
     f.search(deaf);
     QVERIFY(wentOn);
     QCOMPARE(int(f.state->stopped), 0);
-    QCOMPARE(f.text(0, 3), QStringLiteral("deaf\n"));
+    QCOMPARE(f.text(0, 3), "deaf\n");
 }
 
 void LogViewerLongSearch::closingTheLastWindowEndsTheSearch()
@@ -362,7 +361,7 @@ void LogViewerLongSearch::closingTheLastWindowEndsTheSearch()
     QTimer::singleShot(0, &f.viewer, [&f] { f.search(endless); });
     QCOMPARE(QApplication::exec(), 0); // returns when the last window closes
     QTRY_COMPARE(int(f.state->stopped), 1);
-    QCOMPARE(f.text(0, 3), QStringLiteral("endless\n"));
+    QCOMPARE(f.text(0, 3), "endless\n");
 }
 
 void LogViewerLongSearch::closingTheLastWindowWaitsForNoSearch()
@@ -395,7 +394,7 @@ void LogViewerLongSearch::closingTheMainWindowWaitsForNoSearch()
         QDialog mainWindow;
         LogViewer viewer(&mainWindow, slow.lineSearch());
         ScratchFolder folder;
-        QVERIFY(viewer.openLogFile(folder.file(QStringLiteral("a.log"), "one\n").toStdString()));
+        QVERIFY(viewer.openLogFile(folder.file("a.log", "one\n").toStdString()));
         part<QLineEdit>(viewer, "lineEdit").setText(deaf);
         mainWindow.show();
         viewer.show();
@@ -419,7 +418,7 @@ void LogViewerLongSearch::closingTheMainWindowWaitsForNoSearch()
 void LogViewerLongSearch::theProgramEndsWhileASearchGoesOn()
 {
     QProcess program;
-    program.start(QStringLiteral(VANTREL_STUCK_SEARCH), QStringList());
+    program.start(VANTREL_STUCK_SEARCH, QStringList());
     QVERIFY(program.waitForFinished(patience / 2));
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.exitCode(), 0);

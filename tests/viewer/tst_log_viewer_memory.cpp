@@ -16,7 +16,7 @@ namespace {
 /// Resident memory of this process in bytes.
 qint64 residentMemory()
 {
-    QFile status(QStringLiteral("/proc/self/statm"));
+    QFile status("/proc/self/statm");
     return status.open(QIODevice::ReadOnly)
                ? status.readAll().split(' ').value(1).toLongLong() * 4096
                : 0;
@@ -28,7 +28,7 @@ void LogViewerMemory::givesBackTheMemoryOfALargeLog_data()
 {
     QTest::addColumn<QString>("keyword");
     QTest::newRow("by opening a small one") << QString();
-    QTest::newRow("by a search") << QStringLiteral("nothing like it");
+    QTest::newRow("by a search") << "nothing like it";
 }
 
 void LogViewerMemory::givesBackTheMemoryOfALargeLog()
@@ -37,9 +37,8 @@ void LogViewerMemory::givesBackTheMemoryOfALargeLog()
         QSKIP("a sanitizer keeps freed memory");
     QFETCH(QString, keyword);
     ViewerFixture f;
-    const QString large =
-        f.folder.file(QStringLiteral("large.log"),
-                      (logLine("INFO", QByteArray(400, 'x')) + '\n').repeated(100'000));
+    const QString large = f.folder.file(
+        "large.log", (logLine("INFO", QByteArray(400, 'x')) + '\n').repeated(100'000));
     QVERIFY(f.openLines({"small"}));
     const qint64 before = residentMemory();
     QVERIFY(f.open(large));

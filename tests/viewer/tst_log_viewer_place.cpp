@@ -64,7 +64,7 @@ void LogViewerPlace::leadsFromAHitToItsPlaceInTheLog()
     ViewerFixture f;
     QVERIFY(f.openLines(someErrors()));
     QVERIFY(f.activate());
-    f.pressEnter(QStringLiteral("ERROR"));
+    f.pressEnter("ERROR");
     QCOMPARE(f.filledRows(), manyLines / 10);
     f.table().scrollToItem(f.table().item(50, 0));
     QTest::mouseClick(f.table().viewport(), Qt::LeftButton, {},
@@ -84,11 +84,11 @@ void LogViewerPlace::leadsToALineWrittenSinceTheLogWasRead()
 {
     const QByteArrayList lines = someErrors();
     ViewerFixture f(finding({lines.at(703)}));
-    const QString path = f.folder.file(QStringLiteral("a.log"), lines.mid(0, 20).join('\n') + '\n');
+    const QString path = f.folder.file("a.log", lines.mid(0, 20).join('\n') + '\n');
     QVERIFY(f.open(path));
     QVERIFY(f.activate());
-    f.folder.file(QStringLiteral("a.log"), lines.join('\n') + '\n');
-    f.search(QStringLiteral("x"));
+    f.folder.file("a.log", lines.join('\n') + '\n');
+    f.search("x");
     f.table().setCurrentCell(0, 3);
     f.pressEnter(QString());
     QCOMPARE(f.table().currentRow(), 703);
@@ -112,7 +112,7 @@ void LogViewerPlace::leadsToTheSameOneOfEqualLines()
     ViewerFixture f(finding({"again", "again", "again"}));
     QVERIFY(f.openLines(lines));
     QVERIFY(f.activate());
-    f.search(QStringLiteral("again"));
+    f.search("again");
     f.table().setCurrentCell(hit, 3);
     f.pressEnter(QString());
     QCOMPARE(f.table().currentRow(), QList<int>({100, 400, 900}).at(hit));
@@ -125,7 +125,7 @@ void LogViewerPlace::takesTheFirstHitInSightWhereNoneIsCurrent()
     ViewerFixture f(finding(lines.mid(200, 300)));
     QVERIFY(f.openLines(lines));
     QVERIFY(f.activate());
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.table().currentRow(), -1);
     f.table().verticalScrollBar()->setValue(40);
     f.pressEnter(QString());
@@ -139,7 +139,7 @@ void LogViewerPlace::takesTheFirstHitInSightForACurrentRowWithoutALine()
     ViewerFixture f(finding(lines.mid(200, 2)));
     QVERIFY(f.openLines(lines));
     QVERIFY(f.activate());
-    f.search(QStringLiteral("x"));
+    f.search("x");
     f.table().setCurrentCell(5, 0);
     f.pressEnter(QString());
     QCOMPARE(f.table().currentRow(), 200);
@@ -167,7 +167,7 @@ void LogViewerPlace::findsALongLineFromEachOfItsPieces()
     QVERIFY(f.openLines(lines));
     QVERIFY(f.activate());
     for (int piece = 0; piece < pieces; ++piece) {
-        f.search(QStringLiteral("x"));
+        f.search("x");
         QCOMPARE(f.filledRows(), 2 + 2 * pieces);
         f.table().setCurrentCell(1 + pieces + piece, 3);
         f.pressEnter(QString());
@@ -182,7 +182,7 @@ void LogViewerPlace::showsTheNextLineInPlaceOfAHiddenOne()
     QVERIFY(f.openLines(lines));
     QVERIFY(f.activate());
     f.find<QCheckBox>("checkBoxERROR")->click();
-    f.search(QStringLiteral("x"));
+    f.search("x");
     f.table().setCurrentCell(0, 3);
     f.pressEnter(QString());
     QCOMPARE(f.table().currentRow(), 503);
@@ -195,7 +195,7 @@ void LogViewerPlace::startsAtTheTopAfterASearchWithoutMatches()
     QVERIFY(f.openLines(someErrors()));
     QVERIFY(f.activate());
     f.table().scrollToBottom();
-    f.search(QStringLiteral("x"));
+    f.search("x");
     f.pressEnter(QString());
     QCOMPARE(f.table().currentRow(), -1);
     QCOMPARE(f.table().rowAt(0), 0);
@@ -206,7 +206,7 @@ void LogViewerPlace::startsAtTheTopWhenTheLineIsGone()
     ViewerFixture f(finding({"gone"}));
     QVERIFY(f.openLines(someErrors()));
     QVERIFY(f.activate());
-    f.search(QStringLiteral("x"));
+    f.search("x");
     f.table().setCurrentCell(0, 3);
     f.pressEnter(QString());
     QCOMPARE(f.table().currentRow(), -1);
@@ -217,13 +217,13 @@ void LogViewerPlace::keepsItsPlaceWhenTheLogIsReloaded()
 {
     ViewerFixture f;
     const QByteArray text = someErrors().join('\n') + '\n';
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), text)));
+    QVERIFY(f.open(f.folder.file("a.log", text)));
     QVERIFY(f.activate());
     f.find<QCheckBox>("checkBoxERROR")->click();
     f.table().setCurrentCell(711, 3);
     f.table().verticalScrollBar()->setValue(f.table().verticalScrollBar()->maximum());
     const int top = f.table().rowAt(0);
-    f.folder.file(QStringLiteral("a.log"), text + text);
+    f.folder.file("a.log", text + text);
     QTest::keyClick(&f.table(), Qt::Key_F5);
     QCOMPARE(f.filledRows(), 2 * manyLines);
     QCOMPARE(f.table().currentRow(), 711);
@@ -235,10 +235,10 @@ void LogViewerPlace::keepsItsPlaceWhenTheLogIsReloaded()
 void LogViewerPlace::staysAtTheTopOfATruncatedLog()
 {
     ViewerFixture f;
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), someErrors().join('\n') + '\n')));
+    QVERIFY(f.open(f.folder.file("a.log", someErrors().join('\n') + '\n')));
     QVERIFY(f.activate());
     f.table().setCurrentCell(900, 3);
-    f.folder.file(QStringLiteral("a.log"), "one\n");
+    f.folder.file("a.log", "one\n");
     QTest::keyClick(&f.table(), Qt::Key_F5);
     QCOMPARE(f.table().rowCount(), 6);
     QCOMPARE(f.table().currentRow(), -1);

@@ -83,19 +83,19 @@ void LogViewerSearch::enterOnAnEmptyFieldRightAfterStartDoesNothing()
     QVERIFY(f.calls.isEmpty());
     QVERIFY(f.output.lines().isEmpty());
     QCOMPARE(f.table().rowCount(), 100'000);
-    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    const QString path = f.folder.file("a.log", "one\n");
     QVERIFY(f.open(path));
-    f.folder.file(QStringLiteral("a.log"), "two\n");
+    f.folder.file("a.log", "two\n");
     f.pressEnter(QString());
-    QCOMPARE(f.text(0, 3), QStringLiteral("one"));
+    QCOMPARE(f.text(0, 3), "one");
 }
 
 void LogViewerSearch::searchesForTheKeywordAsTypedInTheShownFile()
 {
     Fixture f;
-    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    const QString path = f.folder.file("a.log", "one\n");
     QVERIFY(f.open(path));
-    const QString keyword = QString::fromUtf8(" say \"hi\" \\ [ä.* ");
+    const QString keyword = " say \"hi\" \\ [ä.* ";
     f.search(keyword);
     QCOMPARE(f.calls.size(), 1);
     QCOMPARE(f.calls.first().keyword, keyword.toStdString());
@@ -106,21 +106,21 @@ void LogViewerSearch::showsTheLinesFoundFromTheFirstRowOn()
 {
     Fixture f({logLine("ERROR", "first") + '\n', "unstructured\n"});
     QVERIFY(f.openLines({"one", "two", "three"}));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.filledRows(), 2);
-    QCOMPARE(f.text(0, 1), QStringLiteral("ERROR"));
-    QCOMPARE(f.text(0, 3), QStringLiteral(" first"));
-    QCOMPARE(f.row(1), messageOnly(QStringLiteral("unstructured\n")));
+    QCOMPARE(f.text(0, 1), "ERROR");
+    QCOMPARE(f.text(0, 3), " first");
+    QCOMPARE(f.row(1), messageOnly("unstructured\n"));
 }
 
 void LogViewerSearch::showsTheFirstLineFoundWhereverTheTableWasScrolled()
 {
     Fixture f({"found\n"});
-    QVERIFY(f.open(f.folder.file(QStringLiteral("a.log"), QByteArray("x\n").repeated(1000))));
+    QVERIFY(f.open(f.folder.file("a.log", QByteArray("x\n").repeated(1000))));
     f.viewer.show();
     f.table().scrollToBottom();
     QVERIFY(f.table().rowAt(0) > 0);
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.table().rowAt(0), 0);
 }
 
@@ -128,7 +128,7 @@ void LogViewerSearch::leavesTheRowCountAsItIs()
 {
     Fixture f({"a\n"});
     QVERIFY(f.openLines({"one", "two", "three"}));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.table().rowCount(), 8);
 }
 
@@ -136,10 +136,10 @@ void LogViewerSearch::showsNoRowsBeyondTheTable()
 {
     Fixture f({"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
     QVERIFY(f.openLines({"one"}));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.table().rowCount(), 6);
     QCOMPARE(f.filledRows(), 6);
-    QCOMPARE(f.text(5, 3), QStringLiteral("5"));
+    QCOMPARE(f.text(5, 3), "5");
 }
 
 void LogViewerSearch::leavesAnEmptyTableWithoutMatches()
@@ -147,7 +147,7 @@ void LogViewerSearch::leavesAnEmptyTableWithoutMatches()
     Fixture f;
     QVERIFY(f.openLines({"one"}));
     f.output.take();
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.filledRows(), 0);
     QVERIFY(f.output.lines().isEmpty());
 }
@@ -158,8 +158,8 @@ void LogViewerSearch::printsWhenTheSearchCannotBeRun()
     f.starts = false;
     QVERIFY(f.openLines({"one"}));
     f.output.take();
-    f.search(QStringLiteral("x"));
-    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("Failed to execute findstr command.")});
+    f.search("x");
+    QCOMPARE(f.output.lines(), QStringList{"Failed to execute findstr command."});
     QCOMPARE(f.filledRows(), 0);
 }
 
@@ -167,18 +167,18 @@ void LogViewerSearch::keepsTheLineFeedOfALineFoundInItsToolTip()
 {
     Fixture f({logLine("INFO") + '\n'});
     QVERIFY(f.openLines({"one"}));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.tip(0, 0), QString::fromLatin1(logLine("INFO") + '\n'));
-    QCOMPARE(f.text(0, 3), QStringLiteral(" frame received"));
+    QCOMPARE(f.text(0, 3), " frame received");
 }
 
 void LogViewerSearch::ignoresALevelDirectlyBeforeTheLineFeed()
 {
     Fixture f({"d t INFO\n", "d t INFO"});
     QVERIFY(f.openLines({"one"}));
-    f.search(QStringLiteral("x"));
-    QCOMPARE(f.row(0), messageOnly(QStringLiteral("d t INFO\n")));
-    QCOMPARE(f.text(1, 1), QStringLiteral("INFO"));
+    f.search("x");
+    QCOMPARE(f.row(0), messageOnly("d t INFO\n"));
+    QCOMPARE(f.text(1, 1), "INFO");
 }
 
 void LogViewerSearch::keepsRowsHiddenThatWereHiddenBefore()
@@ -186,7 +186,7 @@ void LogViewerSearch::keepsRowsHiddenThatWereHiddenBefore()
     Fixture f({"a\n", "b\n", "c\n"});
     QVERIFY(f.openLines({logLine("INFO"), logLine("WARN")}));
     f.find<QCheckBox>("checkBoxWARN")->click();
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.hiddenRows(), QList<int>{1});
 }
 
@@ -194,20 +194,20 @@ void LogViewerSearch::enterSearchesToo()
 {
     Fixture f({"found\n"});
     QVERIFY(f.openLines({"one"}));
-    f.pressEnter(QStringLiteral("key"));
+    f.pressEnter("key");
     QCOMPARE(f.calls.size(), 1);
     QCOMPARE(f.calls.first().keyword, std::string("key"));
-    QCOMPARE(f.text(0, 3), QStringLiteral("found\n"));
+    QCOMPARE(f.text(0, 3), "found\n");
 }
 
 void LogViewerSearch::enterOnAnEmptyFieldAfterASearchReloadsTheFile()
 {
     Fixture f;
-    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    const QString path = f.folder.file("a.log", "one\n");
     QVERIFY(f.open(path));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QCOMPARE(f.filledRows(), 0);
-    f.folder.file(QStringLiteral("a.log"), "one\ntwo\nunfinished");
+    f.folder.file("a.log", "one\ntwo\nunfinished");
     f.output.take();
     f.pressEnter(QString());
     QCOMPARE(f.filledRows(), 2);
@@ -219,26 +219,26 @@ void LogViewerSearch::enterOnAnEmptyFieldAfterASearchReloadsTheFile()
 void LogViewerSearch::enterOnAnEmptyFieldReloadsEveryTime()
 {
     Fixture f;
-    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    const QString path = f.folder.file("a.log", "one\n");
     QVERIFY(f.open(path));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     for (const char *contents : {"two\n", "three\n"}) {
-        f.folder.file(QStringLiteral("a.log"), contents);
+        f.folder.file("a.log", contents);
         f.pressEnter(QString());
-        QCOMPARE(f.text(0, 3) + QLatin1Char('\n'), QString::fromLatin1(contents));
+        QCOMPARE(f.text(0, 3) + '\n', QString::fromLatin1(contents));
     }
 }
 
 void LogViewerSearch::reloadPrintsWhenTheFileIsGone()
 {
     Fixture f;
-    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    const QString path = f.folder.file("a.log", "one\n");
     QVERIFY(f.open(path));
-    f.search(QStringLiteral("x"));
+    f.search("x");
     QVERIFY(QFile::remove(path));
     f.output.take();
     f.pressEnter(QString());
-    QCOMPARE(f.output.lines(), QStringList{QStringLiteral("Failed to open file.")});
+    QCOMPARE(f.output.lines(), QStringList{"Failed to open file."});
     QCOMPARE(f.table().rowCount(), 100'000);
 }
 
@@ -246,13 +246,13 @@ void LogViewerSearch::findsLinesByTheSystemsOwnSearch()
 {
     ViewerFixture f;
     QVERIFY(f.openData("every_level.log"));
-    f.search(QStringLiteral("WARN ERROR"));
+    f.search("WARN ERROR");
     QCOMPARE(f.filledRows(), 2);
-    QCOMPARE(f.text(0, 1), QStringLiteral("WARN"));
-    QCOMPARE(f.text(1, 1), QStringLiteral("ERROR"));
-    f.search(QStringLiteral("^2024.*FATAL.*frame.received$"));
+    QCOMPARE(f.text(0, 1), "WARN");
+    QCOMPARE(f.text(1, 1), "ERROR");
+    f.search("^2024.*FATAL.*frame.received$");
     QCOMPARE(f.filledRows(), 1);
-    QCOMPARE(f.text(0, 1), QStringLiteral("FATAL"));
+    QCOMPARE(f.text(0, 1), "FATAL");
 }
 
 void LogViewerSearch::showsALongLineInPiecesOf511Bytes()
@@ -260,7 +260,7 @@ void LogViewerSearch::showsALongLineInPiecesOf511Bytes()
     ViewerFixture f;
     const QByteArray line = logLine("INFO", QByteArray(1000, 'x'));
     QVERIFY(f.openLines({line, "y"}));
-    f.search(QStringLiteral("xxx"));
+    f.search("xxx");
     QCOMPARE(f.filledRows(), 3);
     QCOMPARE(f.tip(0, 0).toLatin1(), line.left(511));
     QCOMPARE(f.row(1), messageOnly(QString::fromLatin1(line.mid(511, 511))));
@@ -271,21 +271,21 @@ void LogViewerSearch::findsTheLastLineWithoutALineFeed()
 {
     ViewerFixture f;
     QVERIFY(f.openData("last_line_without_line_feed.log"));
-    f.search(QStringLiteral("12:00:02"));
+    f.search("12:00:02");
     QCOMPARE(f.filledRows(), 1);
-    QVERIFY(!f.tip(0, 0).endsWith(QLatin1Char('\n')));
+    QVERIFY(!f.tip(0, 0).endsWith('\n'));
 }
 
 void LogViewerSearch::survivesHostileKeywords_data()
 {
     QTest::addColumn<QString>("keyword");
 
-    QTest::newRow("unterminated class") << QStringLiteral("[abc");
-    QTest::newRow("empty class") << QStringLiteral("[]");
-    QTest::newRow("only blanks") << QStringLiteral("   ");
-    QTest::newRow("10,000 characters") << QStringLiteral("a*b[c-d]$.").repeated(1000);
-    QTest::newRow("a quote") << QStringLiteral("\"");
-    QTest::newRow("shell words") << QStringLiteral("\"; rm -rf * #`id`$(id)|&");
+    QTest::newRow("unterminated class") << "[abc";
+    QTest::newRow("empty class") << "[]";
+    QTest::newRow("only blanks") << "   ";
+    QTest::newRow("10,000 characters") << QString("a*b[c-d]$.").repeated(1000);
+    QTest::newRow("a quote") << "\"";
+    QTest::newRow("shell words") << "\"; rm -rf * #`id`$(id)|&";
 }
 
 void LogViewerSearch::survivesHostileKeywords()
@@ -295,7 +295,7 @@ void LogViewerSearch::survivesHostileKeywords()
     QVERIFY(f.openData("every_level.log"));
     f.search(keyword);
     QCOMPARE(f.filledRows(), 0);
-    QVERIFY(!f.output.contains(QStringLiteral("Failed to execute findstr command.")));
+    QVERIFY(!f.output.contains("Failed to execute findstr command."));
 }
 
 QTEST_MAIN(LogViewerSearch)

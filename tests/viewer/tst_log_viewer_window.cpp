@@ -53,7 +53,7 @@ QMenu *LogViewerWindow::contextMenu(const ViewerFixture &f)
 QPoint LogViewerWindow::shownAt(const QPoint &point)
 {
     QMenu menu;
-    menu.addAction(QStringLiteral("entry"));
+    menu.addAction("entry");
     menu.move(point);
     menu.show();
     return menu.pos();
@@ -100,7 +100,7 @@ void LogViewerWindow::hasTheFormsWidgets()
     auto *const filter = f.find<QToolButton>("btnFilter");
     QVERIFY(filter->text().isEmpty());
     QVERIFY(!filter->accessibleName().isEmpty());
-    QCOMPARE(filter->toolTip(), QStringLiteral("More"));
+    QCOMPARE(filter->toolTip(), "More");
     QCOMPARE(filter->popupMode(), QToolButton::InstantPopup);
     QCOMPARE(f.table().metaObject()->className(), "CTableWidget");
     QVERIFY(!f.viewer.windowIcon().isNull());
@@ -115,11 +115,10 @@ void LogViewerWindow::setsUpItsTitleBar()
     auto *const bar = f.find<CommonTitleBar>("mainTitleBar");
     QCOMPARE(bar->minimumHeight(), 36);
     QCOMPARE(bar->maximumHeight(), 36);
-    QCOMPARE(bar->findChild<QLabel *>(QStringLiteral("lbTitle"))->text(),
-             QStringLiteral("LogViewer"));
-    QVERIFY(bar->findChild<QToolButton *>(QStringLiteral("btnMax"))->isHidden());
-    QVERIFY(bar->findChild<QToolButton *>(QStringLiteral("btnMin"))->isHidden());
-    QVERIFY(bar->findChild<QToolButton *>(QStringLiteral("btnClose"))->isVisible());
+    QCOMPARE(bar->findChild<QLabel *>("lbTitle")->text(), "LogViewer");
+    QVERIFY(bar->findChild<QToolButton *>("btnMax")->isHidden());
+    QVERIFY(bar->findChild<QToolButton *>("btnMin")->isHidden());
+    QVERIFY(bar->findChild<QToolButton *>("btnClose")->isVisible());
     const QRect before = f.viewer.geometry();
     bar->showMaxRestore();
     QVERIFY2(f.viewer.geometry() != before, "it may be maximised, by a double click");
@@ -160,8 +159,7 @@ void LogViewerWindow::givesTheTableTheFocus()
 void LogViewerWindow::namesItsColumnsAndActions()
 {
     const ViewerFixture f;
-    const QStringList names{QStringLiteral("Log Timestamp"), QStringLiteral("Log Level"),
-                            QStringLiteral("Log Source"), QStringLiteral("Log Message")};
+    const QStringList names{"Log Timestamp", "Log Level", "Log Source", "Log Message"};
     const auto *const menu = f.find<CMenuEx>("menuFilter");
     const QList<QAction *> actions = menu->actions();
     QCOMPARE(actions.size(), 4);
@@ -174,8 +172,8 @@ void LogViewerWindow::namesItsColumnsAndActions()
         QVERIFY(!actions.at(i)->actionGroup()->isExclusive());
     }
     QCOMPARE(contextMenu(f)->actions().size(), 2);
-    QCOMPARE(f.find<QAction>("actionCopyAll")->text(), QStringLiteral("CopyAll"));
-    QCOMPARE(f.find<QAction>("actionCopySelected")->text(), QStringLiteral("CopySelected"));
+    QCOMPARE(f.find<QAction>("actionCopyAll")->text(), "CopyAll");
+    QCOMPARE(f.find<QAction>("actionCopySelected")->text(), "CopySelected");
 }
 
 void LogViewerWindow::elidesTheTextsOfTheFilterMenu()
@@ -186,7 +184,7 @@ void LogViewerWindow::elidesTheTextsOfTheFilterMenu()
     font.setPixelSize(40);
     menu->setFont(font);
     f.viewer.retranslate();
-    const QString name = QStringLiteral("Log Timestamp");
+    const QString name = "Log Timestamp";
     const QString elided = QFontMetrics(font).elidedText(name, Qt::ElideRight, 115);
     QVERIFY(elided != name);
     QCOMPARE(menu->actions().at(0)->text(), elided);
@@ -234,8 +232,7 @@ void LogViewerWindow::showsTheContextMenuOnALineAndWritesIt()
     QVERIFY(menu->isVisible());
     const QPoint point = f.table().viewport()->mapToGlobal(pos);
     QCOMPARE(menu->pos(), shownAt(CConfiguration::fitOnScreen(point, menu->sizeHint())));
-    QCOMPARE(f.output.take(), QStringList{QLatin1Char('"') + QString::fromLatin1(logLine("WARN")) +
-                                          QLatin1Char('"')});
+    QCOMPARE(f.output.take(), QStringList{'"' + QString::fromLatin1(logLine("WARN")) + '"'});
     menu->hide();
 }
 
@@ -264,8 +261,8 @@ void LogViewerWindow::showsAWholeLineUnchangedInItsToolTip()
     QVERIFY(QToolTip::isVisible());
     QTextDocument shown;
     shown.setHtml(QToolTip::text());
-    QCOMPARE(shown.toPlainText().remove(QLatin1Char('\n')).toLatin1(), line);
-    QVERIFY(shown.toPlainText().count(QLatin1Char('\n')) > 1);
+    QCOMPARE(shown.toPlainText().remove('\n').toLatin1(), line);
+    QVERIFY(shown.toPlainText().count('\n') > 1);
     QToolTip::hideText();
 }
 
@@ -274,18 +271,13 @@ void LogViewerWindow::speaksTheLanguageInstalled_data()
     QTest::addColumn<QString>("catalogue");
     QTest::addColumn<QStringList>("texts");
 
-    QTest::newRow("English")
-        << QStringLiteral(":/Linguist_EN.qm")
-        << QStringList{QStringLiteral("LogViewer"),     QStringLiteral("More"),
-                       QStringLiteral("Log Timestamp"), QStringLiteral("Log Level"),
-                       QStringLiteral("Log Source"),    QStringLiteral("Log Message"),
-                       QStringLiteral("CopyAll"),       QStringLiteral("CopySelected")};
-    QTest::newRow("Chinese")
-        << QStringLiteral(":/Linguist_CN.qm")
-        << QStringList{QString::fromUtf8("日志浏览"),     QString::fromUtf8("更多"),
-                       QString::fromUtf8("日志时间"),     QString::fromUtf8("日志等级"),
-                       QString::fromUtf8("日志来源"),     QString::fromUtf8("日志内容"),
-                       QString::fromUtf8("拷贝所有日志"), QString::fromUtf8("拷贝选择日志")};
+    QTest::newRow("English") << ":/Linguist_EN.qm"
+                             << QStringList{"LogViewer", "More",        "Log Timestamp",
+                                            "Log Level", "Log Source",  "Log Message",
+                                            "CopyAll",   "CopySelected"};
+    QTest::newRow("Chinese") << ":/Linguist_CN.qm"
+                             << QStringList{"日志浏览", "更多",     "日志时间",     "日志等级",
+                                            "日志来源", "日志内容", "拷贝所有日志", "拷贝选择日志"};
 }
 
 void LogViewerWindow::speaksTheLanguageInstalled()
@@ -317,14 +309,14 @@ void LogViewerWindow::speaksTheLanguageInstalled()
 void LogViewerWindow::keepsItsTableWhenItIsClosed()
 {
     ViewerFixture f;
-    const QString path = f.folder.file(QStringLiteral("a.log"), "one\n");
+    const QString path = f.folder.file("a.log", "one\n");
     QVERIFY(f.open(path));
     f.viewer.show();
     QVERIFY(f.viewer.close());
     QVERIFY(f.viewer.isHidden());
-    QCOMPARE(f.text(0, 3), QStringLiteral("one"));
+    QCOMPARE(f.text(0, 3), "one");
     QVERIFY(!f.open(path));
-    QCOMPARE(f.text(0, 3), QStringLiteral("one"));
+    QCOMPARE(f.text(0, 3), "one");
 }
 
 void LogViewerWindow::reachesTheLevelBoxesByKeyboard()
@@ -335,7 +327,7 @@ void LogViewerWindow::reachesTheLevelBoxesByKeyboard()
     f.find<QToolButton>("btnClose")->setFocus(); // precedes them in the tab order
     for (const char *box : {"checkBoxINFO", "checkBoxERROR", "checkBoxWARN", "checkBoxDEBUG"}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget()->objectName(), QLatin1String(box));
+        QCOMPARE(QApplication::focusWidget()->objectName(), box);
     }
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
     QCOMPARE(f.hiddenRows(), QList<int>{1});

@@ -1,6 +1,5 @@
 #include "Diagnostics.h"
 #include "ExportFixture.h"
-#include "Text.h"
 
 /// Export of event logs through a replacement of the system's library, which can be made to fail.
 class EventLogExports : public QObject
@@ -40,9 +39,9 @@ void EventLogExports::cleanup()
 void EventLogExports::writesBothChannels_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("Latin") << text("staging");
-    QTest::newRow("Chinese") << text("用户 张三/暂存");
-    QTest::newRow("beyond every code page") << text("相機 한국 éŚ");
+    QTest::newRow("Latin") << "staging";
+    QTest::newRow("Chinese") << "用户 张三/暂存";
+    QTest::newRow("beyond every code page") << "相機 한국 éŚ";
 }
 
 void EventLogExports::writesBothChannels()
@@ -50,17 +49,17 @@ void EventLogExports::writesBothChannels()
     QFETCH(QString, name);
     ExportFixture f;
     QVERIFY(f.worker.saveEventLog(f.scratch.folder(name)));
-    QCOMPARE(f.scratch.read(name + text("/ApplicationEvents.evtx")), eventsOf("Application"));
-    QCOMPARE(f.scratch.read(name + text("/SystemEvents.evtx")), eventsOf("System"));
+    QCOMPARE(f.scratch.read(name + "/ApplicationEvents.evtx"), eventsOf("Application"));
+    QCOMPARE(f.scratch.read(name + "/SystemEvents.evtx"), eventsOf("System"));
 }
 
 void EventLogExports::takesTheNextFreeName()
 {
     ExportFixture f;
-    f.scratch.file(text("staging/ApplicationEvents.evtx"), "taken");
-    QVERIFY(f.worker.saveEventLog(f.scratch.path(text("staging"))));
-    QCOMPARE(f.scratch.read(text("staging/ApplicationEvents.evtx")), QByteArray("taken"));
-    QCOMPARE(f.scratch.read(text("staging/ApplicationEvents(1).evtx")), eventsOf("Application"));
+    f.scratch.file("staging/ApplicationEvents.evtx", "taken");
+    QVERIFY(f.worker.saveEventLog(f.scratch.path("staging")));
+    QCOMPARE(f.scratch.read("staging/ApplicationEvents.evtx"), QByteArray("taken"));
+    QCOMPARE(f.scratch.read("staging/ApplicationEvents(1).evtx"), eventsOf("Application"));
 }
 
 void EventLogExports::aRefusedChannelLeavesNoFile_data()
@@ -70,7 +69,7 @@ void EventLogExports::aRefusedChannelLeavesNoFile_data()
     QTest::addColumn<bool>("afterAHalf");
     QTest::addColumn<QStringList>("left");
 
-    const QStringList first{text("ApplicationEvents.evtx")};
+    const QStringList first{"ApplicationEvents.evtx"};
     QTest::newRow("no right to the first")
         << QByteArray("Application") << QByteArray("5") << false << QStringList();
     QTest::newRow("no right to the second")
@@ -93,12 +92,12 @@ void EventLogExports::aRefusedChannelLeavesNoFile()
     if (afterAHalf)
         qputenv(halfExport.constData(), "1");
     ExportFixture f;
-    const QString folder = f.scratch.folder(text("staging"));
+    const QString folder = f.scratch.folder("staging");
     const Diagnostics on;
     QVERIFY(!f.worker.saveEventLog(folder));
     QCOMPARE(QDir(folder).entryList(QDir::Files), left);
     QCOMPARE(f.output.lines(),
-             QStringList(text("not exported: \"%1\" error %2")
+             QStringList(QString("not exported: \"%1\" error %2")
                              .arg(QString::fromLatin1(channel), QString::fromLatin1(error))));
 }
 
@@ -110,8 +109,8 @@ void EventLogExports::goesIntoTheZip()
     f.worker.enqueueExport(f.zip());
     QVERIFY(f.waitForExports());
     const ExportFixture::Contents contents = zipContents(f.zip());
-    QCOMPARE(contents.value(text("ApplicationEvents.evtx")), eventsOf("Application"));
-    QCOMPARE(contents.value(text("SystemEvents.evtx")), eventsOf("System"));
+    QCOMPARE(contents.value("ApplicationEvents.evtx"), eventsOf("Application"));
+    QCOMPARE(contents.value("SystemEvents.evtx"), eventsOf("System"));
 }
 
 QTEST_GUILESS_MAIN(EventLogExports)

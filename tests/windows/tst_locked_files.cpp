@@ -4,7 +4,6 @@
 #include "LogConfig.h"
 #include "LogFile.h"
 #include "LogLevelRewrite.h"
-#include "Text.h"
 
 /// Files held open by other programs. They neither break an export nor are broken by it.
 class LockedFiles : public QObject
@@ -26,14 +25,14 @@ void LockedFiles::leavesOutALogThatItsWriterLocks()
 {
     const Diagnostics diagnostics;
     ExportFixture f;
-    const QString locked = f.log(text("locked.log"), "secret\n");
-    const QString free = f.log(text("free.log"), "free\n");
+    const QString locked = f.log("locked.log", "secret\n");
+    const QString free = f.log("free.log", "free\n");
     const HeldFile held(locked, HeldFile::Others::MayNothing);
     QVERIFY(f.exportAndWait({locked, free}));
     const ExportFixture::Contents contents = zipContents(f.zip());
-    QVERIFY(contents.contains(text("SDKLOG/free.log")));
-    QVERIFY(!contents.value(text("SDKLOG/locked.log")).contains("secret"));
-    QVERIFY2(f.output.contains(text("locked.log")), "what is missing is logged by its name");
+    QVERIFY(contents.contains("SDKLOG/free.log"));
+    QVERIFY(!contents.value("SDKLOG/locked.log").contains("secret"));
+    QVERIFY2(f.output.contains("locked.log"), "what is missing is logged by its name");
 }
 
 void LockedFiles::exportsALogThatItsWriterShares_data()
@@ -47,32 +46,31 @@ void LockedFiles::exportsALogThatItsWriterShares()
 {
     QFETCH(int, others);
     ExportFixture f;
-    const QString log = f.log(text("busy.log"), "still being written\n");
+    const QString log = f.log("busy.log", "still being written\n");
     const HeldFile held(log, HeldFile::Others(others));
     QVERIFY(f.exportAndWait({log}));
-    QCOMPARE(zipContents(f.zip()).value(text("SDKLOG/busy.log")),
-             QByteArray("still being written\n"));
+    QCOMPARE(zipContents(f.zip()).value("SDKLOG/busy.log"), QByteArray("still being written\n"));
 }
 
 void LockedFiles::overwritesNoZipThatIsOpenElsewhereAndGoesOn()
 {
     ExportFixture f;
-    const QString log = f.log(text("a.log"), "line\n");
-    const QString open = f.scratch.file(text("open.zip"), "somebody looks at it");
+    const QString log = f.log("a.log", "line\n");
+    const QString open = f.scratch.file("open.zip", "somebody looks at it");
     const HeldFile held(open, HeldFile::Others::MayRead);
     f.choose({log});
     f.worker.enqueueExport(open);
     QVERIFY(f.waitForExports());
-    QCOMPARE(f.scratch.read(text("open.zip")), QByteArray("somebody looks at it"));
+    QCOMPARE(f.scratch.read("open.zip"), QByteArray("somebody looks at it"));
 
     QVERIFY(f.exportAndWait({log}));
-    QCOMPARE(zipContents(f.zip()).value(text("SDKLOG/a.log")), QByteArray("line\n"));
+    QCOMPARE(zipContents(f.zip()).value("SDKLOG/a.log"), QByteArray("line\n"));
 }
 
 void LockedFiles::showsNoLogThatItsWriterLocks()
 {
     ScratchFolder scratch;
-    const QString log = scratch.file(text("locked.log"), "secret\n");
+    const QString log = scratch.file("locked.log", "secret\n");
     const HeldFile held(log, HeldFile::Others::MayNothing);
     QVERIFY(!readLogFile(log, 10, [](std::string_view, int) { QFAIL("a line"); }));
 }
@@ -80,7 +78,7 @@ void LockedFiles::showsNoLogThatItsWriterLocks()
 void LockedFiles::showsALogThatItsWriterShares()
 {
     ScratchFolder scratch;
-    const QString log = scratch.file(text("busy.log"), "still being written\n");
+    const QString log = scratch.file("busy.log", "still being written\n");
     const HeldFile held(log, HeldFile::Others::MayEverything);
     QByteArray shown;
     const auto count = readLogFile(log, 10, [&shown](std::string_view line, int) {
@@ -105,7 +103,7 @@ void LockedFiles::setsTheLevelWhenTheFileIsReleased()
     QFETCH(int, others);
     ScratchFolder scratch;
     const DebugCapture output;
-    const QString name = text("a.properties");
+    const QString name = "a.properties";
     LogLevelRewrite rewrite(scratch.file(name, infoFile));
     {
         const HeldFile held(scratch.path(name), HeldFile::Others(others));

@@ -18,7 +18,7 @@ private slots:
 
 namespace {
 
-const QString program = QStringLiteral(VANTREL_PROGRAM);
+const QString program = VANTREL_PROGRAM;
 
 std::wstring path()
 {
@@ -38,8 +38,7 @@ QByteArray versionBlock()
 QString versionText(const QString &name)
 {
     const QByteArray block = versionBlock();
-    const std::wstring query =
-        (QStringLiteral("\\StringFileInfo\\040904b0\\") + name).toStdWString();
+    const std::wstring query = ("\\StringFileInfo\\040904b0\\" + name).toStdWString();
     void *value = nullptr;
     UINT length = 0;
     if (block.isEmpty() || VerQueryValueW(block.data(), query.c_str(), &value, &length) == FALSE)
@@ -68,12 +67,14 @@ void ProgramFile::hasAVersion_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("value");
 
-    const QString version = QStringLiteral(VANTREL_VERSION);
-    QTest::newRow("product") << QStringLiteral("ProductName") << QStringLiteral("Vantrel");
-    QTest::newRow("product version") << QStringLiteral("ProductVersion") << version;
-    QTest::newRow("file version") << QStringLiteral("FileVersion") << version;
-    QTest::newRow("company") << QStringLiteral("CompanyName") << QStringLiteral(VANTREL_VENDOR);
-    QTest::newRow("file") << QStringLiteral("OriginalFilename") << QStringLiteral("Vantrel.exe");
+    const QString version = VANTREL_VERSION;
+    QTest::newRow("product") << "ProductName"
+                             << "Vantrel";
+    QTest::newRow("product version") << "ProductVersion" << version;
+    QTest::newRow("file version") << "FileVersion" << version;
+    QTest::newRow("company") << "CompanyName" << VANTREL_VENDOR;
+    QTest::newRow("file") << "OriginalFilename"
+                          << "Vantrel.exe";
 }
 
 void ProgramFile::hasAVersion()
@@ -98,14 +99,13 @@ void ProgramFile::hasTheManifestsSettings_data()
 {
     QTest::addColumn<QString>("part");
 
-    QTest::newRow("the user's own rights") << QStringLiteral("level=\"asInvoker\"");
-    QTest::newRow("sharpness on every monitor") << QStringLiteral(">PerMonitorV2, PerMonitor<");
-    QTest::newRow("long paths") << QStringLiteral(">true</longPathAware>");
-    QTest::newRow("today's controls") << QStringLiteral("\"Microsoft.Windows.Common-Controls\"");
-    QTest::newRow("any processor") << QStringLiteral("processorArchitecture=\"*\"/>");
-    QTest::newRow("any processor's controls")
-        << QStringLiteral("processorArchitecture=\"*\" publicKeyToken");
-    QTest::newRow("Windows 10") << QStringLiteral("{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}");
+    QTest::newRow("the user's own rights") << "level=\"asInvoker\"";
+    QTest::newRow("sharpness on every monitor") << ">PerMonitorV2, PerMonitor<";
+    QTest::newRow("long paths") << ">true</longPathAware>";
+    QTest::newRow("today's controls") << "\"Microsoft.Windows.Common-Controls\"";
+    QTest::newRow("any processor") << "processorArchitecture=\"*\"/>";
+    QTest::newRow("any processor's controls") << "processorArchitecture=\"*\" publicKeyToken";
+    QTest::newRow("Windows 10") << "{8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a}";
 }
 
 void ProgramFile::hasTheManifestsSettings()
@@ -116,7 +116,7 @@ void ProgramFile::hasTheManifestsSettings()
 
 void ProgramFile::leavesTheCodePageToWindows()
 {
-    QVERIFY(!manifest().contains(QStringLiteral("activeCodePage")));
+    QVERIFY(!manifest().contains("activeCodePage"));
 }
 
 QTEST_GUILESS_MAIN(ProgramFile)

@@ -4,7 +4,6 @@
 #include "LogSettingsDlg.h"
 #include "ModalDialog.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 #include "UserEnvironment.h"
 
 #include <QDialog>
@@ -54,13 +53,15 @@ void RegisteredClient::readsWhatRegAddWrote_data()
     QTest::addColumn<QString>("icon");
     QTest::addColumn<QString>("name");
 
-    QTest::newRow("with a drive") << text("D:\\Dir\\QZviewer.exe,0") << text("QZviewer");
-    QTest::newRow("with blanks") << text("C:\\Program Files (x86)\\Pemberk\\QZ viewer.exe,0")
-                                 << text("QZ viewer");
-    QTest::newRow("without an icon number") << text("E:\\QZviewer.exe") << text("QZviewer");
+    QTest::newRow("with a drive") << "D:\\Dir\\QZviewer.exe,0"
+                                  << "QZviewer";
+    QTest::newRow("with blanks") << "C:\\Program Files (x86)\\Pemberk\\QZ viewer.exe,0"
+                                 << "QZ viewer";
+    QTest::newRow("without an icon number") << "E:\\QZviewer.exe"
+                                            << "QZviewer";
     QTest::newRow("with slashes, which separate nothing here")
-        << text("D:/Dir/QZviewer.exe,0") << QString();
-    QTest::newRow("without exe") << text("D:\\Dir\\QZviewer.ico,0") << QString();
+        << "D:/Dir/QZviewer.exe,0" << QString();
+    QTest::newRow("without exe") << "D:\\Dir\\QZviewer.ico,0" << QString();
 }
 
 void RegisteredClient::readsWhatRegAddWrote()
@@ -80,10 +81,8 @@ void RegisteredClient::findsNoneWhereNothingIsRegistered()
 
 void RegisteredClient::onlyReadsTheRegistry()
 {
-    const QString key = text("HKLM\\SOFTWARE\\Classes\\qzcfgfile");
-    const auto query = [&key] {
-        return QProcess::execute(text("reg"), {text("query"), key, text("/s")});
-    };
+    const QString key = "HKLM\\SOFTWARE\\Classes\\qzcfgfile";
+    const auto query = [&key] { return QProcess::execute("reg", {"query", key, "/s"}); };
     QCOMPARE(query(), 1);
     QCOMPARE(registeredCameraClient().iconPath, QString());
     QCOMPARE(query(), 1);
@@ -92,16 +91,16 @@ void RegisteredClient::onlyReadsTheRegistry()
 void RegisteredClient::namesTheUsersProfileAsHome()
 {
     const QString home = systemEnvironment().homeFolder;
-    QVERIFY2(home.startsWith(text("C:/users/"), Qt::CaseInsensitive), qPrintable(home));
+    QVERIFY2(home.startsWith("C:/users/", Qt::CaseInsensitive), qPrintable(home));
     QVERIFY(QFileInfo(home).isDir());
 }
 
 void RegisteredClient::chinesePathIsReadUnchanged()
 {
-    const QString icon = text("D:\\相机\\QZ查看器.exe,0");
+    const QString icon = "D:\\相机\\QZ查看器.exe,0";
     const ClientRegistration registration(QString(), icon);
     QCOMPARE(registeredCameraClient().iconPath, icon);
-    QCOMPARE(clientNameFromIcon(registeredCameraClient()), text("QZ查看器"));
+    QCOMPARE(clientNameFromIcon(registeredCameraClient()), "QZ查看器");
 }
 
 void RegisteredClient::choosesTheLanguageOfTheRegisteredClient_data()
@@ -120,12 +119,12 @@ void RegisteredClient::choosesTheLanguageOfTheRegisteredClient()
 {
     QFETCH(QByteArray, file);
     QFETCH(bool, english);
-    const ClientRegistration registration(QString(), text("D:\\Dir\\QZtestviewer.exe,0"));
-    const QString folder = systemEnvironment().homeFolder + text("/AppData/Roaming/QZtestviewer");
+    const ClientRegistration registration(QString(), "D:\\Dir\\QZtestviewer.exe,0");
+    const QString folder = systemEnvironment().homeFolder + "/AppData/Roaming/QZtestviewer";
     QVERIFY(QDir().mkpath(folder));
     const auto tidy = qScopeGuard([&] { QDir(folder).removeRecursively(); });
     if (!file.isNull()) {
-        QFile ini(folder + text("/language.ini"));
+        QFile ini(folder + "/language.ini");
         QVERIFY(ini.open(QIODevice::WriteOnly) && ini.write(file) == file.size());
     }
     QCOMPARE(chooseLanguage(systemEnvironment()),
@@ -141,10 +140,10 @@ void RegisteredClient::findsThePropertiesFileBesideTheIcon()
 {
     resetHub();
     ScratchFolder scratch;
-    const QString path = scratch.file(text("My Client/SDKLOG_default.properties"),
-                                      "log4cpp.rootCategory = DEBUG\r\n");
-    const ClientRegistration registration(
-        QString(), native(scratch.path(text("My Client/QZviewer.exe"))) + text(",0"));
+    const QString path =
+        scratch.file("My Client/SDKLOG_default.properties", "log4cpp.rootCategory = DEBUG\r\n");
+    const ClientRegistration registration(QString(),
+                                          native(scratch.path("My Client/QZviewer.exe")) + ",0");
     LogSettingsDlg settings(nullptr);
     QCOMPARE(QFileInfo(settings.findDefaultLogConfig()).canonicalFilePath(),
              QFileInfo(path).canonicalFilePath());
@@ -154,11 +153,11 @@ void RegisteredClient::rewritesThePropertiesFileWithWindowsLineEnds()
 {
     resetHub();
     ScratchFolder scratch;
-    const QString name = text("相机 한국/SDKLOG_default.properties");
+    const QString name = "相机 한국/SDKLOG_default.properties";
     scratch.file(name, "# kept\r\nlog4cpp.rootCategory = INFO, a\r\n\r\n"
                        "log4cpp.category.qzsdk = INFO, a_qzsdk\r\nlast");
-    const ClientRegistration registration(
-        QString(), native(scratch.path(text("相机 한국/QZviewer.exe"))) + text(",0"));
+    const ClientRegistration registration(QString(),
+                                          native(scratch.path("相机 한국/QZviewer.exe")) + ",0");
     LogSettingsDlg settings(nullptr);
     const QString found = settings.findDefaultLogConfig();
     QVERIFY(settings.writeLogLevel(found.toStdString(), 2));

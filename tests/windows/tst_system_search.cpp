@@ -2,7 +2,6 @@
 #include "Diagnostics.h"
 #include "LineSearch.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 
 #include <QtTest>
 
@@ -50,7 +49,7 @@ void SystemSearch::findsChineseWordsWhereTheCodePageIsChinese()
     QFETCH(QByteArray, word);
     ScratchFolder scratch;
     const QByteArray line = "frame 1 相机错误码 x\n";
-    const QString log = scratch.file(text("a.log"), "before\n" + line + "after\n");
+    const QString log = scratch.file("a.log", "before\n" + line + "after\n");
     const char *const unpaired = "no pair of bytes of this code page ends with the word's last one";
     QEXPECT_FAIL("three characters", unpaired, Continue);
     QEXPECT_FAIL("one character", unpaired, Continue);
@@ -60,33 +59,33 @@ void SystemSearch::findsChineseWordsWhereTheCodePageIsChinese()
 void SystemSearch::reachesFoldersThatTheCodePageCannotSpell_data()
 {
     QTest::addColumn<QString>("folder");
-    QTest::newRow("Latin") << text("cameras");
-    QTest::newRow("Chinese") << text("相机");
-    QTest::newRow("Greek") << text("ΩΔ");
-    QTest::newRow("accents") << text("éü");
-    QTest::newRow("Korean") << text("한국어");
-    QTest::newRow("letters that look alike") << text("Ślad");
-    QTest::newRow("all of them") << text("相機한국éŚ");
+    QTest::newRow("Latin") << "cameras";
+    QTest::newRow("Chinese") << "相机";
+    QTest::newRow("Greek") << "ΩΔ";
+    QTest::newRow("accents") << "éü";
+    QTest::newRow("Korean") << "한국어";
+    QTest::newRow("letters that look alike") << "Ślad";
+    QTest::newRow("all of them") << "相機한국éŚ";
 }
 
 void SystemSearch::reachesFoldersThatTheCodePageCannotSpell()
 {
     QFETCH(QString, folder);
     ScratchFolder scratch;
-    const QString log = scratch.file(folder + text("/") + folder + text(".log"), "one\ntwo\n");
+    const QString log = scratch.file(folder + "/" + folder + ".log", "one\ntwo\n");
     QCOMPARE(found(log, "t.o"), QByteArray("two\n"));
 }
 
 void SystemSearch::logsAPathThatHasNoOtherName()
 {
-    const QString path = text("C:/no such folder/相한é.log"); // has no short name
+    const QString path = "C:/no such folder/相한é.log"; // has no short name
     const DebugCapture output;
     QCOMPARE(found(path, "x"), QByteArray());
     QVERIFY(output.lines().isEmpty());
     const Diagnostics on;
     QCOMPARE(found(path, "x"), QByteArray());
     QCOMPARE(output.lines(),
-             QStringList{text("findstr cannot be given this path: \"%1\"").arg(path)});
+             QStringList{QString("findstr cannot be given this path: \"%1\"").arg(path)});
 }
 
 QTEST_GUILESS_MAIN(SystemSearch)

@@ -1,5 +1,4 @@
 #include "ScratchFolder.h"
-#include "Text.h"
 
 #include <QProcess>
 #include <QtTest>
@@ -16,12 +15,12 @@ private slots:
 void UnfinishedSearch::theProgramEndsWhateverFindstrDoes()
 {
     ScratchFolder scratch;
-    const QString waiting = scratch.path(text("findstr-waits"));
+    const QString waiting = scratch.path("findstr-waits");
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(text("VANTREL_FINDSTR_WAITS"), QDir::toNativeSeparators(waiting));
+    environment.insert("VANTREL_FINDSTR_WAITS", QDir::toNativeSeparators(waiting));
     program.setProcessEnvironment(environment);
-    program.start(text(VANTREL_STUCK_SEARCH), {scratch.file(text("a.log"), "x\n"), waiting});
+    program.start(VANTREL_STUCK_SEARCH, {scratch.file("a.log", "x\n"), waiting});
     const bool ended = program.waitForFinished(20'000);
     const bool findstrWaits = QFile::remove(waiting);
     QVERIFY(ended);

@@ -1,7 +1,6 @@
 #include "ExportFixture.h"
 
 #include "NetworkAdapters.h"
-#include "Text.h"
 
 #include <QRegularExpression>
 
@@ -27,7 +26,7 @@ QByteArrayList linesOf(const QByteArray &report)
 
 bool matches(const QByteArray &line, const char *expression)
 {
-    return QRegularExpression(QRegularExpression::anchoredPattern(text(expression)))
+    return QRegularExpression(QRegularExpression::anchoredPattern(expression))
         .match(QString::fromUtf8(line))
         .hasMatch();
 }
@@ -37,9 +36,9 @@ bool matches(const QByteArray &line, const char *expression)
 void WindowsReports::everyAdapterHasItsBlock()
 {
     ExportFixture f;
-    const QString folder = f.scratch.folder(text("staging"));
+    const QString folder = f.scratch.folder("staging");
     QVERIFY(f.worker.saveNICInfo(folder));
-    const QByteArray report = f.scratch.read(text("staging/NICInfo.txt"));
+    const QByteArray report = f.scratch.read("staging/NICInfo.txt");
     const int adapters = networkAdapters().adapters.size();
     QCOMPARE(report.count("Adapter: "), adapters);
     QCOMPARE(report.count("MTU: "), adapters);
@@ -51,9 +50,9 @@ void WindowsReports::everyAdapterHasItsBlock()
 void WindowsReports::memoryIsReportedInMegabytes()
 {
     ExportFixture f;
-    const QString folder = f.scratch.folder(text("staging"));
+    const QString folder = f.scratch.folder("staging");
     QVERIFY(f.worker.saveSysInfo(folder));
-    const QByteArrayList lines = linesOf(f.scratch.read(text("staging/SystemInfo.txt")));
+    const QByteArrayList lines = linesOf(f.scratch.read("staging/SystemInfo.txt"));
     QVERIFY(lines.size() >= 3);
     QVERIFY2(matches(lines[0], "Memory Load: \\d{1,3}%\\r?"), lines[0].constData());
     QVERIFY2(matches(lines[1], "Total Physical Memory: [1-9]\\d* MB\\r?"), lines[1].constData());
@@ -63,9 +62,9 @@ void WindowsReports::memoryIsReportedInMegabytes()
 void WindowsReports::missingPropertiesOfModulesAreHandled()
 {
     ExportFixture f;
-    const QString folder = f.scratch.folder(text("staging"));
+    const QString folder = f.scratch.folder("staging");
     QVERIFY(f.worker.saveSysInfo(folder));
-    const QByteArray report = f.scratch.read(text("staging/SystemInfo.txt"));
+    const QByteArray report = f.scratch.read("staging/SystemInfo.txt");
     const int modules = report.count("PartNumber: ");
     qInfo("memory modules that this system tells of: %d", modules);
     QCOMPARE(report.count("Capacity: "), modules);
@@ -77,21 +76,21 @@ void WindowsReports::missingPropertiesOfModulesAreHandled()
 void WindowsReports::eventLogsAreExported()
 {
     ExportFixture f;
-    const QString folder = f.scratch.folder(text("staging"));
+    const QString folder = f.scratch.folder("staging");
     QVERIFY(f.worker.saveEventLog(folder));
-    QVERIFY(QFileInfo(folder + text("/ApplicationEvents.evtx")).size() > 0);
-    QVERIFY(QFileInfo(folder + text("/SystemEvents.evtx")).size() > 0);
+    QVERIFY(QFileInfo(folder + "/ApplicationEvents.evtx").size() > 0);
+    QVERIFY(QFileInfo(folder + "/SystemEvents.evtx").size() > 0);
 }
 
 void WindowsReports::noDumpIsNoFailure()
 {
-    if (QFileInfo::exists(text("C:/Windows/MEMORY.DMP")))
+    if (QFileInfo::exists("C:/Windows/MEMORY.DMP"))
         QSKIP("this system has a memory dump, which is too large for a test");
     ExportFixture f;
-    const QString folder = f.scratch.folder(text("staging"));
+    const QString folder = f.scratch.folder("staging");
     QVERIFY(f.worker.saveSystemDump(folder));
-    QVERIFY(f.output.contains(text("蓝屏日志文件Memory.dmp不存在")));
-    QVERIFY(QFileInfo::exists(folder + text("/SystemDmp.zip")));
+    QVERIFY(f.output.contains("蓝屏日志文件Memory.dmp不存在"));
+    QVERIFY(QFileInfo::exists(folder + "/SystemDmp.zip"));
 }
 
 QTEST_GUILESS_MAIN(WindowsReports)

@@ -11,12 +11,12 @@ struct JournalScript
 {
     explicit JournalScript(const QByteArray &body)
     {
-        journal.program = scratch.file(QStringLiteral("journal"), "#!/bin/sh\n" + body + '\n');
+        journal.program = scratch.file("journal", "#!/bin/sh\n" + body + '\n');
         QFile::setPermissions(journal.program, Everybody::mayDoAll);
     }
 
     bool exportAndWait(const QString &channel) { return exportJournal(channel, target(), journal); }
-    [[nodiscard]] QString target() const { return scratch.path(QStringLiteral("events")); }
+    [[nodiscard]] QString target() const { return scratch.path("events"); }
 
     ScratchFolder scratch;
     Journal journal;

@@ -43,7 +43,7 @@ NetworkAdapter named(const AdapterList &list, const QString &name)
 NetworkAdapter loopbackWith(const char *file, const QByteArray &contents)
 {
     ScratchFolder scratch;
-    scratch.file(loopback() + QLatin1Char('/') + QLatin1String(file), contents);
+    scratch.file(loopback() + '/' + file, contents);
     return named(networkAdaptersFrom(scratch.path()), loopback());
 }
 
@@ -91,7 +91,7 @@ void Adapters::operationalAdaptersAreUp()
 
 void Adapters::withoutTheKernelsFolderSpeedIsNoneAndUpIsRunning()
 {
-    const AdapterList list = networkAdaptersFrom(QStringLiteral("/nowhere"));
+    const AdapterList list = networkAdaptersFrom("/nowhere");
     QCOMPARE(list.error, 0U);
     QVERIFY(!list.adapters.isEmpty());
     for (const NetworkAdapter &adapter : list.adapters) {

@@ -1,6 +1,5 @@
 #include "CameraClient.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 
 #include <QSettings>
 #include <QtTest>
@@ -21,18 +20,17 @@ void CameraClientTest::readsTheRegisteredIcon_data()
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QString>("icon");
     QTest::newRow("quoted") << QByteArray("DefaultIcon=\"/opt/client/QZviewer.exe,0\"")
-                            << text("/opt/client/QZviewer.exe,0");
-    QTest::newRow("by hand, without quotes") << QByteArray("DefaultIcon=/opt/client/QZviewer.exe,0")
-                                             << text("/opt/client/QZviewer.exe,0");
+                            << "/opt/client/QZviewer.exe,0";
+    QTest::newRow("by hand, without quotes")
+        << QByteArray("DefaultIcon=/opt/client/QZviewer.exe,0") << "/opt/client/QZviewer.exe,0";
     QTest::newRow("UTF-8, by hand") << QByteArray("DefaultIcon=/home/李/Größe 𠀀/QZ查看器.exe,0")
-                                    << text("/home/李/Größe 𠀀/QZ查看器.exe,0");
+                                    << "/home/李/Größe 𠀀/QZ查看器.exe,0";
     QTest::newRow("UTF-8, quoted")
-        << QByteArray("DefaultIcon=\"/home/李/QZviewer.exe,0\"") << text("/home/李/QZviewer.exe,0");
+        << QByteArray("DefaultIcon=\"/home/李/QZviewer.exe,0\"") << "/home/李/QZviewer.exe,0";
     QTest::newRow("escaped, as Qt writes it")
-        << QByteArray("DefaultIcon=\"/home/\\x674e/QZviewer.exe,0\"")
-        << text("/home/李/QZviewer.exe,0");
+        << QByteArray("DefaultIcon=\"/home/\\x674e/QZviewer.exe,0\"") << "/home/李/QZviewer.exe,0";
     QTest::newRow("backslash in a name, which an INI file doubles")
-        << QByteArray("DefaultIcon=/opt/a\\\\b/QZviewer.exe,0") << text("/opt/a\\b/QZviewer.exe,0");
+        << QByteArray("DefaultIcon=/opt/a\\\\b/QZviewer.exe,0") << "/opt/a\\b/QZviewer.exe,0";
 }
 
 void CameraClientTest::readsTheRegisteredIcon()
@@ -41,7 +39,7 @@ void CameraClientTest::readsTheRegisteredIcon()
     QFETCH(QString, icon);
     ScratchFolder config;
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, config.path());
-    config.file(QStringLiteral("Pemberk/qzcfgfile.ini"), "[General]\n" + line + '\n');
+    config.file("Pemberk/qzcfgfile.ini", "[General]\n" + line + '\n');
     QCOMPARE(registeredCameraClient().iconPath, icon);
 }
 
@@ -54,7 +52,7 @@ void CameraClientTest::findsNoneWhereNothingIsRegistered()
 
 void CameraClientTest::separatesFoldersByEitherSlash()
 {
-    QCOMPARE(registeredCameraClient().pathSeparators, QStringLiteral("\\/"));
+    QCOMPARE(registeredCameraClient().pathSeparators, "\\/");
 }
 
 QTEST_GUILESS_MAIN(CameraClientTest)

@@ -1,6 +1,5 @@
 #include "Faults.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 #include "linux/LinuxSeams.h"
 
 #include <QFile>
@@ -32,33 +31,32 @@ QString kernelDumpBelow(const QString &folder)
 void KernelDumps::noCrashFolderMeansNoKernelDump()
 {
     ScratchFolder scratch;
-    QCOMPARE(kernelDumpBelow(scratch.path(text("nowhere"))), QString());
+    QCOMPARE(kernelDumpBelow(scratch.path("nowhere")), QString());
     QCOMPARE(kernelDumpBelow(scratch.path()), QString());
-    scratch.file(text("kexec_cmd"));
-    scratch.folder(text("vmcore"));
+    scratch.file("kexec_cmd");
+    scratch.folder("vmcore");
     QCOMPARE(kernelDumpBelow(scratch.path()), QString());
 }
 
 void KernelDumps::theNewestKernelDumpIsTaken()
 {
     ScratchFolder scratch;
-    scratch.file(text("127.0.0.1-2024-01-01-10:00:00/vmcore"), "1", noon.addDays(-3));
-    const QString second =
-        scratch.file(text("202401021000/dump.202401021000"), "2", noon.addDays(-2));
+    scratch.file("127.0.0.1-2024-01-01-10:00:00/vmcore", "1", noon.addDays(-3));
+    const QString second = scratch.file("202401021000/dump.202401021000", "2", noon.addDays(-2));
     QCOMPARE(kernelDumpBelow(scratch.path()), second);
-    const QString third = scratch.file(text("deep/er/vmcore.flat"), "3", noon.addDays(-1));
+    const QString third = scratch.file("deep/er/vmcore.flat", "3", noon.addDays(-1));
     QCOMPARE(kernelDumpBelow(scratch.path()), third);
     QCOMPARE(crashDumpPathsFrom(scratch.path()).kernelDumpTestPath, third);
-    QVERIFY(QFile::link(third, scratch.path(text("vmcore.link"))));
+    QVERIFY(QFile::link(third, scratch.path("vmcore.link")));
     QCOMPARE(kernelDumpBelow(scratch.path()), third);
 }
 
 void KernelDumps::theKernelsLogIsNotADump()
 {
     ScratchFolder scratch;
-    const QString dump = scratch.file(text("a/vmcore"), "1", noon.addDays(-1));
-    scratch.file(text("a/vmcore-dmesg.txt"), "log", noon);
-    scratch.file(text("a/dmesg.202401021000"), "log", noon);
+    const QString dump = scratch.file("a/vmcore", "1", noon.addDays(-1));
+    scratch.file("a/vmcore-dmesg.txt", "log", noon);
+    scratch.file("a/dmesg.202401021000", "log", noon);
     QCOMPARE(kernelDumpBelow(scratch.path()), dump);
 }
 
@@ -67,8 +65,8 @@ void KernelDumps::unreadableOnesAreMissing()
     if (!OrdinaryUser::available())
         QSKIP("this system cannot take away the right to read");
     ScratchFolder scratch;
-    const QString older = scratch.file(text("a/vmcore"), "1", noon.addDays(-1));
-    const QString newer = scratch.file(text("b/vmcore"), "2", noon);
+    const QString older = scratch.file("a/vmcore", "1", noon.addDays(-1));
+    const QString newer = scratch.file("b/vmcore", "2", noon);
     QVERIFY(QFile::setPermissions(newer, QFileDevice::Permissions()));
     QVERIFY(QFile::setPermissions(scratch.path(), Everybody::mayDoAll));
     const OrdinaryUser user;
@@ -77,11 +75,11 @@ void KernelDumps::unreadableOnesAreMissing()
 
 void KernelDumps::smallDumpsAreKernelLogsThatMayBeRead()
 {
-    const CrashDumpPaths places = crashDumpPathsFrom(text("/nowhere"), text("/kernel/logs"));
-    QCOMPARE(places.minidumps, text("/kernel/logs"));
-    QVERIFY(text("dmesg-efi-170000000001001").contains(places.minidumpNamePart));
-    QVERIFY(text("dmesg.txt").contains(places.minidumpNamePart));
-    QVERIFY(!text("console-ramoops-0").contains(places.minidumpNamePart));
+    const CrashDumpPaths places = crashDumpPathsFrom("/nowhere", "/kernel/logs");
+    QCOMPARE(places.minidumps, "/kernel/logs");
+    QVERIFY(QString("dmesg-efi-170000000001001").contains(places.minidumpNamePart));
+    QVERIFY(QString("dmesg.txt").contains(places.minidumpNamePart));
+    QVERIFY(!QString("console-ramoops-0").contains(places.minidumpNamePart));
     QVERIFY(places.unreadableIsMissing);
 }
 

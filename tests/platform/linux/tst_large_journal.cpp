@@ -20,7 +20,7 @@ void LargeJournal::aGigabyteGoesToTheFileAndNotThroughMemory()
     if (QStorageInfo(script.scratch.path()).bytesAvailable() < qint64(2) << 30)
         QSKIP("less than 2 GiB free on this disk");
     const MemoryPeak memory;
-    QVERIFY(script.exportAndWait(QStringLiteral("System")));
+    QVERIFY(script.exportAndWait("System"));
     QCOMPARE(QFileInfo(script.target()).size(), qint64(1) << 30);
     QVERIFY2(memory.growth() < 50'000'000, qPrintable(QString::number(memory.growth())));
 }
@@ -28,7 +28,7 @@ void LargeJournal::aGigabyteGoesToTheFileAndNotThroughMemory()
 void LargeJournal::threeGibibytesAreTakenWhole()
 {
     JournalScript script("exec truncate --size=3G /proc/self/fd/1"); // a sparse file
-    QVERIFY(script.exportAndWait(QStringLiteral("System")));
+    QVERIFY(script.exportAndWait("System"));
     QCOMPARE(QFileInfo(script.target()).size(), qint64(3) << 30);
 }
 

@@ -37,7 +37,7 @@ private:
 QByteArrayList LineSearchTest::search(const QByteArray &keyword, const QByteArray &contents)
 {
     QByteArrayList pieces;
-    const QString path = scratch.file(QStringLiteral("searched in.log"), contents);
+    const QString path = scratch.file("searched in.log", contents);
     const bool done = systemLineSearch(keyword.toStdString(), path,
                                        [&pieces](const char *piece) { pieces.append(piece); });
     return done ? pieces : QByteArrayList{"not done"};
@@ -230,11 +230,11 @@ void LineSearchTest::keepsZeroBytesInTheFileFromHidingWhatFollows()
 void LineSearchTest::failsWhenTheFileCannotBeSearched()
 {
     const PieceSink none = [](const char * /*piece*/) { QFAIL("nothing to find"); };
-    QVERIFY(!systemLineSearch("x", scratch.path(QStringLiteral("missing.log")), none));
-    QVERIFY(!systemLineSearch("x", scratch.folder(QStringLiteral("folder.log")), none));
+    QVERIFY(!systemLineSearch("x", scratch.path("missing.log"), none));
+    QVERIFY(!systemLineSearch("x", scratch.folder("folder.log"), none));
     QVERIFY(!systemLineSearch("x", QString(), none));
-    const QString pipe = scratch.path(QStringLiteral("pipe.log"));
-    QCOMPARE(QProcess::execute(QStringLiteral("mkfifo"), {pipe}), 0);
+    const QString pipe = scratch.path("pipe.log");
+    QCOMPARE(QProcess::execute("mkfifo", {pipe}), 0);
     QVERIFY(!systemLineSearch("x", pipe, none));
 }
 
@@ -242,7 +242,7 @@ void LineSearchTest::cannotSearchWithoutPermission()
 {
     if (!OrdinaryUser::available())
         QSKIP("permissions cannot be tested here");
-    const QString path = scratch.file(QStringLiteral("locked.log"), "a\n");
+    const QString path = scratch.file("locked.log", "a\n");
     QVERIFY(QFile::setPermissions(path, QFileDevice::Permissions()));
     const OrdinaryUser user;
     QVERIFY(!systemLineSearch("a", path, [](const char * /*piece*/) { QFAIL("a line"); }));
@@ -250,8 +250,7 @@ void LineSearchTest::cannotSearchWithoutPermission()
 
 void LineSearchTest::endsWhereAFileWasTruncatedMeanwhile()
 {
-    const QString path =
-        scratch.file(QStringLiteral("shrinking.log"), QByteArray("x\n").repeated(1'000'000));
+    const QString path = scratch.file("shrinking.log", QByteArray("x\n").repeated(1'000'000));
     int found = 0;
     QVERIFY(systemLineSearch("x", path, [&path, &found](const char * /*piece*/) {
         if (++found == 1)
@@ -264,7 +263,7 @@ void LineSearchTest::endsWhereAFileWasTruncatedMeanwhile()
 void LineSearchTest::endsWhenItIsStopped()
 {
     const QByteArray text = QByteArray(2000, 'x') + '\n' + QByteArray("x\n").repeated(1'000'000);
-    const QString path = scratch.file(QStringLiteral("stopped.log"), text);
+    const QString path = scratch.file("stopped.log", text);
     for (int wanted : {2, 100, 200'000}) {
         SearchStop stop(false);
         int found = 0;
@@ -279,11 +278,11 @@ void LineSearchTest::endsWhenItIsStopped()
 
 void LineSearchTest::logsWhenReadingFails()
 {
-    const QString path = QStringLiteral("/proc/self/mem"); // opens, but cannot be read
-    const Diagnostics diagnostics(QStringLiteral("vantrel.findstr"));
+    const QString path = "/proc/self/mem"; // opens, but cannot be read
+    const Diagnostics diagnostics("vantrel.findstr");
     const DebugCapture output;
     QVERIFY(systemLineSearch("a", path, [](const char * /*piece*/) { QFAIL("a line"); }));
-    QCOMPARE(output.lines(), QStringList{QStringLiteral("read failed: ") + path});
+    QCOMPARE(output.lines(), QStringList{"read failed: " + path});
 }
 
 void LineSearchTest::matchesNothingWithoutAnExpression()

@@ -35,7 +35,7 @@ void LongKeywords::survivesExpressionsOfTenThousandCharacters()
 {
     QFETCH(QByteArray, keyword);
     QFETCH(QByteArray, line);
-    const QString path = scratch.file(QStringLiteral("a.log"), "other\n" + line + "\nother\n");
+    const QString path = scratch.file("a.log", "other\n" + line + "\nother\n");
     QByteArray found;
     QVERIFY(systemLineSearch(keyword.toStdString(), path,
                              [&found](const char *piece) { found += piece; }));
@@ -46,7 +46,7 @@ void LongKeywords::cannotSearchForAnExpressionThatIsTooLarge()
 {
     const std::string keyword =
         "a " + QByteArray("[acegikmoqsuwy]").repeated(300'000).toStdString();
-    const QString path = scratch.file(QStringLiteral("a.log"), "a\n");
+    const QString path = scratch.file("a.log", "a\n");
     QVERIFY(!systemLineSearch(keyword, path, [](const char * /*piece*/) { QFAIL("a line"); }));
 }
 

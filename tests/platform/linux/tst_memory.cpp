@@ -32,7 +32,7 @@ namespace {
 std::optional<MemoryStatus> statusOf(const QByteArray &table)
 {
     ScratchFolder scratch;
-    return memoryStatusFrom(scratch.file(QStringLiteral("meminfo"), table));
+    return memoryStatusFrom(scratch.file("meminfo", table));
 }
 
 } // namespace
@@ -78,7 +78,7 @@ void Memory::aTableWithoutTheFiguresIsNoStatus()
 
 void Memory::aMissingTableIsNoStatus()
 {
-    QVERIFY(!memoryStatusFrom(QStringLiteral("/nowhere/meminfo")));
+    QVERIFY(!memoryStatusFrom("/nowhere/meminfo"));
 }
 
 void Memory::modulesComeInTheirOrderWithKilobytesAndSpeed()
@@ -158,14 +158,14 @@ void Memory::otherPropertiesAreNoModules()
 
 void Memory::aMissingDeviceHasNoModules()
 {
-    const MemoryModuleList list = memoryModulesFrom(QStringLiteral("/sys/devices/nowhere"));
+    const MemoryModuleList list = memoryModulesFrom("/sys/devices/nowhere");
     QCOMPARE(list.query, MemoryModuleList::Query::Complete);
     QVERIFY(list.modules.isEmpty());
 }
 
 void Memory::anotherDeviceHasNoModules()
 {
-    const QString loopback = QStringLiteral("/sys/devices/virtual/net/lo");
+    const QString loopback = "/sys/devices/virtual/net/lo";
     if (!QFileInfo::exists(loopback))
         QSKIP("there is no device here whose properties could be asked for");
     const MemoryModuleList list = memoryModulesFrom(loopback);

@@ -1,7 +1,6 @@
 #include "Faults.h"
 #include "PrivateFiles.h"
 #include "ScratchFolder.h"
-#include "Text.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -77,7 +76,7 @@ void PrivateFiles::aFileIsPrivate()
 {
     QFETCH(int, mask);
     ScratchFolder scratch;
-    const QString path = scratch.path(text("文件"));
+    const QString path = scratch.path("文件");
     {
         const Umask umask(mask);
         makePrivateFile(path);
@@ -88,13 +87,13 @@ void PrivateFiles::aFileIsPrivate()
 void PrivateFiles::anExistingFileIsReplaced()
 {
     ScratchFolder scratch;
-    const QString path = scratch.file(text("file"), "old");
+    const QString path = scratch.file("file", "old");
     QVERIFY(QFile::setPermissions(path, Everybody::mayReadAndWrite));
     QFile reader(path);
     QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
     makePrivateFile(path);
     QCOMPARE(modeOf(path), 0600);
-    scratch.file(text("file"), "secret");
+    scratch.file("file", "secret");
     QCOMPARE(reader.readAll(), QByteArray("old")); // an open file sees nothing new
 }
 
@@ -102,28 +101,28 @@ void PrivateFiles::aFileThatCannotBeReplacedBecomesPrivate()
 {
     ScratchFolder scratch;
     QVERIFY(QFile::setPermissions(scratch.path(), Everybody::mayDoAll));
-    const QString path = scratch.path(text("folder/file"));
+    const QString path = scratch.path("folder/file");
     {
-        scratch.folder(text("folder"));
-        QVERIFY(QFile::setPermissions(scratch.path(text("folder")), Everybody::mayDoAll));
+        scratch.folder("folder");
+        QVERIFY(QFile::setPermissions(scratch.path("folder"), Everybody::mayDoAll));
         const OrdinaryUser user; // the file's owner
-        scratch.file(text("folder/file"), "old");
+        scratch.file("folder/file", "old");
         QVERIFY(QFile::setPermissions(path, Everybody::mayReadAndWrite));
     }
-    QVERIFY(QFile::setPermissions(scratch.path(text("folder")), Everybody::mayReadAndEnter));
+    QVERIFY(QFile::setPermissions(scratch.path("folder"), Everybody::mayReadAndEnter));
     {
         const OrdinaryUser user;
         makePrivateFile(path);
         QCOMPARE(modeOf(path), 0600);
     }
-    QVERIFY(QFile::setPermissions(scratch.path(text("folder")), Everybody::mayDoAll));
+    QVERIFY(QFile::setPermissions(scratch.path("folder"), Everybody::mayDoAll));
 }
 
 void PrivateFiles::aLinkIsFollowed()
 {
     ScratchFolder scratch;
-    const QString elsewhere = scratch.file(text("elsewhere"), "old");
-    const QString link = scratch.path(text("link"));
+    const QString elsewhere = scratch.file("elsewhere", "old");
+    const QString link = scratch.path("link");
     QVERIFY(makeLink(elsewhere, link));
     makePrivateFile(link);
     QVERIFY(QFileInfo(link).isSymLink());
@@ -133,22 +132,22 @@ void PrivateFiles::aLinkIsFollowed()
 void PrivateFiles::specialFilesKeepTheirPermissions()
 {
     ScratchFolder scratch;
-    const QByteArray pipe = QFile::encodeName(scratch.path(text("pipe")));
+    const QByteArray pipe = QFile::encodeName(scratch.path("pipe"));
     QCOMPARE(::mkfifo(pipe.constData(), 0600), 0);
     QCOMPARE(::chmod(pipe.constData(), 0644), 0);
     const int reader = ::open(pipe.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     QVERIFY(reader >= 0);
-    makePrivateFile(scratch.path(text("pipe")));
+    makePrivateFile(scratch.path("pipe"));
     ::close(reader);
-    QVERIFY(S_ISFIFO(statusOf(scratch.path(text("pipe"))).st_mode));
-    QCOMPARE(modeOf(scratch.path(text("pipe"))), 0644);
+    QVERIFY(S_ISFIFO(statusOf(scratch.path("pipe")).st_mode));
+    QCOMPARE(modeOf(scratch.path("pipe")), 0644);
 }
 
 void PrivateFiles::aFolderIsPrivate()
 {
     QFETCH(int, mask);
     ScratchFolder scratch;
-    const QString path = scratch.path(text("文件夹"));
+    const QString path = scratch.path("文件夹");
     {
         const Umask umask(mask);
         QVERIFY(makePrivateFolder(path));
@@ -159,9 +158,9 @@ void PrivateFiles::aFolderIsPrivate()
 void PrivateFiles::anExistingFolderBecomesPrivate()
 {
     ScratchFolder scratch;
-    const QString path = scratch.folder(text("folder"));
+    const QString path = scratch.folder("folder");
     QVERIFY(QFile::setPermissions(path, Everybody::mayDoAll));
-    const QString file = scratch.file(text("folder/file"));
+    const QString file = scratch.file("folder/file");
     QVERIFY(makePrivateFolder(path));
     QCOMPARE(modeOf(path), 0700);
     QVERIFY(QFileInfo::exists(file));
@@ -170,14 +169,14 @@ void PrivateFiles::anExistingFolderBecomesPrivate()
 void PrivateFiles::aFolderIsOneLevelOnly()
 {
     ScratchFolder scratch;
-    QVERIFY(!makePrivateFolder(scratch.path(text("missing/folder"))));
-    QVERIFY(!QFileInfo::exists(scratch.path(text("missing"))));
+    QVERIFY(!makePrivateFolder(scratch.path("missing/folder")));
+    QVERIFY(!QFileInfo::exists(scratch.path("missing")));
 }
 
 void PrivateFiles::aFileIsNoFolder()
 {
     ScratchFolder scratch;
-    const QString path = scratch.file(text("file"));
+    const QString path = scratch.file("file");
     const int before = modeOf(path);
     QVERIFY(!makePrivateFolder(path));
     QCOMPARE(modeOf(path), before);

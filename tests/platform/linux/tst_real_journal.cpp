@@ -1,6 +1,5 @@
 #include "DebugCapture.h"
 #include "JournalScript.h"
-#include "Text.h"
 
 #include <QFileInfo>
 #include <QProcess>
@@ -49,8 +48,8 @@ public:
     explicit MadeJournal(const QString &fileName)
     {
         QProcess maker;
-        maker.start(QString::fromUtf8(journalMaker), {text("--output=") + folder.path(fileName),
-                                                      folder.file(text("events.txt"), events())});
+        maker.start(QString::fromUtf8(journalMaker),
+                    {"--output=" + folder.path(fileName), folder.file("events.txt", events())});
         made = maker.waitForFinished() && maker.exitCode() == 0 &&
                QFileInfo(folder.path(fileName)).size() > 0;
     }
@@ -64,8 +63,7 @@ public:
     [[nodiscard]] QByteArray exported() const
     {
         QProcess journalctl;
-        journalctl.start(text("journalctl"),
-                         {text("--directory=") + folder.path(), text("--output=export")});
+        journalctl.start("journalctl", {"--directory=" + folder.path(), "--output=export"});
         journalctl.waitForFinished();
         return journalctl.readAllStandardOutput();
     }
@@ -88,8 +86,9 @@ void RealJournal::isExportedUnchanged_data()
 {
     QTest::addColumn<QString>("channel");
     QTest::addColumn<QString>("fileName");
-    QTest::newRow("system's") << text("System") << text("system.journal");
-    QTest::newRow("user's") << text("Application") << text("user-%1.journal").arg(getuid());
+    QTest::newRow("system's") << "System"
+                              << "system.journal";
+    QTest::newRow("user's") << "Application" << QString("user-%1.journal").arg(getuid());
 }
 
 void RealJournal::isExportedUnchanged()
@@ -100,7 +99,7 @@ void RealJournal::isExportedUnchanged()
     QVERIFY(journal.made);
     JournalScript script(journal.wrapper());
     QVERIFY(script.exportAndWait(channel));
-    const QByteArray exported = script.scratch.read(text("events"));
+    const QByteArray exported = script.scratch.read("events");
     QCOMPARE(exported, journal.exported());
     QCOMPARE(exported.count("\nMESSAGE=frame "), eventCount - 1);
     QVERIFY(exported.contains(QByteArray("one\n\0\xff\ntwo\n", 11)));

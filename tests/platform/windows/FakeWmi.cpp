@@ -7,7 +7,7 @@ namespace {
 
 QString textOf(const wchar_t *characters)
 {
-    return characters != nullptr ? QString::fromWCharArray(characters) : QStringLiteral("none");
+    return characters != nullptr ? QString::fromWCharArray(characters) : "none";
 }
 
 BSTR comText(const QString &text)
@@ -28,14 +28,14 @@ public:
     {
         traceCall("IWbemClassObject::Get");
         const QString property = textOf(name);
-        if (property == QLatin1String("PartNumber"))
+        if (property == "PartNumber")
             return tell(module.partNumber, value);
-        if (property == QLatin1String("Capacity")) {
+        if (property == "Capacity") {
             const HRESULT result = tell(module.capacity, value);
             wmi.capacities.append(V_I4(value));
             return result;
         }
-        if (property != QLatin1String("Speed"))
+        if (property != "Speed")
             return unexpected(qPrintable(property));
         if (!module.speed)
             return static_cast<HRESULT>(WBEM_E_NOT_FOUND);
@@ -66,7 +66,7 @@ public:
                                    ULONG *returned) override
     {
         traceCall("IEnumWbemClassObject::Next");
-        wmi.calls.append(QStringLiteral("Next %1 %2").arg(timeout).arg(count));
+        wmi.calls.append(QString("Next %1 %2").arg(timeout).arg(count));
         *returned = 0;
         if (at == wmi.modules.size())
             return wmi.end;
@@ -88,13 +88,13 @@ public:
                                          OLECHAR *principal, DWORD level, DWORD impersonation,
                                          void *identity, DWORD capabilities) override
     {
-        wmi.calls.append(QStringLiteral("SetBlanket %1 %2 %3 %4 %5 %6 %7")
+        wmi.calls.append(QString("SetBlanket %1 %2 %3 %4 %5 %6 %7")
                              .arg(authentication)
                              .arg(authorization)
                              .arg(textOf(principal))
                              .arg(level)
                              .arg(impersonation)
-                             .arg(identity == nullptr ? QStringLiteral("none") : QString())
+                             .arg(identity == nullptr ? "none" : QString())
                              .arg(capabilities));
         return wmi.blanket;
     }
@@ -125,7 +125,7 @@ public:
                                         IWbemContext *, IEnumWbemClassObject **found) override
     {
         traceCall("IWbemServices::ExecQuery");
-        wmi.calls.append(QStringLiteral("ExecQuery %1 \"%2\" %3")
+        wmi.calls.append(QString("ExecQuery %1 \"%2\" %3")
                              .arg(textOf(language), textOf(text), QString::number(flags)));
         if (SUCCEEDED(wmi.query))
             *found = new Enumeration(wmi);
@@ -144,7 +144,7 @@ public:
                                             IWbemServices **services) override
     {
         traceCall("IWbemLocator::ConnectServer");
-        wmi.calls.append(QStringLiteral("ConnectServer %1 %2 %3 %4 %5 %6")
+        wmi.calls.append(QString("ConnectServer %1 %2 %3 %4 %5 %6")
                              .arg(textOf(resource), textOf(user), textOf(password), textOf(locale),
                                   QString::number(flags), textOf(authority)));
         if (SUCCEEDED(wmi.connection))
@@ -161,7 +161,7 @@ public:
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown *, REFIID id, void **object) override
     {
         *object = nullptr;
-        wmi.calls.append(QStringLiteral("CreateInstance"));
+        wmi.calls.append("CreateInstance");
         if (FAILED(wmi.creation))
             return wmi.creation;
         auto *locator = new Locator(wmi);

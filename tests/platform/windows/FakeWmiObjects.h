@@ -42,7 +42,7 @@ protected:
     virtual ~Counted() { --wmi.living; }
     HRESULT unexpected(const char *method)
     {
-        wmi.unexpected.append(QLatin1String(method));
+        wmi.unexpected.append(method);
         return E_NOTIMPL;
     }
 

@@ -20,14 +20,11 @@ void EventLogArguments::areChannelEveryEventTargetAndChannelPath()
     const ExportLog look = [&](const wchar_t *channel, const wchar_t *query, const wchar_t *target,
                                unsigned long flags) {
         ++calls;
-        return QString::fromWCharArray(channel) == QLatin1String("Application") &&
-               QString::fromWCharArray(query) == QLatin1String("*") &&
-               QString::fromWCharArray(target) ==
-                   QString::fromUtf8("C:\\用户\\ApplicationEvents.evtx") &&
-               flags == 1;
+        return QString::fromWCharArray(channel) == "Application" &&
+               QString::fromWCharArray(query) == "*" &&
+               QString::fromWCharArray(target) == "C:\\用户\\ApplicationEvents.evtx" && flags == 1;
     };
-    QVERIFY(exportEventLogBy(look, QStringLiteral("Application"),
-                             QString::fromUtf8("C:/用户/ApplicationEvents.evtx")));
+    QVERIFY(exportEventLogBy(look, "Application", "C:/用户/ApplicationEvents.evtx"));
     QCOMPARE(calls, 1);
 }
 
@@ -43,8 +40,7 @@ void EventLogArguments::resultIsTheSystems()
     QFETCH(bool, result);
     const ExportLog answer = [&](auto...) { return result; };
     const DebugCapture output;
-    QCOMPARE(exportEventLogBy(answer, QStringLiteral("System"), QStringLiteral("C:/a.evtx")),
-             result);
+    QCOMPARE(exportEventLogBy(answer, "System", "C:/a.evtx"), result);
     QVERIFY(output.lines().isEmpty()); // the caller reports the failure
 }
 

@@ -36,7 +36,7 @@ constexpr int factoryAlone = 1;
 
 FakeWmi::Module fullModule(const QString &partNumber, qint32 speed)
 {
-    return {partNumber, QStringLiteral("17179869184"), speed};
+    return {partNumber, "17179869184", speed};
 }
 
 } // namespace
@@ -44,14 +44,13 @@ FakeWmi::Module fullModule(const QString &partNumber, qint32 speed)
 void MemoryModulesByWmi::asksAsFixed()
 {
     FakeWmi wmi;
-    wmi.modules = {fullModule(QStringLiteral("one"), 3200)};
+    wmi.modules = {fullModule("one", 3200)};
     QCOMPARE(memoryModules().query, Query::Complete);
     QCOMPARE(wmi.calls,
-             QStringList({QStringLiteral("CreateInstance"),
-                          QStringLiteral("ConnectServer ROOT\\CIMV2 none none none 0 none"),
-                          QStringLiteral("SetBlanket 10 0 none 3 3 none 0"),
-                          QStringLiteral("ExecQuery WQL \"SELECT * FROM Win32_PhysicalMemory\" 48"),
-                          QStringLiteral("Next -1 1"), QStringLiteral("Next -1 1")}));
+             QStringList({"CreateInstance", "ConnectServer ROOT\\CIMV2 none none none 0 none",
+                          "SetBlanket 10 0 none 3 3 none 0",
+                          "ExecQuery WQL \"SELECT * FROM Win32_PhysicalMemory\" 48", "Next -1 1",
+                          "Next -1 1"}));
     QCOMPARE(wmi.unexpected, QStringList());
     QCOMPARE(wmi.living, factoryAlone);
 }
@@ -59,8 +58,7 @@ void MemoryModulesByWmi::asksAsFixed()
 void MemoryModulesByWmi::readsEveryModule()
 {
     FakeWmi wmi;
-    wmi.modules = {fullModule(QStringLiteral("one"), 3200),
-                   fullModule(QStringLiteral("two"), 2666)};
+    wmi.modules = {fullModule("one", 3200), fullModule("two", 2666)};
     const MemoryModuleList list = memoryModules();
     QCOMPARE(list.query, Query::Complete);
     QCOMPARE(list.modules.size(), 2);
@@ -74,7 +72,7 @@ void MemoryModulesByWmi::readsEveryModule()
 void MemoryModulesByWmi::takesTheCapacitysSlotWhateverItHolds()
 {
     FakeWmi wmi;
-    wmi.modules = {fullModule(QStringLiteral("one"), 3200)};
+    wmi.modules = {fullModule("one", 3200)};
     const MemoryModuleList list = memoryModules();
     QCOMPARE(wmi.capacities.size(), 1);
     QCOMPARE(list.modules.at(0).capacity, wmi.capacities.at(0));
@@ -83,7 +81,7 @@ void MemoryModulesByWmi::takesTheCapacitysSlotWhateverItHolds()
 void MemoryModulesByWmi::givesPartNumbersInTheSystemsCodePage()
 {
     FakeWmi wmi;
-    wmi.modules = {fullModule(QString::fromUtf8("内存é"), 3200)};
+    wmi.modules = {fullModule("内存é", 3200)};
     const QByteArray inGbk = "\xC4\xDA\xB4\xE6\xA8\xA6";
     const bool chinese = PRIMARYLANGID(GetSystemDefaultLangID()) == LANG_CHINESE;
     QCOMPARE(memoryModules().modules.at(0).partNumber, chinese ? inGbk : QByteArray("??\xE9"));
@@ -125,7 +123,7 @@ void MemoryModulesByWmi::saysWhereItFailed()
     QFETCH(HRESULT FakeWmi::*, call);
     QFETCH(Query, where);
     FakeWmi wmi;
-    wmi.modules = {fullModule(QStringLiteral("one"), 3200)};
+    wmi.modules = {fullModule("one", 3200)};
     wmi.*call = E_ACCESSDENIED;
     const MemoryModuleList list = memoryModules();
     QCOMPARE(list.query, where);
@@ -137,14 +135,14 @@ void MemoryModulesByWmi::saysWhereItFailed()
 void MemoryModulesByWmi::aQueryThatBreaksIsNotComplete()
 {
     FakeWmi wmi;
-    wmi.modules = {fullModule(QStringLiteral("one"), 3200)};
+    wmi.modules = {fullModule("one", 3200)};
     wmi.end = static_cast<HRESULT>(WBEM_E_TRANSPORT_FAILURE);
     const DebugCapture output;
     const Diagnostics on;
     const MemoryModuleList list = memoryModules();
     QCOMPARE(list.query, Query::Enumeration);
     QCOMPARE(list.modules.size(), 1);
-    QCOMPARE(output.lines(), QStringList(QStringLiteral("memory modules end early: 0x80041015")));
+    QCOMPARE(output.lines(), QStringList("memory modules end early: 0x80041015"));
     QCOMPARE(wmi.living, factoryAlone);
 }
 

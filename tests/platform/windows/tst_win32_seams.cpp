@@ -78,21 +78,21 @@ void WindowsAnswers::modulesCanBeAskedForAgainAndAgainOnAWorker()
 void WindowsAnswers::anExportedChannelIsAFileAndARefusedOneNone()
 {
     const ScratchFolder scratch;
-    const QString application = scratch.path(QStringLiteral("Application.evtx"));
-    const bool isExported = exportEventLog(QStringLiteral("Application"), application);
+    const QString application = scratch.path("Application.evtx");
+    const bool isExported = exportEventLog("Application", application);
     QCOMPARE(QFileInfo(application).size() > 0, isExported);
-    const QString unknown = scratch.path(QStringLiteral("unknown.evtx"));
-    QVERIFY(!exportEventLog(QStringLiteral("no such channel"), unknown));
+    const QString unknown = scratch.path("unknown.evtx");
+    QVERIFY(!exportEventLog("no such channel", unknown));
     QVERIFY(!QFileInfo::exists(unknown));
 }
 
 void WindowsAnswers::dumpsLieWhereWindowsPutsThem()
 {
     const CrashDumpPaths places = crashDumpPaths();
-    QCOMPARE(places.kernelDumpTestPath, QStringLiteral("C:\\Windows\\Memory.dmp"));
-    QCOMPARE(places.kernelDump, QStringLiteral("C:/Windows/MEMORY.DMP"));
-    QCOMPARE(places.minidumps, QStringLiteral("C:/Windows/Minidumps/"));
-    QCOMPARE(places.minidumpNamePart, QStringLiteral(".dmp"));
+    QCOMPARE(places.kernelDumpTestPath, "C:\\Windows\\Memory.dmp");
+    QCOMPARE(places.kernelDump, "C:/Windows/MEMORY.DMP");
+    QCOMPARE(places.minidumps, "C:/Windows/Minidumps/");
+    QCOMPARE(places.minidumpNamePart, ".dmp");
     QVERIFY(!places.unreadableIsMissing);
 }
 

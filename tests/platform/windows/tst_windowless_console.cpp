@@ -92,10 +92,10 @@ void WindowlessConsole::isThatOfProgramsStartedThroughAPipe()
 void WindowlessConsole::comesFromTheSystemsOwnCommandProcessor()
 {
     ScratchFolder scratch;
-    const QString program = scratch.path(QStringLiteral("program.exe"));
+    const QString program = scratch.path("program.exe");
     QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
-    scratch.file(QStringLiteral("cmd.exe"), "no program at all");
-    QCOMPARE(QProcess::execute(program, {QLatin1String(asTaker)}), 0);
+    scratch.file("cmd.exe", "no program at all");
+    QCOMPARE(QProcess::execute(program, {asTaker}), 0);
 }
 
 int main(int argc, char **argv)

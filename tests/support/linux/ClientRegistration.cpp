@@ -4,10 +4,10 @@
 #include <QSettings>
 
 ClientRegistration::ClientRegistration(const QString &configFolder, const QString &iconPath)
-    : place(configFolder + QLatin1String("/Pemberk/qzcfgfile.ini"))
+    : place(configFolder + "/Pemberk/qzcfgfile.ini")
 {
     QSettings settings(place, QSettings::IniFormat);
-    settings.setValue(QStringLiteral("DefaultIcon"), iconPath);
+    settings.setValue("DefaultIcon", iconPath);
 }
 
 ClientRegistration::~ClientRegistration()

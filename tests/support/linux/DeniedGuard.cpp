@@ -7,5 +7,5 @@ DeniedGuard::~DeniedGuard() = default;
 QMap<QString, QString> DeniedGuard::variables()
 {
     // A folder in which not even root can create files.
-    return {{QStringLiteral("TMPDIR"), QStringLiteral("/proc")}};
+    return {{"TMPDIR", "/proc"}};
 }

@@ -9,7 +9,7 @@ namespace {
 /// A value from /proc/self/status, in bytes.
 qint64 figure(const QByteArray &name)
 {
-    QFile file(QStringLiteral("/proc/self/status"));
+    QFile file("/proc/self/status");
     if (!file.open(QIODevice::ReadOnly))
         qFatal("cannot read how much memory is in use");
     for (const QByteArray &line : file.readAll().split('\n')) {
@@ -24,7 +24,7 @@ qint64 figure(const QByteArray &name)
 MemoryPeak::MemoryPeak()
     : before(figure("VmRSS:"))
 {
-    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    QFile file("/proc/self/clear_refs");
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write("5") != 1)
         qFatal("cannot forget the peak so far");
 }

@@ -6,22 +6,21 @@ namespace {
 
 void changeRegistry(const QStringList &arguments)
 {
-    if (QProcess::execute(QStringLiteral("reg"), arguments) != 0)
-        qFatal("reg %s failed", qPrintable(arguments.join(QLatin1Char(' '))));
+    if (QProcess::execute("reg", arguments) != 0)
+        qFatal("reg %s failed", qPrintable(arguments.join(' ')));
 }
 
 } // namespace
 
 ClientRegistration::ClientRegistration(const QString & /*configFolder*/, const QString &iconPath)
-    : place(QStringLiteral("HKLM\\SOFTWARE\\Classes\\qzcfgfile"))
+    : place("HKLM\\SOFTWARE\\Classes\\qzcfgfile")
 {
-    changeRegistry({QStringLiteral("add"), place + QLatin1String("\\DefaultIcon"),
-                    QStringLiteral("/ve"), QStringLiteral("/d"), iconPath, QStringLiteral("/f")});
+    changeRegistry({"add", place + "\\DefaultIcon", "/ve", "/d", iconPath, "/f"});
 }
 
 ClientRegistration::~ClientRegistration()
 {
-    changeRegistry({QStringLiteral("delete"), place, QStringLiteral("/f")});
+    changeRegistry({"delete", place, "/f"});
 }
 
 bool ClientRegistration::available()

@@ -70,8 +70,7 @@ zip_int64_t carryOut(zip_source_cmd_t command, Source &source, void *buffer, zip
     case ZIP_SOURCE_FREE:
         return 0;
     case ZIP_SOURCE_SUPPORTS:
-        return zip_source_make_command_bitmap(ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE,
-                                              ZIP_SOURCE_STAT, ZIP_SOURCE_FREE, -1);
+        return ZIP_SOURCE_SUPPORTS_READABLE;
     default:
         return -1;
     }
@@ -93,11 +92,7 @@ zip_int64_t carryOut(zip_source_cmd_t command, ZipTarget &target, void *buffer, 
         zip_stat_init(static_cast<zip_stat_t *>(buffer));
         return sizeof(zip_stat_t);
     case ZIP_SOURCE_SUPPORTS: // libzip requires read commands even for a new file
-        return zip_source_make_command_bitmap(
-            ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_SEEK, ZIP_SOURCE_TELL,
-            ZIP_SOURCE_STAT, ZIP_SOURCE_FREE, ZIP_SOURCE_BEGIN_WRITE, ZIP_SOURCE_WRITE,
-            ZIP_SOURCE_SEEK_WRITE, ZIP_SOURCE_TELL_WRITE, ZIP_SOURCE_COMMIT_WRITE,
-            ZIP_SOURCE_ROLLBACK_WRITE, ZIP_SOURCE_REMOVE, -1);
+        return ZIP_SOURCE_SUPPORTS_WRITABLE;
     case ZIP_SOURCE_READ:
     case ZIP_SOURCE_SEEK:
     case ZIP_SOURCE_TELL:
@@ -119,13 +114,19 @@ zip_int64_t callback(void *file, void *buffer, zip_uint64_t length, zip_source_c
     }
 }
 
+/// Null if that fails; the target then has the reason.
 zip_t *openArchive(ZipTarget &target)
 {
-    zip_source_t *const output = zip_source_function_create(callback<ZipTarget>, &target, nullptr);
+    zip_error_t error;
+    zip_error_init(&error);
+    zip_source_t *const output = zip_source_function_create(callback<ZipTarget>, &target, &error);
     zip_t *const archive =
-        output != nullptr ? zip_open_from_source(output, ZIP_TRUNCATE, nullptr) : nullptr;
-    if (archive == nullptr)
+        output != nullptr ? zip_open_from_source(output, ZIP_TRUNCATE, &error) : nullptr;
+    if (archive == nullptr) {
         zip_source_free(output);
+        target.fail(QString::fromUtf8(zip_error_strerror(&error)));
+    }
+    zip_error_fini(&error);
     return archive;
 }
 
@@ -150,10 +151,8 @@ void writeLargeZip(const std::vector<FileToPack> &files, ZipTarget &target,
                    const ProgressSink &progress)
 {
     zip_t *const archive = openArchive(target);
-    if (archive == nullptr) {
-        target.fail(QStringLiteral("no memory"));
+    if (archive == nullptr)
         return;
-    }
     std::deque<Source> sources;
     for (const FileToPack &file : files)
         add(archive, sources.emplace_back(Source{file, progress}));

@@ -15,6 +15,7 @@ class SecondStart(DesktopTest):
         super().setUp()
         self.own = asked("xdotool", "search", "--onlyvisible", "--name", "^Vantrel$").split()[-1]
         asked("xdotool", "windowmove", "--sync", self.own, "150", "60")
+        until("the window in front", lambda: self.active() == self.own)
 
     def desktop(self):
         """Stacking order, active window, and the first copy's geometry and state."""
@@ -48,7 +49,8 @@ class SecondStart(DesktopTest):
         asked("xdotool", "windowminimize", self.own)
         until(
             "the window to go",
-            lambda: "Iconic" in asked("xprop", "-id", self.own, "WM_STATE"),
+            lambda: "Iconic" in asked("xprop", "-id", self.own, "WM_STATE")
+            and self.active() == "0",  # which the window manager sets last
         )
         self.second_start_changes_nothing()
 

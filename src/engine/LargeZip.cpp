@@ -11,6 +11,7 @@
 #include <deque>
 #include <exception>
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -114,15 +115,21 @@ zip_int64_t callback(void *file, void *buffer, zip_uint64_t length, zip_source_c
     }
 }
 
+struct Discard
+{
+    void operator()(zip_t *archive) const { zip_discard(archive); }
+};
+using Archive = std::unique_ptr<zip_t, Discard>;
+
 /// Null if that fails; the target then has the reason.
-zip_t *openArchive(ZipTarget &target)
+Archive openArchive(ZipTarget &target)
 {
     zip_error_t error;
     zip_error_init(&error);
     zip_source_t *const output = zip_source_function_create(callback<ZipTarget>, &target, &error);
-    zip_t *const archive =
-        output != nullptr ? zip_open_from_source(output, ZIP_TRUNCATE, &error) : nullptr;
-    if (archive == nullptr) {
+    Archive archive(output != nullptr ? zip_open_from_source(output, ZIP_TRUNCATE, &error)
+                                      : nullptr);
+    if (!archive) {
         zip_source_free(output);
         target.fail(QString::fromUtf8(zip_error_strerror(&error)));
     }
@@ -132,9 +139,9 @@ zip_t *openArchive(ZipTarget &target)
 
 void add(zip_t *archive, Source &file)
 {
+    const QByteArray name = file.origin.name.toUtf8();
     zip_source_t *const source = zip_source_function_create(callback<Source>, &file, nullptr);
-    const zip_int64_t index =
-        zip_file_add(archive, file.origin.name.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8);
+    const zip_int64_t index = zip_file_add(archive, name.constData(), source, ZIP_FL_ENC_UTF_8);
     if (index < 0) {
         qCWarning(engineLog) << "left out of the zip:" << file.origin.path << zip_strerror(archive);
         zip_source_free(source);
@@ -150,14 +157,19 @@ void add(zip_t *archive, Source &file)
 void writeLargeZip(const std::vector<FileToPack> &files, ZipTarget &target,
                    const ProgressSink &progress)
 {
-    zip_t *const archive = openArchive(target);
-    if (archive == nullptr)
+    std::deque<Source> sources; // outlives the archive, which refers to them
+    Archive archive = openArchive(target);
+    if (!archive)
         return;
-    std::deque<Source> sources;
-    for (const FileToPack &file : files)
-        add(archive, sources.emplace_back(Source{file, progress}));
-    if (zip_close(archive) == 0) // reads and writes all files
+    try {
+        for (const FileToPack &file : files)
+            add(archive.get(), sources.emplace_back(Source{file, progress}));
+    } catch (const std::bad_alloc &) {
+        target.fail(QStringLiteral("no memory"));
         return;
-    target.fail(QString::fromUtf8(zip_strerror(archive)));
-    zip_discard(archive);
+    }
+    if (zip_close(archive.get()) == 0) // reads and writes all files
+        (void)archive.release();
+    else
+        target.fail(QString::fromUtf8(zip_strerror(archive.get())));
 }

@@ -175,6 +175,7 @@ check_zip() {
     local entries entry
     entries=$(unzip -Z1 "$zip")
     for entry in "${expected_entries[@]}"; do
-        grep -q "^$entry" <<<"$entries" || fail "the zip has no $entry"
+        grep -q "^$entry" <<<"$entries" ||
+            fail "the zip has no $entry; if the export panel has changed, see the click positions in tools/tour.sh"
     done
 }

@@ -8,7 +8,7 @@ struct ExportItem
 {
     std::atomic<bool> CConfiguration::*isChosen;             ///< in the hub
     bool (CLogProcessThread::*save)(const QString &staging); ///< false: the item failed
-    const char *failureText;                                 ///< for the debug output; null: none
+    const char *failureText; ///< for the debug output, known to support tools; or null
 };
 
 /// All items except the SDK logs, in the order in which they are collected.

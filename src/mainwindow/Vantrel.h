@@ -89,7 +89,7 @@ private:
     UserEnvironment environment;
     QTranslator toolkitTranslator;
     QTranslator translator;     ///< fixed texts
-    QTranslator hintTranslator; ///< hints, tool tips and accessible names
+    QTranslator hintTranslator; ///< all other texts, such as hints and tool tips
     QCheckBoxHeader *header = nullptr;
     QMenu *contextMenu = nullptr;
     QAction *actionExportAll = nullptr;

@@ -43,6 +43,8 @@ void Vantrel::on_checkBoxSystemDump_clicked(bool checked)
     CConfiguration::instance()->systemDump = checked;
 }
 
+// Connected in startWorker() because of its name, which is part of the interface. The slots of
+// other boxes are named on_checkBox…_clicked() and connected by that name.
 void Vantrel::onCheckBoxClientDumpClicked(bool bChecked)
 {
     CConfiguration::instance()->clientDump = bChecked;

@@ -331,6 +331,7 @@ class DesktopTest(unittest.TestCase):
 
     def end_program(self):
         print(f"\nWhat the program said:\n{self.program.end()}", flush=True)
+        print("(That there is no slot receiveMessage is intended: see src/app/main.cpp.)", flush=True)
 
     def assert_tab_order(self, window, stops, more=lambda: []):
         """Tab moves through the controls of these names and from the last one back to the

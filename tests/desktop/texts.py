@@ -48,7 +48,7 @@ CHINESE = {
 }
 
 
-# Only in screen readers and tool tips: not fixed texts.
+# All texts that are not fixed.
 HINTS = pathlib.Path(__file__).parents[2] / "resources" / "Hints_CN.ts"
 CHINESE.update(
     (message.findtext("source"), message.findtext("translation"))

@@ -1,4 +1,5 @@
 #include "ExportFixture.h"
+#include "ExportItems.h"
 #include "ZipTools.h"
 
 #include <QJsonArray>
@@ -82,9 +83,8 @@ qint64 figure(const QByteArray &report, const char *label)
 void ThisMachine::initTestCase()
 {
     fixture = std::make_unique<ExportFixture>();
-    for (std::atomic<bool> *flag : {&hub().systemLog, &hub().nicInfo, &hub().systemInfo,
-                                    &hub().systemDump, &hub().clientDump})
-        *flag = true;
+    for (const ExportItem &item : exportItems)
+        hub().*item.isChosen = true;
     fixture->worker.enqueueExport(fixture->zip());
     QVERIFY(fixture->waitForExports(1, 250000));
     contents = verifiedZipContents(fixture->zip());

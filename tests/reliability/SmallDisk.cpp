@@ -64,7 +64,7 @@ QString SmallDisk::prepare()
         return failure("no mounts of one's own");
     }
     if (mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        return failure("no private mounts");
+        return failure("no private mounts, as in a chroot that is not a mount point");
     return {};
 }
 

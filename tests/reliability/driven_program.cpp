@@ -1,10 +1,10 @@
 #include "CConfiguration.h"
+#include "ItemBoxes.h"
 #include "Part.h"
 #include "SingleApplication.h"
 #include "StartUp.h"
 #include "Vantrel.h"
 
-#include <QCheckBox>
 #include <QPushButton>
 #include <QTimer>
 
@@ -12,7 +12,7 @@
 
 /// The program driven by code, for tests that need a process:
 ///
-///   driven_program ZIP...   ticks every box, presses Export once per zip, closes the window
+///   driven_program ZIP...   ticks every item, presses Export once per zip, closes the window
 ///
 /// It prints "second" and exits if a copy is running; otherwise "exporting" and "exported" per zip.
 namespace {
@@ -25,9 +25,8 @@ void tell(const char *line)
 
 void drive(Vantrel &window, const QStringList &zips)
 {
-    for (const char *box : {"checkBoxNICInfo", "checkBoxSystemLog", "checkBoxSystemInfo",
-                            "checkBoxSystemDump", "checkBoxClientDump"})
-        part<QCheckBox>(window, box).click();
+    for (QCheckBox *box : itemBoxes(window))
+        box->click();
     for (const QString &zip : zips) {
         CConfiguration::instance()->exportPath = zip;
         tell("exporting");

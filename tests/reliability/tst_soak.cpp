@@ -1,5 +1,6 @@
 #include "EventCount.h"
 #include "Hub.h"
+#include "ItemBoxes.h"
 #include "LogViewer.h"
 #include "Machine.h"
 #include "MainWindowFixture.h"
@@ -109,9 +110,8 @@ void Soak::memoryAndHandlesStayFlat()
     f.open();
     f.window->show();
     QVERIFY(paintWaitDialog());
-    for (const char *box : {"checkBoxNICInfo", "checkBoxSystemLog", "checkBoxSystemInfo",
-                            "checkBoxSystemDump", "checkBoxClientDump"})
-        f.find<QCheckBox>(box)->click();
+    for (QCheckBox *box : itemBoxes(*f.window))
+        box->click();
 
     QElapsedTimer time;
     time.start();

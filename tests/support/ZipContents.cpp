@@ -43,9 +43,14 @@ bool readLargeZip(const QString &path, const Take &take)
     }
     for (zip_uint64_t i = 0; i < zip_uint64_t(zip_get_num_entries(archive, 0)); ++i) {
         zip_stat_t entry;
-        zip_stat_index(archive, i, ZIP_FL_ENC_RAW, &entry);
+        zip_file_t *const file = zip_stat_index(archive, i, ZIP_FL_ENC_RAW, &entry) == 0
+                                     ? zip_fopen_index(archive, i, 0)
+                                     : nullptr;
+        if (file == nullptr) {
+            zip_discard(archive);
+            return false;
+        }
         QByteArray contents(int(entry.size), Qt::Uninitialized);
-        zip_file_t *const file = zip_fopen_index(archive, i, 0);
         contents.resize(int(zip_fread(file, contents.data(), entry.size)));
         zip_fclose(file);
         take(QString::fromUtf8(entry.name), contents);
@@ -84,6 +89,20 @@ QMap<QString, QByteArray> zipContents(const QString &path)
         contents.insert(entry.filePath, data);
     }
     return contents;
+}
+
+QString difference(const QMap<QString, QByteArray> &found,
+                   const QMap<QString, QByteArray> &expected)
+{
+    for (const QString &name : (found.keys() + expected.keys())) {
+        if (!expected.contains(name))
+            return name + " is not expected";
+        if (!found.contains(name))
+            return name + " is missing";
+        if (found.value(name) != expected.value(name))
+            return name + " contains " + QString::fromUtf8(found.value(name).left(1000));
+    }
+    return {};
 }
 
 QStringList zipEntryNames(const QString &path)

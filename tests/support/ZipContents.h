@@ -9,5 +9,9 @@
 /// is named "not a zip".
 [[nodiscard]] QMap<QString, QByteArray> zipContents(const QString &path);
 
+/// The first difference between two such contents, in words; empty if there is none.
+[[nodiscard]] QString difference(const QMap<QString, QByteArray> &found,
+                                 const QMap<QString, QByteArray> &expected);
+
 /// The entry names in the order of the directory.
 [[nodiscard]] QStringList zipEntryNames(const QString &path);

@@ -22,6 +22,6 @@ void demand(bool holds, const char *what)
 {
     if (holds)
         return;
-    std::fprintf(stderr, "not so: %s\n", what);
+    std::fprintf(stderr, "rule violated: %s\n", what);
     std::abort();
 }

@@ -324,7 +324,7 @@ void compareMemory()
 
 int main(int argc, char **argv)
 {
-    joinFreedBlocksAtOnce();
+    mergeFreedBlocksImmediately();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});

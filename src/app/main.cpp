@@ -8,7 +8,7 @@
 
 int main(int argc, char **argv)
 {
-    joinFreedBlocksAtOnce();
+    mergeFreedBlocksImmediately();
     configureQtBeforeStart();
     SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
     // Here, not in the worker, which uses the result: a system dialog might open first and make COM

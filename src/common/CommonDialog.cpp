@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int longestAppearance = 500; // milliseconds
+constexpr int exposeTimeout = 500; // milliseconds
 
 /// Indexed by ResizeDirection.
 constexpr std::array<Qt::CursorShape, 9> cursors{
@@ -54,7 +54,7 @@ CommonDialog::CommonDialog(QWidget *parent, bool isResizable, bool modal)
 
 void CommonDialog::waitUntilExposed()
 {
-    const QDeadlineTimer deadline(longestAppearance);
+    const QDeadlineTimer deadline(exposeTimeout);
     while (isVisible() && !windowHandle()->isExposed() && !deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         QThread::msleep(1);
@@ -88,7 +88,7 @@ void CommonDialog::mouseMoveEvent(QMouseEvent *event)
 {
     // The release event is lost if another window takes the mouse.
     if (leftPressed && !event->buttons().testFlag(Qt::LeftButton))
-        letGo();
+        endDrag();
     if (resizable && !leftPressed) {
         region(event->globalPos());
     } else if (resizable && direction != ResizeDirection::None) {
@@ -102,10 +102,10 @@ void CommonDialog::mouseMoveEvent(QMouseEvent *event)
 void CommonDialog::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        letGo();
+        endDrag();
 }
 
-void CommonDialog::letGo()
+void CommonDialog::endDrag()
 {
     leftPressed = false;
     if (direction != ResizeDirection::None) {

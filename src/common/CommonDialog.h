@@ -27,7 +27,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
-    void letGo();
+    void endDrag();
     void region(const QPoint &globalPos);
     [[nodiscard]] QRect resizedTo(const QPoint &globalPos) const;
 

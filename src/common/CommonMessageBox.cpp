@@ -57,7 +57,7 @@ CommonMessageBox::~CommonMessageBox() = default;
 
 QMessageBox::StandardButton CommonMessageBox::getClickedButton() const
 {
-    return static_cast<QMessageBox::StandardButton>(clickedButton);
+    return clickedButton;
 }
 
 void CommonMessageBox::showEvent(QShowEvent *event)

@@ -50,6 +50,6 @@ private:
     void dismiss();
 
     std::unique_ptr<Ui::CommonMessageBox> ui;
-    int clickedButton = QMessageBox::NoButton;
+    QMessageBox::StandardButton clickedButton = QMessageBox::NoButton;
     QPushButton *escapeButton = nullptr; ///< null: Esc presses no button
 };

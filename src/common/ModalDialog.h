@@ -4,7 +4,7 @@
 
 class QDialog;
 
-/// All modal dialogs are run through here, so that tests can answer them.
+/// All file dialogs are run through here, so that tests can answer them.
 namespace ModalDialog {
 
 using Runner = std::function<int(QDialog &dialog)>;

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// The first @p length characters of @p text with an ellipsis behind them; the whole text if it is
+/// The first @p length characters of @p text followed by an ellipsis; the whole text if it is
 /// no longer. Splits no surrogate pair.
 [[nodiscard]] inline QString shortened(const QString &text, int length)
 {

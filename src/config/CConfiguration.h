@@ -33,7 +33,7 @@ public:
 
     QMap<QString, QString> spareMap;
     QString exportPath;    ///< target of the next export
-    QString spareWorkPath; ///< set by the worker, not read
+    QString spareWorkPath; ///< set when the worker is made; not read
 
     std::atomic<bool> systemLog{false};
     std::atomic<bool> sdkLog{true};

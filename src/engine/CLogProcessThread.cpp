@@ -91,19 +91,19 @@ bool CLogProcessThread::takeRequest()
     const QMutexLocker lock(&mutex);
     if (requestQueue.isEmpty())
         return false;
-    inHand = Request{requestQueue.takeFirst(), stagingPath, sourcePath,
-                     std::exchange(sdkLogItems, std::nullopt).value_or(QStringList())};
+    currentRequest = Request{requestQueue.takeFirst(), stagingPath, sourcePath,
+                             std::exchange(sdkLogItems, std::nullopt).value_or(QStringList())};
     return true;
 }
 
 void CLogProcessThread::carryOutRequest()
 {
     exportProgress.begin();
-    if (process(*inHand) == Outcome::Dropped) {
+    if (process(*currentRequest) == Outcome::Dropped) {
         const QMutexLocker lock(&mutex);
         if (!sdkLogItems.has_value()) // newer ones take precedence
-            sdkLogItems = inHand->sdkLogItems;
+            sdkLogItems = currentRequest->sdkLogItems;
     }
     exportProgress.end();
-    inHand.reset();
+    currentRequest.reset();
 }

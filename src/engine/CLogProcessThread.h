@@ -46,7 +46,7 @@ public:
     /// Queues a request for a zip at @p zipPath. With an empty path the items are collected, but no
     /// zip is written and no signal emitted.
     void enqueueExport(const QString &zipPath);
-    /// Makes the next request that copies SDK logs export nothing else.
+    /// Makes the next request that has a path and copies SDK logs export nothing else.
     void setSdkLogOnly(bool only);
     /// Off stops the worker after the current request. Initially on; does not restart a finished
     /// worker.
@@ -74,7 +74,8 @@ public:
     [[nodiscard]] bool memoryDumpReadable() const;
 
 signals:
-    /// A request's zip has been packed.
+    /// Packing has ended, even if the zip could not be written. Not emitted for a request without a
+    /// path. Emitted on the worker thread.
     void closeWaitDlg();
 
 protected:
@@ -106,8 +107,8 @@ private:
 
     const SystemProbes probes;
     std::atomic<bool> running{true};
-    QMutex mutex;                  ///< guards stagingPath to requestQueue and sdkLogItems
-    std::optional<Request> inHand; ///< current; used by the worker only
+    QMutex mutex;                          ///< guards stagingPath to requestQueue and sdkLogItems
+    std::optional<Request> currentRequest; ///< current; used by the worker only
     QString stagingPath;
     QString sourcePath;
     QString basePath;

@@ -82,7 +82,7 @@ bool CLogProcessThread::saveNICInfo(const QString &staging)
 {
     if (staging.isEmpty())
         return false;
-    ReportFile report(staging + QStringLiteral("/NICInfo.txt"), ReportFile::Mode::Empty);
+    ReportFile report(staging + QStringLiteral("/NICInfo.txt"), ReportFile::Mode::Truncate);
     report.write(nicReport(probes.adapters()));
     return true;
 }
@@ -107,6 +107,6 @@ bool CLogProcessThread::saveClientDump(const QString &staging)
     if (staging.isEmpty())
         return false;
     writeClientDumps(staging + QStringLiteral("/ClientDump.zip"),
-                     inHand ? inHand->sourcePath : sourcePath, dumpProgress());
+                     currentRequest ? currentRequest->sourcePath : sourcePath, dumpProgress());
     return true;
 }

@@ -35,7 +35,7 @@ void addDump(ZipArchive &archive, const QString &entryName, const QString &path)
         qCWarning(engineLog) << "dump vanished:" << path;
 }
 
-QStringList minidumps(const CrashDumpPaths &places)
+QStringList minidumps(const CrashDumpPaths &locations)
 {
     struct Dump
     {
@@ -44,14 +44,14 @@ QStringList minidumps(const CrashDumpPaths &places)
     };
 
     std::vector<Dump> found;
-    QDirIterator walk(places.minidumps,
+    QDirIterator walk(locations.minidumps,
                       QDir::Files | QDir::AllDirs | QDir::NoSymLinks | QDir::NoDotAndDotDot,
                       QDirIterator::Subdirectories);
     while (walk.hasNext()) {
         const QString path = walk.next();
-        if (!walk.fileName().contains(places.minidumpNamePart))
+        if (!walk.fileName().contains(locations.minidumpNamePart))
             continue;
-        if (places.unreadableIsMissing && !isReadable(path))
+        if (locations.unreadableIsMissing && !isReadable(path))
             continue;
         found.push_back({walk.fileInfo().lastModified(), path});
     }
@@ -65,20 +65,20 @@ QStringList minidumps(const CrashDumpPaths &places)
     return paths;
 }
 
-bool kernelDumpReadable(const CrashDumpPaths &places)
+bool kernelDumpReadable(const CrashDumpPaths &locations)
 {
-    return !places.kernelDumpTestPath.isEmpty() && isReadable(places.kernelDumpTestPath);
+    return !locations.kernelDumpTestPath.isEmpty() && isReadable(locations.kernelDumpTestPath);
 }
 
-void writeSystemDumps(const QString &zipPath, const CrashDumpPaths &places, bool withKernelDump,
+void writeSystemDumps(const QString &zipPath, const CrashDumpPaths &locations, bool withKernelDump,
                       const ProgressSink &progress)
 {
     ZipArchive archive(zipPath, progress);
     if (withKernelDump)
-        addDump(archive, places.kernelDump, places.kernelDump);
+        addDump(archive, locations.kernelDump, locations.kernelDump);
     else
         qDebug() << "蓝屏日志文件Memory.dmp不存在";
-    const QStringList small = minidumps(places);
+    const QStringList small = minidumps(locations);
     if (small.isEmpty())
         qDebug() << "蓝屏日志文件Minidumps不存在";
     else

@@ -5,7 +5,7 @@
 ReportFile::ReportFile(const QString &path, Mode mode)
     : file(path)
     , usable(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered |
-                       (mode == Mode::Empty ? QIODevice::Truncate : QIODevice::Append)))
+                       (mode == Mode::Truncate ? QIODevice::Truncate : QIODevice::Append)))
 {
     if (!usable)
         logFailure();

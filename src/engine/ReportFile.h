@@ -7,7 +7,7 @@
 class ReportFile
 {
 public:
-    enum class Mode { Empty, Append };
+    enum class Mode { Truncate, Append }; ///< what happens to an existing file
 
     ReportFile(const QString &path, Mode mode);
 

@@ -34,7 +34,7 @@ qint64 bytesOf(const std::vector<FileToPack> &files)
 }
 
 /// Whether @p files stay within @p limits even if none of them shrinks.
-bool areHeldBy(const ZipLimits &limits, const std::vector<FileToPack> &files)
+bool fitWithin(const ZipLimits &limits, const std::vector<FileToPack> &files)
 {
     constexpr qint64 headers = 1024; // per entry, without names: a generous margin
     qint64 sum = 0;
@@ -72,7 +72,7 @@ void ZipArchive::write()
         return;
     if (progress.expect)
         progress.expect(bytesOf(files));
-    if (target.isOpen() && areHeldBy(limits, files))
+    if (target.isOpen() && fitWithin(limits, files))
         writer = std::make_unique<QZipWriter>(&target);
     else if (target.isOpen())
         writeLargeZip(files, target, progress);

@@ -7,8 +7,8 @@ class ZipArchive;
 
 /// Packs @p folder and its subfolders into a new zip at @p zipPath, with entry names relative to
 /// the folder. Then removes the folder, even if the zip could not be written. Hidden files are
-/// neither packed nor removed and keep the folder in place; links to folders are not followed.
-/// Always returns true. Any thread.
+/// neither packed nor removed and keep the folder in place; links to folders are not followed,
+/// links to files are packed as files. Always returns true. Any thread.
 bool zipFolder(const QString &folder, const QString &zipPath, const ProgressSink &progress = {});
 
 /// Adds the files below @p current to @p archive, with entry names relative to @p root. Each name

@@ -42,16 +42,16 @@ public:
     [[nodiscard]] std::string translate(const FindstrExpression &expression);
 
 private:
-    enum class Behind { Any, Word, NoWord };
+    enum class Following { Any, Word, NoWord };
 
     void addByte(const ByteSet &bytes);
     void addRepeated(const ByteSet &bytes);
-    void joinCases(Behind next);
+    void joinCases(Following next);
     [[nodiscard]] std::string narrowed(const ByteSet &bytes) const;
 
     std::string pattern = "(?m)";
-    Behind behind = Behind::Any; ///< what the border at the end of `pattern` requires next
-    std::string present;         ///< repeated bytes after it, for the case of at least one
+    Following following = Following::Any; ///< what the border at the end of `pattern` requires next
+    std::string present;                  ///< repeated bytes after it, for the case of at least one
 };
 
 std::string Translator::translate(const FindstrExpression &expression)
@@ -61,19 +61,19 @@ std::string Translator::translate(const FindstrExpression &expression)
     for (const FindstrItem &item : expression.items) {
         if (item.kind != FindstrItem::Kind::Byte) {
             const bool isStart = item.kind == FindstrItem::Kind::WordStart;
-            joinCases(isStart ? Behind::Word : Behind::NoWord);
+            joinCases(isStart ? Following::Word : Following::NoWord);
             pattern += "\\b";
-            behind = isStart ? Behind::Word : Behind::NoWord;
+            following = isStart ? Following::Word : Following::NoWord;
         } else if (item.repeated) {
             addRepeated(item.bytes);
         } else {
             addByte(item.bytes);
         }
     }
-    const bool endsWithBorder = behind != Behind::Any;
+    const bool endsWithBorder = following != Following::Any;
     if (endsWithBorder && !expression.atLineEnd)
         addRepeated(anyByte());
-    joinCases(Behind::NoWord);
+    joinCases(Following::NoWord);
     if (endsWithBorder || expression.atLineEnd)
         pattern += '$';
     return std::move(pattern);
@@ -86,13 +86,13 @@ void Translator::addByte(const ByteSet &bytes)
     else
         pattern += "(?:" + present + oneOf(bytes) + '|' + narrowed(bytes) + ')';
     present.clear();
-    behind = Behind::Any;
+    following = Following::Any;
 }
 
 void Translator::addRepeated(const ByteSet &bytes)
 {
     const std::string any = oneOf(bytes) + '*';
-    if (behind == Behind::Any)
+    if (following == Following::Any)
         pattern += any;
     else if (present.empty())
         present = narrowed(bytes) + any;
@@ -101,9 +101,9 @@ void Translator::addRepeated(const ByteSet &bytes)
 }
 
 /// Joins the cases. @p next: what follows if both end at the same place.
-void Translator::joinCases(Behind next)
+void Translator::joinCases(Following next)
 {
-    const bool mayBeMissing = behind == Behind::Any || behind == next;
+    const bool mayBeMissing = following == Following::Any || following == next;
     if (!present.empty())
         pattern += "(?:" + present + ')' + (mayBeMissing ? "?" : "");
     else if (!mayBeMissing)
@@ -114,9 +114,9 @@ void Translator::joinCases(Behind next)
 std::string Translator::narrowed(const ByteSet &bytes) const
 {
     static const ByteSet word = wordBytes();
-    if (behind == Behind::Any)
+    if (following == Following::Any)
         return oneOf(bytes);
-    return oneOf(bytes & (behind == Behind::Word ? word : ~word));
+    return oneOf(bytes & (following == Following::Word ? word : ~word));
 }
 
 } // namespace

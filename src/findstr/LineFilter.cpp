@@ -46,7 +46,7 @@ std::string_view lineAround(std::string_view text, std::size_t place)
     return text.substr(start, end - start);
 }
 
-std::string_view behind(std::string_view text, std::string_view line)
+std::string_view after(std::string_view text, std::string_view line)
 {
     return text.substr(static_cast<std::size_t>(line.data() - text.data()) + line.size());
 }
@@ -65,7 +65,7 @@ LineFilter::LineFilter(std::string_view keyword)
 bool LineFilter::isValid() const
 {
     return std::all_of(searches.begin(), searches.end(), [](const Search &search) {
-        return search.finder->ok() && (!search.judge || search.judge->ok());
+        return search.prefilter->ok() && (!search.exact || search.exact->ok());
     });
 }
 
@@ -86,7 +86,7 @@ void LineFilter::forEachLine(std::string_view text,
         found(first);
         for (std::size_t i = 0; i < next.size(); ++i) {
             if (next[i].data() == first.data())
-                next[i] = searches[i].firstLine(behind(text, first));
+                next[i] = searches[i].firstLine(after(text, first));
         }
     }
 }
@@ -94,13 +94,13 @@ void LineFilter::forEachLine(std::string_view text,
 std::string_view LineFilter::Search::firstLine(std::string_view text) const
 {
     while (!text.empty()) {
-        const std::size_t place = find(*finder, text);
+        const std::size_t place = find(*prefilter, text);
         if (place == std::string_view::npos)
             break;
         const std::string_view line = lineAround(text, place);
-        if (!judge || find(*judge, line) != std::string_view::npos)
+        if (!exact || find(*exact, line) != std::string_view::npos)
             return line;
-        text = behind(text, line);
+        text = after(text, line);
     }
     return {};
 }

@@ -29,8 +29,8 @@ private:
     /// is searched without them first, and the lines found are checked with the whole expression.
     struct Search
     {
-        std::unique_ptr<RE2> finder;
-        std::unique_ptr<RE2> judge; ///< null: every line found matches
+        std::unique_ptr<RE2> prefilter;
+        std::unique_ptr<RE2> exact; ///< null: every line found matches
 
         [[nodiscard]] std::string_view firstLine(std::string_view text) const;
     };

@@ -7,4 +7,4 @@ void returnFreeMemory();
 /// Makes the allocator merge freed blocks immediately, for the whole process. glibc defers small
 /// ones to the next large request, which then takes 0.1 s after a large log was closed. Call it
 /// before other threads exist.
-void joinFreedBlocksAtOnce();
+void mergeFreedBlocksImmediately();

@@ -3,11 +3,15 @@
 #include <QString>
 
 #include <atomic>
+#include <cstddef>
 #include <functional>
 #include <string>
 
-/// Receives a piece of a matching line: up to 511 bytes and a terminating zero. The line feed is
-/// part of the last piece; CR LF arrives as LF.
+/// The size of a piece of a line, without its terminating zero.
+inline constexpr std::size_t maxPieceBytes = 511;
+
+/// Receives a piece of a matching line with a terminating zero. All pieces but a line's last have
+/// maxPieceBytes. The line feed is part of the last piece; CR LF arrives as LF.
 using PieceSink = std::function<void(const char *piece)>;
 
 /// Set it to true, from any thread, to stop a search. It stays true.
@@ -16,7 +20,7 @@ using SearchStop = std::atomic<bool>;
 /// Searches the file at @p path for @p keyword, a findstr regular expression in UTF-8. Passes every
 /// matching line to the sink once, in file order, before it returns. Once @p stop is set, the sink
 /// receives nothing more. Returns false, with nothing passed to the sink, if the search could not
-/// be started.
+/// be started. Throws std::bad_alloc.
 using LineSearch = std::function<bool(const std::string &keyword, const QString &path,
                                       const PieceSink &sink, const SearchStop &stop)>;
 

@@ -7,8 +7,8 @@
 struct MemoryModule
 {
     QByteArray partNumber; ///< in the system's 8-bit encoding
-    qint32 capacity = 0;   ///< Kb; on Windows see windows/MemoryModules.cpp
-    qint32 speed = 0;      ///< MHz
+    qint32 capacity = 0;   ///< Kb; on Windows the low half of a pointer to the text
+    qint32 speed = 0;      ///< MHz; on Linux MT/s, which the firmware gives
 };
 
 struct MemoryModuleList

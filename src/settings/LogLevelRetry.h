@@ -14,7 +14,7 @@ class LogLevelRetry : public QObject
     Q_OBJECT
 
 public:
-    /// Continues @p failed, which has failed once. Starts immediately.
+    /// Continues @p failed, which has failed once. The first round follows after 250 ms.
     LogLevelRetry(std::unique_ptr<LogLevelRewrite> failed, QObject *parent);
 
     /// Tries @p level now, between two rounds. The rounds continue in any case.

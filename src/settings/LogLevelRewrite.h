@@ -19,8 +19,8 @@ class LogLevelRewrite
 public:
     enum class Outcome {
         Done,      ///< both lines name the level
-        Failed,    ///< a line is missing, or writing failed
-        Unreadable ///< reading failed; nothing was written
+        Failed,    ///< a line is missing, writing failed, or another program is saving the file
+        Unreadable ///< reading failed, or there is too little memory; nothing was written
     };
     enum class Problem { LinesMissing, NotWritable, NotWritten, NotRestored, TooLarge };
 

@@ -20,7 +20,7 @@ public:
     using QObject::QObject;
 
     /// Sets @p level in the file at @p path and returns whether that succeeded. If it fails
-    /// although the file can be read, a retry is started, which restores the hub's level.
+    /// although the file can be read, a retry is started, which writes the hub's level.
     [[nodiscard]] bool write(const QString &path, int level);
 
     /// Handles events until no retry runs for @p path or the program ends, which ends the retry.

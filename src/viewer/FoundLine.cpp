@@ -1,12 +1,11 @@
 #include "FoundLine.h"
 
+#include "LineSearch.h"
 #include "LogRows.h"
 
 #include <QTableWidget>
 
 namespace {
-
-constexpr int pieceBytes = 511; // per piece of a line, as searches return them
 
 QString rawText(const QTableWidget &table, int row)
 {
@@ -36,8 +35,8 @@ QString decodedInPieces(const QString &line)
 {
     const QByteArray bytes = line.toUtf8();
     QString text;
-    for (int from = 0; from < bytes.size(); from += pieceBytes)
-        text += QString::fromUtf8(bytes.mid(from, pieceBytes));
+    for (int from = 0; from < bytes.size(); from += int(maxPieceBytes))
+        text += QString::fromUtf8(bytes.mid(from, int(maxPieceBytes)));
     return text;
 }
 

@@ -11,7 +11,7 @@
 namespace {
 
 /// Passes lines to @p sink and counts them in @p number.
-void handOut(QFile &file, const QString &path, int maxLines, const LogLineSink &sink, int &number)
+void passLines(QFile &file, const QString &path, int maxLines, const LogLineSink &sink, int &number)
 {
     LineBlockReader blocks(file);
     for (std::string_view rest = blocks.next(); !rest.empty(); rest = blocks.next()) {
@@ -36,7 +36,7 @@ std::optional<int> readLogFile(const QString &path, int maxLines, const LogLineS
         return std::nullopt;
     int number = 0;
     try {
-        handOut(file, path, maxLines, sink, number);
+        passLines(file, path, maxLines, sink, number);
     } catch (const std::bad_alloc &) {
         qCWarning(viewerLog) << "out of memory, left out from line" << number + 1 << "on:" << path;
     }

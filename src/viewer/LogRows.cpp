@@ -139,14 +139,14 @@ QString LogRows::sourceText(std::string_view source)
 
 ModelSignalBlocker::ModelSignalBlocker(QTableWidget &target)
     : table(target)
-    , wasBlocked(target.model()->blockSignals(true))
+    , blocker(target.model())
 {
 }
 
 ModelSignalBlocker::~ModelSignalBlocker()
 {
+    blocker.unblock();
     QAbstractItemModel *const model = table.model();
-    model->blockSignals(wasBlocked);
     if (table.rowCount() > 0)
         emit model->dataChanged(model->index(0, 0),
                                 model->index(table.rowCount() - 1, table.columnCount() - 1));

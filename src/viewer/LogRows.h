@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSignalBlocker>
 #include <QStringList>
 
 #include <array>
@@ -44,12 +45,10 @@ class ModelSignalBlocker
 public:
     explicit ModelSignalBlocker(QTableWidget &target);
     ~ModelSignalBlocker();
-    ModelSignalBlocker(const ModelSignalBlocker &) = delete;
-    ModelSignalBlocker &operator=(const ModelSignalBlocker &) = delete;
 
 private:
     QTableWidget &table;
-    bool wasBlocked;
+    QSignalBlocker blocker;
 };
 
 /// The lines from the first row up to the first row without a timestamp, including hidden rows.

@@ -33,13 +33,13 @@ public:
     Steps &operator=(const Steps &) = delete;
 
     /// Checks the clock only now and then: each check takes a tenth of the time of placing a line.
-    [[nodiscard]] bool isOver() { return ++questions % 32 == 0 && end.hasExpired(); }
+    [[nodiscard]] bool isOver() { return ++checks % 32 == 0 && end.hasExpired(); }
     [[nodiscard]] std::chrono::milliseconds timeLeft() const
     {
         return std::chrono::milliseconds(end.remainingTime());
     }
     /// Handles events and begins the next step, if the current one is over.
-    void handleEventsInTime()
+    void handleEventsIfDue()
     {
         if (!end.hasExpired())
             return;
@@ -51,7 +51,7 @@ public:
 private:
     QWidget &widget;
     QDeadlineTimer end{longestStep};
-    unsigned questions = 0;
+    unsigned checks = 0;
 };
 
 LogSearch::LogSearch(LogTable &logTable, LineSearch search)
@@ -109,7 +109,7 @@ bool LogSearch::show(const Query &query)
                 shown += piece.size() + 1;
             }
         }
-        steps.handleEventsInTime();
+        steps.handleEventsIfDue();
         if (isInterrupted())
             return true;
     }
@@ -131,7 +131,7 @@ bool LogSearch::clear(Steps &steps)
                     delete table.takeItem(row, column);
             }
         }
-        steps.handleEventsInTime();
+        steps.handleEventsIfDue();
     }
     if (isInterrupted())
         return false;

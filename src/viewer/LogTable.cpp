@@ -72,22 +72,22 @@ void LogTable::setContents(Contents filled, int lines)
     updateHint();
 }
 
-LogTable::Place LogTable::place() const
+LogTable::Position LogTable::position() const
 {
-    Place place{{}, currentRow(), qMax(rowAt(0), 0)};
-    const int row = showsSomething(place.currentRow) ? place.currentRow : place.topRow;
+    Position result{{}, currentRow(), qMax(rowAt(0), 0)};
+    const int row = showsSomething(result.currentRow) ? result.currentRow : result.topRow;
     const bool isFound = contents == Contents::LinesFound || contents == Contents::LinesBeingFound;
     if (isFound && showsSomething(row))
-        place.foundLine = foundLineAt(*this, row);
-    return place;
+        result.foundLine = foundLineAt(*this, row);
+    return result;
 }
 
-void LogTable::goTo(const Place &place)
+void LogTable::goTo(const Position &position)
 {
-    if (!place.foundLine) {
-        setCurrentRow(place.currentRow);
-        scrollToRow(place.topRow);
-    } else if (const int row = rowOf(*this, *place.foundLine); row >= 0) {
+    if (!position.foundLine) {
+        setCurrentRow(position.currentRow);
+        scrollToRow(position.topRow);
+    } else if (const int row = rowOf(*this, *position.foundLine); row >= 0) {
         setCurrentRow(row);
         scrollTo(model()->index(nextShownRow(row, 1), currentColumn()), PositionAtCenter);
     }
@@ -118,7 +118,7 @@ void LogTable::setLevelHidden(const QString &level, bool hidden)
     // table is notified only once, and a fixed minimum size saves a query to the style per row.
     QHeaderView *const rows = verticalHeader();
     const bool hadUpdates = rows->updatesEnabled();
-    const bool wasBlocked = rows->blockSignals(true);
+    QSignalBlocker blocker(rows);
     rows->setUpdatesEnabled(false);
     rows->setMinimumSectionSize(rows->minimumSectionSize());
     int last = -1;
@@ -131,7 +131,7 @@ void LogTable::setLevelHidden(const QString &level, bool hidden)
     }
     rows->setMinimumSectionSize(-1);
     rows->setUpdatesEnabled(hadUpdates);
-    rows->blockSignals(wasBlocked);
+    blocker.unblock();
     if (last < 0)
         return;
     emit rows->sectionResized(last, 0, rows->sectionSize(last));

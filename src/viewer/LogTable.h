@@ -23,7 +23,7 @@ public:
     };
 
     /// The user's position, to be restored after a reload.
-    struct Place
+    struct Position
     {
         std::optional<FoundLine> foundLine; ///< the current match, otherwise the first visible one
         int currentRow = -1;
@@ -47,9 +47,9 @@ public:
     /// hint after the last line and the accessible description say so; without a free row, only the
     /// latter.
     void setContents(Contents filled, int lines = 0);
-    /// @return the position for goTo() after the whole log has been loaded again.
-    [[nodiscard]] Place place() const;
-    void goTo(const Place &place);
+    /// The position for goTo() after the whole log has been loaded again.
+    [[nodiscard]] Position position() const;
+    void goTo(const Position &position);
     /// Moves the cursor to the first line if it has no position and the table has the focus.
     void placeCursor();
     /// Resets the column widths. The last visible column is stretched.

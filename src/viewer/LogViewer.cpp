@@ -218,10 +218,10 @@ void LogViewer::reload()
     if (currentLogPath.isEmpty())
         return;
     const auto pointer = busyPointer();
-    const LogTable::Place place = ui->tableWidget->place();
+    const LogTable::Position position = ui->tableWidget->position();
     if (load())
         ui->tableWidget->removeSpareRows();
-    ui->tableWidget->goTo(place);
+    ui->tableWidget->goTo(position);
 }
 
 std::optional<int> LogViewer::load()

@@ -66,7 +66,7 @@ bool saidOnlyWhatItMust(Start &copy)
 void StartUp::initTestCase()
 {
     if (!ClientRegistration::available())
-        QSKIP("this system is not there for tests");
+        QSKIP("not a test machine");
 }
 
 void StartUp::printsOnlyThatASecondStartHasNoEffect()

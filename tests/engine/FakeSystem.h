@@ -17,21 +17,21 @@ struct FakeSystem
     QByteArray filling;          ///< appended to the events of each channel
     QString refusedChannel;      ///< fails to export
     QStringList exportedTargets; ///< target files, in call order
-    QStringList asked;           ///< names of the probes, in call order
+    QStringList calledProbes;    ///< names of the probes, in call order
 
     /// Called before each query; may throw.
-    std::function<void(const QString &question)> ask = [](const QString &) {};
+    std::function<void(const QString &probe)> beforeQuery = [](const QString &) {};
 
     [[nodiscard]] SystemProbes probes()
     {
         SystemProbes result;
-        result.comSecurity = [this] { return noting("comSecurity"), comSecurity; };
-        result.adapters = [this] { return noting("adapters"), adapters; };
-        result.memory = [this] { return noting("memory"), memory; };
-        result.memoryModules = [this] { return noting("memoryModules"), modules; };
-        result.crashDumpPaths = [this] { return noting("crashDumpPaths"), dumps; };
+        result.comSecurity = [this] { return record("comSecurity"), comSecurity; };
+        result.adapters = [this] { return record("adapters"), adapters; };
+        result.memory = [this] { return record("memory"), memory; };
+        result.memoryModules = [this] { return record("memoryModules"), modules; };
+        result.crashDumpPaths = [this] { return record("crashDumpPaths"), dumps; };
         result.exportEventLog = [this](const QString &channel, const QString &target) {
-            noting(channel.toUtf8().constData());
+            record(channel.toUtf8().constData());
             exportedTargets.append(target);
             if (channel == refusedChannel)
                 return false;
@@ -43,9 +43,9 @@ struct FakeSystem
     }
 
 private:
-    void noting(const char *question)
+    void record(const char *probe)
     {
-        asked.append(QString::fromUtf8(question));
-        ask(asked.last());
+        calledProbes.append(QString::fromUtf8(probe));
+        beforeQuery(calledProbes.last());
     }
 };

@@ -185,9 +185,9 @@ void DumpArchives::theKernelDumpIsExemptBeingReadByItsName()
 void DumpArchives::theDumpPathsAreQueriedOnce()
 {
     Dumps d;
-    d.machine.asked.clear();
+    d.machine.calledProbes.clear();
     (void)d.packed();
-    QCOMPARE(d.machine.asked, QStringList("crashDumpPaths"));
+    QCOMPARE(d.machine.calledProbes, QStringList("crashDumpPaths"));
 }
 
 void DumpArchives::aFolderWithAMatchingNameCountsToo()
@@ -205,7 +205,7 @@ void DumpArchives::linksAndHiddenFilesAreNoSmallDumps()
     d.small("a.dmp", 20);
     const QString elsewhere = d.f.scratch.file("elsewhere", "elsewhere", noon);
     if (!makeLink(elsewhere, d.f.scratch.path("Minidumps/link.dmp")))
-        QSKIP("this system makes no links for us");
+        QSKIP("links cannot be created on this system");
     d.small(".dmp", 0); // hidden on Linux
     QCOMPARE(minidumps(d.machine.dumps).filter("link"), QStringList());
     QVERIFY(minidumps(d.machine.dumps).contains(d.f.scratch.path("Minidumps/a.dmp")));
@@ -270,7 +270,7 @@ void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing_data()
 void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing()
 {
     if (!OrdinaryUser::available())
-        QSKIP("this system cannot take away the right to read");
+        QSKIP("read permission cannot be revoked on this system");
     QFETCH(bool, unreadableIsMissing);
     Dumps d;
     d.machine.dumps.unreadableIsMissing = unreadableIsMissing;
@@ -286,7 +286,7 @@ void DumpArchives::anUnreadableSmallDumpIsEmptyOrMissing()
 void DumpArchives::anUnreadableKernelDumpCountsAsMissing()
 {
     if (!OrdinaryUser::available())
-        QSKIP("this system cannot take away the right to read");
+        QSKIP("read permission cannot be revoked on this system");
     Dumps d;
     d.lock(d.withKernelDump("secret"));
     const OrdinaryUser user;
@@ -360,10 +360,10 @@ void DumpArchives::withoutASourceTheWorkingFolderIsNotSearched()
 void DumpArchives::anEmptyFolderIsRefused()
 {
     Dumps d;
-    d.machine.asked.clear();
+    d.machine.calledProbes.clear();
     QVERIFY(!d.f.worker.saveSystemDump(QString()));
     QVERIFY(!d.f.worker.saveClientDump(QString()));
-    QCOMPARE(d.machine.asked, QStringList());
+    QCOMPARE(d.machine.calledProbes, QStringList());
     QCOMPARE(d.f.output.lines(), QStringList());
     QVERIFY(!QFile::exists("/SystemDmp.zip") && !QFile::exists("/ClientDump.zip"));
 }

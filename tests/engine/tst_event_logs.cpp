@@ -83,9 +83,9 @@ void EventLogs::anEmptyFolderIsRefusedWithoutTouchingTheEventLog()
 {
     FakeSystem machine;
     ExportFixture f(machine.probes());
-    machine.asked.clear();
+    machine.calledProbes.clear();
     QVERIFY(!f.worker.saveEventLog(QString()));
-    QCOMPARE(machine.asked, QStringList());
+    QCOMPARE(machine.calledProbes, QStringList());
     QCOMPARE(f.output.lines(), QStringList());
 }
 
@@ -93,9 +93,9 @@ void EventLogs::applicationComesFirstThenSystem()
 {
     FakeSystem machine;
     ExportFixture f(machine.probes());
-    machine.asked.clear();
+    machine.calledProbes.clear();
     QVERIFY(f.worker.saveEventLog(f.scratch.path()));
-    QCOMPARE(machine.asked, QStringList({"Application", "System"}));
+    QCOMPARE(machine.calledProbes, QStringList({"Application", "System"}));
     QCOMPARE(machine.exportedTargets, QStringList({f.scratch.path("ApplicationEvents.evtx"),
                                                    f.scratch.path("SystemEvents.evtx")}));
     QCOMPARE(f.output.lines(), QStringList());
@@ -119,9 +119,9 @@ void EventLogs::aRefusedApplicationChannelLeavesNoSystemExport()
     FakeSystem machine;
     machine.refusedChannel = "Application";
     ExportFixture f(machine.probes());
-    machine.asked.clear();
+    machine.calledProbes.clear();
     QVERIFY(!f.worker.saveEventLog(f.scratch.path()));
-    QCOMPARE(machine.asked, QStringList("Application"));
+    QCOMPARE(machine.calledProbes, QStringList("Application"));
 }
 
 void EventLogs::aRefusedSystemChannelFailsButKeepsTheApplications()

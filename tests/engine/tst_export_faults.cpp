@@ -90,7 +90,7 @@ void ExportFaults::leavesOutALogThatVanished()
 void ExportFaults::leavesOutALogThatCannotBeRead()
 {
     if (!OrdinaryUser::available())
-        QSKIP("this system cannot take away the right to read");
+        QSKIP("read permission cannot be revoked on this system");
     ExportFixture f;
     const QString locked = f.log("locked.log", "secret\n");
     QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
@@ -110,7 +110,7 @@ void ExportFaults::leavesOutALogThatCannotBeRead()
 void ExportFaults::leavesOutAGenTlLogThatCannotBeRead()
 {
     if (!OrdinaryUser::available())
-        QSKIP("this system cannot take away the right to read");
+        QSKIP("read permission cannot be revoked on this system");
     ExportFixture f;
     const QString locked = f.log("gentl_cxp_log/locked.txt", "secret\n");
     f.log("gentl_cxp_log/open.txt", "open\n");
@@ -133,7 +133,7 @@ void ExportFaults::leavesOutALogThatHasBecomeAPipe()
     ExportFixture f;
     const QString pipe = f.scratch.path("QZSDK/QZviewer/pipe.log");
     if (QProcess::execute("mkfifo", {pipe}) != 0)
-        QSKIP("no pipes among files here");
+        QSKIP("there are no named pipes in folders on this system");
     QVERIFY(f.exportAndWait({pipe, f.log("a.log")})); // the pipe never has a writer
     QCOMPARE(zipEntryNames(f.zip()), QStringList("SDKLOG/a.log"));
     QCOMPARE(f.output.lines().mid(0, 3),
@@ -147,7 +147,7 @@ void ExportFaults::leavesOutALogThatHasBecomeADevice()
     ExportFixture f;
     const QString device = f.scratch.path("QZSDK/QZviewer/device.log");
     if (onWindows() || !makeLink("/dev/null", device))
-        QSKIP("no devices among files here");
+        QSKIP("there are no device files on this system");
     QVERIFY(f.exportAndWait({device, f.log("a.log")}));
     QCOMPARE(zipEntryNames(f.zip()), QStringList("SDKLOG/a.log"));
     QCOMPARE(f.output.lines().mid(0, 3),

@@ -145,7 +145,7 @@ void ExportJob::takesNoLinksAmongTheGenTlLogs()
     f.log("gentl_cxp_log/file.txt", "1");
     if (!makeLink(f.scratch.file("elsewhere.txt", "2"),
                   f.scratch.path("QZSDK/QZviewer/gentl_cxp_log/link.txt")))
-        QSKIP("this system makes no links for us");
+        QSKIP("links cannot be created on this system");
     QVERIFY(f.exportAndWait());
     QCOMPARE(zipContents(f.zip()),
              (ExportFixture::Contents{{"SDKLOG/gentl_cxp_log/file.txt", "1"}}));
@@ -277,7 +277,7 @@ void ExportJob::keepsTheSourceThatItBeganWith()
     hub().clientDump = true;
     f.log("crash.dmp", "of the first source");
     f.scratch.file("QZSDK/other/crash.dmp", "of the second source");
-    machine.ask = [&f](const QString &question) {
+    machine.beforeQuery = [&f](const QString &question) {
         if (question == "adapters") // comes before the dumps
             f.worker.setLogSourceFolder("other");
     };
@@ -305,7 +305,7 @@ void ExportJob::stagesForItsOwnerOnly()
         QVERIFY(QFile::setPermissions(f.scratch.folder("QZSDK/LogInfo"), Everybody::mayDoAll));
     hub().nicInfo = true;
     QFile::Permissions seen = {};
-    machine.ask = [&](const QString &) { seen |= QFile::permissions(f.staging()); };
+    machine.beforeQuery = [&](const QString &) { seen |= QFile::permissions(f.staging()); };
     QVERIFY(f.exportAndWait());
     QCOMPARE(seen & QFile::Permissions(0x7077),
              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -473,7 +473,7 @@ void ExportJob::reportsItsProgress()
     FullJob::chooseEveryItem();
     machine.dumps.minidumps = f.scratch.path("none/"); // an empty path is the disk on Windows
     QVector<double> seen;
-    machine.ask = [&](const QString &) { seen.append(f.worker.progress()); };
+    machine.beforeQuery = [&](const QString &) { seen.append(f.worker.progress()); };
     // On the worker thread, after packing.
     connect(
         &f.worker, &CLogProcessThread::closeWaitDlg, &f.worker,

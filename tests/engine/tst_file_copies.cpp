@@ -120,7 +120,7 @@ void FileCopiesTest::refusesAPipeWithoutWaitingForItsWriter()
     ScratchFolder scratch;
     const QString pipe = scratch.path("pipe.log");
     if (QProcess::execute("mkfifo", {pipe}) != 0)
-        QSKIP("no pipes among files here");
+        QSKIP("there are no named pipes in folders on this system");
     const CopyResult result = copyFile({pipe, scratch.path("b")});
     QVERIFY(!result.copied);
     QCOMPARE(result.failure, "not a regular file");
@@ -130,7 +130,7 @@ void FileCopiesTest::refusesAPipeWithoutWaitingForItsWriter()
 void FileCopiesTest::refusesADevice()
 {
     if (!QFile::exists("/dev/null"))
-        QSKIP("no devices among files here");
+        QSKIP("there are no device files on this system");
     ScratchFolder scratch;
     const CopyResult result = copyFile({"/dev/null", scratch.path("b")});
     QVERIFY(!result.copied);
@@ -143,7 +143,7 @@ void FileCopiesTest::copiesWhatALinkLeadsTo()
     ScratchFolder scratch;
     const QString link = scratch.path("link.log");
     if (!makeLink(scratch.file("a.log", "line\n"), link))
-        QSKIP("this system makes no links for us");
+        QSKIP("links cannot be created on this system");
     QVERIFY(copyFile({link, scratch.path("b")}).copied);
     QCOMPARE(scratch.read("b"), QByteArray("line\n"));
 }

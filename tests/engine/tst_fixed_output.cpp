@@ -39,7 +39,7 @@ void blockStaging(FullJob &job)
 
 void breakMachine(FullJob &job)
 {
-    job.machine.ask = [](const QString &question) {
+    job.machine.beforeQuery = [](const QString &question) {
         if (question == "Application")
             throw std::runtime_error("broken");
     };

@@ -185,11 +185,11 @@ void NicReport::anEmptyFolderIsRefusedAndNothingIsWritten()
 {
     FakeSystem machine;
     ExportFixture f(machine.probes());
-    machine.asked.clear();
+    machine.calledProbes.clear();
     QVERIFY(!f.worker.saveNICInfo(QString()));
     QVERIFY(!QFile::exists("/NICInfo.txt"));
     QVERIFY(!QFile::exists("NICInfo.txt"));
-    QCOMPARE(machine.asked, QStringList());
+    QCOMPARE(machine.calledProbes, QStringList());
     QCOMPARE(f.output.lines(), QStringList());
 }
 

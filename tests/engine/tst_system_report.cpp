@@ -96,10 +96,10 @@ void SystemReport::anEmptyFolderIsRefusedAndNothingIsQueried()
 {
     FakeSystem machine;
     ExportFixture f(machine.probes());
-    machine.asked.clear();
+    machine.calledProbes.clear();
     QVERIFY(!f.worker.saveSysInfo(QString()));
     QVERIFY(!QFile::exists("/SystemInfo.txt"));
-    QCOMPARE(machine.asked, QStringList());
+    QCOMPARE(machine.calledProbes, QStringList());
     QCOMPARE(f.output.lines(), QStringList());
 }
 
@@ -186,7 +186,7 @@ void SystemReport::withoutMemoryStatusItFailsAndLeavesAnEmptyFile()
     QVERIFY(!f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.output.lines(), QStringList("Failed to get memory status."));
     QCOMPARE(f.scratch.read("SystemInfo.txt"), QByteArray());
-    QVERIFY(!machine.asked.contains("memoryModules"));
+    QVERIFY(!machine.calledProbes.contains("memoryModules"));
 }
 
 void SystemReport::aFailedModuleQueryIsPrintedAndNoFailure_data()
@@ -254,7 +254,7 @@ void SystemReport::withoutComSecurityTheModulesAreSilentlyNotQueried()
     QVERIFY(!f.worker.queryMemoryModules());
     QVERIFY(f.worker.saveSysInfo(f.scratch.path()));
     QCOMPARE(f.scratch.read("SystemInfo.txt"), memoryLines);
-    QVERIFY(!machine.asked.contains("memoryModules"));
+    QVERIFY(!machine.calledProbes.contains("memoryModules"));
     QCOMPARE(f.output.lines(), QStringList());
 }
 
@@ -277,13 +277,13 @@ void SystemReport::theWorkerStoresTheTimeThenSetsTheHubThenSetsUpComSecurity()
     FakeSystem machine;
     qint64 noted = 0;
     QString hubText;
-    machine.ask = [&](const QString &) {
+    machine.beforeQuery = [&](const QString &) {
         noted = CLogProcessThread::startTime();
         hubText = hub().spareWorkPath;
     };
     const qint64 before = QDateTime::currentMSecsSinceEpoch();
     const CLogProcessThread worker(machine.probes());
-    QCOMPARE(machine.asked, QStringList("comSecurity"));
+    QCOMPARE(machine.calledProbes, QStringList("comSecurity"));
     QVERIFY(noted >= before && noted <= QDateTime::currentMSecsSinceEpoch());
     QCOMPARE(hubText, "D:/Vantrel");
 }

@@ -171,7 +171,7 @@ void ZipPackerTest::removesReadOnlyFiles()
 void ZipPackerTest::printsAnEntryOnceItWasAdded()
 {
     if (!OrdinaryUser::available())
-        QSKIP("this system cannot take away the right to read");
+        QSKIP("read permission cannot be revoked on this system");
     ScratchFolder scratch;
     const QString locked = scratch.file("in/a.log", "secret");
     QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
@@ -195,7 +195,7 @@ void ZipPackerTest::followsNoLinkOutOfTheFolder()
     scratch.file("in/x", "x");
     if (!makeLink(scratch.path("precious"), scratch.path("in/way out")) ||
         !makeLink(scratch.path("in"), scratch.path("in/circle")))
-        QSKIP("this system makes no links for us");
+        QSKIP("links cannot be created on this system");
     const QString zip = scratch.path("a.zip");
     DebugCapture output;
     QVERIFY(zipFolder(scratch.path("in"), zip));
@@ -207,7 +207,7 @@ void ZipPackerTest::followsNoLinkOutOfTheFolder()
 void ZipPackerTest::packsAndKeepsWhatCannotBeRemovedAndLogsIt()
 {
     if (!OrdinaryUser::available())
-        QSKIP("this system cannot take away the right to write");
+        QSKIP("write permission cannot be revoked on this system");
     ScratchFolder scratch;
     scratch.file("in/locked/a.log", "a");
     const QString folder = scratch.path("in");

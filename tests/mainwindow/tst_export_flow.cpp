@@ -276,7 +276,7 @@ void ExportFlow::centresTheNoticeBelowTheUpperEdge()
 void ExportFlow::showsTheProgressOfALongExport()
 {
     if (onWindows())
-        QSKIP("its event log is no program that could be made slow");
+        QSKIP("no program exports the event log, so it cannot be slowed down");
     MainWindowFixture f;
     f.log("QZviewer/a.log", noise(1 << 20));
     const SlowJournal journal(f.home);

@@ -48,7 +48,7 @@ void SharedFileTest::refusesAPipeWithoutWaitingForItsWriter()
 {
     QFile file(scratch.path("pipe.log"));
     if (QProcess::execute("mkfifo", {file.fileName()}) != 0)
-        QSKIP("no pipes among files here");
+        QSKIP("there are no named pipes in folders on this system");
     QVERIFY(!openShared(file));
 }
 

@@ -46,7 +46,7 @@ void HugeLogConfig::isReadAndRewrittenBeyondTwoGibibytes()
 {
     constexpr qint64 gibibyte = 1024LL * 1024 * 1024;
     if (isSanitized() || memoryStatus().value_or(MemoryStatus()).available < quint64(6 * gibibyte))
-        QSKIP("too little memory for the file and what becomes of it");
+        QSKIP("not enough memory for the file and its rewritten copy");
     SettingsFixture f;
     const QString path = f.scratch.sparseFile(SettingsFixture::defaultName(), 2 * gibibyte);
     const QByteArray atEnd = "\nlog4cpp.rootCategory = DEBUG\nlog4cpp.category.qzsdk\n";

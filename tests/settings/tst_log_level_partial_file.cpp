@@ -89,7 +89,7 @@ private:
 void LogLevelPartialFile::restoresTheTextWhenTheDiskIsFull()
 {
     if (!FileSizeLimit::available())
-        QSKIP("no way to fill a disk here");
+        QSKIP("a full disk cannot be simulated on this system");
     QByteArray text = infoFile;
     for (int i = 0; i < 500; ++i)
         text += "log4cpp.category.qzsdk\n"; // grows when set

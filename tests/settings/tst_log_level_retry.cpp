@@ -135,7 +135,7 @@ void RetriedLogLevel::endsWhenTheFileBecomesUnreadable()
 void RetriedLogLevel::endsWhenTheFileCanBeWrittenAgain()
 {
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     RetryFixture f(infoFile);
     hub().logLevel = 2;
     QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
@@ -154,7 +154,7 @@ void RetriedLogLevel::endsWhenTheFileCanBeWrittenAgain()
 void RetriedLogLevel::endsWhenTheDiskHasRoomAgain()
 {
     if (!FileSizeLimit::available())
-        QSKIP("no way to fill a disk here");
+        QSKIP("a full disk cannot be simulated on this system");
     QByteArray text = "log4cpp.rootCategory\n";
     for (int i = 0; i < 100; ++i)
         text += "log4cpp.category.qzsdk\n"; // grows when set

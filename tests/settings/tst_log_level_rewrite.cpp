@@ -263,7 +263,7 @@ void LogLevelRewriting::failsOnAnEmptyPath()
 void LogLevelRewriting::failsOnAFileThatMayNotBeRead()
 {
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     ScratchFolder scratch;
     const QString path = fileWithRights(scratch, Everybody::mayWrite);
     DebugCapture output;
@@ -291,7 +291,7 @@ void LogLevelRewriting::failsOnAFileThatCannotBeReadAnyFurther()
 void LogLevelRewriting::failsOnAFileThatMayNotBeWritten()
 {
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     ScratchFolder scratch;
     const QString path = fileWithRights(scratch, Everybody::mayRead);
     const OrdinaryUser user;
@@ -302,7 +302,7 @@ void LogLevelRewriting::failsOnAFileThatMayNotBeWritten()
 void LogLevelRewriting::failsOnAFileThatIsRightAlreadyButMayNotBeWritten()
 {
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     ScratchFolder scratch;
     const QString path = fileWithRights(scratch, Everybody::mayRead);
     const OrdinaryUser user;
@@ -356,7 +356,7 @@ void LogLevelRewriting::logsOnceThatLinesAreMissing()
 void LogLevelRewriting::logsOnceThatTheFileIsNotWritable()
 {
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     ScratchFolder scratch;
     const QString path = fileWithRights(scratch, Everybody::mayRead);
     const OrdinaryUser user;

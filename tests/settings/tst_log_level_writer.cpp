@@ -102,7 +102,7 @@ void LogLevelWriting::doesNotWaitWhereNothingIsRetried()
 void LogLevelWriting::signalsWhenARetryStartsMeetsAnotherProblemAndEnds()
 {
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     Fixture f;
     QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
     QVERIFY(QFile::setPermissions(f.right, Everybody::mayRead));

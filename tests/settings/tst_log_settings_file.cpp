@@ -68,7 +68,7 @@ void LogSettingsFile::findsTheFileBesideTheIcon()
 void LogSettingsFile::findsTheFileInAFolderWithABackslashInItsName()
 {
     if (onWindows())
-        QSKIP("a backslash is in no name here");
+        QSKIP("file names cannot contain a backslash on this system");
     SettingsFixture f;
     const QString path = f.scratch.file("a\\b/SDKLOG_default.properties", debugFile);
     for (const char *icon : {"a\\b/QZviewer.exe,0", "a\\b\\QZviewer.exe,0"}) {
@@ -100,7 +100,7 @@ void LogSettingsFile::findsNoFileWhereItIsMissing()
 void LogSettingsFile::findsNoFileThatMayNotBeRead()
 {
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     SettingsFixture f;
     const QString path = f.open(infoFile);
     QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));

@@ -122,7 +122,7 @@ void RetriedFiles::leaveTheLevelOfAnotherFileShown()
 void RetriedFiles::showTheStoredLevelWhenTheyAreChosenAgain()
 {
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     Fixture f;
     f.choose(f.other);
     QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
@@ -203,7 +203,7 @@ void RetriedFiles::sayWhyTheLevelsRest()
     QFETCH(bool, writable);
     QFETCH(QString, why);
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     QTranslator hints;
     QVERIFY(hints.load(QString(":/Hints_%1.qm").arg(language)));
     QCoreApplication::installTranslator(&hints);
@@ -231,7 +231,7 @@ void RetriedFiles::sayWhyTheLevelsRest()
 void RetriedFiles::sayWhenAnotherReasonKeepsTheLevelsResting()
 {
     if (!OrdinaryUser::available())
-        QSKIP("no way to take a permission away here");
+        QSKIP("permissions cannot be revoked on this system");
     Fixture f;
     QVERIFY(QFile::setPermissions(f.scratch.path(), Everybody::mayDoAll));
     QVERIFY(QFile::setPermissions(f.wrong, Everybody::mayRead));

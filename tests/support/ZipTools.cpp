@@ -32,7 +32,7 @@ struct Entry
     }
 };
 
-/// The CRC-32 of @p bytes, computed bit by bit.
+/// The CRC-32 of @p bytes.
 quint32 checksumOf(const QByteArray &bytes)
 {
     static const QVector<quint32> table = [] {

@@ -44,7 +44,7 @@ QString native(const QString &path)
 void RegisteredClient::initTestCase()
 {
     if (!ClientRegistration::available())
-        QSKIP("this system is not there for tests: registry and home folder stay as they are");
+        QSKIP("not a test machine: registry and home folder stay as they are");
     ModalDialog::setRunner([](QDialog &) { return int(QDialog::Rejected); });
 }
 

@@ -26,14 +26,14 @@ Ending watch(QProcess &process, const QString &target, const Journal &journal, Q
             process.waitForFinished(pollInterval) || process.state() == QProcess::NotRunning;
         errors.append(process.readAllStandardError());
         errors.truncate(maxErrorBytes);
-        const qint64 now = QFileInfo(target).size();
+        const qint64 newSize = QFileInfo(target).size();
         if (ended) {
-            const bool well = process.exitStatus() == QProcess::NormalExit;
-            return well && process.exitCode() == 0 ? Ending::Done : Ending::Failed;
+            const bool exitedNormally = process.exitStatus() == QProcess::NormalExit;
+            return exitedNormally && process.exitCode() == 0 ? Ending::Done : Ending::Failed;
         }
-        if (now != size)
+        if (newSize != size)
             idle.restart();
-        size = now;
+        size = newSize;
         if (idle.hasExpired(journal.timeout)) {
             process.kill();
             process.waitForFinished();
@@ -42,7 +42,7 @@ Ending watch(QProcess &process, const QString &target, const Journal &journal, Q
     }
 }
 
-void print(const QByteArray &errors)
+void logErrors(const QByteArray &errors)
 {
     for (const QByteArray &line : errors.split('\n')) {
         if (!line.isEmpty())
@@ -64,7 +64,7 @@ bool runInto(const QString &target, const QStringList &arguments, const Journal 
     }
     QByteArray errors;
     const Ending ending = watch(process, target, journal, errors);
-    print(errors);
+    logErrors(errors);
     if (ending == Ending::Hung)
         qCWarning(platformLog) << "killed after" << journal.timeout
                                << "ms without output:" << journal.program << arguments;

@@ -7,7 +7,7 @@ void returnFreeMemory()
     malloc_trim(0);
 }
 
-void joinFreedBlocksAtOnce()
+void mergeFreedBlocksImmediately()
 {
     mallopt(M_MXFAST, 0); // NOLINT(concurrency-mt-unsafe): there are no other threads yet
 }

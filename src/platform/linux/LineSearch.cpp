@@ -12,13 +12,11 @@
 
 namespace {
 
-constexpr std::size_t pieceBytes = 511;
-
-void handOut(std::string_view line, const PieceSink &sink, const SearchStop &stop)
+void passInPieces(std::string_view line, const PieceSink &sink, const SearchStop &stop)
 {
-    std::array<char, pieceBytes + 1> piece;
+    std::array<char, maxPieceBytes + 1> piece;
     while (!line.empty() && !stop) {
-        const std::size_t size = std::min(line.size(), pieceBytes);
+        const std::size_t size = std::min(line.size(), maxPieceBytes);
         std::memcpy(piece.data(), line.data(), size);
         piece[size] = '\0';
         sink(piece.data());
@@ -41,7 +39,7 @@ bool systemLineSearch(const std::string &keyword, const QString &path, const Pie
         return true;
     // Read, not mapped: truncating a mapped file would kill this process.
     LineBlockReader blocks(file);
-    const auto found = [&sink, &stop](std::string_view line) { handOut(line, sink, stop); };
+    const auto found = [&sink, &stop](std::string_view line) { passInPieces(line, sink, stop); };
     for (std::string_view block; !stop && !(block = blocks.next()).empty();)
         filter.forEachLine(block, found);
     blocks.logProblems(path);

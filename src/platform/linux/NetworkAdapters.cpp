@@ -9,8 +9,8 @@ namespace {
 
 constexpr quint64 megabit = 1'000'000;
 
-/// The contents of a kernel file about an adapter; empty if it cannot be read.
-QByteArray about(const QString &adapterFolder, const char *name)
+/// The contents of a sysfs attribute of an adapter; empty if it cannot be read.
+QByteArray readAttribute(const QString &adapterFolder, const char *name)
 {
     QFile file(adapterFolder + QLatin1Char('/') + QLatin1String(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
@@ -21,14 +21,14 @@ QByteArray about(const QString &adapterFolder, const char *name)
 quint64 speedOf(const QString &adapterFolder)
 {
     bool isNumber = false;
-    const qint32 speed = about(adapterFolder, "speed").toInt(&isNumber);
+    const qint32 speed = readAttribute(adapterFolder, "speed").toInt(&isNumber);
     return isNumber && speed > 0 ? quint64(speed) * megabit : 0;
 }
 
 /// Adapters without an operational state, such as loopback, are up while they run.
 bool isUp(const QString &adapterFolder, bool running)
 {
-    const QByteArray state = about(adapterFolder, "operstate");
+    const QByteArray state = readAttribute(adapterFolder, "operstate");
     return state == "up" || ((state == "unknown" || state.isEmpty()) && running);
 }
 

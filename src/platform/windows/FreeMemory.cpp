@@ -2,4 +2,4 @@
 
 void returnFreeMemory() {} // the heap returns large free blocks by itself
 
-void joinFreedBlocksAtOnce() {} // the heap does so by itself
+void mergeFreedBlocksImmediately() {} // the heap does so by itself

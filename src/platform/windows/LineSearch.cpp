@@ -50,13 +50,14 @@ QByteArray commandPath(const QString &path)
 bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink,
                       const SearchStop &stop)
 {
-    static const bool quiet = takeWindowlessConsole(); // otherwise each search opens a window
-    Q_UNUSED(quiet)
+    static const bool isQuiet = takeWindowlessConsole();
+    if (!isQuiet)
+        qCWarning(platformLog) << "there is no windowless console: each search opens a window";
     const std::string command = findstrCommand(keyword, commandPath(path).toStdString());
     const std::unique_ptr<FILE, PipeCloser> pipe(_popen(command.c_str(), "r"));
     if (!pipe)
         return false;
-    std::array<char, 512> piece;
+    std::array<char, maxPieceBytes + 1> piece;
     while (!stop && std::fgets(piece.data(), static_cast<int>(piece.size()), pipe.get()) != nullptr)
         sink(piece.data());
     return true;

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int mostAttempts = 200;
+constexpr int maxAttempts = 200;
 constexpr DWORD pause = 10; // milliseconds between two attempts
 
 struct HandleCloser
@@ -70,7 +70,7 @@ bool takeWindowlessConsole()
     if (!keeper.process)
         return false;
     // Its console appears shortly after the process.
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    for (int attempt = 0; attempt < maxAttempts; ++attempt) {
         if (AttachConsole(keeper.id) != FALSE)
             return true; // the console exists as long as a process is attached
         if (WaitForSingleObject(keeper.process.get(), pause) == WAIT_OBJECT_0)

@@ -63,7 +63,7 @@ void KernelDumps::theKernelsLogIsNotADump()
 void KernelDumps::unreadableOnesAreMissing()
 {
     if (!OrdinaryUser::available())
-        QSKIP("this system cannot take away the right to read");
+        QSKIP("read permission cannot be revoked on this system");
     ScratchFolder scratch;
     const QString older = scratch.file("a/vmcore", "1", noon.addDays(-1));
     const QString newer = scratch.file("b/vmcore", "2", noon);
@@ -75,12 +75,12 @@ void KernelDumps::unreadableOnesAreMissing()
 
 void KernelDumps::smallDumpsAreKernelLogsThatMayBeRead()
 {
-    const CrashDumpPaths places = crashDumpPathsFrom("/nowhere", "/kernel/logs");
-    QCOMPARE(places.minidumps, "/kernel/logs");
-    QVERIFY(QString("dmesg-efi-170000000001001").contains(places.minidumpNamePart));
-    QVERIFY(QString("dmesg.txt").contains(places.minidumpNamePart));
-    QVERIFY(!QString("console-ramoops-0").contains(places.minidumpNamePart));
-    QVERIFY(places.unreadableIsMissing);
+    const CrashDumpPaths locations = crashDumpPathsFrom("/nowhere", "/kernel/logs");
+    QCOMPARE(locations.minidumps, "/kernel/logs");
+    QVERIFY(QString("dmesg-efi-170000000001001").contains(locations.minidumpNamePart));
+    QVERIFY(QString("dmesg.txt").contains(locations.minidumpNamePart));
+    QVERIFY(!QString("console-ramoops-0").contains(locations.minidumpNamePart));
+    QVERIFY(locations.unreadableIsMissing);
 }
 
 QTEST_GUILESS_MAIN(KernelDumps)

@@ -30,7 +30,7 @@ void FreeMemory::smallBlocksAreJoinedAtOnce()
     allocateAndFree();
     if (mallinfo2().fsmblks == 0) // free blocks that wait to be joined
         QSKIP("this allocator defers nothing");
-    joinFreedBlocksAtOnce();
+    mergeFreedBlocksImmediately();
     malloc_trim(0); // joins them
     allocateAndFree();
     QCOMPARE(mallinfo2().fsmblks, std::size_t(0));

@@ -54,7 +54,7 @@ struct stat statusOf(const QString &path)
 {
     struct stat status = {};
     if (::stat(QFile::encodeName(path).constData(), &status) != 0)
-        qFatal("no file to ask of");
+        qFatal("cannot stat the file");
     return status;
 }
 

@@ -11,12 +11,12 @@ qint64 figure(const QByteArray &name)
 {
     QFile file("/proc/self/status");
     if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read how much memory is in use");
+        qFatal("cannot read the memory use");
     for (const QByteArray &line : file.readAll().split('\n')) {
         if (line.startsWith(name))
             return line.mid(name.size()).simplified().split(' ').first().toLongLong() * 1024;
     }
-    qFatal("the system says nothing of %s", name.constData());
+    qFatal("/proc/self/status has no %s", name.constData());
 }
 
 } // namespace
@@ -26,7 +26,7 @@ MemoryPeak::MemoryPeak()
 {
     QFile file("/proc/self/clear_refs");
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write("5") != 1)
-        qFatal("cannot forget the peak so far");
+        qFatal("cannot reset the peak memory use");
 }
 
 qint64 MemoryPeak::growth() const

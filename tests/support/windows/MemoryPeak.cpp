@@ -10,7 +10,7 @@ PROCESS_MEMORY_COUNTERS counters()
 {
     PROCESS_MEMORY_COUNTERS result = {};
     if (!K32GetProcessMemoryInfo(GetCurrentProcess(), &result, sizeof(result)))
-        qFatal("cannot read how much memory is in use");
+        qFatal("cannot read the memory use");
     return result;
 }
 

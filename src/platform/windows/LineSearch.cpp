@@ -45,14 +45,21 @@ QByteArray commandPath(const QString &path)
     return path.toLocal8Bit();
 }
 
+bool keepSearchesWindowless()
+{
+    const bool isQuiet = takeWindowlessConsole();
+    if (!isQuiet)
+        qCWarning(platformLog) << "there is no windowless console: each search opens a window";
+    return isQuiet;
+}
+
 } // namespace
 
 bool systemLineSearch(const std::string &keyword, const QString &path, const PieceSink &sink,
                       const SearchStop &stop)
 {
-    static const bool isQuiet = takeWindowlessConsole();
-    if (!isQuiet)
-        qCWarning(platformLog) << "there is no windowless console: each search opens a window";
+    static const bool isQuiet = keepSearchesWindowless();
+    Q_UNUSED(isQuiet)
     const std::string command = findstrCommand(keyword, commandPath(path).toStdString());
     const std::unique_ptr<FILE, PipeCloser> pipe(_popen(command.c_str(), "r"));
     if (!pipe)

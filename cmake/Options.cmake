@@ -16,7 +16,7 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTOUIC ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
-# Warnings and strict Qt macros, linked (PRIVATE) by every test.
+# Warnings and strict Qt macros, linked (PRIVATE) by every test and fuzzer.
 add_library(vantrel_warnings INTERFACE)
 target_compile_options(vantrel_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual

@@ -156,20 +156,17 @@ void add(zip_t *archive, Source &file)
 
 void writeLargeZip(const std::vector<FileToPack> &files, ZipTarget &target,
                    const ProgressSink &progress)
-{
+try {
     std::deque<Source> sources; // outlives the archive, which refers to them
     Archive archive = openArchive(target);
     if (!archive)
         return;
-    try {
-        for (const FileToPack &file : files)
-            add(archive.get(), sources.emplace_back(Source{file, progress}));
-    } catch (const std::bad_alloc &) {
-        target.fail(QStringLiteral("no memory"));
-        return;
-    }
+    for (const FileToPack &file : files)
+        add(archive.get(), sources.emplace_back(Source{file, progress}));
     if (zip_close(archive.get()) == 0) // reads and writes all files
         (void)archive.release();
     else
         target.fail(QString::fromUtf8(zip_strerror(archive.get())));
+} catch (const std::bad_alloc &) {
+    target.fail(QStringLiteral("no memory"));
 }

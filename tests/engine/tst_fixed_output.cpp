@@ -30,8 +30,7 @@ QString pipeInPlaceOfALog(const FullJob &job)
 void blockStaging(FullJob &job)
 {
     job.f.scratch.file("QZSDK/LogInfo/left.txt", "left by a killed run");
-    if (!onWindows()) // a leading full stop does not hide files there
-        job.f.scratch.file("QZSDK/LogInfo/.hidden", "stays, and the folder with it");
+    hide(job.f.scratch.file("QZSDK/LogInfo/.hidden", "stays, and the folder with it"));
     job.f.scratch.folder("QZSDK/LogInfo/NICInfo.txt");
     job.f.scratch.folder("QZSDK/LogInfo/SystemInfo.txt");
     job.f.log("gentl_cxp_log/g.txt"); // a chosen log has the folder's name

@@ -1,6 +1,7 @@
 #include "DebugCapture.h"
 #include "Diagnostics.h"
 #include "Faults.h"
+#include "Machine.h"
 #include "ScratchFolder.h"
 #include "ZipContents.h"
 #include "ZipPacker.h"
@@ -106,7 +107,7 @@ void ZipPackerTest::makesAnEmptyZipOfAnEmptyFolder()
 void ZipPackerTest::leavesAHiddenFileAndWithItTheFolder()
 {
     ScratchFolder scratch;
-    scratch.file("in/.hidden", "secret");
+    hide(scratch.file("in/.hidden", "secret"));
     scratch.file("in/seen", "x");
     const QString zip = scratch.path("a.zip");
     DebugCapture output;

@@ -9,3 +9,5 @@ bool underWine()
 {
     return false;
 }
+
+void hide(const QString &) {}

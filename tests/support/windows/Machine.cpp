@@ -1,5 +1,7 @@
 #include "Machine.h"
 
+#include <QString>
+
 #include <windows.h>
 
 bool onWindows()
@@ -10,4 +12,10 @@ bool onWindows()
 bool underWine()
 {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+void hide(const QString &path)
+{
+    if (!SetFileAttributesW(path.toStdWString().c_str(), FILE_ATTRIBUTE_HIDDEN))
+        qFatal("cannot hide a file");
 }

@@ -7,8 +7,7 @@
 /// A table that selects whole rows, with spare rows after the last one, in the style of the
 /// program. A row counts as shown if its last column has an item. The keyboard cursor is always on
 /// a cell with text. Its row is selected when Tab brings the focus and nothing is selected, so that
-/// it is seen. No Q_OBJECT: its
-/// class name, an interface, is CTableWidget. GUI thread only.
+/// it is seen. No Q_OBJECT: its class name, an interface, is CTableWidget. GUI thread only.
 class RowTable : public CTableWidget
 {
 public:

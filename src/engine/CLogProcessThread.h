@@ -108,7 +108,7 @@ private:
     const SystemProbes probes;
     std::atomic<bool> running{true};
     QMutex mutex;                          ///< guards stagingPath to requestQueue and sdkLogItems
-    std::optional<Request> currentRequest; ///< current; used by the worker only
+    std::optional<Request> currentRequest; ///< used by the worker only
     QString stagingPath;
     QString sourcePath;
     QString basePath;

@@ -36,6 +36,7 @@ target_compile_definitions(vantrel_strict INTERFACE QT_NO_CAST_FROM_ASCII)
 if(VANTREL_SANITIZE)
   add_compile_options(-fsanitize=${VANTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VANTREL_SANITIZE})
+  add_compile_definitions(VANTREL_SANITIZED)
 endif()
 
 if(VANTREL_COVERAGE)

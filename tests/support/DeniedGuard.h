@@ -15,5 +15,5 @@ public:
     [[nodiscard]] static QMap<QString, QString> variables();
 
 private:
-    void *taken = nullptr;
+    [[maybe_unused]] void *taken = nullptr; // a handle on Windows
 };

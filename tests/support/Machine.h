@@ -17,7 +17,7 @@ void hide(const QString &path);
 /// True in a sanitized build, which uses more memory.
 [[nodiscard]] constexpr bool isSanitized()
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VANTREL_SANITIZED
     return true;
 #else
     return false;

@@ -6,8 +6,11 @@ namespace {
 
 void changeRegistry(const QStringList &arguments)
 {
-    if (QProcess::execute("reg", arguments) != 0)
-        qFatal("reg %s failed", qPrintable(arguments.join(' ')));
+    QProcess reg;
+    reg.setProcessChannelMode(QProcess::ForwardedChannels);
+    reg.start("reg", arguments);
+    if (!reg.waitForFinished() || reg.exitCode() != 0)
+        qFatal("reg %s failed: %s", qPrintable(arguments.join(' ')), qPrintable(reg.errorString()));
 }
 
 } // namespace

@@ -10,7 +10,8 @@ void changeRegistry(const QStringList &arguments)
     reg.setProcessChannelMode(QProcess::ForwardedChannels);
     reg.start("reg", arguments);
     if (!reg.waitForFinished() || reg.exitCode() != 0)
-        qFatal("reg %s failed: %s", qPrintable(arguments.join(' ')), qPrintable(reg.errorString()));
+        qFatal("reg %s ended with %d: %s", qPrintable(arguments.join(' ')), reg.exitCode(),
+               qPrintable(reg.errorString()));
 }
 
 } // namespace

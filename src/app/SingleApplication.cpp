@@ -114,3 +114,5 @@ bool SingleApplication::createSegment()
     clearAbandonedSegment(_uniqueKey);
     return sharedMemory.create(1);
 }
+
+#include "moc_SingleApplication.cpp"

@@ -32,3 +32,5 @@ void CComboBoxEx::paintEvent(QPaintEvent *event)
 {
     QComboBox::paintEvent(event);
 }
+
+#include "moc_CComboBoxEx.cpp"

@@ -52,3 +52,5 @@ void CMenuEx::mouseReleaseEvent(QMouseEvent *event)
     if (QAction *action = actionAt(event->pos()))
         action->activate(QAction::Trigger);
 }
+
+#include "moc_CMenuEx.cpp"

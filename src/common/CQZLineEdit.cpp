@@ -18,3 +18,5 @@ void CQZLineEdit::focusInEvent(QFocusEvent *event)
     // A mouse press that sets the focus would clear a selection made here.
     QTimer::singleShot(0, this, &QLineEdit::selectAll);
 }
+
+#include "moc_CQZLineEdit.cpp"

@@ -5,3 +5,5 @@ void CTableWidget::enterEvent(QEvent *event)
     setCursor(Qt::ArrowCursor);
     QWidget::enterEvent(event);
 }
+
+#include "moc_CTableWidget.cpp"

@@ -122,3 +122,5 @@ void CWaitDialog::centreOnParent()
     move(place(around.left(), around.width(), width(), area.right()),
          place(around.top(), around.height(), height(), area.bottom()));
 }
+
+#include "moc_CWaitDialog.cpp"

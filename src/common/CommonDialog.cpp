@@ -140,3 +140,5 @@ QRect CommonDialog::resizedTo(const QPoint &globalPos) const
     }
     return geometry;
 }
+
+#include "moc_CommonDialog.cpp"

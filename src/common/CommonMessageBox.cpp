@@ -168,3 +168,5 @@ void CommonMessageBox::dismiss()
     else
         reject();
 }
+
+#include "moc_CommonMessageBox.cpp"

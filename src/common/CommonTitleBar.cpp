@@ -171,3 +171,5 @@ void CommonTitleBar::setUpLayout()
     inner->setSpacing(0);
     inner->setContentsMargins(14, 0, 0, 0);
 }
+
+#include "moc_CommonTitleBar.cpp"

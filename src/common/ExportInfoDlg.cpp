@@ -82,3 +82,5 @@ void ExportInfoDlg::on_btnView_clicked()
         return;
     QDesktopServices::openUrl(folderUrl(path));
 }
+
+#include "moc_ExportInfoDlg.cpp"

@@ -70,3 +70,5 @@ void QCheckBoxHeader::onCheckBoxClicked()
 {
     emit checkStausChange(checkBox->isChecked());
 }
+
+#include "moc_QCheckBoxHeader.cpp"

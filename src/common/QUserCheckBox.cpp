@@ -5,3 +5,5 @@ QUserCheckBox::QUserCheckBox(int tableRow, QWidget *parent)
     , row(tableRow)
 {
 }
+
+#include "moc_QUserCheckBox.cpp"

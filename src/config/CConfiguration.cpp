@@ -46,3 +46,5 @@ QPoint CConfiguration::fitOnScreen(const QRect &rect, const QSize &size, const Q
 {
     return fit(rect.left(), rect.bottom(), rect.top(), size, screen);
 }
+
+#include "moc_CConfiguration.cpp"

@@ -107,3 +107,5 @@ void CLogProcessThread::carryOutRequest()
     exportProgress.end();
     currentRequest.reset();
 }
+
+#include "moc_CLogProcessThread.cpp"

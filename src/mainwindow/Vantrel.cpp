@@ -112,3 +112,5 @@ void Vantrel::startWorker()
     connect(ui->checkBoxClientDump, &QCheckBox::clicked, this,
             &Vantrel::onCheckBoxClientDumpClicked);
 }
+
+#include "moc_Vantrel.cpp"

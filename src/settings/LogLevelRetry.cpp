@@ -46,3 +46,5 @@ void LogLevelRetry::tryStoredLevel()
     if (rewrite->problem() != before)
         emit problemChanged();
 }
+
+#include "moc_LogLevelRetry.cpp"

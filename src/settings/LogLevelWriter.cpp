@@ -56,3 +56,5 @@ void LogLevelWriter::end(const QString &path)
     retry->deleteLater();
     emit retryChanged(path);
 }
+
+#include "moc_LogLevelWriter.cpp"

@@ -247,3 +247,5 @@ void LogSettingsDlg::takeOverLimits()
         hub->updateIntervalMs = lastUpdateInterval;
     }
 }
+
+#include "moc_LogSettingsDlg.cpp"

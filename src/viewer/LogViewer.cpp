@@ -244,3 +244,5 @@ void LogViewer::showTitle()
     name.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // Qt's modified marker
     setWindowTitle(name + QLatin1String(" - ") + QCoreApplication::translate("Vantrel", "Vantrel"));
 }
+
+#include "moc_LogViewer.cpp"

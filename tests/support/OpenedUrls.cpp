@@ -16,3 +16,5 @@ void OpenedUrls::open(const QUrl &url)
 {
     opened.append(url);
 }
+
+#include "moc_OpenedUrls.cpp"

@@ -2,7 +2,7 @@
 
 #include "Machine.h"
 
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include <QBackingStore>
 #include <QPainter>
 #include <QScreen>
+#include <QTest>
 #include <QWidget>
-#include <QtTest>
 #include <private/qhighdpiscaling_p.h>
 
 /// Runs with a font resolution of 90 dpi, which Qt treats as a scale of 0.9375.

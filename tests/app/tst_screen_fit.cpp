@@ -2,8 +2,8 @@
 
 #include <QHBoxLayout>
 #include <QScreen>
+#include <QTest>
 #include <QWidget>
-#include <QtTest>
 
 class ScreenFit : public QObject
 {

@@ -8,8 +8,8 @@
 
 #include <QElapsedTimer>
 #include <QLocalSocket>
+#include <QTest>
 #include <QUuid>
-#include <QtTest>
 
 #include <memory>
 #include <vector>

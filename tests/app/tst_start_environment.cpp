@@ -1,7 +1,7 @@
 #include "StartUp.h"
 
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 /// The effect of startup on the environment, which child processes inherit.
 class StartEnvironment : public QObject

@@ -5,7 +5,7 @@
 #include "ScratchFolder.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 /// The real program as a process, with its own home folder and folder for temporary files.
 class StartUp : public QObject

@@ -5,8 +5,8 @@
 #include <QAccessible>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QTest>
 #include <QToolButton>
-#include <QtTest>
 
 /// Accessible interfaces, queried as the bridges to assistive tools do.
 class AccessibleControls : public QObject

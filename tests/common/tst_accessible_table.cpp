@@ -2,7 +2,7 @@
 #include "FileTable.h"
 
 #include <QHeaderView>
-#include <QtTest>
+#include <QTest>
 
 /// Queries of a table with check boxes that only some assistive tools make.
 class AccessibleTable : public QObject

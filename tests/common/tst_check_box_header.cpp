@@ -3,8 +3,9 @@
 #include "QUserCheckBox.h"
 
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTableWidget>
-#include <QtTest>
+#include <QTest>
 
 class CheckBoxHeader : public QObject
 {

@@ -2,7 +2,8 @@
 #include "OwnMethods.h"
 
 #include <QListView>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 class ComboBox : public QObject
 {

@@ -5,7 +5,7 @@
 #include "OwnMethods.h"
 #include "WorkingFolder.h"
 
-#include <QtTest>
+#include <QTest>
 
 Q_DECLARE_METATYPE(ResizeDirection)
 

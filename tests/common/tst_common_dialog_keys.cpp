@@ -2,8 +2,9 @@
 
 #include <QCheckBox>
 #include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
 #include <QToolButton>
-#include <QtTest>
 
 class CommonDialogKeys : public QObject
 {

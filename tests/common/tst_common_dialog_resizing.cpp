@@ -2,7 +2,7 @@
 #include "EventRecorder.h"
 #include "MouseEvents.h"
 
-#include <QtTest>
+#include <QTest>
 
 class CommonDialogResizing : public QObject
 {

@@ -8,9 +8,10 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QSignalSpy>
+#include <QTest>
 #include <QToolButton>
 #include <QTranslator>
-#include <QtTest>
 
 class ExportNotice : public QObject
 {

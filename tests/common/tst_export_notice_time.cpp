@@ -1,7 +1,7 @@
 #include "ExportInfoDlg.h"
 
 #include <QElapsedTimer>
-#include <QtTest>
+#include <QTest>
 
 /// Slow, because it waits in real time.
 class ExportNoticeTime : public QObject

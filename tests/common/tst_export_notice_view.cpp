@@ -5,8 +5,9 @@
 #include "ScratchFolder.h"
 
 #include <QFileInfo>
+#include <QSignalSpy>
+#include <QTest>
 #include <QToolButton>
-#include <QtTest>
 
 class ExportNoticeView : public QObject
 {

@@ -4,7 +4,7 @@
 
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

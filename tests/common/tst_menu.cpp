@@ -2,8 +2,9 @@
 #include "EventCount.h"
 #include "OwnMethods.h"
 
+#include <QSignalSpy>
+#include <QTest>
 #include <QToolButton>
-#include <QtTest>
 
 class Menu : public QObject
 {

@@ -10,10 +10,10 @@
 #include <QMetaMethod>
 #include <QPushButton>
 #include <QShowEvent>
+#include <QTest>
 #include <QTimer>
 #include <QToolButton>
 #include <QTranslator>
-#include <QtTest>
 
 Q_DECLARE_METATYPE(QMessageBox::StandardButtons)
 

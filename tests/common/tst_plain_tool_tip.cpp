@@ -7,9 +7,9 @@
 #include <QLabel>
 #include <QScreen>
 #include <QTableWidget>
+#include <QTest>
 #include <QTextDocument>
 #include <QToolTip>
-#include <QtTest>
 
 class PlainToolTips : public QObject
 {

@@ -1,7 +1,7 @@
 #include "RowTable.h"
 
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 class RowTableTest : public QObject
 {

@@ -8,8 +8,8 @@
 #include <QImage>
 #include <QLabel>
 #include <QMovie>
+#include <QTest>
 #include <QWidget>
-#include <QtTest>
 
 class SkinTest : public QObject
 {

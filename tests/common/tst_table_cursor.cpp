@@ -1,6 +1,6 @@
 #include "CTableWidget.h"
 
-#include <QtTest>
+#include <QTest>
 
 class TableCursor : public QObject
 {

@@ -6,9 +6,9 @@
 
 #include <QHelpEvent>
 #include <QLabel>
+#include <QTest>
 #include <QToolButton>
 #include <QToolTip>
-#include <QtTest>
 
 class TitleBar : public QObject
 {

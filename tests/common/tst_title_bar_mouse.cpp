@@ -4,8 +4,8 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QTest>
 #include <QToolButton>
-#include <QtTest>
 
 class TitleBarMouse : public QObject
 {

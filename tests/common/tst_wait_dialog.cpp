@@ -12,8 +12,9 @@
 #include <QMovie>
 #include <QPointer>
 #include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 #include <memory>
 

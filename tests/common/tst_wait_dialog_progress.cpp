@@ -8,8 +8,8 @@
 #include <QLabel>
 #include <QLayout>
 #include <QProgressBar>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 #include <functional>
 

@@ -2,7 +2,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QtTest>
+#include <QTest>
 
 class FitOnScreen : public QObject
 {

@@ -1,7 +1,7 @@
 #include "CConfiguration.h"
 
 #include <QMetaMethod>
-#include <QtTest>
+#include <QTest>
 
 class HubDefaults : public QObject
 {

@@ -6,8 +6,8 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QScreen>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 /// Windows on a screen with panels at its edges. The work area comes from a real window manager.
 class WorkArea : public QObject

@@ -6,8 +6,9 @@
 #include "ScratchFolder.h"
 #include "ZipContents.h"
 
+#include <QSignalSpy>
 #include <QTableWidgetItem>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 #include <utility>

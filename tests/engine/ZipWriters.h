@@ -2,7 +2,7 @@
 
 #include "ZipArchive.h"
 
-#include <QtTest>
+#include <QTest>
 
 Q_DECLARE_METATYPE(ZipLimits)
 

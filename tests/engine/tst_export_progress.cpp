@@ -1,6 +1,6 @@
 #include "ExportProgress.h"
 
-#include <QtTest>
+#include <QTest>
 
 class ExportProgressTest : public QObject
 {

@@ -4,8 +4,8 @@
 #include "ScratchFolder.h"
 
 #include <QProcess>
+#include <QTest>
 #include <QThread>
-#include <QtTest>
 
 #include <atomic>
 #include <chrono>

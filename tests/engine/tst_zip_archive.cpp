@@ -9,7 +9,7 @@
 #include "ZipTools.h"
 #include "ZipWriters.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <private/qzipreader_p.h>
 #include <private/qzipwriter_p.h>

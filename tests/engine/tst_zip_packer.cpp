@@ -6,7 +6,7 @@
 #include "ZipContents.h"
 #include "ZipPacker.h"
 
-#include <QtTest>
+#include <QTest>
 
 class ZipPackerTest : public QObject
 {

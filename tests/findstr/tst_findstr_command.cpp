@@ -1,6 +1,6 @@
 #include "FindstrCommand.h"
 
-#include <QtTest>
+#include <QTest>
 
 class FindstrCommandTest : public QObject
 {

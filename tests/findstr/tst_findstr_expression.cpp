@@ -1,6 +1,6 @@
 #include "FindstrExpression.h"
 
-#include <QtTest>
+#include <QTest>
 
 class FindstrExpressionTest : public QObject
 {

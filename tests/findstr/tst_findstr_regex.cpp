@@ -1,6 +1,6 @@
 #include "FindstrRegex.h"
 
-#include <QtTest>
+#include <QTest>
 
 class FindstrRegexTest : public QObject
 {

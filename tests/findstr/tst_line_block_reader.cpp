@@ -3,7 +3,7 @@
 #include "LineBlockReader.h"
 
 #include <QBuffer>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

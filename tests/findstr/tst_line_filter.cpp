@@ -1,6 +1,6 @@
 #include "LineFilter.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <string>
 

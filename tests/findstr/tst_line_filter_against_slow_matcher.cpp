@@ -1,7 +1,7 @@
 #include "LineFilter.h"
 #include "SlowFindstr.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <random>
 #include <string>

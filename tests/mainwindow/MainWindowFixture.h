@@ -15,7 +15,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QHeaderView>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

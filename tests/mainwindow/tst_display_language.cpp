@@ -2,7 +2,8 @@
 #include "ScratchFolder.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QStandardPaths>
+#include <QTest>
 
 class DisplayLanguageTest : public QObject
 {

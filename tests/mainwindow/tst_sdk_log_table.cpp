@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMenu>
+#include <QSignalSpy>
 #include <QTextDocument>
 #include <QToolTip>
 #include <QWindow>

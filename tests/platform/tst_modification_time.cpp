@@ -2,7 +2,7 @@
 #include "ScratchFolder.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 class ModificationTimeTest : public QObject
 {

@@ -2,7 +2,7 @@
 #include "SharedFile.h"
 
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 class SharedFileTest : public QObject
 {

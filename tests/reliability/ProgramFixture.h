@@ -10,7 +10,7 @@
 #include "ZipTools.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

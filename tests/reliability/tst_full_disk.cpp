@@ -4,6 +4,8 @@
 #include "Noise.h"
 #include "SmallDisk.h"
 
+#include <QScopeGuard>
+
 /// The disk becomes full at every point of an export with every item. At each point the worker
 /// continues, the user's files stay, there is no incomplete zip, and with free space the next
 /// export is complete.

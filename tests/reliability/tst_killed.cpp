@@ -2,6 +2,7 @@
 #include "SeededRandom.h"
 
 #include <QElapsedTimer>
+#include <QRegularExpression>
 
 /// The program is killed at a random moment of an export. The next start is normal, its export is
 /// complete, and no user file is lost.

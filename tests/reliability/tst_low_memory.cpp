@@ -11,7 +11,7 @@
 
 #include <QFile>
 #include <QTableWidget>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 #include <sys/resource.h>

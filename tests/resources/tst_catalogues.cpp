@@ -1,9 +1,9 @@
 #include <QFile>
 #include <QResource>
+#include <QTest>
 #include <QTranslator>
 #include <QXmlStreamReader>
 #include <QtEndian>
-#include <QtTest>
 
 class Catalogues : public QObject
 {

@@ -2,9 +2,9 @@
 #include <QProcess>
 #include <QSet>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTranslator>
 #include <QXmlStreamReader>
-#include <QtTest>
 
 class Hints : public QObject
 {

@@ -2,7 +2,7 @@
 #include <QIcon>
 #include <QImageReader>
 #include <QResource>
-#include <QtTest>
+#include <QTest>
 
 class Icon : public QObject
 {

@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QImageReader>
 #include <QMovie>
-#include <QtTest>
+#include <QTest>
 
 /// The skin beside the program.
 class SkinFiles : public QObject

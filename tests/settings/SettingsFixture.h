@@ -9,7 +9,7 @@
 
 #include <QFileDialog>
 #include <QRadioButton>
-#include <QtTest>
+#include <QTest>
 
 #include <functional>
 #include <memory>

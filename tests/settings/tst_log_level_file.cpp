@@ -2,7 +2,7 @@
 #include "LogLevelFile.h"
 
 #include <QTemporaryFile>
-#include <QtTest>
+#include <QTest>
 
 #include <limits>
 

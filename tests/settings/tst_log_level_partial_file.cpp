@@ -7,7 +7,7 @@
 #include "ScratchFolder.h"
 
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

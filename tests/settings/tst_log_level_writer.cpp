@@ -7,7 +7,7 @@
 
 #include <QFile>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using Problem = LogLevelRewrite::Problem;
 

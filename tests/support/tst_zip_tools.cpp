@@ -1,7 +1,7 @@
 #include "ScratchFolder.h"
 #include "ZipTools.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <private/qzipwriter_p.h>
 

@@ -5,7 +5,7 @@
 #include <QDirIterator>
 #include <QProcess>
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 class SampleHomeTest : public QObject
 {

@@ -2,7 +2,7 @@
 #include "SampleRandom.h"
 
 #include <QRegularExpression>
-#include <QtTest>
+#include <QTest>
 
 class SampleLogTest : public QObject
 {

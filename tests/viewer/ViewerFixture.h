@@ -13,8 +13,8 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QTest>
 #include <QToolButton>
-#include <QtTest>
 
 #include <utility>
 

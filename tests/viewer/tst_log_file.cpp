@@ -6,7 +6,7 @@
 #include "ScratchFolder.h"
 
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 class LogFileTest : public QObject
 {

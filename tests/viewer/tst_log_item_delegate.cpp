@@ -1,6 +1,6 @@
 #include "LogItemDelegate.h"
 
-#include <QtTest>
+#include <QTest>
 
 class LogItemDelegateTest : public QObject
 {

@@ -1,7 +1,7 @@
 #include "LogLine.h"
 #include "StreamedLine.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <random>
 #include <string>

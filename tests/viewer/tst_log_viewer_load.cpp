@@ -2,6 +2,7 @@
 #include "ViewerFixture.h"
 
 #include <QProcess>
+#include <QSignalSpy>
 
 class LogViewerLoad : public QObject
 {

@@ -3,6 +3,7 @@
 #include <QDeadlineTimer>
 #include <QDialog>
 #include <QProcess>
+#include <QThread>
 #include <QTimer>
 
 #include <atomic>

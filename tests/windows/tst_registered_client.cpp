@@ -8,7 +8,8 @@
 
 #include <QDialog>
 #include <QProcess>
-#include <QtTest>
+#include <QScopeGuard>
+#include <QTest>
 
 /// The camera client in the real registry, written by "reg add", and the real home folder.
 class RegisteredClient : public QObject

@@ -3,7 +3,7 @@
 #include "LineSearch.h"
 #include "ScratchFolder.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <windows.h>
 

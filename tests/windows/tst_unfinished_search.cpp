@@ -1,7 +1,7 @@
 #include "ScratchFolder.h"
 
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 /// A program that ends while its findstr is still running.
 class UnfinishedSearch : public QObject

@@ -2,7 +2,7 @@
 #include "linux/LinuxSeams.h"
 
 #include <QNetworkInterface>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 

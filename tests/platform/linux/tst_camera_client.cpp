@@ -2,7 +2,7 @@
 #include "ScratchFolder.h"
 
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 class CameraClientTest : public QObject
 {

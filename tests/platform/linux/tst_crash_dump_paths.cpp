@@ -3,7 +3,7 @@
 #include "linux/LinuxSeams.h"
 
 #include <QFile>
-#include <QtTest>
+#include <QTest>
 
 class KernelDumps : public QObject
 {

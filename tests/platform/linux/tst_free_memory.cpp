@@ -1,6 +1,6 @@
 #include "FreeMemory.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <malloc.h>
 

@@ -4,8 +4,8 @@
 
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QTest>
 #include <QThread>
-#include <QtTest>
 
 #include <memory>
 

@@ -3,7 +3,7 @@
 
 #include <QFileInfo>
 #include <QStorageInfo>
-#include <QtTest>
+#include <QTest>
 
 class LargeJournal : public QObject
 {

@@ -5,7 +5,7 @@
 #include "ScratchFolder.h"
 
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 class LineSearchTest : public QObject
 {

@@ -1,7 +1,7 @@
 #include "LineSearch.h"
 #include "ScratchFolder.h"
 
-#include <QtTest>
+#include <QTest>
 
 class LongKeywords : public QObject
 {

@@ -2,7 +2,7 @@
 #include "linux/LinuxSeams.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 class Memory : public QObject
 {

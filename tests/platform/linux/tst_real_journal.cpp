@@ -3,7 +3,7 @@
 
 #include <QFileInfo>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 #include <unistd.h>
 

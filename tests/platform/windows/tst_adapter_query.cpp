@@ -1,6 +1,6 @@
 #include "windows/Win32Seams.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "DebugCapture.h"
 #include "windows/Win32Seams.h"
 
-#include <QtTest>
+#include <QTest>
 
 /// The call that exports a channel.
 class EventLogArguments : public QObject

@@ -3,7 +3,7 @@
 #include "FakeWmi.h"
 #include "MemoryModules.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <wbemcli.h>
 

@@ -7,8 +7,8 @@
 #include "ScratchFolder.h"
 
 #include <QFileInfo>
+#include <QTest>
 #include <QThread>
-#include <QtTest>
 
 #include <memory>
 

@@ -3,7 +3,7 @@
 
 #include <QCoreApplication>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 #include <array>
 #include <cstdio>

@@ -1,31 +1,25 @@
 #include "Diagnostics.h"
+#include "DebugCapture.h"
 #include "DumpArchives.h"
-#include "FullJob.h"
-#include "Machine.h"
+#include "LargeFiles.h"
 #include "MemoryPeak.h"
 #include "Noise.h"
-#include "SeededRandom.h"
 #include "ZipArchive.h"
 #include "ZipPacker.h"
 #include "ZipTools.h"
 
 #include <QDirIterator>
-#include <QProcess>
 
-/// Archives beyond the limits of Qt's writer. Most files are sparse, which takes time but no disk
-/// space.
+/// Archives beyond the limits of Qt's writer.
 class LargeZip : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void aKernelDumpOfFiveGibibytes();
     void clientDumpsOfTogetherMoreThanFourGibibytes();
     void aLogOfThreeGibibytes();
     void seventyThousandEntries();
     void aDumpThatShrinksWhileItIsPacked();
-    void aLogThroughTheWholeJob();
-    void clientDumpsThatMakeAnArchiveOfMoreThanTwoGibibytes();
     void anArchiveOfMoreThanFourGibibytes();
 
 private:
@@ -33,31 +27,6 @@ private:
 };
 
 namespace {
-
-constexpr qint64 gibibyte = 1 << 30;
-constexpr qint64 mostMemory = 64 << 20; // bytes beyond those of an idle program
-constexpr int patience = 600'000;       // milliseconds; gigabytes on a busy machine
-constexpr const char *notAskedFor =
-    "takes up to 7 GB of the disk and some minutes: runs with VANTREL_LARGE=1";
-constexpr const char *slowHere = "takes minutes under Wine: runs with VANTREL_LARGE=1";
-
-bool isAskedFor()
-{
-    return times("VANTREL_LARGE", 0) > 0;
-}
-
-/// A sparse file with data at its start, in its middle and at its end.
-QString sparse(ScratchFolder &scratch, const QString &name, qint64 size, const QByteArray &bytes)
-{
-    QFile file(scratch.sparseFile(name, size));
-    if (!file.open(QIODevice::ReadWrite))
-        qFatal("cannot fill a file");
-    for (const qint64 place : {qint64(0), size / 2, size - bytes.size()}) {
-        if (!file.seek(place) || file.write(bytes) != bytes.size())
-            qFatal("cannot fill a file");
-    }
-    return file.fileName();
-}
 
 bool pack(const QVector<PackedFile> &files, const QString &zip)
 {
@@ -69,23 +38,6 @@ bool pack(const QVector<PackedFile> &files, const QString &zip)
 
 } // namespace
 
-void LargeZip::aKernelDumpOfFiveGibibytes()
-{
-    FullJob job;
-    sparse(job.f.scratch, "Memory.dmp", 5 * gibibyte + 1, "kernel");
-    const MemoryPeak memory;
-    job.request();
-    QVERIFY(job.f.waitForExports(1, patience));
-    QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
-
-    QCOMPARE(job.f.output.lines(), job.printed({}));
-    QCOMPARE(zipToolsComplaint({job.f.zip()}), QString());
-    const QByteArray inner = zipContents(job.f.zip()).value("SystemDmp.zip");
-    QCOMPARE(zipToolsComplaint(job.f.scratch.file("inner.zip", inner),
-                               {{job.kernelDump, job.kernelDump}, {job.smallDump, job.smallDump}}),
-             QString());
-}
-
 void LargeZip::clientDumpsOfTogetherMoreThanFourGibibytes()
 {
     if (onWindows() && !isAskedFor())
@@ -93,7 +45,7 @@ void LargeZip::clientDumpsOfTogetherMoreThanFourGibibytes()
     ScratchFolder scratch;
     const QString source = scratch.folder("QZviewer");
     for (const char *name : {"QZviewer/a.dmp", "QZviewer/错误.dmp", "QZviewer/c.dmp"})
-        sparse(scratch, name, 3 * gibibyte / 2, name);
+        scratch.sparseFile(name, 3 * gibibyte / 2, name);
     const QString zip = scratch.path("ClientDump.zip");
     const DebugCapture output;
     const MemoryPeak memory;
@@ -120,8 +72,8 @@ void LargeZip::aLogOfThreeGibibytes()
     QStringList lines;
     for (const char *name : {"NICInfo.txt", "SDKLOG/a.log", "SDKLOG/huge.log", "SDKLOG/z.log"}) {
         const qint64 size = QString(name).contains("huge") ? 3 * gibibyte : 1000;
-        sparse(scratch, QString("LogInfo/") + name, size, name);
-        originals.append({name, sparse(scratch, QString("originals/") + name, size, name)});
+        scratch.sparseFile(QString("LogInfo/") + name, size, name);
+        originals.append({name, scratch.sparseFile(QString("originals/") + name, size, name)});
         lines.append(QString("\"%1\" \"%2\" \"%3\"")
                          .arg(name, QFileInfo(staging + '/' + name).path(), staging));
     }
@@ -160,7 +112,7 @@ void LargeZip::aDumpThatShrinksWhileItIsPacked()
 {
     ScratchFolder scratch;
     const QString zip = scratch.path("a.zip");
-    const QString dump = sparse(scratch, "a.dmp", 5 * gibibyte, "dump");
+    const QString dump = scratch.sparseFile("a.dmp", 5 * gibibyte, "dump");
     const QString other = scratch.file("b.dmp", noise(100'000));
     const DebugCapture output;
     {
@@ -172,55 +124,6 @@ void LargeZip::aDumpThatShrinksWhileItIsPacked()
     QCOMPARE(output.lines(),
              QStringList(QString("read only 1000000 of 5368709120 bytes: \"%1\"").arg(dump)));
     QCOMPARE(zipToolsComplaint(zip, {{"a.dmp", dump}, {"b.dmp", other}}), QString());
-}
-
-void LargeZip::aLogThroughTheWholeJob()
-{
-    if (!isAskedFor())
-        QSKIP(notAskedFor); // the copy in the staging folder is not sparse
-    ExportFixture f;
-    const QString small = f.log("a.log");
-    const QString huge = sparse(f.scratch, "QZSDK/QZviewer/huge.log", 3 * gibibyte, "line\n");
-    f.choose({huge, small});
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.waitForExports(1, patience));
-    QVERIFY(!QFileInfo::exists(f.staging()));
-    QCOMPARE(zipToolsComplaint(f.zip(), {{"SDKLOG/a.log", small}, {"SDKLOG/huge.log", huge}}),
-             QString());
-
-    QVERIFY(f.exportAndWait({small})); // the next export works as usual
-    QCOMPARE(zipContents(f.zip()),
-             (ExportFixture::Contents{{"SDKLOG/a.log", f.scratch.read("QZSDK/QZviewer/a.log")}}));
-}
-
-void LargeZip::clientDumpsThatMakeAnArchiveOfMoreThanTwoGibibytes()
-{
-    if (onWindows())
-        QSKIP("there is no unzip here to take the zip out of the zip");
-    if (!isAskedFor())
-        QSKIP(notAskedFor);
-    ExportFixture f;
-    hub().sdkLog = false;
-    hub().clientDump = true;
-    QVector<PackedFile> dumps;
-    for (const quint32 seed : {1U, 2U, 3U})
-        f.log(QString("%1.dmp").arg(seed), noise(716'000'000, seed));
-    for (QDirIterator walk(f.base() + "QZviewer", QDir::Files); walk.hasNext();) {
-        const QString path = walk.next();
-        dumps.append({walk.fileName(), path});
-    }
-    QCOMPARE(dumps.size(), 3);
-    f.worker.enqueueExport(f.zip());
-    QVERIFY(f.waitForExports(1, patience));
-
-    const QString inner = f.scratch.path("inner.zip");
-    QProcess unzip;
-    unzip.setStandardOutputFile(inner);
-    unzip.start("unzip", {"-p", f.zip(), "ClientDump.zip"});
-    QVERIFY(unzip.waitForFinished(patience) && unzip.exitCode() == 0);
-    QVERIFY(QFileInfo(inner).size() > 2'146'000'000);
-    QCOMPARE(zipToolsComplaint(f.zip(), {{"ClientDump.zip", inner}}), QString());
-    QCOMPARE(zipToolsComplaint(inner, dumps), QString());
 }
 
 void LargeZip::anArchiveOfMoreThanFourGibibytes()

@@ -49,10 +49,12 @@ QString ScratchFolder::file(const QString &name, const QByteArray &contents,
     return path(name);
 }
 
-QString ScratchFolder::sparseFile(const QString &name, qint64 size)
+QString ScratchFolder::sparseFile(const QString &name, qint64 size, const QByteArray &bytes)
 {
     QFile made(file(name));
-    insist(made.resize(size), path(name));
+    insist(made.open(QIODevice::ReadWrite) && made.resize(size), path(name));
+    for (const qint64 place : {qint64(0), size / 2, size - bytes.size()})
+        insist(made.seek(place) && made.write(bytes) == bytes.size(), path(name));
     return path(name);
 }
 

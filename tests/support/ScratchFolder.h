@@ -17,8 +17,9 @@ public:
     QString folder(const QString &name);
     QString file(const QString &name, const QByteArray &contents = {});
     QString file(const QString &name, const QByteArray &contents, const QDateTime &modified);
-    /// A sparse file of @p size zero bytes.
-    QString sparseFile(const QString &name, qint64 size);
+    /// A sparse file of @p size bytes, all zero except for @p bytes at its start, in its middle and
+    /// at its end.
+    QString sparseFile(const QString &name, qint64 size, const QByteArray &bytes = {});
 
     [[nodiscard]] QByteArray read(const QString &name) const;
 

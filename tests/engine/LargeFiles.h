@@ -1,0 +1,19 @@
+#pragma once
+
+#include "Machine.h"
+#include "ScratchFolder.h"
+#include "SeededRandom.h"
+
+// What the tests of large archives share. Most of their files are sparse, which takes time but no
+// disk space.
+
+constexpr qint64 gibibyte = 1 << 30;
+constexpr qint64 mostMemory = 64 << 20; // bytes beyond those of an idle program
+constexpr const char *notAskedFor =
+    "takes up to 7 GB of the disk and some minutes: runs with VANTREL_LARGE=1";
+constexpr const char *slowHere = "takes minutes under Wine: runs with VANTREL_LARGE=1";
+
+inline bool isAskedFor()
+{
+    return times("VANTREL_LARGE", 0) > 0;
+}

@@ -13,6 +13,7 @@ class LargeExports : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void aKernelDumpOfFiveGibibytes();
     void aLogOfThreeGibibytes();
     void clientDumpsThatMakeAnArchiveOfMoreThanTwoGibibytes();
@@ -26,6 +27,11 @@ namespace {
 constexpr int patience = 600'000; // milliseconds; gigabytes on a busy machine
 
 } // namespace
+
+void LargeExports::initTestCase()
+{
+    keepSparseFilesInMemory();
+}
 
 void LargeExports::aKernelDumpOfFiveGibibytes()
 {

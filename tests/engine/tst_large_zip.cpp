@@ -1,5 +1,5 @@
-#include "Diagnostics.h"
 #include "DebugCapture.h"
+#include "Diagnostics.h"
 #include "DumpArchives.h"
 #include "LargeFiles.h"
 #include "MemoryPeak.h"
@@ -16,6 +16,7 @@ class LargeZip : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void clientDumpsOfTogetherMoreThanFourGibibytes();
     void aLogOfThreeGibibytes();
     void seventyThousandEntries();
@@ -37,6 +38,11 @@ bool pack(const QVector<PackedFile> &files, const QString &zip)
 }
 
 } // namespace
+
+void LargeZip::initTestCase()
+{
+    keepSparseFilesInMemory();
+}
 
 void LargeZip::clientDumpsOfTogetherMoreThanFourGibibytes()
 {

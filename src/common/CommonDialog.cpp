@@ -1,15 +1,13 @@
 #include "CommonDialog.h"
 
+#include "FocusedButton.h"
 #include "Skin.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QIcon>
-#include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPushButton>
 #include <QThread>
-#include <QToolButton>
 #include <QWindow>
 
 #include <array>
@@ -27,12 +25,6 @@ constexpr std::array<Qt::CursorShape, 9> cursors{
 bool isOneOf(ResizeDirection direction, ResizeDirection a, ResizeDirection b, ResizeDirection c)
 {
     return direction == a || direction == b || direction == c;
-}
-
-bool isReturn(const QKeyEvent &event)
-{
-    return (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) &&
-           (event.modifiers() & ~Qt::KeypadModifier) == 0 && !event.isAutoRepeat();
 }
 
 } // namespace
@@ -63,12 +55,7 @@ void CommonDialog::waitUntilExposed()
 
 void CommonDialog::keyPressEvent(QKeyEvent *event)
 {
-    QWidget *focused = focusWidget();
-    const bool pressable = qobject_cast<QPushButton *>(focused) != nullptr ||
-                           qobject_cast<QToolButton *>(focused) != nullptr;
-    if (pressable && isReturn(*event))
-        static_cast<QAbstractButton *>(focused)->click();
-    else
+    if (!clickFocusedButton(*this, *event))
         QFrame::keyPressEvent(event);
 }
 

@@ -1,5 +1,6 @@
 #include "CommonMessageBox.h"
 
+#include "FocusedButton.h"
 #include "Skin.h"
 #include "ui_CommonMessageBox.h"
 
@@ -71,7 +72,7 @@ void CommonMessageBox::keyPressEvent(QKeyEvent *event)
 {
     if (event->matches(QKeySequence::Cancel))
         dismiss();
-    else
+    else if (!clickFocusedButton(*this, *event))
         QDialog::keyPressEvent(event);
 }
 

@@ -15,9 +15,9 @@ class CommonMessageBox;
 /// QDialog::Accepted for OK and Yes, otherwise QDialog::Rejected; getClickedButton() returns the
 /// button.
 ///
-/// Enter presses Yes, else OK, else the first button, unless another has the focus. Esc and the
-/// title bar's close button press Cancel, else No, else the only button; without these they reject
-/// the dialog.
+/// Enter presses the button that has the focus, otherwise Yes, else OK, else the first one. Esc and
+/// the title bar's close button press Cancel, else No, else the only button; without these they
+/// reject the dialog.
 class CommonMessageBox : public QDialog
 {
     Q_OBJECT

@@ -1,5 +1,6 @@
 #include "ExportInfoDlg.h"
 
+#include "FocusedButton.h"
 #include "Skin.h"
 #include "ui_ExportInfoDlg.h"
 
@@ -66,6 +67,12 @@ void ExportInfoDlg::showEvent(QShowEvent *event)
     QDialog::showEvent(event);
     if (!timer.isActive())
         timer.start();
+}
+
+void ExportInfoDlg::keyPressEvent(QKeyEvent *event)
+{
+    if (!clickFocusedButton(*this, *event))
+        QDialog::keyPressEvent(event);
 }
 
 void ExportInfoDlg::onTimer()

@@ -28,6 +28,7 @@ private slots:
     void opensNothingWhenTheFolderCannotBeCreated();
     void signalsBeforeItOpens();
     void staysVisibleAfterAClick();
+    void opensTheFolderByReturn();
 };
 
 namespace {
@@ -167,9 +168,9 @@ void ExportNoticeView::opensNothingWithoutAPath()
 {
     const OpenedUrls urls;
     ExportInfoDlg notice(nullptr);
-    QSignalSpy told(&notice, &ExportInfoDlg::openUrl);
+    QSignalSpy emitted(&notice, &ExportInfoDlg::openUrl);
     clickView(notice);
-    QCOMPARE(told.size(), 1);
+    QCOMPARE(emitted.size(), 1);
     QCOMPARE(urls.opened, QList<QUrl>());
 }
 
@@ -190,10 +191,10 @@ void ExportNoticeView::opensNothingWhenTheFolderCannotBeCreated()
     ScratchFolder scratch;
     const OpenedUrls urls;
     ExportInfoDlg notice(nullptr);
-    QSignalSpy told(&notice, &ExportInfoDlg::openUrl);
+    QSignalSpy emitted(&notice, &ExportInfoDlg::openUrl);
     notice.setPath(scratch.file("file") + "/folder");
     clickView(notice);
-    QCOMPARE(told.size(), 1);
+    QCOMPARE(emitted.size(), 1);
     QCOMPARE(urls.opened, QList<QUrl>());
 }
 
@@ -225,6 +226,19 @@ void ExportNoticeView::staysVisibleAfterAClick()
     clickView(shown.notice);
     QVERIFY(shown.notice.isVisible());
     QVERIFY(timerOf(shown.notice).isActive());
+}
+
+void ExportNoticeView::opensTheFolderByReturn()
+{
+    ScratchFolder scratch;
+    const OpenedUrls urls;
+    Shown shown;
+    shown.notice.setPath(scratch.path());
+    shown.notice.show();
+    part<QToolButton>(shown.notice, "btnView").setFocus();
+    QTest::keyClick(shown.parent.focusWidget(), Qt::Key_Return);
+    QCOMPARE(urls.opened.size(), 1);
+    QVERIFY(shown.notice.isVisible());
 }
 
 QTEST_MAIN(ExportNoticeView)

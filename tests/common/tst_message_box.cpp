@@ -31,10 +31,11 @@ private slots:
     void showsTheButtonsThatAreAskedFor();
     void takesKeysAsUsersExpect_data();
     void takesKeysAsUsersExpect();
-    void takesTheCloseButtonForEsc_data();
-    void takesTheCloseButtonForEsc();
+    void treatsTheCloseButtonLikeEsc_data();
+    void treatsTheCloseButtonLikeEsc();
     void pressesTheFocusedButtonByEnter();
-    void takesEnterWithoutAFocusForTheFirstButton();
+    void pressesTheFocusedCloseButtonByEnter();
+    void pressesTheDefaultButtonByEnter();
     void declaresItsSlots();
     void letsASubclassIntercept();
     void forgetsTheButtonWhenItIsShownAgain();
@@ -184,7 +185,7 @@ void MessageBox::takesKeysAsUsersExpect()
     QTEST(answer, "result");
 }
 
-void MessageBox::takesTheCloseButtonForEsc_data()
+void MessageBox::treatsTheCloseButtonLikeEsc_data()
 {
     QTest::addColumn<Buttons>("buttons");
     QTest::addColumn<int>("clicked");
@@ -196,7 +197,7 @@ void MessageBox::takesTheCloseButtonForEsc_data()
                              << int(QDialog::Rejected);
 }
 
-void MessageBox::takesTheCloseButtonForEsc()
+void MessageBox::treatsTheCloseButtonLikeEsc()
 {
     QFETCH(Buttons, buttons);
     CommonMessageBox box("Really?", buttons);
@@ -219,7 +220,18 @@ void MessageBox::pressesTheFocusedButtonByEnter()
     QCOMPARE(box.getClickedButton(), QMessageBox::No);
 }
 
-void MessageBox::takesEnterWithoutAFocusForTheFirstButton()
+void MessageBox::pressesTheFocusedCloseButtonByEnter()
+{
+    CommonMessageBox box("Really?", QMessageBox::Yes | QMessageBox::No);
+    const int answer = runAnd(box, [&] {
+        part<QToolButton>(box, "btnClose").setFocus();
+        QTest::keyClick(box.focusWidget(), Qt::Key_Return);
+    });
+    QCOMPARE(answer, int(QDialog::Rejected));
+    QCOMPARE(box.getClickedButton(), QMessageBox::No);
+}
+
+void MessageBox::pressesTheDefaultButtonByEnter()
 {
     CommonMessageBox box("Really?", QMessageBox::Yes | QMessageBox::No);
     const int answer = runAnd(box, [&] {

@@ -42,10 +42,14 @@ void QCheckBoxHeader::paintEvent(QPaintEvent *event)
 {
     QHeaderView::paintEvent(event);
     // Scrolling moves a section's pixels without repainting it; hidden sections are not painted.
-    if (sectionSize(checkColumn) > 0)
-        placeBox({sectionViewportPosition(checkColumn), 0, sectionSize(checkColumn), height()});
-    else
+    const int start = sectionViewportPosition(checkColumn);
+    const int size = sectionSize(checkColumn);
+    if (size == 0)
         checkBox->hide();
+    else if (orientation() == Qt::Horizontal)
+        placeBox({start, 0, size, height()});
+    else
+        placeBox({0, start, width(), size});
 }
 
 void QCheckBoxHeader::placeBox(const QRect &section) const

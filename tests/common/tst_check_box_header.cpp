@@ -2,6 +2,7 @@
 #include "QCheckBoxHeader.h"
 #include "QUserCheckBox.h"
 
+#include <QPainter>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableWidget>
@@ -16,6 +17,8 @@ private slots:
     void alignsItsTextsLeft();
     void placesTheBoxInItsSection_data();
     void placesTheBoxInItsSection();
+    void placesTheBoxInAPaintedSection();
+    void placesTheBoxInAVerticalHeader();
     void keepsTheBoxAtTwelvePixelsInAnyHeight_data();
     void keepsTheBoxAtTwelvePixelsInAnyHeight();
     void movesTheBoxWithItsSection();
@@ -91,6 +94,37 @@ void CheckBoxHeader::placesTheBoxInItsSection()
     QTEST(fixture.box->pos(), "expected");
 }
 
+void CheckBoxHeader::placesTheBoxInAPaintedSection()
+{
+    struct Header : QCheckBoxHeader
+    {
+        using QCheckBoxHeader::paintSection;
+        using QCheckBoxHeader::QCheckBoxHeader;
+    };
+    QTableWidget table(2, 3);
+    auto *header = new Header(1, Qt::Horizontal, &table);
+    table.setHorizontalHeader(header);
+    auto *box = header->findChild<QCheckBox *>();
+    box->hide();
+    QImage image(300, 100, QImage::Format_RGB32);
+    QPainter painter(&image);
+    header->paintSection(&painter, QRect(100, 0, 51, 36), 0); // another section
+    QVERIFY(box->isHidden());
+    header->paintSection(&painter, QRect(100, 0, 51, 36), 1);
+    QCOMPARE(box->pos(), QPoint(125 - 6, 12));
+    QVERIFY(!box->isHidden());
+}
+
+void CheckBoxHeader::placesTheBoxInAVerticalHeader()
+{
+    QTableWidget table(3, 2);
+    auto *header = new QCheckBoxHeader(1, Qt::Vertical, &table);
+    table.setVerticalHeader(header);
+    header->setFixedWidth(51);
+    header->grab();
+    QCOMPARE(header->findChild<QCheckBox *>()->pos(), QPoint(25 - 6, 12));
+}
+
 void CheckBoxHeader::keepsTheBoxAtTwelvePixelsInAnyHeight_data()
 {
     QTest::addColumn<int>("height");
@@ -156,28 +190,28 @@ void CheckBoxHeader::showsTheBoxWhenItsSectionIsPainted()
 void CheckBoxHeader::emitsTheNewStateWhenClicked()
 {
     Fixture fixture;
-    QSignalSpy told(fixture.header, &QCheckBoxHeader::checkStausChange);
+    QSignalSpy changed(fixture.header, &QCheckBoxHeader::checkStausChange);
     for (const bool expected : {true, false, true}) {
         QTest::mouseClick(fixture.box, Qt::LeftButton, Qt::NoModifier, QPoint(6, 6));
         QCOMPARE(fixture.box->isChecked(), expected);
-        QCOMPARE(told.size(), 1);
-        QCOMPARE(told.takeFirst().first().toBool(), expected);
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed.takeFirst().first().toBool(), expected);
     }
 }
 
 void CheckBoxHeader::setsTheBoxWithoutASignal()
 {
     Fixture fixture;
-    QSignalSpy told(fixture.header, &QCheckBoxHeader::checkStausChange);
+    QSignalSpy changed(fixture.header, &QCheckBoxHeader::checkStausChange);
     for (const bool checked : {true, true, false, true}) {
         fixture.header->setChecked(checked);
         QCOMPARE(fixture.box->isChecked(), checked);
     }
-    QCOMPARE(told.size(), 0);
+    QCOMPARE(changed.size(), 0);
 
     QTest::mouseClick(fixture.box, Qt::LeftButton, Qt::NoModifier, QPoint(6, 6));
-    QCOMPARE(told.size(), 1);
-    QCOMPARE(told.first().first().toBool(), false);
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(changed.first().first().toBool(), false);
 }
 
 void CheckBoxHeader::passesPressesOnItsSectionsToTheBaseClass()

@@ -52,7 +52,7 @@ struct Fixture
     QAction *info = menu.addAction("INFO");
     QAction *debug = menu.addAction("DEBUG");
     QAction *plain = menu.addAction("CopyAll");
-    QSignalSpy told{&menu, &CMenuEx::signalHide};
+    QSignalSpy hidden{&menu, &CMenuEx::signalHide};
     QSignalSpy triggered{&menu, &QMenu::triggered};
 };
 
@@ -112,10 +112,10 @@ void Menu::staysOpenWhileItemsAreToggled()
     fixture.click(fixture.plain);
     QCOMPARE(fixture.triggered.size(), 4);
     QVERIFY(fixture.menu.isVisible());
-    QCOMPARE(fixture.told.size(), 0);
+    QCOMPARE(fixture.hidden.size(), 0);
 
     fixture.menu.close();
-    QCOMPARE(fixture.told.size(), 1);
+    QCOMPARE(fixture.hidden.size(), 1);
 }
 
 void Menu::triggersByAnyButton()
@@ -140,7 +140,7 @@ void Menu::signalsOnceWhenEscapeClosesIt()
     fixture.click(fixture.info);
     QTest::keyClick(&fixture.menu, Qt::Key_Escape);
     QVERIFY(!fixture.menu.isVisible());
-    QCOMPARE(fixture.told.size(), 1);
+    QCOMPARE(fixture.hidden.size(), 1);
 }
 
 void Menu::signalsOnceWhenAClickOutsideClosesIt()
@@ -150,7 +150,7 @@ void Menu::signalsOnceWhenAClickOutsideClosesIt()
     QTest::mouseClick(fixture.menu.windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       QPoint(fixture.menu.width() + 50, fixture.menu.height() + 50));
     QTRY_VERIFY(!fixture.menu.isVisible());
-    QCOMPARE(fixture.told.size(), 1);
+    QCOMPARE(fixture.hidden.size(), 1);
     QCOMPARE(fixture.triggered.size(), 0);
 }
 
@@ -177,7 +177,7 @@ void Menu::ticksBySpaceAndStaysOpen()
     fixture.key(Qt::Key_Space);
     QVERIFY(fixture.debug->isChecked());
     QCOMPARE(fixture.triggered.size(), 4);
-    QCOMPARE(fixture.told.size(), 0);
+    QCOMPARE(fixture.hidden.size(), 0);
 }
 
 void Menu::ticksOnceWhileSpaceIsHeld()
@@ -216,7 +216,7 @@ void Menu::choosesByReturnAndCloses()
     fixture.key(key);
     QVERIFY(fixture.info->isChecked());
     QVERIFY(!fixture.menu.isVisible());
-    QCOMPARE(fixture.told.size(), 1);
+    QCOMPARE(fixture.hidden.size(), 1);
 }
 
 void Menu::leavesNoHoverOnTheButtonThatOpenedIt_data()

@@ -76,8 +76,8 @@ void WaitDialogProgress::appearsAfterASecond()
 void WaitDialogProgress::staysHiddenWhenNothingIsKnown_data()
 {
     QTest::addColumn<bool>("hasSource");
-    QTest::newRow("nobody to ask") << false;
-    QTest::newRow("nothing in hand") << true;
+    QTest::newRow("no source") << false;
+    QTest::newRow("progress unknown") << true;
 }
 
 void WaitDialogProgress::staysHiddenWhenNothingIsKnown()

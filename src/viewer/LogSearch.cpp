@@ -6,6 +6,7 @@
 
 #include <QDeadlineTimer>
 #include <QDebug>
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QScopedValueRollback>
 
@@ -20,121 +21,133 @@ constexpr auto longestStep = 20ms; // about one frame; most searches take less
 
 } // namespace
 
-/// Divides work into steps and handles events between them, which keeps the window responsive.
-class LogSearch::Steps
+/// The work on one query, in steps.
+class LogSearch::Task
 {
 public:
-    explicit Steps(QWidget &busyWidget)
-        : widget(busyWidget)
+    Task(LogTable &logTable, LineSearch search, Query searchQuery)
+        : table(logTable)
+        , lineSearch(std::move(search))
+        , query(std::move(searchQuery))
     {
+        table.setContents(LogTable::Contents::Nothing);
     }
-    ~Steps() { widget.unsetCursor(); }
-    Steps(const Steps &) = delete;
-    Steps &operator=(const Steps &) = delete;
+    ~Task() { table.viewport()->unsetCursor(); }
+    Task(const Task &) = delete;
+    Task &operator=(const Task &) = delete;
 
-    /// Checks the clock only now and then: each check takes a tenth of the time of placing a line.
-    [[nodiscard]] bool isOver() { return ++checks % 32 == 0 && end.hasExpired(); }
-    [[nodiscard]] std::chrono::milliseconds timeLeft() const
+    /// Works for about one frame. Returns whether the task is done.
+    bool step()
     {
-        return std::chrono::milliseconds(end.remainingTime());
-    }
-    /// Handles events and begins the next step, if the current one is over.
-    void handleEventsIfDue()
-    {
-        if (!end.hasExpired())
-            return;
-        widget.setCursor(Qt::BusyCursor); // the work takes more than one step
-        QCoreApplication::processEvents();
         end.setRemainingTime(longestStep);
+        if (matches == nullptr && clear())
+            start();
+        if (matches != nullptr && show()) {
+            if (!hasFailed())
+                table.setContents(LogTable::Contents::LinesFound, row);
+            return true;
+        }
+        table.viewport()->setCursor(Qt::BusyCursor); // it takes more than one step
+        return false;
     }
+
+    /// Whether the search could not be started, or ran out of memory. To be called when done.
+    [[nodiscard]] bool hasFailed() const { return matches->hasFailed(); }
 
 private:
-    QWidget &widget;
-    QDeadlineTimer end{longestStep};
+    /// Empties the rows. Returns whether all are empty.
+    bool clear()
+    {
+        const ModelSignalBlocker removal(table);
+        for (; row < table.rowCount() && !isStepOver(); ++row) {
+            for (int column = 0; column < LogRows::ColumnCount; ++column)
+                delete table.takeItem(row, column);
+        }
+        return row >= table.rowCount();
+    }
+
+    void start()
+    {
+        table.clearLines();
+        table.setContents(LogTable::Contents::LinesBeingFound);
+        row = 0;
+        // Matches beyond the table's last row cannot be shown.
+        matches =
+            std::make_unique<SearchRun>(lineSearch, query.keyword, query.path, table.rowCount());
+    }
+
+    /// Shows matches as they arrive. Returns whether all are shown.
+    bool show()
+    {
+        do {
+            if (shown == found.size()) {
+                found = matches->take(std::chrono::milliseconds(end.remainingTime()));
+                shown = 0;
+            }
+            const ModelSignalBlocker fill(table);
+            while (shown < found.size() && !isStepOver()) {
+                const std::string_view piece(&found[shown]);
+                table.setLine(piece, row++);
+                shown += piece.size() + 1;
+            }
+            if (shown == found.size() && matches->isOver())
+                return true;
+        } while (!end.hasExpired());
+        return false;
+    }
+
+    /// Checks the clock only now and then: each check takes a tenth of the time of placing a line.
+    bool isStepOver() { return ++checks % 32 == 0 && end.hasExpired(); }
+
+    LogTable &table;
+    const LineSearch lineSearch;
+    const Query query;
+    QDeadlineTimer end; ///< of the current step
     unsigned checks = 0;
+    int row = 0;                        ///< the next row to clear or to fill
+    std::unique_ptr<SearchRun> matches; ///< null until the rows are empty
+    std::string found;                  ///< pieces, each with its terminating zero byte
+    std::size_t shown = 0;              ///< number of its bytes that are in the table
 };
 
 LogSearch::LogSearch(LogTable &logTable, LineSearch search)
     : table(logTable)
     , lineSearch(std::move(search))
 {
+    stepTimer.callOnTimeout(&stepTimer, [this] { step(); });
+    // Nobody waits for a search after the last window is closed.
+    QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &stepTimer, [this] { cancel(); });
 }
+
+LogSearch::~LogSearch() = default;
 
 void LogSearch::run(const Query &query)
 {
-    next = query;
-    if (isRunning)
-        return; // the active call continues with it
-    const QScopedValueRollback running(isRunning, true);
-    // Nobody waits for a search after the last window is closed.
-    QObject context;
-    QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &context, [this] { cancel(); });
-    bool done = true;
-    while (next) {
-        isCancelled = false;
-        done = show(*std::exchange(next, std::nullopt));
-    }
-    if (!done)
-        qDebug() << "Failed to execute findstr command.";
+    task = std::make_unique<Task>(table, lineSearch, query);
+    stepTimer.start(0);
+    if (waiting != nullptr)
+        return; // the active call waits for this query, too
+    QEventLoop events;
+    const QScopedValueRollback waits(waiting, &events);
+    step();
+    if (stepTimer.isActive())
+        events.exec();
     returnFreeMemory();
 }
 
 void LogSearch::cancel()
 {
-    isCancelled = true;
-    next.reset();
+    task.reset();
 }
 
-bool LogSearch::show(const Query &query)
+void LogSearch::step()
 {
-    Steps steps(*table.viewport());
-    if (!clear(steps))
-        return true;
-    table.setContents(LogTable::Contents::LinesBeingFound);
-    // Matches beyond the table's last row cannot be shown.
-    SearchRun search(lineSearch, query.keyword, query.path, table.rowCount());
-    std::string found;
-    std::size_t shown = 0;
-    int row = 0;
-    while (shown < found.size() || !search.isOver()) {
-        if (shown == found.size()) {
-            found = search.take(steps.timeLeft());
-            shown = 0;
-        }
-        {
-            const ModelSignalBlocker fill(table);
-            while (shown < found.size() && !steps.isOver()) {
-                const std::string_view piece(&found[shown]);
-                table.setLine(piece, row++);
-                shown += piece.size() + 1;
-            }
-        }
-        steps.handleEventsIfDue();
-        if (isInterrupted())
-            return true;
-    }
-    if (search.hasFailed())
-        return false;
-    table.setContents(LogTable::Contents::LinesFound, row);
-    return true;
-}
-
-bool LogSearch::clear(Steps &steps)
-{
-    table.setContents(LogTable::Contents::Nothing);
-    // Clearing all rows at once would take longer than a step.
-    for (int row = 0; row < table.rowCount() && !isInterrupted();) {
-        {
-            const ModelSignalBlocker removal(table);
-            for (; row < table.rowCount() && !steps.isOver(); ++row) {
-                for (int column = 0; column < LogRows::ColumnCount; ++column)
-                    delete table.takeItem(row, column);
-            }
-        }
-        steps.handleEventsIfDue();
-    }
-    if (isInterrupted())
-        return false;
-    table.clearLines();
-    return true;
+    if (task != nullptr && !task->step())
+        return;
+    stepTimer.stop();
+    if (task != nullptr && task->hasFailed())
+        qDebug() << "Failed to execute findstr command.";
+    task.reset();
+    if (waiting != nullptr)
+        waiting->quit();
 }

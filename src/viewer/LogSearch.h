@@ -2,10 +2,13 @@
 
 #include "LineSearch.h"
 
-#include <optional>
+#include <QTimer>
+
+#include <memory>
 #include <string>
 
 class LogTable;
+class QEventLoop;
 
 /// Searches a log and shows the matches in a table while the window stays responsive. GUI thread
 /// only.
@@ -21,27 +24,27 @@ public:
     /// Fills @p logTable, which must outlive this object. @p search is called on its own threads
     /// and may outlive this object.
     LogSearch(LogTable &logTable, LineSearch search);
+    ~LogSearch();
+    LogSearch(const LogSearch &) = delete;
+    LogSearch &operator=(const LogSearch &) = delete;
 
-    /// Shows the matches of @p query in the table and returns when the search is over. Handles
-    /// events meanwhile. If one of them calls run(), that call returns at once and this one
-    /// continues with the new query.
+    /// Shows the matches of @p query in the table, instead of those of a query in progress, and
+    /// returns when the search is over. Handles events meanwhile. If one of them calls run(), that
+    /// call returns at once and this one waits for the new query.
     void run(const Query &query);
 
-    /// Makes an active call of run() return as soon as possible.
+    /// Ends the query in progress; an active call of run() returns soon.
     void cancel();
 
 private:
-    class Steps;
+    class Task;
 
-    /// Returns false if the search could not be started, or ran out of memory.
-    bool show(const Query &query);
-    /// Empties the table. Returns false if interrupted.
-    bool clear(Steps &steps);
-    [[nodiscard]] bool isInterrupted() const { return isCancelled || next.has_value(); }
+    void step();
 
     LogTable &table;
     LineSearch lineSearch;
-    std::optional<Query> next; ///< requested, not started yet
-    bool isRunning = false;
-    bool isCancelled = false;
+    std::unique_ptr<Task> task; ///< the query in progress
+    /// A timer, so that the search also continues in event loops that handled events enter.
+    QTimer stepTimer;
+    QEventLoop *waiting = nullptr; ///< the active call of run() waits in it
 };

@@ -116,6 +116,7 @@ private slots:
     void aNewSearchTakesOver();
     void manyNewSearchesEndInTheLastOne();
     void aSearchThatCannotBeStoppedKeepsNobodyWaiting();
+    void aSearchGoesOnInANestedEventLoop();
     void openingAFileTakesOver();
     void readingTheLogAgainTakesOver();
     void readingTheLogAgainLeadsToALineFoundSoFar();
@@ -261,6 +262,30 @@ void LogViewerLongSearch::aSearchThatCannotBeStoppedKeepsNobodyWaiting()
     f.state->isReleased = true;
     QTRY_COMPARE(int(f.state->ended), 2);
     QCOMPARE(f.filledRows(), 1);
+}
+
+void LogViewerLongSearch::aSearchGoesOnInANestedEventLoop()
+{
+    Fixture f;
+    QVERIFY(f.opened);
+    QStringList shown;
+    f.whenShown(endless, [&] {
+        QEventLoop nested; // as of a dialog
+        f.whenShown(next, [&] {
+            shown += f.text(0, 3);
+            f.search("another");
+            f.whenShown("another", [&] {
+                shown += f.text(0, 3);
+                nested.quit();
+            });
+        });
+        f.search(next);
+        QTimer::singleShot(patience, &nested, &QEventLoop::quit);
+        nested.exec();
+    });
+    f.search(endless);
+    QCOMPARE(shown, QStringList({"next\n", "another\n"}));
+    QCOMPARE(int(f.state->started), 3);
 }
 
 void LogViewerLongSearch::openingAFileTakesOver()

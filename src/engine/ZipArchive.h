@@ -50,7 +50,7 @@ public:
     void write();
 
     /// Calls write() if necessary and completes the file. Returns false if the zip could not be
-    /// written; no file is left then.
+    /// written; no zip is left then. A second call does nothing and returns false.
     bool close();
 
 private:

@@ -3,15 +3,23 @@
 #include "EngineLog.h"
 #include "PrivateFiles.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 ZipTarget::ZipTarget(const QString &zipPath)
     : QFile(zipPath)
 {
-    makePrivateFile(zipPath);
-    // Unbuffered, so that each write reports at once whether it succeeded.
-    incomplete = open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
-    if (!incomplete)
+    // Opening a pipe may block, and a device would be removed after a failed write.
+    const QFileInfo existing(zipPath);
+    if (existing.exists() && !existing.isFile()) {
+        setErrorString(QStringLiteral("not a regular file"));
+    } else {
+        makePrivateFile(zipPath);
+        // Unbuffered, so that each write reports at once whether it succeeded.
+        pending = open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+    }
+    if (!pending)
         qCWarning(engineLog) << "cannot write zip" << zipPath << errorString();
 }
 
@@ -23,7 +31,7 @@ void ZipTarget::fail(const QString &reason)
 
 bool ZipTarget::complete()
 {
-    if (!std::exchange(incomplete, false))
+    if (!std::exchange(pending, false))
         return false;
     close(); // no effect if the zip writer has closed it
     if (!hasFailed())

@@ -8,7 +8,8 @@
 class ZipTarget : public QFile
 {
 public:
-    /// Creates or empties the file at @p zipPath; isOpen() is false on failure.
+    /// Creates or empties the file at @p zipPath; isOpen() is false on failure. Anything but a
+    /// regular file is left as it is.
     explicit ZipTarget(const QString &zipPath);
 
     /// Makes complete() remove the file because of @p reason, unless an earlier failure was
@@ -17,6 +18,7 @@ public:
     [[nodiscard]] bool hasFailed() const { return !failure.isEmpty(); }
 
     /// Closes the file. Returns false, and deletes the file, if it was not written completely.
+    /// A second call does nothing and returns false.
     bool complete();
 
     /// Called by zip writers; does not replace complete().
@@ -26,6 +28,6 @@ protected:
     qint64 writeData(const char *data, qint64 length) override;
 
 private:
-    bool incomplete = false;
+    bool pending = false; ///< open() succeeded and complete() has not been called
     QString failure;
 };

@@ -7,6 +7,8 @@
 #include "ZipContents.h"
 #include "ZipWriters.h"
 
+#include <QProcess>
+
 #include <cerrno>
 #include <new>
 
@@ -24,6 +26,8 @@ private slots:
     void packsAGrowingFileAsLargeAsItWasWhenItWasAdded();
     void logsThatItCannotBeWritten_data() { bothWriters(); }
     void logsThatItCannotBeWritten();
+    void refusesWhatIsNoRegularFile_data() { bothWriters(); }
+    void refusesWhatIsNoRegularFile();
     void leavesNoHalfZipOnAFullDisk_data();
     void leavesNoHalfZipOnAFullDisk();
     void leavesNoHalfZipWhenMemoryRunsOutInALargeOne();
@@ -103,6 +107,24 @@ void ZipFaults::logsThatItCannotBeWritten()
     QCOMPARE(packed, 1);
     QCOMPARE(output.lines().size(), 1);
     QVERIFY(output.lines().constFirst().startsWith(QString("cannot write zip \"%1\"").arg(zip)));
+}
+
+void ZipFaults::refusesWhatIsNoRegularFile()
+{
+    QFETCH(ZipLimits, limits);
+    ScratchFolder scratch;
+    const QString zip = scratch.path("a.zip");
+    if (QProcess::execute("mkfifo", {zip}) != 0)
+        QSKIP("there are no pipes in folders on this system");
+    QFile reader(zip);
+    QVERIFY(reader.open(QIODevice::ReadWrite)); // so that a writer would not block
+    const DebugCapture output;
+    ZipArchive archive(zip, {}, limits);
+    archive.addFile("x", scratch.file("x", "x"));
+    QVERIFY(!archive.close());
+    QVERIFY(QFileInfo::exists(zip));
+    QCOMPARE(output.lines(),
+             QStringList(QString("cannot write zip \"%1\" \"not a regular file\"").arg(zip)));
 }
 
 void ZipFaults::leavesNoHalfZipOnAFullDisk_data()

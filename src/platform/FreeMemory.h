@@ -1,7 +1,7 @@
 #pragma once
 
-/// Returns freed memory that the allocator keeps to the system. Does nothing where the allocator
-/// does so itself. Any thread.
+/// Makes the allocator release its free memory to the system. Does nothing where the allocator does
+/// so itself. Any thread.
 void returnFreeMemory();
 
 /// Makes the allocator merge freed blocks immediately, for the whole process. glibc defers small

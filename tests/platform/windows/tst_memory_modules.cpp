@@ -4,6 +4,9 @@
 #include "MemoryModules.h"
 
 #include <QTest>
+#include <QThread>
+
+#include <memory>
 
 #include <wbemcli.h>
 
@@ -27,6 +30,7 @@ private slots:
     void saysWhereItFailed_data();
     void saysWhereItFailed();
     void aQueryThatBreaksIsNotComplete();
+    void needsTheMultithreadedApartment();
 };
 
 namespace {
@@ -144,6 +148,26 @@ void MemoryModulesByWmi::aQueryThatBreaksIsNotComplete()
     QCOMPARE(list.modules.size(), 1);
     QCOMPARE(output.lines(), QStringList("memory modules end early: 0x80041015"));
     QCOMPARE(wmi.living, factoryAlone);
+}
+
+void MemoryModulesByWmi::needsTheMultithreadedApartment()
+{
+    MemoryModuleList list;
+    HRESULT first = E_FAIL;
+    HRESULT second = E_FAIL;
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        first = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        list = memoryModules();
+        second = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        CoUninitialize();
+        CoUninitialize();
+    }));
+    thread->start();
+    QVERIFY(thread->wait(60'000));
+    QCOMPARE(first, S_OK);
+    QCOMPARE(list.query, Query::Library);
+    QVERIFY(list.modules.isEmpty());
+    QCOMPARE(second, S_FALSE); // the thread is still in its apartment
 }
 
 QTEST_GUILESS_MAIN(MemoryModulesByWmi)

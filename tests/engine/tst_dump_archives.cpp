@@ -36,6 +36,7 @@ private slots:
 
     void clientDumpsAreNamedByTheirFileNames();
     void clientDumpsInSubFoldersAreNotTaken();
+    void linksAreNoClientDumps();
     void aClientFileThatContainsTheMarkIsADump();
     void withoutClientDumpsTheArchiveIsEmptyAndNothingIsPrinted();
     void aMissingSourceFolderMakesAnEmptyArchive();
@@ -195,7 +196,8 @@ void DumpArchives::aFolderWithAMatchingNameCountsToo()
     Dumps d;
     d.small("a.dmp", 20);
     d.f.scratch.folder("Minidumps/folder.dmp"); // the newest
-    QCOMPARE(zipEntryNames((d.packed(), d.f.scratch.path("staging/SystemDmp.zip"))),
+    (void)d.packed();
+    QCOMPARE(zipEntryNames(d.f.scratch.path("staging/SystemDmp.zip")),
              QStringList(entryOf(d.f.scratch.path("Minidumps/folder.dmp"))));
 }
 
@@ -322,6 +324,15 @@ void DumpArchives::clientDumpsInSubFoldersAreNotTaken()
     d.f.log("one.dmp", "1");
     d.f.log("folder/two.dmp", "2");
     d.f.log("folder.dmp/three.dmp", "3");
+    QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{"one.dmp", "1"}}));
+}
+
+void DumpArchives::linksAreNoClientDumps()
+{
+    Dumps d;
+    d.f.log("one.dmp", "1");
+    if (!makeLink(d.f.scratch.file("elsewhere", "2"), d.f.scratch.path("QZSDK/QZviewer/link.dmp")))
+        QSKIP("links cannot be created on this system");
     QCOMPARE(d.packedOfClient(), (ExportFixture::Contents{{"one.dmp", "1"}}));
 }
 

@@ -186,7 +186,7 @@ void ExportJob::consumesTheChosenLogs()
     ExportFixture f;
     QVERIFY(f.exportAndWait({f.log("a.log")}));
     QVERIFY(f.exportAndWait());
-    QCOMPARE(zipEntryNames(f.zip()), QStringList());
+    QCOMPARE(zipContents(f.zip()), ExportFixture::Contents());
 }
 
 void ExportJob::doesNotCopyOverANameThatIsTaken()
@@ -249,7 +249,7 @@ void ExportJob::clearsSdkLogOnlyOnceHonoured()
     hub().clientDump = true;
     f.worker.setSdkLogOnly(true);
     QVERIFY(f.exportAndWait());
-    QCOMPARE(zipEntryNames(f.zip()), QStringList());
+    QCOMPARE(zipContents(f.zip()), ExportFixture::Contents());
     QVERIFY(f.exportAndWait());
     QCOMPARE(zipEntryNames(f.zip()), QStringList("ClientDump.zip"));
 }
@@ -265,7 +265,7 @@ void ExportJob::readsTheFlagsWhenARequestsTurnComes()
         &f.worker, &CLogProcessThread::closeWaitDlg, &f.worker, [] { hub().clientDump = true; },
         Qt::DirectConnection);
     QVERIFY(f.waitForExports(2));
-    QCOMPARE(zipEntryNames(f.zip()), QStringList());
+    QCOMPARE(zipContents(f.zip()), ExportFixture::Contents());
     QCOMPARE(zipEntryNames(second), QStringList("ClientDump.zip"));
 }
 
@@ -277,8 +277,8 @@ void ExportJob::keepsTheSourceThatItBeganWith()
     hub().clientDump = true;
     f.log("crash.dmp", "of the first source");
     f.scratch.file("QZSDK/other/crash.dmp", "of the second source");
-    machine.beforeQuery = [&f](const QString &question) {
-        if (question == "adapters") // comes before the dumps
+    machine.beforeQuery = [&f](const QString &probe) {
+        if (probe == "adapters") // comes before the dumps
             f.worker.setLogSourceFolder("other");
     };
     QVERIFY(f.exportAndWait());
@@ -322,8 +322,8 @@ void ExportJob::processesQueuedRequestsInOrder()
     QVERIFY(f.waitForExports(3));
     // The first request has taken the chosen log.
     QCOMPARE(zipEntryNames(f.scratch.path("1.zip")), QStringList("SDKLOG/a.log"));
-    QCOMPARE(zipEntryNames(f.scratch.path("2.zip")), QStringList());
-    QCOMPARE(zipEntryNames(f.scratch.path("3.zip")), QStringList());
+    QCOMPARE(zipContents(f.scratch.path("2.zip")), ExportFixture::Contents());
+    QCOMPARE(zipContents(f.scratch.path("3.zip")), ExportFixture::Contents());
 }
 
 void ExportJob::collectsButWritesNoZipForAnEmptyPath()
@@ -425,7 +425,7 @@ void ExportJob::prefersLogsChosenSinceToThoseOfADroppedRequest()
     QStringList expected;
     for (const QString &name : names)
         expected.append("SDKLOG/" + name);
-    QCOMPARE(zipEntryNames(f.zip()), expected);
+    QCOMPARE(zipContents(f.zip()).keys(), expected);
 }
 
 void ExportJob::finishesTheCurrentRequestBeforeItEnds()

@@ -111,11 +111,11 @@ QStringList zipEntryNames(const QString &path)
     if (isEmptyZip(path))
         return names;
     if (isLargeZip(path)) {
-        readLargeZip(path, [&](const QString &name, const QByteArray &) { names.append(name); });
-        return names;
+        const auto take = [&](const QString &name, const QByteArray &) { names.append(name); };
+        return readLargeZip(path, take) ? names : noZip.keys();
     }
     QZipReader reader(path);
     for (const QZipReader::FileInfo &entry : reader.fileInfoList())
         names.append(entry.filePath);
-    return names;
+    return names.isEmpty() ? noZip.keys() : names;
 }

@@ -13,5 +13,5 @@
 [[nodiscard]] QString difference(const QMap<QString, QByteArray> &found,
                                  const QMap<QString, QByteArray> &expected);
 
-/// The entry names in the order of the directory.
+/// The entry names in the order of the directory; "not a zip" for a file that is none.
 [[nodiscard]] QStringList zipEntryNames(const QString &path);

@@ -58,8 +58,10 @@ void LargeExports::aLogOfThreeGibibytes()
     const QString small = f.log("a.log");
     const QString huge = f.scratch.sparseFile("QZSDK/QZviewer/huge.log", 3 * gibibyte, "line\n");
     f.choose({huge, small});
+    const MemoryPeak memory;
     f.worker.enqueueExport(f.zip());
     QVERIFY(f.waitForExports(1, patience));
+    QVERIFY2(memory.growth() < mostMemory, qPrintable(QString::number(memory.growth())));
     QVERIFY(!QFileInfo::exists(f.staging()));
     QCOMPARE(zipToolsComplaint(f.zip(), {{"SDKLOG/a.log", small}, {"SDKLOG/huge.log", huge}}),
              QString());

@@ -6,7 +6,6 @@
 #include "ScratchFolder.h"
 #include "ZipContents.h"
 
-#include <QSignalSpy>
 #include <QTableWidgetItem>
 #include <QTest>
 

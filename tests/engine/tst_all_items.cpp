@@ -53,10 +53,10 @@ std::function<void(FullJob &)> failingModules(MemoryModuleList::Query query)
 }
 
 template <typename Problem>
-void throwAt(FullJob &job, const char *question)
+void throwAt(FullJob &job, const char *failing)
 {
-    job.machine.beforeQuery = [question](const QString &asked) {
-        if (asked == question)
+    job.machine.beforeQuery = [failing](const QString &probe) {
+        if (probe == failing)
             throw Problem();
     };
 }

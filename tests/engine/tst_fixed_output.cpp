@@ -38,8 +38,8 @@ void blockStaging(FullJob &job)
 
 void breakMachine(FullJob &job)
 {
-    job.machine.beforeQuery = [](const QString &question) {
-        if (question == "Application")
+    job.machine.beforeQuery = [](const QString &probe) {
+        if (probe == "Application")
             throw std::runtime_error("broken");
     };
     job.machine.modules = {MemoryModuleList::Query::Unavailable, {}};

@@ -74,8 +74,9 @@ void SystemReport::aModuleTakesThreeLines_data()
     QTest::newRow("usual") << QByteArray("M471A2K43DB1-CWE") << qint32(16777216) << qint32(3200)
                            << QByteArray("PartNumber: M471A2K43DB1-CWE\nCapacity: 16777216 Kb\n"
                                          "Speed: 3200 MHz\n");
-    QTest::newRow("nothing told") << QByteArray() << qint32(0) << qint32(0)
-                                  << QByteArray("PartNumber: \nCapacity: 0 Kb\nSpeed: 0 MHz\n");
+    QTest::newRow("all properties missing")
+        << QByteArray() << qint32(0) << qint32(0)
+        << QByteArray("PartNumber: \nCapacity: 0 Kb\nSpeed: 0 MHz\n");
     QTest::newRow("signed figures")
         << QByteArray("x") << qint32(-2147483647 - 1) << qint32(-1)
         << QByteArray("PartNumber: x\nCapacity: -2147483648 Kb\nSpeed: -1 MHz\n");

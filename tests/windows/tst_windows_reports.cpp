@@ -66,7 +66,7 @@ void WindowsReports::missingPropertiesOfModulesAreHandled()
     QVERIFY(f.worker.saveSysInfo(folder));
     const QByteArray report = f.scratch.read("staging/SystemInfo.txt");
     const int modules = report.count("PartNumber: ");
-    qInfo("memory modules that this system tells of: %d", modules);
+    qInfo("memory modules that this system reports: %d", modules);
     QCOMPARE(report.count("Capacity: "), modules);
     QCOMPARE(report.count("Speed: "), modules);
     QCOMPARE(report.count(" Kb"), modules);

@@ -31,12 +31,12 @@ public:
     HRESULT blanket = S_OK;
     HRESULT query = S_OK;
     QVector<Module> modules;
-    HRESULT end; ///< of the call for a module behind the last one; at first a proper end
+    HRESULT end; ///< of Next() after the last module; initially WBEM_S_FALSE
 
     // Recorded calls.
     QStringList calls;          ///< with arguments, in order
-    QStringList unexpected;     ///< methods that nobody should call
-    QVector<qint32> capacities; ///< the low 32 bits of what was handed out, as they stand
+    QStringList unexpected;     ///< calls of methods that must not be called
+    QVector<qint32> capacities; ///< the low 32 bits of each returned Capacity value
     int living = 0;             ///< objects
 
 private:

@@ -13,7 +13,7 @@
 #include <memory>
 
 /// Results of this Windows that hold on every machine.
-class WindowsAnswers : public QObject
+class WindowsQueries : public QObject
 {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ private slots:
     void dumpsLieWhereWindowsPutsThem();
 };
 
-void WindowsAnswers::adaptersHaveNamesAndAddresses()
+void WindowsQueries::adaptersHaveNamesAndAddresses()
 {
     const AdapterList list = networkAdapters();
     QCOMPARE(list.error, 0U);
@@ -41,7 +41,7 @@ void WindowsAnswers::adaptersHaveNamesAndAddresses()
     }
 }
 
-void WindowsAnswers::memoryIsThereAndNotAllOfItIsFree()
+void WindowsQueries::memoryIsThereAndNotAllOfItIsFree()
 {
     const std::optional<MemoryStatus> status = memoryStatus();
     QVERIFY(status);
@@ -50,13 +50,13 @@ void WindowsAnswers::memoryIsThereAndNotAllOfItIsFree()
     QVERIFY(status->load <= 100);
 }
 
-void WindowsAnswers::comSecurityIsSetUpOnce()
+void WindowsQueries::comSecurityIsSetUpOnce()
 {
     const qint32 first = setUpComSecurity();
     QCOMPARE(setUpComSecurity(), first);
 }
 
-void WindowsAnswers::modulesCanBeAskedForAgainAndAgainOnAWorker()
+void WindowsQueries::modulesCanBeAskedForAgainAndAgainOnAWorker()
 {
     if (setUpComSecurity() < 0)
         QSKIP("this system refuses to set up COM security");
@@ -75,7 +75,7 @@ void WindowsAnswers::modulesCanBeAskedForAgainAndAgainOnAWorker()
     QCOMPARE(counts.count(counts.first()), 10);
 }
 
-void WindowsAnswers::anExportedChannelIsAFileAndARefusedOneNone()
+void WindowsQueries::anExportedChannelIsAFileAndARefusedOneNone()
 {
     const ScratchFolder scratch;
     const QString application = scratch.path("Application.evtx");
@@ -86,15 +86,15 @@ void WindowsAnswers::anExportedChannelIsAFileAndARefusedOneNone()
     QVERIFY(!QFileInfo::exists(unknown));
 }
 
-void WindowsAnswers::dumpsLieWhereWindowsPutsThem()
+void WindowsQueries::dumpsLieWhereWindowsPutsThem()
 {
-    const CrashDumpPaths places = crashDumpPaths();
-    QCOMPARE(places.kernelDumpTestPath, "C:\\Windows\\Memory.dmp");
-    QCOMPARE(places.kernelDump, "C:/Windows/MEMORY.DMP");
-    QCOMPARE(places.minidumps, "C:/Windows/Minidumps/");
-    QCOMPARE(places.minidumpNamePart, ".dmp");
-    QVERIFY(!places.unreadableIsMissing);
+    const CrashDumpPaths paths = crashDumpPaths();
+    QCOMPARE(paths.kernelDumpTestPath, "C:\\Windows\\Memory.dmp");
+    QCOMPARE(paths.kernelDump, "C:/Windows/MEMORY.DMP");
+    QCOMPARE(paths.minidumps, "C:/Windows/Minidumps/");
+    QCOMPARE(paths.minidumpNamePart, ".dmp");
+    QVERIFY(!paths.unreadableIsMissing);
 }
 
-QTEST_GUILESS_MAIN(WindowsAnswers)
+QTEST_GUILESS_MAIN(WindowsQueries)
 #include "tst_win32_seams.moc"

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr const char *asChild = "--tell-of-the-console";
+constexpr const char *asChild = "--report-console";
 constexpr const char *asTaker = "--take-a-console";
 
 /// Output of this program as a child process: whether it has a console, and whether the console has
@@ -35,9 +35,9 @@ QByteArray consoleOfAChild()
     if (pipe == nullptr)
         return "not started";
     std::array<char, 200> answer{};
-    const bool said = std::fgets(answer.data(), int(answer.size()), pipe) != nullptr;
+    const bool hasOutput = std::fgets(answer.data(), int(answer.size()), pipe) != nullptr;
     _pclose(pipe);
-    return said ? QByteArray(answer.data()) : QByteArray("said nothing");
+    return hasOutput ? QByteArray(answer.data()) : QByteArray("no output");
 }
 
 int takeAConsole()

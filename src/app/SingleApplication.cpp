@@ -55,6 +55,12 @@ SingleApplication::SingleApplication(int &argc, char **argv, const QString &uniq
         takeOver();
 }
 
+SingleApplication::~SingleApplication()
+{
+    // Before the segment is released: closing removes the socket by name, even a new first copy's.
+    delete localServer;
+}
+
 bool SingleApplication::isRunning() const
 {
     return _isRunning;

@@ -14,6 +14,7 @@ class SingleApplication : public QApplication
 public:
     /// @p uniqueKey names the program; the application name is appended to it.
     SingleApplication(int &argc, char **argv, const QString &uniqueKey);
+    ~SingleApplication() override;
 
     /// True if another copy was already running.
     [[nodiscard]] bool isRunning() const;

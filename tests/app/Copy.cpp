@@ -46,26 +46,26 @@ Copy::~Copy()
 QByteArrayList Copy::output()
 {
     collect();
-    return linesOf(written);
+    return linesOf(standardOutput);
 }
 
 QByteArrayList Copy::errors()
 {
     collect();
     QByteArrayList own;
-    for (const QByteArray &line : linesOf(complained)) {
+    for (const QByteArray &line : linesOf(standardError)) {
         if (!line.contains("This plugin does not support") && !line.contains("QStandardPaths:"))
             own.append(line);
     }
     return own;
 }
 
-bool Copy::tells(const QByteArray &line)
+bool Copy::waitForOutput(const QByteArray &line)
 {
     return QTest::qWaitFor([&] { return output().contains(line); }, patience);
 }
 
-bool Copy::complains(const QByteArray &part)
+bool Copy::waitForError(const QByteArray &part)
 {
     return QTest::qWaitFor([&] { return errors().join('\n').contains(part); }, patience);
 }
@@ -87,6 +87,6 @@ void Copy::kill()
 
 void Copy::collect()
 {
-    written += process.readAllStandardOutput();
-    complained += process.readAllStandardError();
+    standardOutput += process.readAllStandardOutput();
+    standardError += process.readAllStandardError();
 }

@@ -20,9 +20,9 @@ public:
     /// The same for standard error, without the messages of the offscreen platform.
     [[nodiscard]] QByteArrayList errors();
     /// Waits for @p line on standard output; returns false on timeout.
-    [[nodiscard]] bool tells(const QByteArray &line);
+    [[nodiscard]] bool waitForOutput(const QByteArray &line);
     /// Waits for a line on standard error that contains @p part; returns false on timeout.
-    [[nodiscard]] bool complains(const QByteArray &part);
+    [[nodiscard]] bool waitForError(const QByteArray &part);
     /// Waits for its end and returns the exit code, or -1 if it crashed or did not end.
     [[nodiscard]] int exitCode();
     [[nodiscard]] bool isRunning() const { return process.state() == QProcess::Running; }
@@ -33,6 +33,6 @@ private:
     void collect();
 
     QProcess process;
-    QByteArray written;
-    QByteArray complained;
+    QByteArray standardOutput;
+    QByteArray standardError;
 };

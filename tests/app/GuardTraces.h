@@ -4,8 +4,21 @@
 #include <QString>
 #include <QSystemSemaphore>
 
-/// The folder for temporary files in which copies of a program find one another. Also removes the
-/// system resources left by killed copies, which would outlive the folder.
+/// Sets this process's folder for temporary files while it exists.
+class TemporaryFiles
+{
+public:
+    explicit TemporaryFiles(const QString &folder) { qputenv("TMPDIR", folder.toLocal8Bit()); }
+    ~TemporaryFiles() { before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before); }
+    TemporaryFiles(const TemporaryFiles &) = delete;
+    TemporaryFiles &operator=(const TemporaryFiles &) = delete;
+
+private:
+    const QByteArray before = qgetenv("TMPDIR");
+};
+
+/// Removes at the end of a test the shared memory and the semaphore that killed copies leave. They
+/// would outlive the temporary folder.
 class GuardTraces
 {
 public:
@@ -18,12 +31,10 @@ public:
 
     ~GuardTraces()
     {
-        const QByteArray before = qgetenv("TMPDIR");
-        qputenv("TMPDIR", folder.toLocal8Bit());
+        const TemporaryFiles here(folder);
         // The last process to detach removes a segment; the creator removes a semaphore.
         QSharedMemory(key).attach();
         QSystemSemaphore(key, 1, QSystemSemaphore::Create);
-        before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
     }
 
     GuardTraces(const GuardTraces &) = delete;

@@ -1,6 +1,7 @@
 #include "SingleApplication.h"
 
 #include <QFile>
+#include <QLocalServer>
 #include <QThread>
 
 #include <cstdio>
@@ -11,12 +12,13 @@
 ///                           as "message HEX", its UTF-8 bytes in hexadecimal
 ///   guard_copy KEY send HEX sends this message, prints "sent" or "not sent" and exits
 ///   guard_copy KEY stay     stays, whether first or not
-///   guard_copy KEY poke     calls receiveMessage() without a connection and exits
+///   guard_copy KEY receive  calls receiveMessage() without a connection and exits
+///   guard_copy KEY end      exits; prints whether it holds the segment when its server is closed
 ///
 /// If GUARD_COPY_WAITS_FOR names a file, it prints "ready" and waits until the file exists.
 namespace {
 
-void tell(const QByteArray &line)
+void printLine(const QByteArray &line)
 {
     std::printf("%s\n", line.constData());
     std::fflush(stdout);
@@ -29,39 +31,51 @@ QString textOf(const QByteArray &utf8)
 }
 
 /// Polls often, so that all copies see the file at the same time.
-void awaitTheOthers()
+void waitForStartSignal()
 {
-    const QString sign = qEnvironmentVariable("GUARD_COPY_WAITS_FOR");
-    if (sign.isEmpty())
+    const QString startSignal = qEnvironmentVariable("GUARD_COPY_WAITS_FOR");
+    if (startSignal.isEmpty())
         return;
-    tell("ready");
-    while (!QFile::exists(sign))
+    printLine("ready");
+    while (!QFile::exists(startSignal))
         QThread::usleep(50);
+}
+
+void printWhenServerIsClosed(const SingleApplication &app, const QString &completeKey)
+{
+    QObject::connect(app.findChild<QLocalServer *>(), &QObject::destroyed, [completeKey] {
+        const bool held = QSharedMemory(completeKey).attach();
+        printLine(held ? "server closed, segment held" : "server closed, segment released");
+    });
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    awaitTheOthers();
+    waitForStartSignal();
     const QString key = QString::fromLocal8Bit(argc > 1 ? argv[1] : "");
-    const QByteArray wish = argc > 2 ? argv[2] : "";
+    const QByteArray command = argc > 2 ? argv[2] : "";
     SingleApplication app(argc, argv, key);
     QObject::connect(&app, &SingleApplication::messageAvailable, &app,
-                     [](const QString &text) { tell("message " + text.toUtf8().toHex()); });
-    tell(app.isRunning() ? "second" : "first");
+                     [](const QString &text) { printLine("message " + text.toUtf8().toHex()); });
+    printLine(app.isRunning() ? "second" : "first");
 
-    if (wish == "send") {
+    if (command == "send") {
         const QString text = textOf(QByteArray::fromHex(argc > 3 ? argv[3] : ""));
-        tell(app.sendMessage(text) ? "sent" : "not sent");
+        printLine(app.sendMessage(text) ? "sent" : "not sent");
         return 0;
     }
-    if (wish == "poke") {
+    if (command == "receive") {
         app.receiveMessage();
-        tell("alive");
+        printLine("alive");
         return 0;
     }
-    if (app.isRunning() && wish != "stay")
+    if (command == "end") {
+        printWhenServerIsClosed(app, key + QCoreApplication::applicationName());
+        return 0;
+    }
+    if (app.isRunning() && command != "stay")
         return 0;
     return QApplication::exec();
 }

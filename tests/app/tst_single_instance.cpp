@@ -8,6 +8,7 @@
 
 #include <QElapsedTimer>
 #include <QLocalSocket>
+#include <QLockFile>
 #include <QTest>
 #include <QUuid>
 
@@ -33,6 +34,8 @@ private slots:
     void findsTheFirstAfterAnotherWasKilled();
     void oneIsTheFirstOfManyThatStartAtOnce_data();
     void oneIsTheFirstOfManyThatStartAtOnce();
+    void startsWithoutTheLockAfterTenSeconds();
+    void closesItsServerBeforeItReleasesTheSegment();
     void printsWhyTheFirstCannotBeReached();
     void continuesWithoutAGuard();
     void survivesACallWithoutAConnection();
@@ -44,12 +47,9 @@ namespace {
 const QString program = VANTREL_GUARD_COPY;
 
 /// Copies that find one another, but no other copies on this machine.
-struct Family
+struct CopyGroup
 {
-    [[nodiscard]] QMap<QString, QString> surroundings() const
-    {
-        return {{"TMPDIR", folder.path()}};
-    }
+    [[nodiscard]] QMap<QString, QString> environment() const { return {{"TMPDIR", folder.path()}}; }
 
     /// The key followed by the program's name.
     [[nodiscard]] QString completeKey() const { return key + "guard_copy"; }
@@ -60,15 +60,21 @@ struct Family
         return onWindows() ? completeKey() : folder.path() + '/' + completeKey();
     }
 
+    /// Locked by a copy while it starts.
+    [[nodiscard]] QString lockFile() const
+    {
+        return (onWindows() ? QDir::tempPath() : folder.path()) + '/' + completeKey() + ".lock";
+    }
+
     ScratchFolder folder;
     QString key = "Test " + QUuid::createUuid().toString(QUuid::Id128).left(8);
     GuardTraces traces{folder.path(), completeKey()};
 };
 
-struct Member : Copy
+struct GroupCopy : Copy
 {
-    explicit Member(const Family &family, const QStringList &wish = {})
-        : Copy(program, QStringList{family.key} + wish, family.surroundings())
+    explicit GroupCopy(const CopyGroup &group, const QStringList &command = {})
+        : Copy(program, QStringList{group.key} + command, group.environment())
     {
     }
 };
@@ -76,11 +82,6 @@ struct Member : Copy
 QStringList sending(const QByteArray &utf8)
 {
     return {"send", QString::fromLatin1(utf8.toHex())};
-}
-
-QStringList wish(const char *word)
-{
-    return {QString::fromLatin1(word)};
 }
 
 } // namespace
@@ -95,14 +96,14 @@ void SingleInstance::isAnApplicationWithOneSignalAndOneSlot()
 
 void SingleInstance::secondCopyEndsAtOnceAndLeavesTheFirst()
 {
-    const Family family;
-    Member first(family);
-    QVERIFY(first.tells("first"));
-    Member second(family);
+    const CopyGroup group;
+    GroupCopy first(group);
+    QVERIFY(first.waitForOutput("first"));
+    GroupCopy second(group);
     QCOMPARE(second.exitCode(), 0);
     QCOMPARE(second.output(), QByteArrayList{"second"});
-    Member third(family);
-    QVERIFY(third.tells("second"));
+    GroupCopy third(group);
+    QVERIFY(third.waitForOutput("second"));
     QVERIFY(first.isRunning());
     QCOMPARE(first.output(), QByteArrayList{"first"});
     QCOMPARE(first.errors(), QByteArrayList());
@@ -127,33 +128,33 @@ void SingleInstance::firstCopyGetsTheMessage()
 {
     QFETCH(QByteArray, sent);
     QFETCH(QByteArray, received);
-    const Family family;
-    Member first(family);
-    QVERIFY(first.tells("first"));
-    Member second(family, sending(sent));
+    const CopyGroup group;
+    GroupCopy first(group);
+    QVERIFY(first.waitForOutput("first"));
+    GroupCopy second(group, sending(sent));
     QCOMPARE(second.exitCode(), 0);
     QCOMPARE(second.output(), (QByteArrayList{"second", "sent"}));
-    QVERIFY(first.tells(QByteArray("message " + received.toHex()).trimmed()));
+    QVERIFY(first.waitForOutput(QByteArray("message " + received.toHex()).trimmed()));
     QCOMPARE(first.errors(), QByteArrayList());
 }
 
 void SingleInstance::firstCopyGetsEveryMessage()
 {
-    const Family family;
-    Member first(family);
-    QVERIFY(first.tells("first"));
+    const CopyGroup group;
+    GroupCopy first(group);
+    QVERIFY(first.waitForOutput("first"));
     for (const char *text : {"one", "two", "three"}) {
-        Member second(family, sending(text));
-        QVERIFY(second.tells("sent"));
-        QVERIFY(first.tells("message " + QByteArray(text).toHex()));
+        GroupCopy second(group, sending(text));
+        QVERIFY(second.waitForOutput("sent"));
+        QVERIFY(first.waitForOutput("message " + QByteArray(text).toHex()));
     }
     QCOMPARE(first.output().size(), 4);
 }
 
 void SingleInstance::sendsNothingWhenItIsTheFirst()
 {
-    const Family family;
-    Member only(family, sending("hello"));
+    const CopyGroup group;
+    GroupCopy only(group, sending("hello"));
     QCOMPARE(only.exitCode(), 0);
     QCOMPARE(only.output(), (QByteArrayList{"first", "not sent"}));
     QCOMPARE(only.errors(), QByteArrayList());
@@ -161,50 +162,50 @@ void SingleInstance::sendsNothingWhenItIsTheFirst()
 
 void SingleInstance::differentKeysAreIndependent()
 {
-    const Family one;
-    const Family other;
-    Member first(one);
-    QVERIFY(first.tells("first"));
-    Member alsoFirst(other);
-    QVERIFY(alsoFirst.tells("first"));
+    const CopyGroup one;
+    const CopyGroup other;
+    GroupCopy first(one);
+    QVERIFY(first.waitForOutput("first"));
+    GroupCopy alsoFirst(other);
+    QVERIFY(alsoFirst.waitForOutput("first"));
 }
 
 void SingleInstance::startsAgainAfterTheFirstHasEnded()
 {
-    const Family family;
+    const CopyGroup group;
     for (int i = 0; i < 2; ++i) {
-        Member only(family, sending("ends by itself"));
+        GroupCopy only(group, sending("ends by itself"));
         QCOMPARE(only.exitCode(), 0);
-        QVERIFY(only.tells("first"));
+        QVERIFY(only.waitForOutput("first"));
     }
 }
 
 void SingleInstance::startsAgainAfterTheFirstWasKilled()
 {
-    const Family family;
-    Member killed(family);
-    QVERIFY(killed.tells("first"));
+    const CopyGroup group;
+    GroupCopy killed(group);
+    QVERIFY(killed.waitForOutput("first"));
     killed.kill();
-    Member next(family);
-    QVERIFY(next.tells("first"));
-    Member second(family, sending("reached"));
-    QVERIFY(second.tells("sent"));
-    QVERIFY(next.tells("message " + QByteArray("reached").toHex()));
+    GroupCopy next(group);
+    QVERIFY(next.waitForOutput("first"));
+    GroupCopy second(group, sending("reached"));
+    QVERIFY(second.waitForOutput("sent"));
+    QVERIFY(next.waitForOutput("message " + QByteArray("reached").toHex()));
 }
 
 void SingleInstance::startsAgainAfterTheTracesOfAKilledOneWereHalfCleared()
 {
     // The killed copy's files are gone, but its segment still exists.
-    const Family family;
+    const CopyGroup group;
     constexpr int rounds = 5;
     for (int i = 0; i < rounds; ++i) {
-        const QDir folder(family.folder.path());
+        const QDir folder(group.folder.path());
         for (const QString &file : folder.entryList(QDir::Files | QDir::System))
             QVERIFY(QFile::remove(folder.filePath(file)));
-        Member killed(family);
-        QVERIFY(killed.tells("first"));
-        Member second(family);
-        QVERIFY(second.tells("second"));
+        GroupCopy killed(group);
+        QVERIFY(killed.waitForOutput("first"));
+        GroupCopy second(group);
+        QVERIFY(second.waitForOutput("second"));
         QCOMPARE(killed.errors(), QByteArrayList());
         if (i + 1 < rounds)
             killed.kill();
@@ -213,15 +214,15 @@ void SingleInstance::startsAgainAfterTheTracesOfAKilledOneWereHalfCleared()
 
 void SingleInstance::findsTheFirstAfterAnotherWasKilled()
 {
-    const Family family;
-    Member first(family);
-    QVERIFY(first.tells("first"));
-    Member killed(family, wish("stay"));
-    QVERIFY(killed.tells("second"));
+    const CopyGroup group;
+    GroupCopy first(group);
+    QVERIFY(first.waitForOutput("first"));
+    GroupCopy killed(group, {"stay"});
+    QVERIFY(killed.waitForOutput("second"));
     killed.kill();
-    Member next(family, sending("still there"));
-    QVERIFY(next.tells("sent"));
-    QVERIFY(first.tells("message " + QByteArray("still there").toHex()));
+    GroupCopy next(group, sending("still there"));
+    QVERIFY(next.waitForOutput("sent"));
+    QVERIFY(first.waitForOutput("message " + QByteArray("still there").toHex()));
 }
 
 void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce_data()
@@ -237,22 +238,21 @@ void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce()
     const int rounds = underWine() ? 2 : 12; // processes start slowly under Wine
     const int copies = underWine() ? 4 : 8;
     for (int round = 0; round < rounds; ++round) {
-        Family family;
+        CopyGroup group;
         if (killed) {
-            Member before(family);
-            QVERIFY(before.tells("first"));
+            GroupCopy before(group);
+            QVERIFY(before.waitForOutput("first"));
             before.kill();
         }
-        const QString sign = family.folder.path("begin");
-        auto surroundings = family.surroundings();
-        surroundings.insert("GUARD_COPY_WAITS_FOR", sign);
+        const QString startSignal = group.folder.path("begin");
+        auto environment = group.environment();
+        environment.insert("GUARD_COPY_WAITS_FOR", startSignal);
         std::vector<std::unique_ptr<Copy>> started;
         for (int i = 0; i < copies; ++i) {
-            started.push_back(
-                std::make_unique<Copy>(program, QStringList(family.key), surroundings));
-            QVERIFY(started.back()->tells("ready"));
+            started.push_back(std::make_unique<Copy>(program, QStringList(group.key), environment));
+            QVERIFY(started.back()->waitForOutput("ready"));
         }
-        family.folder.file("begin");
+        group.folder.file("begin");
         int firsts = 0;
         for (const auto &copy : started) {
             QVERIFY(QTest::qWaitFor([&] { return copy->output().size() > 1; }, 20000));
@@ -261,24 +261,42 @@ void SingleInstance::oneIsTheFirstOfManyThatStartAtOnce()
             QVERIFY2(copy->errors().isEmpty(), copy->errors().join("; "));
         }
         QVERIFY2(firsts == 1, qPrintable(QString("%1 in round %2").arg(firsts).arg(round)));
-        Member late(family, sending("reached"));
-        QVERIFY(late.tells("sent"));
+        GroupCopy late(group, sending("reached"));
+        QVERIFY(late.waitForOutput("sent"));
     }
+}
+
+void SingleInstance::startsWithoutTheLockAfterTenSeconds()
+{
+    const CopyGroup group;
+    QLockFile turn(group.lockFile());
+    QVERIFY(turn.tryLock());
+    GroupCopy first(group);
+    QVERIFY(first.waitForOutput("first"));
+    QVERIFY(turn.isLocked());
+}
+
+void SingleInstance::closesItsServerBeforeItReleasesTheSegment()
+{
+    const CopyGroup group;
+    GroupCopy only(group, {"end"});
+    QCOMPARE(only.exitCode(), 0);
+    QCOMPARE(only.output(), (QByteArrayList{"first", "server closed, segment held"}));
 }
 
 void SingleInstance::printsWhyTheFirstCannotBeReached()
 {
     // The first copy has ended, but a second one still holds the segment: nobody listens.
-    const Family family;
-    Member killed(family);
-    QVERIFY(killed.tells("first"));
-    Member lingering(family, wish("stay"));
-    QVERIFY(lingering.tells("second"));
+    const CopyGroup group;
+    GroupCopy killed(group);
+    QVERIFY(killed.waitForOutput("first"));
+    GroupCopy lingering(group, {"stay"});
+    QVERIFY(lingering.waitForOutput("second"));
     killed.kill();
 
     QElapsedTimer time;
     time.start();
-    Member next(family, sending("hello"));
+    GroupCopy next(group, sending("hello"));
     QCOMPARE(next.exitCode(), 0);
     QCOMPARE(next.output(), (QByteArrayList{"second", "not sent"}));
     QCOMPARE(next.errors().size(), 1);
@@ -288,42 +306,42 @@ void SingleInstance::printsWhyTheFirstCannotBeReached()
 
 void SingleInstance::continuesWithoutAGuard()
 {
-    const Family family;
-    const DeniedGuard denied(family.completeKey());
-    Copy first(program, {family.key}, DeniedGuard::variables());
-    QVERIFY(first.tells("first"));
-    QVERIFY(first.complains("Unable to create single instance."));
+    const CopyGroup group;
+    const DeniedGuard denied(group.completeKey());
+    Copy first(program, {group.key}, DeniedGuard::variables());
+    QVERIFY(first.waitForOutput("first"));
+    QVERIFY(first.waitForError("Unable to create single instance."));
     QCOMPARE(first.errors().size(), 1);
     QVERIFY(first.isRunning());
 }
 
 void SingleInstance::survivesACallWithoutAConnection()
 {
-    const Family family;
-    Member first(family, wish("poke"));
+    const CopyGroup group;
+    GroupCopy first(group, {"receive"});
     QCOMPARE(first.exitCode(), 0);
     QCOMPARE(first.output(), (QByteArrayList{"first", "alive"}));
 
-    Member real(family);
-    QVERIFY(real.tells("first"));
-    Member second(family, wish("poke")); // has no server
+    GroupCopy real(group);
+    QVERIFY(real.waitForOutput("first"));
+    GroupCopy second(group, {"receive"}); // has no server
     QCOMPARE(second.exitCode(), 0);
     QCOMPARE(second.output(), (QByteArrayList{"second", "alive"}));
 }
 
 void SingleInstance::survivesAConnectionWithoutAMessage()
 {
-    const Family family;
-    Member first(family);
-    QVERIFY(first.tells("first"));
+    const CopyGroup group;
+    GroupCopy first(group);
+    QVERIFY(first.waitForOutput("first"));
     QLocalSocket visitor;
-    visitor.connectToServer(family.serverName());
+    visitor.connectToServer(group.serverName());
     QVERIFY2(visitor.waitForConnected(5000), qPrintable(visitor.errorString()));
     // After a second. Windows pipes have no specific message for a timeout.
-    QVERIFY(first.complains(onWindows() ? "Unknown error" : "QLocalSocket"));
-    Member second(family, sending("hello"));
-    QVERIFY(second.tells("sent"));
-    QVERIFY(first.tells("message " + QByteArray("hello").toHex()));
+    QVERIFY(first.waitForError(onWindows() ? "Unknown error" : "QLocalSocket"));
+    GroupCopy second(group, sending("hello"));
+    QVERIFY(second.waitForOutput("sent"));
+    QVERIFY(first.waitForOutput("message " + QByteArray("hello").toHex()));
     QCOMPARE(first.output().size(), 2);
 }
 

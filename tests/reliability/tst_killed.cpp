@@ -43,10 +43,10 @@ void Killed::atRandomMomentsOfAnExport()
 
     // The duration and contents of an undisturbed export.
     const auto undisturbed = f.start({zip});
-    QVERIFY(undisturbed->tells("exporting"));
+    QVERIFY(undisturbed->waitForOutput("exporting"));
     QElapsedTimer time;
     time.start();
-    QVERIFY(undisturbed->tells("exported"));
+    QVERIFY(undisturbed->waitForOutput("exported"));
     const int duration = int(time.elapsed()) + 1;
     QCOMPARE(undisturbed->exitCode(), 0);
     const QStringList usual = zipEntryNames(zip);
@@ -57,7 +57,7 @@ void Killed::atRandomMomentsOfAnExport()
     for (int i = 0; i < kills; ++i) {
         {
             const auto killed = f.start({zip});
-            QVERIFY(killed->tells("exporting"));
+            QVERIFY(killed->waitForOutput("exporting"));
             const int moment = chance.bounded(duration);
             if (!QTest::qWaitFor([&] { return killed->output().contains("exported"); }, moment))
                 killed->kill();

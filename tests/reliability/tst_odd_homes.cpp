@@ -79,7 +79,7 @@ void OddHomes::exportsWhileTheClockIsSetBack()
                                         {"FAKETIME_NO_CACHE", "1"},
                                         {"FAKETIME_DONT_FAKE_MONOTONIC", "1"},
                                         {"NO_FAKE_STAT", "1"}});
-    QVERIFY(program->tells("exported"));
+    QVERIFY(program->waitForOutput("exported"));
     f.scratch.file("clock", clock); // between or during exports
     QCOMPARE(program->exitCode(), 0);
     QCOMPARE(program->output().count("exported"), zips.size());

@@ -127,7 +127,7 @@ QColor backgroundOf(const QString &selector)
     return own.isValid() ? own : behind(selector);
 }
 
-/// Disabled elements are exempt. The notice's colours are fixed; its link is underlined and large.
+/// Disabled elements are exempt.
 bool isExempt(const QString &selector)
 {
     return selector.contains(":disabled");
@@ -210,6 +210,7 @@ int checkTexts(QWidget &window)
         const QPoint corner = widget->mapTo(&window, textArea(*widget).topLeft());
         const auto [ground, text] =
             groundAndText(picture.copy(QRect(corner * scale, textArea(*widget).size() * scale)));
+        // btnView is the notice's link, whose colour is fixed.
         const double enough = widget->objectName() == "btnView" ? enoughForShapes : enoughForText;
         if (contrast(ground, text) < enough)
             qWarning() << widget->objectName() << textOf(*widget) << report(text, ground);
@@ -240,6 +241,7 @@ void Contrast::isEnoughForEveryTextColourOfTheSheet()
     QFETCH(QString, selector);
     const QColor text = colourOf(selector, "color");
     QVERIFY2(text.isValid(), qPrintable(selector));
+    // btnView is the notice's link, whose colour is fixed.
     const double enough = selector.contains("btnView") ? enoughForShapes : enoughForText;
     // Also on the background of each of its states.
     for (auto rule = rules().cbegin(); rule != rules().cend(); ++rule) {

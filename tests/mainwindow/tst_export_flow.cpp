@@ -146,9 +146,9 @@ void ExportFlow::doesNothingForAnEmptyExportPath()
     f.window->show();
     hub().clientDump = true;
     hub().exportPath.clear();
-    QSignalSpy asked(f.window.get(), &Vantrel::showWaitDlg);
+    QSignalSpy emitted(f.window.get(), &Vantrel::showWaitDlg);
     f.find<QPushButton>("btnExport")->click();
-    QCOMPARE(asked.count(), 0);
+    QCOMPARE(emitted.count(), 0);
     // If it were queued, it would precede this one and leave the client dumps for its zip.
     hub().exportPath = f.home.path("second.zip");
     f.find<QAction>("actionExportAll")->trigger();
@@ -181,10 +181,10 @@ void ExportFlow::exportsAllListedLogsByTheMenuWithoutAWaitDialog()
     f.window->show();
     hub().clientDump = true; // ignored by the menu's exports
     f.box(0)->click();
-    QSignalSpy asked(f.window.get(), &Vantrel::showWaitDlg);
+    QSignalSpy emitted(f.window.get(), &Vantrel::showWaitDlg);
     f.find<QAction>("actionExportAll")->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(notice(f)->isVisible(), patience);
-    QCOMPARE(asked.count(), 0);
+    QCOMPARE(emitted.count(), 0);
     QVERIFY(!MainWindowFixture::waitDialog().isVisible());
     QStringList names = verifiedZipContents(hub().exportPath).keys();
     QCOMPARE(names, QStringList({"SDKLOG/a.log", "SDKLOG/b.log"}));

@@ -145,14 +145,16 @@ void ExportPanel::takesThePathThatWasChosen()
 {
     MainWindowFixture f;
     f.open();
-    const QString chosen = f.home.path("mine.zip");
-    ModalDialog::setRunner([&chosen](QDialog &dialog) {
-        qobject_cast<QFileDialog *>(&dialog)->selectFile(chosen);
-        return int(QDialog::Accepted);
-    });
-    f.find<QPushButton>("btnSetExportPath")->click();
-    QCOMPARE(hub().exportPath, chosen);
-    QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), chosen);
+    for (const char *name : {"mine.zip", "Mine.zip"}) { // paths are case-sensitive
+        const QString chosen = f.home.path(name);
+        ModalDialog::setRunner([&chosen](QDialog &dialog) {
+            qobject_cast<QFileDialog *>(&dialog)->selectFile(chosen);
+            return int(QDialog::Accepted);
+        });
+        f.find<QPushButton>("btnSetExportPath")->click();
+        QCOMPARE(hub().exportPath, chosen);
+        QCOMPARE(f.find<QLineEdit>("lineEditPath")->text(), chosen);
+    }
 }
 
 void ExportPanel::endsTheNameInZipUnlessItHasAnEnding_data()

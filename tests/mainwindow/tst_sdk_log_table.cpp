@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMenu>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTextDocument>
 #include <QToolTip>
@@ -41,11 +42,13 @@ private slots:
     void setsEveryRowByTheHeader();
     void putsTheRowBoxesInTheMiddleOfTheirCells();
     void showsTheContextMenuForAnItemOnly();
+    void keepsTheContextMenuOnTheScreen();
     void remembersTheEnteredItemAndReportsNone();
     void movesToNoSpareRowByAnyKey_data();
     void movesToNoSpareRowByAnyKey();
     void movesNowhereInAnEmptyList();
     void reloadsTheListOfTheOnlySourceByF5();
+    void ticksEveryRowByF5();
     void keepsTheCursorOnItsFileWhenTheListIsReloaded();
     void showsThatTheFolderHasNoLogs_data();
     void showsThatTheFolderHasNoLogs();
@@ -60,6 +63,11 @@ void show(const MainWindowFixture &f)
     f.window->show();
     f.table()->setFocus();
     QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+}
+
+const QMenu *contextMenu(const MainWindowFixture &f)
+{
+    return qobject_cast<QMenu *>(f.find<QAction>("actionExportAll")->parent());
 }
 
 const QDateTime noon(QDate(2026, 3, 5), QTime(12, 0, 7));
@@ -350,7 +358,7 @@ void SdkLogTable::showsTheContextMenuForAnItemOnly()
     f.open();
     f.window->show();
     QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
-    const auto *menu = qobject_cast<QMenu *>(f.find<QAction>("actionExportAll")->parent());
+    const QMenu *menu = contextMenu(f);
     QVERIFY(menu != nullptr);
     f.output.take();
 
@@ -367,6 +375,27 @@ void SdkLogTable::showsTheContextMenuForAnItemOnly()
     QVERIFY2(f.output.lines().size() == 1, qPrintable(f.output.lines().join('\n')));
     QVERIFY(f.output.lines().constFirst().endsWith("a.log\""));
     // Including the frame, which some platforms add to all windows and QMenu::pos() excludes.
+    QCOMPARE(menu->windowHandle()->framePosition(), expected);
+}
+
+void SdkLogTable::keepsTheContextMenuOnTheScreen()
+{
+    MainWindowFixture f;
+    f.log("QZviewer/a.log");
+    f.open();
+    f.window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
+    const QMenu *menu = contextMenu(f);
+    QVERIFY(menu != nullptr);
+    const QPoint at = f.table()->visualItemRect(f.table()->item(0, 1)).center();
+    const QPoint corner =
+        QGuiApplication::primaryScreen()->geometry().bottomRight() - QPoint(10, 10);
+    f.window->move(f.window->pos() + corner - f.table()->mapToGlobal(at));
+    QTRY_COMPARE(f.table()->mapToGlobal(at), corner);
+
+    const QPoint expected = CConfiguration::fitOnScreen(corner, menu->sizeHint());
+    QVERIFY(expected.x() < corner.x() && expected.y() < corner.y());
+    emit f.table()->customContextMenuRequested(at);
     QCOMPARE(menu->windowHandle()->framePosition(), expected);
 }
 
@@ -432,6 +461,19 @@ void SdkLogTable::reloadsTheListOfTheOnlySourceByF5()
     QTest::keyClick(f.window.get(), Qt::Key_F5);
     QCOMPARE(f.listedNames(), QStringList({"b.log", "a.log"}));
     QCOMPARE(f.output.lines(), QStringList());
+}
+
+void SdkLogTable::ticksEveryRowByF5()
+{
+    MainWindowFixture f;
+    f.log("QZviewer/a.log");
+    f.open();
+    show(f);
+    f.box(0)->click();
+    QVERIFY(!f.headerBox()->isChecked());
+    QTest::keyClick(f.window.get(), Qt::Key_F5);
+    QVERIFY(f.box(0)->isChecked());
+    QVERIFY(f.headerBox()->isChecked());
 }
 
 void SdkLogTable::keepsTheCursorOnItsFileWhenTheListIsReloaded()

@@ -318,6 +318,6 @@ try:
 finally:
     if LOOK == "docs":
         shutil.rmtree(tour.home)
-    said = tour.program.end()
+    output = tour.program.end()
     if sys.exc_info()[0] is not None:
-        print(said)
+        print(output)

@@ -43,7 +43,7 @@ clean_up() { :; }
 fail() {
     echo "tour: $1" >&2
     if [[ -s $out/vantrel.log ]]; then
-        echo "What the program said:" >&2
+        echo "Output of the program:" >&2
         sed 's/^/    /' "$out/vantrel.log" >&2
     fi
     exit 1

@@ -194,6 +194,10 @@ def key(*keys):
     subprocess.run(["xdotool", "key", *keys], check=True)
 
 
+def output_of(*command):
+    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+
+
 def clipboard():
     read = subprocess.run(
         ["xclip", "-out", "-selection", "clipboard"], capture_output=True, timeout=PATIENCE
@@ -217,7 +221,7 @@ class Program:
         )
         self.sdk = self.home / "QZSDK"
         self.zip = self.sdk / "UserLogInfo.zip"
-        self.said = open(scratch / "said", "w+b")
+        self.output = open(scratch / "output", "w+b")
         self.process = None
         self.shown = []  # menus, newest last
         self.listener = Atspi.EventListener.new(self.take_note)
@@ -253,7 +257,7 @@ class Program:
             cwd=self.home,  # has no skin
             env={**os.environ, **changed, **self.variables},
             stdin=subprocess.DEVNULL,
-            stdout=self.said,
+            stdout=self.output,
             stderr=subprocess.STDOUT,
         )
 
@@ -309,11 +313,11 @@ class Program:
                 self.process.kill()
                 self.process.wait()
         self.remove_shared_memory()
-        self.said.seek(0)
-        said = self.said.read().decode(errors="replace")
-        self.said.close()
+        self.output.seek(0)
+        output = self.output.read().decode(errors="replace")
+        self.output.close()
         self.folder.cleanup()
-        return said
+        return output
 
 
 class DesktopTest(unittest.TestCase):
@@ -330,7 +334,7 @@ class DesktopTest(unittest.TestCase):
         pass
 
     def end_program(self):
-        print(f"\nWhat the program said:\n{self.program.end()}", flush=True)
+        print(f"\nOutput of the program:\n{self.program.end()}", flush=True)
         print("(That there is no slot receiveMessage is intended: see src/app/main.cpp.)", flush=True)
 
     def assert_tab_order(self, window, stops, more=lambda: []):

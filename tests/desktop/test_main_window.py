@@ -101,7 +101,9 @@ class Export(DesktopTest):
         self.addCleanup(self.gate.close)
         fcntl.flock(self.gate, fcntl.LOCK_EX)
         self.program.tool(
-            "journalctl", f'exec flock --shared "{self.gate.name}" echo "MESSAGE=from the journal"\n'
+            "journalctl",
+            f'printenv QT_XCB_GL_INTEGRATION >"{self.program.home}/inherited"\n'
+            f'exec flock --shared "{self.gate.name}" echo "MESSAGE=from the journal"\n',
         )
         self.opened = self.program.home / "opened"
         self.program.tool(
@@ -130,6 +132,8 @@ class Export(DesktopTest):
         self.main.find("push button", tr("View")).press()
         url = until("the folder", lambda: self.opened.exists() and self.opened.read_text())
         self.assertEqual(url, f"file:///{self.program.sdk}")
+        # The program sets this variable for itself, not for its child processes.
+        self.assertNotEqual((self.program.home / "inherited").read_text(), "none\n")
 
         with zipfile.ZipFile(self.program.zip) as archive:
             self.assertIsNone(archive.testzip())

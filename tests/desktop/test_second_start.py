@@ -1,27 +1,22 @@
 """A second start does not affect the first copy's window, in front or not."""
 
-import os
 import subprocess
 
-from desk import PATIENCE, DesktopTest, tr, until, unittest
-
-
-def asked(*command):
-    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+from desk import PATIENCE, DesktopTest, output_of, tr, until, unittest
 
 
 class SecondStart(DesktopTest):
     def setUp(self):
         super().setUp()
-        self.own = asked("xdotool", "search", "--onlyvisible", "--name", "^Vantrel$").split()[-1]
-        asked("xdotool", "windowmove", "--sync", self.own, "150", "60")
+        self.own = output_of("xdotool", "search", "--onlyvisible", "--name", "^Vantrel$").split()[-1]
+        output_of("xdotool", "windowmove", "--sync", self.own, "150", "60")
         until("the window in front", lambda: self.active() == self.own)
 
     def desktop(self):
         """Stacking order, active window, and the first copy's geometry and state."""
-        root = asked("xprop", "-root", "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW")
-        geometry = asked("xdotool", "getwindowgeometry", "--shell", self.own)
-        state = asked("xprop", "-id", self.own, "_NET_WM_STATE", "WM_STATE", "WM_HINTS")
+        root = output_of("xprop", "-root", "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW")
+        geometry = output_of("xdotool", "getwindowgeometry", "--shell", self.own)
+        state = output_of("xprop", "-id", self.own, "_NET_WM_STATE", "WM_STATE", "WM_HINTS")
         return root + geometry + state
 
     def second_start_changes_nothing(self):
@@ -46,16 +41,16 @@ class SecondStart(DesktopTest):
         self.second_start_changes_nothing()
 
     def test_minimised(self):
-        asked("xdotool", "windowminimize", self.own)
+        output_of("xdotool", "windowminimize", self.own)
         until(
             "the window to go",
-            lambda: "Iconic" in asked("xprop", "-id", self.own, "WM_STATE")
+            lambda: "Iconic" in output_of("xprop", "-id", self.own, "WM_STATE")
             and self.active() == "0",  # which the window manager sets last
         )
         self.second_start_changes_nothing()
 
     def active(self):
-        words = asked("xprop", "-root", "_NET_ACTIVE_WINDOW").split()
+        words = output_of("xprop", "-root", "_NET_ACTIVE_WINDOW").split()
         return str(int(words[-1], 16)) if words[-1].startswith("0x") else "0"
 
 

@@ -22,21 +22,21 @@ private slots:
 private:
     QWidget panel;
     QRect screen;
-    QRect left; ///< for other windows
+    QRect workArea; ///< for other windows
 };
 
 namespace {
 
 /// The space that the panel reserves at each edge, in pixels.
-const QMargins kept(70, 30, 80, 60);
+const QMargins panelMargins(70, 30, 80, 60);
 
 /// Reserves the margins of @p screen for @p panel by the window managers' protocol. Returns false
 /// on failure.
 bool keepFree(const QWidget &panel, const QRect &screen)
 {
-    const QList<int> strut{kept.left(), kept.right(),    kept.top(), kept.bottom(),
-                           0,           screen.bottom(), 0,          screen.bottom(),
-                           0,           screen.right(),  0,          screen.right()};
+    QList<int> strut{panelMargins.left(), panelMargins.right(), panelMargins.top(),
+                     panelMargins.bottom()};
+    strut += {0, screen.bottom(), 0, screen.bottom(), 0, screen.right(), 0, screen.right()};
     QStringList numbers;
     for (const int number : strut)
         numbers.append(QString::number(number));
@@ -46,17 +46,17 @@ bool keepFree(const QWidget &panel, const QRect &screen)
 }
 
 /// The window's geometry on the display server. Qt would return the requested one.
-QRect standing(const QWidget &window)
+QRect shownGeometry(const QWidget &window)
 {
-    QProcess asked;
-    asked.start("xwininfo", {"-id", QString::number(window.winId())});
-    if (!asked.waitForFinished())
+    QProcess xwininfo;
+    xwininfo.start("xwininfo", {"-id", QString::number(window.winId())});
+    if (!xwininfo.waitForFinished())
         return {};
-    static const QRegularExpression said(
+    static const QRegularExpression pattern(
         "Absolute upper-left X:\\s*(-?\\d+)\\s*Absolute upper-left Y:\\s*(-?\\d+)"
         ".*Width:\\s*(\\d+)\\s*Height:\\s*(\\d+)",
         QRegularExpression::DotMatchesEverythingOption);
-    const auto number = [match = said.match(QString::fromUtf8(asked.readAll()))](int i) {
+    const auto number = [match = pattern.match(QString::fromUtf8(xwininfo.readAll()))](int i) {
         return match.captured(i).toInt();
     };
     return {number(1), number(2), number(3), number(4)};
@@ -67,12 +67,13 @@ QRect standing(const QWidget &window)
 void WorkArea::initTestCase()
 {
     screen = QGuiApplication::primaryScreen()->geometry();
-    left = screen.marginsRemoved(kept);
+    workArea = screen.marginsRemoved(panelMargins);
     panel.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
-    panel.setGeometry(0, screen.bottom() - kept.bottom() + 1, screen.width(), kept.bottom());
+    panel.setGeometry(0, screen.bottom() - panelMargins.bottom() + 1, screen.width(),
+                      panelMargins.bottom());
     QVERIFY(keepFree(panel, screen));
     panel.show();
-    QTRY_COMPARE(QGuiApplication::primaryScreen()->availableGeometry(), left);
+    QTRY_COMPARE(QGuiApplication::primaryScreen()->availableGeometry(), workArea);
 }
 
 void WorkArea::isWhatAMaximisedWindowFills()
@@ -80,9 +81,9 @@ void WorkArea::isWhatAMaximisedWindowFills()
     KitWindow window(true);
     window.bar->setMaxMinEnabled(true);
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTRY_COMPARE(standing(window), KitWindow::place());
+    QTRY_COMPARE(shownGeometry(window), KitWindow::place());
     Mouse::doubleClick(*window.bar, window.at(QPoint(150, 18)));
-    QTRY_COMPARE(standing(window), left);
+    QTRY_COMPARE(shownGeometry(window), workArea);
 }
 
 void WorkArea::holdsTheWaitDialog()
@@ -90,12 +91,12 @@ void WorkArea::holdsTheWaitDialog()
     QWidget around;
     around.setGeometry(screen.translated(screen.width() / 2, screen.height() / 2));
     CWaitDialog dialog(&around);
-    const QPoint wanted(left.right() - dialog.width(), left.bottom() - dialog.height());
+    const QPoint wanted(workArea.right() - dialog.width(), workArea.bottom() - dialog.height());
     QRect shown;
     QTimer::singleShot(0, &dialog, [&] {
         // The dialog must close in any case.
         (void)QTest::qWaitFor([&] {
-            shown = standing(dialog);
+            shown = shownGeometry(dialog);
             return shown.topLeft() == wanted;
         });
         dialog.close();

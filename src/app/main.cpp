@@ -11,8 +11,8 @@ int main(int argc, char **argv)
     mergeFreedBlocksImmediately();
     configureQtBeforeStart();
     SingleApplication app(argc, argv, QStringLiteral("Pemberk Vantrel"));
-    // Here, not in the worker, which uses the result: a system dialog might open first and make COM
-    // initialise its security implicitly.
+    // Set up here rather than in the worker, which uses the result: a system dialog might open
+    // first and make COM initialise its security implicitly.
     (void)setUpComSecurity();
     if (app.isRunning()) {
         app.sendMessage(QStringLiteral("message from other instance."));
@@ -24,7 +24,7 @@ int main(int argc, char **argv)
     Skin::setFallbackFolder(QCoreApplication::applicationDirPath());
     installAccessibleControls();
     Vantrel window;
-    // The window has no such slot: on purpose, a second start does not affect the first copy. The
+    // The window deliberately has no such slot: a second start does not affect the first copy. The
     // connection stays so that adding a slot is enough to change that.
     QObject::connect(&app, SIGNAL(messageAvailable(QString)), &window,
                      SLOT(receiveMessage(QString)));

@@ -9,6 +9,7 @@ enum class DisplayLanguage { English, Chinese };
 /// name of more than 259 UTF-8 bytes.
 [[nodiscard]] QString clientNameFromIcon(const CameraClient &client);
 
-/// The camera client's language, which the tool shares: English without a client, otherwise as the
-/// client's "language.ini" in the user's home folder says.
+/// The camera client's language, which the tool shares: English if clientNameFromIcon() is empty or
+/// the client's "language.ini" in the user's home folder has lang=1; otherwise, even without this
+/// file, Chinese.
 [[nodiscard]] DisplayLanguage chooseLanguage(const UserEnvironment &environment);

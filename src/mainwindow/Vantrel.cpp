@@ -46,9 +46,9 @@ void Vantrel::setUpExportPath()
 void Vantrel::buildContextMenu()
 {
     contextMenu = new QMenu(this);
-    actionExportAll = contextMenu->addAction(tr("Export All SDK Log"));
+    actionExportAll = contextMenu->addAction(QString());
     actionExportAll->setObjectName(QStringLiteral("actionExportAll"));
-    actionExportSelected = contextMenu->addAction(tr("Export Selected SDK Log"));
+    actionExportSelected = contextMenu->addAction(QString());
     actionExportSelected->setObjectName(QStringLiteral("actionExportSelected"));
     connect(actionExportAll, &QAction::triggered, this, &Vantrel::onActionExportAllTriggered);
     connect(actionExportSelected, &QAction::triggered, this,

@@ -37,7 +37,7 @@ public:
     ~Vantrel() override;
 
 signals:
-    /// An export was queued; opens the wait dialog.
+    /// The Export button has queued an export; opens the wait dialog.
     void showWaitDlg();
 
 private slots:

@@ -15,11 +15,11 @@ BSTR comText(const QString &text)
     return SysAllocString(text.toStdWString().c_str());
 }
 
-class Module final : public UnaskedObject
+class Module final : public StubObject
 {
 public:
     Module(FakeWmi &fakeWmi, FakeWmi::Module values)
-        : UnaskedObject(fakeWmi)
+        : StubObject(fakeWmi)
         , module(std::move(values))
     {
     }
@@ -57,10 +57,10 @@ private:
     const FakeWmi::Module module;
 };
 
-class Enumeration final : public UnaskedEnumeration
+class Enumeration final : public StubEnumeration
 {
 public:
-    using UnaskedEnumeration::UnaskedEnumeration;
+    using StubEnumeration::StubEnumeration;
 
     HRESULT STDMETHODCALLTYPE Next(LONG timeout, ULONG count, IWbemClassObject **objects,
                                    ULONG *returned) override
@@ -109,15 +109,15 @@ public:
     }
 };
 
-class Services final : public UnaskedServices
+class Services final : public StubServices
 {
 public:
-    using UnaskedServices::UnaskedServices;
+    using StubServices::StubServices;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void **object) override
     {
         if (id != __uuidof(IClientSecurity)) // a real proxy has it
-            return UnaskedServices::QueryInterface(id, object);
+            return StubServices::QueryInterface(id, object);
         *object = static_cast<IClientSecurity *>(new Security(wmi));
         return S_OK;
     }

@@ -53,7 +53,7 @@ private:
 };
 
 /// Services whose methods all fail.
-class UnaskedServices : public Counted<IWbemServices>
+class StubServices : public Counted<IWbemServices>
 {
 public:
     using Counted<IWbemServices>::Counted;
@@ -170,7 +170,7 @@ public:
 };
 
 /// An enumeration whose methods all fail.
-class UnaskedEnumeration : public Counted<IEnumWbemClassObject>
+class StubEnumeration : public Counted<IEnumWbemClassObject>
 {
 public:
     using Counted<IEnumWbemClassObject>::Counted;
@@ -191,7 +191,7 @@ public:
 };
 
 /// An object whose methods all fail.
-class UnaskedObject : public Counted<IWbemClassObject>
+class StubObject : public Counted<IWbemClassObject>
 {
 public:
     using Counted<IWbemClassObject>::Counted;

@@ -11,7 +11,8 @@
 inline constexpr std::size_t maxPieceBytes = 511;
 
 /// Receives a piece of a matching line with a terminating zero. All pieces but a line's last have
-/// maxPieceBytes. The line feed is part of the last piece; CR LF arrives as LF.
+/// maxPieceBytes, unless a zero byte in the file terminates one early. The line feed is part of the
+/// last piece; CR LF arrives as LF.
 using PieceSink = std::function<void(const char *piece)>;
 
 /// Set it to true, from any thread, to stop a search. It stays true.

@@ -13,20 +13,21 @@ QString rawText(const QTableWidget &table, int row)
     return cell != nullptr ? cell->toolTip() : QString();
 }
 
-bool endsLine(const QString &piece)
+bool isContinued(const QTableWidget &table, int row)
 {
-    return piece.isEmpty() || piece.endsWith(QLatin1Char('\n'));
+    const QTableWidgetItem *const cell = table.item(row, LogRows::Message);
+    return cell != nullptr && cell->data(LogRows::ContinuedRole).toBool();
 }
 
-/// The line whose first piece is in @p row. Advances @p row to the next line.
+/// The line whose first piece is in @p row, without its line feed. Advances @p row to the next
+/// line.
 QString takeLine(const QTableWidget &table, int &row)
 {
-    QString line;
-    QString piece;
-    do {
-        piece = rawText(table, row++);
-        line += piece;
-    } while (!endsLine(piece));
+    QString line = rawText(table, row);
+    while (isContinued(table, row++))
+        line += rawText(table, row);
+    if (line.endsWith(QLatin1Char('\n')))
+        line.chop(1);
     return line;
 }
 
@@ -40,18 +41,24 @@ QString decodedInPieces(const QString &line)
     return text;
 }
 
+/// Whether @p found is @p line decoded in pieces. The line may have had a byte order mark, which
+/// decoding removes.
+bool isFoundInPieces(const QString &found, const QString &line)
+{
+    return decodedInPieces(line) == found ||
+           decodedInPieces(QChar(QChar::ByteOrderMark) + line) == found;
+}
+
 } // namespace
 
 FoundLine foundLineAt(const QTableWidget &table, int row)
 {
-    while (row > 0 && !endsLine(rawText(table, row - 1)))
+    while (row > 0 && isContinued(table, row - 1))
         --row;
     int end = row;
     FoundLine line{takeLine(table, end)};
     for (int before = 0; before < row;)
         line.ordinal += takeLine(table, before) == line.text ? 1 : 0;
-    if (endsLine(line.text))
-        line.text.chop(1);
     return line;
 }
 
@@ -63,7 +70,7 @@ int rowOf(const QTableWidget &table, const FoundLine &line)
         if (table.item(row, LogRows::Message) == nullptr)
             break;
         const QString text = rawText(table, row);
-        const bool isEqual = text == line.text || (isDamaged && decodedInPieces(text) == line.text);
+        const bool isEqual = text == line.text || (isDamaged && isFoundInPieces(line.text, text));
         if (isEqual && equalBefore++ == line.ordinal)
             return row;
     }

@@ -1,6 +1,7 @@
 #include "LogRows.h"
 
 #include "LineBlockReader.h"
+#include "LineSearch.h"
 #include "LogLine.h"
 
 #include <QClipboard>
@@ -14,6 +15,7 @@
 namespace {
 
 constexpr int copyRowLimit = 10000;
+constexpr std::size_t longestKnownSource = 256; // bytes
 
 QString fromUtf8(std::string_view bytes)
 {
@@ -112,14 +114,18 @@ void LogRows::place(std::string_view line, int row)
     const LineText text(line);
     const LogLine fields = splitLogLine(line);
     if (fields.structured) {
-        const QString message = text.part(fields.message); // first: it may run out of memory
+        // First: they may run out of memory.
+        const QString source = sourceText(fields.source);
+        const QString message = text.part(fields.message);
         placeCell(row, Timestamp, text.part(fields.timestamp), text.text());
         placeCell(row, Level, levelText(fields.level), text.text());
-        placeCell(row, Source, sourceText(fields.source), text.text());
+        placeCell(row, Source, source, text.text());
         placeCell(row, Message, message, text.text());
     } else {
         placeCell(row, Message, text.text(), text.text());
     }
+    if (line.size() == maxPieceBytes && line.back() != '\n')
+        table.item(row, Message)->setData(ContinuedRole, true);
 }
 
 void LogRows::placeCell(int row, Column column, const QString &text, const QString &line)
@@ -129,11 +135,11 @@ void LogRows::placeCell(int row, Column column, const QString &text, const QStri
 
 QString LogRows::sourceText(std::string_view source)
 {
+    if (source.size() > longestKnownSource)
+        return fromUtf8(source);
     KnownSource &known = knownSources[std::hash<std::string_view>()(source) % knownSources.size()];
-    if (known.bytes != source) {
-        known.bytes = source;
-        known.text = fromUtf8(source);
-    }
+    if (known.bytes != source)
+        known = {std::string(source), fromUtf8(source)};
     return known.text;
 }
 

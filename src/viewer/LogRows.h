@@ -14,6 +14,8 @@ class LogRows
 {
 public:
     enum Column { Timestamp, Level, Source, Message, ColumnCount };
+    /// Of a message cell of a search match: whether its line continues in the next row.
+    static constexpr int ContinuedRole = Qt::UserRole;
 
     /// @p target must outlive this object.
     explicit LogRows(QTableWidget &target);

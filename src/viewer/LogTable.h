@@ -43,9 +43,9 @@ public:
     void removeSpareRows();
     /// Calls LogRows::place().
     void setLine(std::string_view line, int row) { logRows.place(line, row); }
-    /// Sets what the rows hold, and how many lines. If lines are missing or there is no match, a
-    /// hint after the last line and the accessible description say so; without a free row, only the
-    /// latter.
+    /// Sets what the rows hold, and how many lines. If the file has more lines, no line matches or
+    /// levels hide matches, a hint and the accessible description say so. The hint is after the
+    /// last line or, without lines, in the middle; without a free row there is none.
     void setContents(Contents filled, int lines = 0);
     /// The position for goTo() after the whole log has been loaded again.
     [[nodiscard]] Position position() const;

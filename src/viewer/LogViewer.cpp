@@ -222,6 +222,7 @@ void LogViewer::reload()
     if (load())
         ui->tableWidget->removeSpareRows();
     ui->tableWidget->goTo(position);
+    ui->tableWidget->placeCursor();
 }
 
 std::optional<int> LogViewer::load()

@@ -4,6 +4,7 @@
 #include "LogLevelRewrite.h"
 #include "LogViewer.h"
 #include "Machine.h"
+#include "MemoryLimit.h"
 #include "ScratchFolder.h"
 #include "SearchRun.h"
 #include "ZipArchive.h"
@@ -13,42 +14,10 @@
 #include <QTableWidget>
 #include <QTest>
 
-#include <algorithm>
-#include <sys/resource.h>
-#include <unistd.h>
-
 namespace {
 
 constexpr qint64 megabyte = 1024 * 1024;
 constexpr const char *whySkipped = "sanitizers need more memory than can be taken away";
-
-/// Limits this process to @p more bytes beyond its current memory use.
-class MemoryLimit
-{
-public:
-    explicit MemoryLimit(qint64 more)
-    {
-        QFile status("/proc/self/statm");
-        if (!status.open(QIODevice::ReadOnly))
-            qFatal("cannot read how much memory there is in use");
-        const qint64 pages = status.readAll().split(' ').value(0).toLongLong();
-        set(rlim_t(pages * sysconf(_SC_PAGESIZE) + more));
-    }
-    ~MemoryLimit() { set(RLIM_INFINITY); }
-    MemoryLimit(const MemoryLimit &) = delete;
-    MemoryLimit &operator=(const MemoryLimit &) = delete;
-
-private:
-    static void set(rlim_t bytes)
-    {
-        rlimit limit{};
-        if (getrlimit(RLIMIT_AS, &limit) != 0)
-            qFatal("cannot read the memory limit");
-        limit.rlim_cur = std::min(bytes, limit.rlim_max);
-        if (setrlimit(RLIMIT_AS, &limit) != 0)
-            qFatal("cannot set the memory limit");
-    }
-};
 
 } // namespace
 

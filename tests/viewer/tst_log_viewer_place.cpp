@@ -16,11 +16,14 @@ private slots:
     void takesTheFirstHitInSightForACurrentRowWithoutALine();
     void findsALongLineFromEachOfItsPieces_data();
     void findsALongLineFromEachOfItsPieces();
+    void findsALineWithAZeroByteAndTheNextOne_data();
+    void findsALineWithAZeroByteAndTheNextOne();
     void showsTheNextLineInPlaceOfAHiddenOne();
     void startsAtTheTopAfterASearchWithoutMatches();
     void startsAtTheTopWhenTheLineIsGone();
     void keepsItsPlaceWhenTheLogIsReloaded();
     void staysAtTheTopOfATruncatedLog();
+    void staysAtTheEndOfAShortenedLog();
 };
 
 namespace {
@@ -43,7 +46,13 @@ bool isInSight(const QTableWidget &table, int row)
            table.rowAt(y + 1) == row;
 }
 
-/// A search that returns these lines in pieces of 511 bytes.
+/// Whether the keyboard cursor is on the first row without selecting it, and the row is in sight.
+bool startsAtTheTop(const QTableWidget &table)
+{
+    return table.currentRow() == 0 && table.selectedItems().isEmpty() && isInSight(table, 0);
+}
+
+/// A search that returns these lines in pieces of 511 bytes, each up to its first zero byte.
 LineSearch finding(const QByteArrayList &lines)
 {
     return
@@ -154,6 +163,12 @@ void LogViewerPlace::findsALongLineFromEachOfItsPieces_data()
     const QByteArray head = logLine("ERROR", "");
     QTest::newRow("a line feed alone in its piece")
         << head + QByteArray(511 - head.size(), 'x') << 2;
+    const QByteArray mark = "\xef\xbb\xbf";
+    QTest::newRow("English after a byte order mark") << mark + head + QByteArray(1200, 'x') << 3;
+    QTest::newRow("Chinese after a byte order mark")
+        << mark + head + QByteArray("相机").repeated(200) << 3;
+    QTest::newRow("a zero byte in the last piece")
+        << head + QByteArray(600, 'x') + '\0' + QByteArray(200, 'x') << 2;
 }
 
 void LogViewerPlace::findsALongLineFromEachOfItsPieces()
@@ -172,6 +187,30 @@ void LogViewerPlace::findsALongLineFromEachOfItsPieces()
         f.table().setCurrentCell(1 + pieces + piece, 3);
         f.pressEnter(QString());
         QCOMPARE(f.table().currentRow(), 600);
+    }
+}
+
+void LogViewerPlace::findsALineWithAZeroByteAndTheNextOne_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("short") << QByteArray("x\0y", 3);
+    QTest::newRow("at its start") << QByteArray("\0x", 2);
+    QTest::newRow("at the end of a piece") << QByteArray(509, 'x') + '\0';
+    QTest::newRow("after invalid UTF-8") << QByteArray(300, '\xff') + '\0';
+}
+
+void LogViewerPlace::findsALineWithAZeroByteAndTheNextOne()
+{
+    QFETCH(QByteArray, line);
+    const QByteArrayList lines{line, "x z", "x", line, "x"};
+    ViewerFixture f(finding(lines));
+    QVERIFY(f.openLines(QByteArrayList{"first"} + lines));
+    QVERIFY(f.activate());
+    for (int hit = 0; hit < lines.size(); ++hit) {
+        f.search("x");
+        f.table().setCurrentCell(hit, 3);
+        f.pressEnter(QString());
+        QCOMPARE(f.table().currentRow(), 1 + hit);
     }
 }
 
@@ -197,8 +236,7 @@ void LogViewerPlace::startsAtTheTopAfterASearchWithoutMatches()
     f.table().scrollToBottom();
     f.search("x");
     f.pressEnter(QString());
-    QCOMPARE(f.table().currentRow(), -1);
-    QCOMPARE(f.table().rowAt(0), 0);
+    QVERIFY(startsAtTheTop(f.table()));
 }
 
 void LogViewerPlace::startsAtTheTopWhenTheLineIsGone()
@@ -209,8 +247,7 @@ void LogViewerPlace::startsAtTheTopWhenTheLineIsGone()
     f.search("x");
     f.table().setCurrentCell(0, 3);
     f.pressEnter(QString());
-    QCOMPARE(f.table().currentRow(), -1);
-    QCOMPARE(f.table().rowAt(0), 0);
+    QVERIFY(startsAtTheTop(f.table()));
 }
 
 void LogViewerPlace::keepsItsPlaceWhenTheLogIsReloaded()
@@ -241,8 +278,21 @@ void LogViewerPlace::staysAtTheTopOfATruncatedLog()
     f.folder.file("a.log", "one\n");
     QTest::keyClick(&f.table(), Qt::Key_F5);
     QCOMPARE(f.table().rowCount(), 6);
-    QCOMPARE(f.table().currentRow(), -1);
-    QCOMPARE(f.table().rowAt(0), 0);
+    QVERIFY(startsAtTheTop(f.table()));
+}
+
+void LogViewerPlace::staysAtTheEndOfAShortenedLog()
+{
+    ViewerFixture f;
+    const QByteArrayList lines = someErrors();
+    QVERIFY(f.open(f.folder.file("a.log", lines.join('\n') + '\n')));
+    QVERIFY(f.activate());
+    f.table().setCurrentCell(900, 3);
+    f.folder.file("a.log", lines.mid(0, 500).join('\n') + '\n');
+    QTest::keyClick(&f.table(), Qt::Key_F5);
+    QCOMPARE(f.table().currentRow(), 0);
+    QCoreApplication::processEvents(); // updates the table's layout
+    QVERIFY(isInSight(f.table(), 499));
 }
 
 QTEST_MAIN(LogViewerPlace)

@@ -59,6 +59,8 @@ private slots:
     void enterSearchesToo();
     void enterOnAnEmptyFieldAfterASearchReloadsTheFile();
     void enterOnAnEmptyFieldReloadsEveryTime();
+    void enterOnAnEmptyFieldReloadsAfterTheWindowWasClosed();
+    void enterOnAnEmptyFieldReloadsAnotherFileOpenedAfterASearch();
     void reloadPrintsWhenTheFileIsGone();
     void findsLinesByTheSystemsOwnSearch();
     void showsALongLineInPiecesOf511Bytes();
@@ -227,6 +229,32 @@ void LogViewerSearch::enterOnAnEmptyFieldReloadsEveryTime()
         f.pressEnter(QString());
         QCOMPARE(f.text(0, 3) + '\n', QString::fromLatin1(contents));
     }
+}
+
+void LogViewerSearch::enterOnAnEmptyFieldReloadsAfterTheWindowWasClosed()
+{
+    Fixture f;
+    const QString path = f.folder.file("a.log", "one\n");
+    QVERIFY(f.open(path));
+    QVERIFY(f.show());
+    f.search("x");
+    QVERIFY(f.viewer.close());
+    f.folder.file("a.log", "two\n");
+    QVERIFY(f.show());
+    f.pressEnter(QString());
+    QCOMPARE(f.text(0, 3), "two");
+}
+
+void LogViewerSearch::enterOnAnEmptyFieldReloadsAnotherFileOpenedAfterASearch()
+{
+    Fixture f;
+    QVERIFY(f.openLines({"one"}));
+    f.search("x");
+    const QString path = f.folder.file("b.log", "two\n");
+    QVERIFY(f.open(path));
+    f.folder.file("b.log", "three\n");
+    f.pressEnter(QString());
+    QCOMPARE(f.text(0, 3), "three");
 }
 
 void LogViewerSearch::reloadPrintsWhenTheFileIsGone()

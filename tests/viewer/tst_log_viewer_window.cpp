@@ -104,6 +104,7 @@ void LogViewerWindow::hasTheFormsWidgets()
     QCOMPARE(filter->popupMode(), QToolButton::InstantPopup);
     QCOMPARE(f.table().metaObject()->className(), "CTableWidget");
     QVERIFY(!f.viewer.windowIcon().isNull());
+    QCOMPARE(f.viewer.windowModality(), Qt::NonModal);
     QCOMPARE(f.viewer.minimumWidth(), 750);
     QCOMPARE(f.viewer.maximumSize(), QSize(10'000, 10'000));
 }
@@ -252,7 +253,8 @@ void LogViewerWindow::showsNoContextMenuOnEmptySpace()
 void LogViewerWindow::showsAWholeLineUnchangedInItsToolTip()
 {
     ViewerFixture f;
-    const QByteArray line = logLine("INFO", "<b>bold</b>  " + QByteArray(500, 'x'));
+    const QByteArray line =
+        logLine("INFO", "<b>bold</b>  <img src='x'> &amp; " + QByteArray(500, 'x'));
     QVERIFY(f.openLines({line}));
     QVERIFY(f.show());
     const QPoint pos = f.table().visualItemRect(f.table().item(0, 3)).center();

@@ -33,7 +33,7 @@ void LogLevelWriter::waitForRetry(const QString &path)
         end(path); // the program is quitting
 }
 
-std::optional<LogLevelRewrite::Problem> LogLevelWriter::retriedFor(const QString &path) const
+std::optional<LogLevelRewrite::Problem> LogLevelWriter::retryProblem(const QString &path) const
 {
     const LogLevelRetry *const retry = retries.value(path);
     return retry != nullptr ? std::optional(retry->problem()) : std::nullopt;

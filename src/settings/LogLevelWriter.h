@@ -28,7 +28,7 @@ public:
     void waitForRetry(const QString &path);
 
     /// The problem of the retry for @p path; nullopt if none is running.
-    [[nodiscard]] std::optional<LogLevelRewrite::Problem> retriedFor(const QString &path) const;
+    [[nodiscard]] std::optional<LogLevelRewrite::Problem> retryProblem(const QString &path) const;
 
 signals:
     /// The retry for @p path has started, met another problem, or ended.

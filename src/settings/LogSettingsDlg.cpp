@@ -185,7 +185,7 @@ void LogSettingsDlg::showFile()
     ui->lineEditPath->setText(path);
     ui->lineEditPath->setToolTip(path);
     if (readLogLevel(path))
-        showLevel(writer.retriedFor(path) ? storedLevel() : currentLevel);
+        showLevel(writer.retryProblem(path) ? storedLevel() : currentLevel);
     showRetry();
 }
 
@@ -198,7 +198,7 @@ void LogSettingsDlg::showLevel(int level)
 
 void LogSettingsDlg::showRetry()
 {
-    const auto problem = writer.retriedFor(shownPath());
+    const auto problem = writer.retryProblem(shownPath());
     const QString why = problem ? reason(*problem) : QString();
     if (problem && qobject_cast<QRadioButton *>(focusWidget()) != nullptr) {
         ui->btnSetLogCfgPath->setFocus(); // choosing another file can help
@@ -224,7 +224,7 @@ void LogSettingsDlg::focusLevel()
 void LogSettingsDlg::chooseLevel(int level)
 {
     const QString path = shownPath();
-    if (writer.retriedFor(path))
+    if (writer.retryProblem(path))
         return;
     if (writer.write(path, level)) {
         CConfiguration::instance()->logLevel = quint32(level);

@@ -40,8 +40,8 @@ constexpr int writtenBytes = 10; // bytes
 /// A properties file on a disk whose first writes are partial.
 struct Fixture
 {
-    Fixture(const QByteArray &contents, int tornWrites)
-        : failures(tornWrites)
+    Fixture(const QByteArray &contents, int partialWrites)
+        : failures(partialWrites)
         , path(scratch.file("sdk.properties", contents))
         , rewrite(std::make_unique<LogLevelRewrite>(
               path, PropertiesFile::Disk{[this](const QString &file) {
@@ -65,7 +65,7 @@ struct Fixture
 
     int failures; ///< number of writes that still fail
     bool readable = true;
-    bool tornIsReadable = true;
+    bool partialIsReadable = true;
     int writes = 0;
     ScratchFolder scratch;
     QString path;
@@ -79,7 +79,7 @@ private:
             return PropertiesFile::overwrite(path, bytes);
         --failures;
         write(QByteArray(bytes.data(), writtenBytes));
-        readable = tornIsReadable;
+        readable = partialIsReadable;
         return false;
     }
 };
@@ -130,15 +130,15 @@ void LogLevelPartialFile::prefersARepairedFileToTheKeptText()
 {
     Fixture f("old\n" + infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
-    f.write("mended\n" + infoFile);
+    f.write("repaired\n" + infoFile);
     QCOMPARE(f.setDebug(), Outcome::Done);
-    QCOMPARE(unixLines(f.contents()), "mended\n" + debugFile);
+    QCOMPARE(unixLines(f.contents()), "repaired\n" + debugFile);
 }
 
 void LogLevelPartialFile::keepsTheTextWhenThePartialFileCannotBeRead()
 {
     Fixture f("first line\n" + infoFile, 2);
-    f.tornIsReadable = false;
+    f.partialIsReadable = false;
     QCOMPARE(f.setDebug(), Outcome::Failed);
     f.readable = true;
     QCOMPARE(f.contents(), QByteArray("first line"));
@@ -150,7 +150,7 @@ void LogLevelPartialFile::restoresTheKeptTextOverAPartialFileThatWasNeverRead()
 {
     const QByteArray text = "first line\n" + infoFile;
     Fixture f(text, 2);
-    f.tornIsReadable = false;
+    f.partialIsReadable = false;
     QCOMPARE(f.setDebug(), Outcome::Failed);
     QCOMPARE(f.setDebug(), Outcome::Unreadable);
     f.end();
@@ -172,9 +172,9 @@ void LogLevelPartialFile::leavesARepairedFileAloneAtTheEnd()
 {
     Fixture f("old\n" + infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
-    f.write("mended\n" + infoFile);
+    f.write("repaired\n" + infoFile);
     f.end();
-    QCOMPARE(f.contents(), "mended\n" + infoFile);
+    QCOMPARE(f.contents(), "repaired\n" + infoFile);
 }
 
 void LogLevelPartialFile::noticesARepairedFileInARoundThatDoesNotWrite()
@@ -182,7 +182,7 @@ void LogLevelPartialFile::noticesARepairedFileInARoundThatDoesNotWrite()
     Fixture f(infoFile, 2);
     QCOMPARE(f.setDebug(), Outcome::Failed);
     const QByteArray partial = f.contents();
-    f.write("mended\n");
+    f.write("repaired\n");
     QCOMPARE(f.rewrite->applyIfSettled(1), Outcome::Failed);
     f.write(partial); // written on purpose this time
     f.end();

@@ -37,7 +37,7 @@ private slots:
 
 namespace {
 
-const char *const mend = "--mend";
+const char *const repair = "--repair";
 constexpr int aFewRounds = 600; // milliseconds
 
 class PaintCounter : public QWidget
@@ -49,7 +49,7 @@ protected:
     void paintEvent(QPaintEvent * /*event*/) override { ++painted; }
 };
 
-/// A window with a file in which the level cannot be set, and a retry in progress.
+/// A window on a properties file, by default one in which no level can be set.
 struct RetryFixture : SettingsFixture
 {
     explicit RetryFixture(const QByteArray &contents = "nothing to replace\n")
@@ -112,13 +112,13 @@ void RetriedLogLevel::setsTheStoredLevelInAFileThatAnotherProcessRepaired()
     hub().logLevel = 2;
     QProcess other;
     f.after(aFewRounds, [&] {
-        other.start(QCoreApplication::applicationFilePath(), {mend, f.path});
+        other.start(QCoreApplication::applicationFilePath(), {repair, f.path});
     });
     QVERIFY(!f.write(1));
     QVERIFY(f.wasRunning);
     QTRY_COMPARE(other.state(), QProcess::NotRunning);
     QCOMPARE(other.exitCode(), 0);
-    QCOMPARE(unixLines(f.written()), "# mended\n" + fatalFile);
+    QCOMPARE(unixLines(f.written()), "# repaired\n" + fatalFile);
 }
 
 void RetriedLogLevel::endsWhenTheFileBecomesUnreadable()
@@ -352,11 +352,11 @@ void RetriedLogLevel::survivesTheDeletionOfTheDialogDuringAClick()
 // This executable is also the other process that repairs the file.
 int main(int argc, char **argv)
 {
-    if (argc == 3 && qstrcmp(argv[1], mend) == 0) {
+    if (argc == 3 && qstrcmp(argv[1], repair) == 0) {
         QFile file(QFile::decodeName(argv[2]));
-        const bool mended = file.open(QIODevice::WriteOnly) &&
-                            file.write("# mended\n" + infoFile) > 0 && file.flush();
-        return mended ? 0 : 1;
+        const bool repaired = file.open(QIODevice::WriteOnly) &&
+                              file.write("# repaired\n" + infoFile) > 0 && file.flush();
+        return repaired ? 0 : 1;
     }
     QApplication app(argc, argv);
     RetriedLogLevel test;

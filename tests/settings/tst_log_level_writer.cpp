@@ -50,11 +50,11 @@ void LogLevelWriting::retriesOnlyReadableFiles()
 {
     Fixture f;
     QVERIFY(!f.writer.write(f.missing, 1));
-    QCOMPARE(f.writer.retriedFor(f.missing), std::nullopt);
+    QCOMPARE(f.writer.retryProblem(f.missing), std::nullopt);
     QVERIFY(f.writer.write(f.right, 1));
-    QCOMPARE(f.writer.retriedFor(f.right), std::nullopt);
+    QCOMPARE(f.writer.retryProblem(f.right), std::nullopt);
     QVERIFY(!f.writer.write(f.wrong, 1));
-    QCOMPARE(f.writer.retriedFor(f.wrong), Problem::LinesMissing);
+    QCOMPARE(f.writer.retryProblem(f.wrong), Problem::LinesMissing);
 }
 
 void LogLevelWriting::retriesEachFileByItself()
@@ -66,8 +66,8 @@ void LogLevelWriting::retriesEachFileByItself()
     f.file("wrong", debugFile);
     f.writer.waitForRetry(f.wrong);
     QCOMPARE(unixLines(f.scratch.read("wrong")), infoFile);
-    QCOMPARE(f.writer.retriedFor(f.wrong), std::nullopt);
-    QCOMPARE(f.writer.retriedFor(other), Problem::LinesMissing);
+    QCOMPARE(f.writer.retryProblem(f.wrong), std::nullopt);
+    QCOMPARE(f.writer.retryProblem(other), Problem::LinesMissing);
 }
 
 void LogLevelWriting::retriesAFileOnce()
@@ -109,7 +109,7 @@ void LogLevelWriting::signalsWhenARetryStartsMeetsAnotherProblemAndEnds()
     QVector<std::optional<Problem>> problems;
     connect(&f.writer, &LogLevelWriter::retryChanged, &f.writer, [&](const QString &path) {
         QCOMPARE(path, f.right);
-        problems.append(f.writer.retriedFor(path));
+        problems.append(f.writer.retryProblem(path));
     });
     {
         const OrdinaryUser user;

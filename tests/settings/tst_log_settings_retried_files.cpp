@@ -20,9 +20,9 @@ private slots:
     void showTheStoredLevelWhenTheyAreChosenAgain();
     void areRetriedSeveralAtOnce();
     void doNotChangeTheLevelShownLongAfterTheirEnd();
-    void sayWhyTheLevelsRest_data();
-    void sayWhyTheLevelsRest();
-    void sayWhenAnotherReasonKeepsTheLevelsResting();
+    void sayWhyTheLevelsAreDisabled_data();
+    void sayWhyTheLevelsAreDisabled();
+    void sayWhenAnotherReasonKeepsTheLevelsDisabled();
 };
 
 namespace {
@@ -39,7 +39,7 @@ struct Fixture : SettingsFixture
         find<QPushButton>("btnSetLogCfgPath")->click();
         QCOMPARE(find<QLineEdit>("lineEditPath")->text(), path);
     }
-    [[nodiscard]] bool levelsRest() const
+    [[nodiscard]] bool levelsAreDisabled() const
     {
         return !radio("radioINFO")->isEnabled() && !radio("radioDEBUG")->isEnabled() &&
                !radio("radioFATAL")->isEnabled();
@@ -60,7 +60,7 @@ struct Fixture : SettingsFixture
         radio("radioDEBUG")->click();
         QVERIFY(called);
     }
-    void mend(const QByteArray &contents = infoFile) { properties(contents); }
+    void repair(const QByteArray &contents = infoFile) { properties(contents); }
 
     QString wrong = scratch.path(defaultName());
     QString other = scratch.file("other.properties", fatalFile);
@@ -77,11 +77,11 @@ void RetriedFiles::showTheStoredLevelWhileTheyAreRetried()
     Fixture f;
     hub().logLevel = 2;
     f.clickDebug([&f] {
-        QVERIFY(f.levelsRest());
+        QVERIFY(f.levelsAreDisabled());
         QCOMPARE(f.shownLevel(), "FATAL");
-        f.mend();
+        f.repair();
     });
-    QVERIFY(!f.levelsRest());
+    QVERIFY(!f.levelsAreDisabled());
     QCOMPARE(f.shownLevel(), "FATAL");
     QCOMPARE(unixLines(f.written()), fatalFile);
 }
@@ -91,17 +91,17 @@ void RetriedFiles::leaveOtherFilesFree()
     Fixture f;
     f.clickDebug([&f] {
         f.choose(f.other);
-        QVERIFY(!f.levelsRest());
+        QVERIFY(!f.levelsAreDisabled());
         QCOMPARE(f.shownLevel(), "FATAL");
         f.radio("radioDEBUG")->click(); // returns at once
         QCOMPARE(f.otherWritten(), debugFile);
         QCOMPARE(hub().logLevel, 1U);
         QCOMPARE(f.shownLevel(), "DEBUG");
         f.choose(f.wrong);
-        QVERIFY(f.levelsRest());
-        f.mend();
+        QVERIFY(f.levelsAreDisabled());
+        f.repair();
     });
-    QVERIFY(!f.levelsRest());
+    QVERIFY(!f.levelsAreDisabled());
     QCOMPARE(unixLines(f.written()), debugFile); // the level stored last
     QCOMPARE(f.otherWritten(), debugFile);
 }
@@ -111,7 +111,7 @@ void RetriedFiles::leaveTheLevelOfAnotherFileShown()
     Fixture f;
     f.clickDebug([&f] {
         f.choose(f.other);
-        f.mend();
+        f.repair();
     });
     QCOMPARE(f.shownLevel(), "FATAL");
     QCOMPARE(hub().logLevel, 0U);
@@ -131,7 +131,7 @@ void RetriedFiles::showTheStoredLevelWhenTheyAreChosenAgain()
     f.clickDebug([&] {
         f.choose(f.wrong);
         f.choose(f.other);
-        QVERIFY(f.levelsRest());
+        QVERIFY(f.levelsAreDisabled());
         QCOMPARE(f.shownLevel(), "INFO"); // not FATAL, as in the file
         user.reset();
         QVERIFY(QFile::setPermissions(f.other, Everybody::mayReadAndWrite));
@@ -147,11 +147,11 @@ void RetriedFiles::areRetriedSeveralAtOnce()
     f.clickDebug([&] {
         f.choose(second);
         f.clickDebug([&] {
-            QVERIFY(f.levelsRest());
+            QVERIFY(f.levelsAreDisabled());
             f.choose(f.wrong);
-            QVERIFY(f.levelsRest());
-            f.mend();
-            QTRY_VERIFY(!f.levelsRest()); // although the second file is still being retried
+            QVERIFY(f.levelsAreDisabled());
+            f.repair();
+            QTRY_VERIFY(!f.levelsAreDisabled()); // although the second file is still being retried
             f.radio("radioFATAL")->click();
             QCOMPARE(hub().logLevel, 2U);
             QCOMPARE(unixLines(f.written()), fatalFile);
@@ -159,7 +159,7 @@ void RetriedFiles::areRetriedSeveralAtOnce()
         });
     });
     QCOMPARE(unixLines(f.scratch.read("second.properties")), fatalFile);
-    QVERIFY(!f.levelsRest());
+    QVERIFY(!f.levelsAreDisabled());
 }
 
 void RetriedFiles::doNotChangeTheLevelShownLongAfterTheirEnd()
@@ -169,13 +169,13 @@ void RetriedFiles::doNotChangeTheLevelShownLongAfterTheirEnd()
     f.clickDebug([&] {
         f.choose(second);
         f.clickDebug([&] {
-            f.mend(debugFile);
+            f.repair(debugFile);
             QTRY_COMPARE(unixLines(f.written()), infoFile); // the stored level
             f.choose(f.other);
             f.radio("radioDEBUG")->click();
             QCOMPARE(hub().logLevel, 1U);
             f.choose(f.wrong);
-            QTRY_VERIFY(!f.levelsRest());
+            QTRY_VERIFY(!f.levelsAreDisabled());
             QCOMPARE(f.shownLevel(), "INFO");
             QVERIFY(QFile::remove(second));
         });
@@ -185,7 +185,7 @@ void RetriedFiles::doNotChangeTheLevelShownLongAfterTheirEnd()
     QCOMPARE(unixLines(f.written()), infoFile);
 }
 
-void RetriedFiles::sayWhyTheLevelsRest_data()
+void RetriedFiles::sayWhyTheLevelsAreDisabled_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<bool>("writable");
@@ -197,7 +197,7 @@ void RetriedFiles::sayWhyTheLevelsRest_data()
     QTest::newRow("not writable, Chinese") << "CN" << false << "该文件无法写入";
 }
 
-void RetriedFiles::sayWhyTheLevelsRest()
+void RetriedFiles::sayWhyTheLevelsAreDisabled()
 {
     QFETCH(QString, language);
     QFETCH(bool, writable);
@@ -222,13 +222,13 @@ void RetriedFiles::sayWhyTheLevelsRest()
         }
         user.reset();
         QVERIFY(QFile::setPermissions(f.other, Everybody::mayReadAndWrite));
-        f.mend();
+        f.repair();
     });
     QCOMPARE(f.radio("radioINFO")->toolTip(), QString());
     QCOMPARE(f.radio("radioINFO")->accessibleDescription(), QString());
 }
 
-void RetriedFiles::sayWhenAnotherReasonKeepsTheLevelsResting()
+void RetriedFiles::sayWhenAnotherReasonKeepsTheLevelsDisabled()
 {
     if (!OrdinaryUser::available())
         QSKIP("permissions cannot be revoked on this system");
@@ -242,7 +242,7 @@ void RetriedFiles::sayWhenAnotherReasonKeepsTheLevelsResting()
         QVERIFY(QFile::setPermissions(f.wrong, Everybody::mayReadAndWrite));
         QTRY_VERIFY(f.radio("radioINFO")->toolTip().contains("lacks a line with"));
         QCOMPARE(f.radio("radioINFO")->accessibleDescription(), f.radio("radioINFO")->toolTip());
-        f.mend();
+        f.repair();
     });
 }
 

@@ -53,7 +53,7 @@ def shot(name):
 
 def take(area=None):
     crop = ["-crop", area, "+repage"] if area else []
-    return output("/usr/bin/import-im6.q16", "-silent", "-window", "root", *crop, "png:-")
+    return output("/usr/bin/import", "-silent", "-window", "root", *crop, "png:-")
 
 
 def keep(name, picture):
@@ -61,7 +61,7 @@ def keep(name, picture):
     target = OUT / f"{name}{kind}-{SHORT_NAME}-{SCALE}.png"
     few_colours = ["-strip", "+dither", "-colors", "255"]
     subprocess.run(
-        ["/usr/bin/convert-im6.q16", "png:-", *few_colours, f"png8:{target}"],
+        ["/usr/bin/convert", "png:-", *few_colours, f"png8:{target}"],
         input=picture,
         check=True,
     )

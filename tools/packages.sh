@@ -81,7 +81,7 @@ install_packages() {
 apt_knows() {
     local package
     for package in "$@"; do
-        apt-cache policy "$package" 2>/dev/null | grep -q 'Candidate: [^(]' || return 1
+        LC_ALL=C apt-cache policy "$package" 2>/dev/null | grep -q 'Candidate: [^(]' || return 1
     done
 }
 

@@ -29,6 +29,8 @@ LineBlockReader::LineBlockReader(QIODevice &device, std::size_t longestLine)
 
 std::string_view LineBlockReader::next()
 {
+    if (ended)
+        return {};
     used -= delivered;
     std::memmove(buffer.get(), buffer.get() + delivered, used);
     delivered = 0;
@@ -41,7 +43,7 @@ std::string_view LineBlockReader::next()
         delivered = firstNew + end + 1;
         return {buffer.get(), unifyLineEnds(buffer.get(), delivered)};
     }
-    delivered = used;
+    ended = true;
     return {buffer.get(), used};
 }
 

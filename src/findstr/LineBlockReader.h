@@ -21,7 +21,8 @@ public:
     explicit LineBlockReader(QIODevice &device, std::size_t longestLine = maxLineBytes);
 
     /// Returns the next lines with their line feeds; only the last line of the text may lack one.
-    /// Empty at the end of the text. Valid until the next call. Throws std::bad_alloc.
+    /// Empty at the end of the text, even if the text grows after that. Valid until the next call.
+    /// Throws std::bad_alloc.
     [[nodiscard]] std::string_view next();
 
     /// Reading failed before the end of the text.
@@ -47,6 +48,7 @@ private:
     std::size_t capacity = 0;
     std::size_t used = 0;      ///< bytes in the buffer
     std::size_t delivered = 0; ///< bytes at its start that the last call returned
+    bool ended = false;        ///< the end of the text was returned
     bool readFailed = false;
     bool lineTruncated = false;
 };

@@ -77,6 +77,7 @@ private slots:
     void logsProblemsOnceAFile();
     void isEmptyForAnEmptyText();
     void staysAtTheEnd();
+    void staysAtTheEndOfATextThatGrows();
 };
 
 void LineBlockReaderTest::unifiesLineEnds_data()
@@ -211,6 +212,18 @@ void LineBlockReaderTest::staysAtTheEnd()
     QVERIFY(blocks.next() == "no line feed");
     QVERIFY(blocks.next().empty());
     QVERIFY(blocks.next().empty());
+}
+
+void LineBlockReaderTest::staysAtTheEndOfATextThatGrows()
+{
+    QByteArray text = "a\npar";
+    QBuffer device(&text);
+    QVERIFY(device.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    LineBlockReader blocks(device);
+    QCOMPARE(blocks.next(), std::string_view("a\n"));
+    QCOMPARE(blocks.next(), std::string_view("par"));
+    text += "tial\nb\n";
+    QVERIFY(blocks.next().empty()); // otherwise "tial" would be a line
 }
 
 QTEST_APPLESS_MAIN(LineBlockReaderTest)

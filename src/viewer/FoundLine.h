@@ -13,7 +13,7 @@ struct FoundLine
 };
 
 /// The line in @p row of a table of search matches. A long line takes several rows, one per piece;
-/// each stands for the whole line.
+/// each stands for the whole line, unless a zero byte cuts it short.
 [[nodiscard]] FoundLine foundLineAt(const QTableWidget &table, int row);
 
 /// The row of @p line in a table of whole lines, or -1.

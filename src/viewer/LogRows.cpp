@@ -3,6 +3,7 @@
 #include "LineBlockReader.h"
 #include "LineSearch.h"
 #include "LogLine.h"
+#include "ViewerLog.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -187,5 +188,9 @@ QStringList selectedLines(const QTableWidget &table)
 
 void copyLines(const QStringList &lines)
 {
-    QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    try {
+        QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    } catch (const std::bad_alloc &) { // leaving a slot would end the program
+        qCWarning(viewerLog) << "out of memory, nothing copied";
+    }
 }

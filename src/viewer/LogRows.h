@@ -59,5 +59,5 @@ private:
 /// The lines of the selected rows, in the order of selection. Rows from 10000 on are left out.
 [[nodiscard]] QStringList selectedLines(const QTableWidget &table);
 
-/// Copies @p lines to the clipboard.
+/// Copies @p lines to the clipboard, unless there is too little memory.
 void copyLines(const QStringList &lines);

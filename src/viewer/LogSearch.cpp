@@ -11,6 +11,7 @@
 #include <QScopedValueRollback>
 
 #include <chrono>
+#include <new>
 #include <utility>
 
 namespace {
@@ -18,6 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto longestStep = 20ms; // about one frame; most searches take less
+constexpr int reserveBytes = 1 << 20;
 
 } // namespace
 
@@ -52,7 +54,7 @@ public:
     }
 
     /// Whether the search could not be started, or ran out of memory. To be called when done.
-    [[nodiscard]] bool hasFailed() const { return matches->hasFailed(); }
+    [[nodiscard]] bool hasFailed() const { return outOfMemory || matches->hasFailed(); }
 
 private:
     /// Empties the rows. Returns whether all are empty.
@@ -85,15 +87,26 @@ private:
                 shown = 0;
             }
             const ModelSignalBlocker fill(table);
-            while (shown < found.size() && !isStepOver()) {
-                const std::string_view piece(&found[shown]);
-                table.setLine(piece, row++);
-                shown += piece.size() + 1;
+            try {
+                showFound();
+            } catch (const std::bad_alloc &) { // leaving the slot would end the program
+                reserve.clear();
+                outOfMemory = true;
+                return true;
             }
             if (shown == found.size() && matches->isOver())
                 return true;
         } while (!end.hasExpired());
         return false;
+    }
+
+    void showFound()
+    {
+        while (shown < found.size() && !isStepOver()) {
+            const std::string_view piece(&found[shown]);
+            table.setLine(piece, row++);
+            shown += piece.size() + 1;
+        }
     }
 
     /// Checks the clock only now and then: each check takes a tenth of the time of placing a line.
@@ -108,6 +121,9 @@ private:
     std::unique_ptr<SearchRun> matches; ///< null until the rows are empty
     std::string found;                  ///< pieces, each with its terminating zero byte
     std::size_t shown = 0;              ///< number of its bytes that are in the table
+    bool outOfMemory = false;
+    /// Released when memory runs out, so that the program can handle events after that.
+    QByteArray reserve{reserveBytes, Qt::Uninitialized};
 };
 
 LogSearch::LogSearch(LogTable &logTable, LineSearch search)

@@ -30,7 +30,7 @@ public:
 
     /// Shows the matches of @p query in the table, instead of those of a query in progress, and
     /// returns when the search is over. Handles events meanwhile. If one of them calls run(), that
-    /// call returns at once and this one waits for the new query.
+    /// call returns at once, and this one waits for the new query unless its own is already over.
     void run(const Query &query);
 
     /// Ends the query in progress; an active call of run() returns soon.

@@ -10,7 +10,11 @@
 #include "ZipArchive.h"
 #include "ZipContents.h"
 
+#include <QAction>
+#include <QClipboard>
 #include <QFile>
+#include <QGuiApplication>
+#include <QLineEdit>
 #include <QTableWidget>
 #include <QTest>
 
@@ -28,7 +32,9 @@ class LowMemory : public QObject
 private slots:
     void endsASearchThatCannotBegin(); // first: no cached thread stacks yet
     void endsASearchThatRunsOutOfMemory();
+    void endsASearchWhoseMatchesDoNotFitIntoTheTable();
     void showsTheLinesForWhichThereIsMemory();
+    void copiesNothingThatDoesNotFit();
     void leavesOutAFileThatDoesNotFitAndPacksTheOthers();
     void leavesAPropertiesFileAsItIs_data();
     void leavesAPropertiesFileAsItIs();
@@ -61,6 +67,28 @@ void LowMemory::endsASearchThatRunsOutOfMemory()
     QVERIFY(failed);
 }
 
+void LowMemory::endsASearchWhoseMatchesDoNotFitIntoTheTable()
+{
+    if (isSanitized())
+        QSKIP(whySkipped);
+    const QByteArray piece = "2024-03-02 12:00:00.250 INFO [1] [Camera] " + QByteArray(400, 'x');
+    LogViewer viewer(nullptr, [piece](const auto &, const auto &, const PieceSink &sink, auto &) {
+        for (int i = 0; i < 50'000; ++i)
+            sink(piece.constData());
+        return true;
+    });
+    auto *const table = viewer.findChild<QTableWidget *>("tableWidget");
+    viewer.findChild<QLineEdit *>("lineEdit")->setText("x");
+    const DebugCapture output;
+    {
+        const MemoryLimit limit(64 * megabyte); // the table needs more than 100
+        QMetaObject::invokeMethod(&viewer, "on_btnSearch_clicked");
+    }
+    QVERIFY(table->item(0, 0) != nullptr);
+    QVERIFY(table->item(49'999, 0) == nullptr);
+    QVERIFY(output.contains("Failed to execute findstr command."));
+}
+
 void LowMemory::showsTheLinesForWhichThereIsMemory()
 {
     if (isSanitized())
@@ -85,6 +113,26 @@ void LowMemory::showsTheLinesForWhichThereIsMemory()
     QCOMPARE(table->rowCount(), shown + 5);
     QVERIFY(output.contains(
         QString("out of memory, left out from line %1 on: \"%2\"").arg(shown + 1).arg(log)));
+}
+
+void LowMemory::copiesNothingThatDoesNotFit()
+{
+    if (isSanitized())
+        QSKIP(whySkipped);
+    ScratchFolder scratch;
+    const QByteArray line =
+        "2024-03-02 12:00:00.250 INFO [1] [Camera] " + QByteArray(10 * megabyte, 'x') + '\n';
+    LogViewer viewer(nullptr);
+    QVERIFY(viewer.openLogFile(scratch.file("a.log", line.repeated(5)).toStdString()));
+    QGuiApplication::clipboard()->setText("before");
+    const Diagnostics diagnostics;
+    const DebugCapture output;
+    {
+        const MemoryLimit limit(50 * megabyte); // the text needs 100
+        viewer.findChild<QAction *>("actionCopyAll")->trigger();
+    }
+    QCOMPARE(QGuiApplication::clipboard()->text(), "before");
+    QVERIFY(output.contains("out of memory, nothing copied"));
 }
 
 void LowMemory::leavesOutAFileThatDoesNotFitAndPacksTheOthers()

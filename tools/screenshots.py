@@ -318,6 +318,6 @@ try:
 finally:
     if LOOK == "docs":
         shutil.rmtree(tour.home)
-    output = tour.program.end()
+    printed = tour.program.end()
     if sys.exc_info()[0] is not None:
-        print(output)
+        print(printed)
